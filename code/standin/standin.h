@@ -21,11 +21,12 @@ extern "C" {
 /** Forgets job, steps, folders, log sink, language, failures and counts; live blocks stay. */
 STANDIN_EXPORT void standin_reset(void);
 
-/* --- Job: job, steps, layers and tools have ids from one sequence that never repeats --- */
+/* --- Job: steps and layers have ids from one sequence that never repeats --- */
 
 /** A drill tool as the job database holds it; the numbers are those of qor_drl_tool. */
-typedef struct standin_tool {
-    int tool_type;     /**< 0 plated, 1 non-plated, 2 via */
+typedef struct standin_tool
+{
+    int tool_type; /**< 0 plated, 1 non-plated, 2 via */
     int tool_sub_type; /**< 0 standard, 1 laser, 2 photo, 3 press fit */
     int min_tol;
     int max_tol;
@@ -51,7 +52,7 @@ STANDIN_EXPORT void standin_set_in_editor(int stpid, bool in_editor);
 
 /** Adds a layer to a step; one with tools counts as a drill layer.
  *
- * @return the layer's id
+ * @return the layer's id; -1, with an entry in the log, if there is no such step
  */
 STANDIN_EXPORT int standin_add_layer(int stpid, const char* name);
 
@@ -97,7 +98,7 @@ STANDIN_EXPORT bool standin_set_catalogue(const char* path);
  *
  * @param operation  name of the host function, such as "vex__data_get_units"
  * @param nth        1 is the next call; 0: no failure any more
- * @param status     status to fail with
+ * @param status     status to fail with; 0 counts as 824000, out of memory
  */
 STANDIN_EXPORT void standin_fail(const char* operation, int nth, int status);
 
