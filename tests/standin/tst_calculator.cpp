@@ -120,4 +120,4 @@ private slots:
 };
 
 QTEST_APPLESS_MAIN(TestCalculator)
-#include "test_calculator.moc"
+#include "tst_calculator.moc"

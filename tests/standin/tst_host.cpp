@@ -219,4 +219,4 @@ private:
 };
 
 QTEST_APPLESS_MAIN(TestHost)
-#include "test_host.moc"
+#include "tst_host.moc"

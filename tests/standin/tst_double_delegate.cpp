@@ -126,4 +126,4 @@ private:
 };
 
 QTEST_MAIN(TestDoubleDelegate)
-#include "test_double_delegate.moc"
+#include "tst_double_delegate.moc"
