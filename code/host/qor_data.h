@@ -17,12 +17,13 @@ extern "C" {
 #endif
 
 /** A drill tool of a layer; records stand in an array without gaps. */
-typedef struct qor_drl_tool {
+typedef struct qor_drl_tool
+{
     int reserved_0;
-    int tool_type;     /**< 0 plated, 1 non-plated, 2 via */
+    int tool_type; /**< 0 plated, 1 non-plated, 2 via */
     int tool_sub_type; /**< 0 standard, 1 laser, 2 photo, 3 press fit */
-    int min_tol;       /**< minus tolerance */
-    int max_tol;       /**< plus tolerance */
+    int min_tol; /**< minus tolerance */
+    int max_tol; /**< plus tolerance */
     int reserved_20[17];
     int finished_size; /**< finished hole size, -1 when the tool has none */
     int reserved_92;
@@ -38,7 +39,8 @@ static_assert(offsetof(qor_drl_tool, count) == 96, "layout of the host");
 static_assert(sizeof(qor_drl_tool) == 100, "layout of the host");
 
 /** What qor__drl_tools_get fills. */
-typedef struct qor_drl_tools {
+typedef struct qor_drl_tools
+{
     char reserved_0[72];
     const qor_drl_tool* tools; /**< the host's; lives to the next call. Not set by a mere count */
     int num_tools;

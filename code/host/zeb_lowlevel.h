@@ -12,7 +12,8 @@
 #include <stddef.h>
 
 #ifdef __GNUC__
-#    define ZEB_PRINTF(formatIndex, firstIndex) __attribute__((format(printf, formatIndex, firstIndex)))
+#    define ZEB_PRINTF(formatIndex, firstIndex)                                                    \
+        __attribute__((format(printf, formatIndex, firstIndex)))
 #else
 #    define ZEB_PRINTF(formatIndex, firstIndex)
 #endif
@@ -23,9 +24,11 @@ extern "C" {
 
 /** The host's units. Any int is a valid value in C++ too: a host may know more units than these. */
 #ifdef __cplusplus
-enum zeb_units_enum : int {
+enum zeb_units_enum : int
+{
 #else
-typedef enum zeb_units_enum {
+typedef enum zeb_units_enum
+{
 #endif
     ZEB_UNITS_INCHES = 0,
     ZEB_UNITS_MILLIMETERS = 1,

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: MIT
+#include "brox_dialogs.h"
+
+#include "zeb_gui.h"
+
+#include <QFileInfo>
+#include <QPalette>
+
+int execUnderArrow(QMessageBox& box)
+{
+    const ArrowCursor arrow;
+    return box.exec();
+}
+
+void showFailure(const char* message)
+{
+    QMessageBox box;
+    box.setText(QString::fromLocal8Bit(message));
+    box.setStandardButtons(QMessageBox::Ok);
+    box.setDefaultButton(QMessageBox::Ok);
+    execUnderArrow(box);
+    QApplication::restoreOverrideCursor();
+}
+
+bool confirmClose(QWidget* parent, const QString& title, const QString& text,
+    const bool& dataChanged, const std::function<void()>& save)
+{
+    if (!dataChanged) {
+        return true;
+    }
+    QMessageBox box(QMessageBox::Warning, title, text,
+        QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, parent);
+    const int answer = execUnderArrow(box);
+    if (answer == QMessageBox::Save) {
+        save();
+        if (dataChanged) {
+            return false;
+        }
+    }
+    return answer != QMessageBox::Cancel;
+}
+
+QString chooseFileToLoad(
+    QWidget* parent, const LoadDialogTexts& texts, const QString& fileName, const QString& lastFile)
+{
+    ZExtFileDialog dialog(parent, texts.name, false);
+    dialog.setModal(true);
+    dialog.setAcceptMode(QFileDialog::AcceptOpen);
+    dialog.setNameFilters({QStringLiteral("%1 (%2)").arg(texts.fileKind, fileName),
+        QStringLiteral("%1 (*)").arg(texts.allFiles)});
+    QString folder;
+    if (!lastFile.isEmpty()) {
+        dialog.setDirectory(lastFile);
+    } else if (dialog.getSystemFolder(folder)) {
+        dialog.setDirectory(folder + "/brox");
+    }
+    const QString lastName = QFileInfo(lastFile).fileName();
+    dialog.selectFile(lastName.isEmpty() ? fileName : lastName);
+    dialog.setWindowTitle(texts.title);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
+        return {};
+    }
+    return QFileInfo(dialog.selectedFiles().constFirst()).absoluteFilePath();
+}
+
+QColor textColor(const QWidget* widget, bool isGood)
+{
+    return isGood ? QApplication::palette(widget).color(QPalette::Text) : QColor(Qt::red);
+}

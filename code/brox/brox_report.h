@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#ifndef BROX_REPORT_H
+#define BROX_REPORT_H
+
+#include <initializer_list>
+
+/** One of the module's sources, as the host's log names it.
+ *
+ * The line of a report is that of the call, so that the log leads to the check that failed.
+ */
+class BroxSource
+{
+public:
+    /** A pointer argument and its name in the source. */
+    struct Pointer
+    {
+        const void* value;
+        const char* name;
+    };
+
+    constexpr explicit BroxSource(const char* name)
+        : mName(name)
+    { }
+
+    constexpr const char* name() const { return mName; }
+
+    /** Whether a condition holds; if not, its text is logged and the error sound comes. */
+    bool check(bool holds, const char* condition, int line = __builtin_LINE()) const;
+
+    /** Whether all of the pointers are valid: 0 to 1000 are no addresses. They are one condition.
+     */
+    bool checkPointers(std::initializer_list<Pointer> pointers, int line = __builtin_LINE()) const;
+
+    /** The status of a call, which is logged if it is not 0. */
+    int checkStatus(int status, int line = __builtin_LINE()) const;
+
+private:
+    const char* mName;
+};
+
+#endif

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+#include "brox_size_cell.h"
+
+#include "brox_proxy_internal.h"
+
+#include <QTableWidgetItem>
+
+namespace {
+
+constexpr int textLength = 112; // the most that the host writes
+
+bool readSize(const QTableWidgetItem* cell, int* size)
+{
+    bool isSize = false;
+    if (cell) {
+        *size = cell->data(Qt::UserRole).toInt(&isSize);
+    }
+    return isSize;
+}
+
+} // namespace
+
+void showSizeAsNumber(QTableWidgetItem* cell, int stepId)
+{
+    int size = 0;
+    double number = 0.0;
+    if (readSize(cell, &size) && brox__proxy_size_to_double(stepId, size, &number) == 0) {
+        cell->setData(Qt::DisplayRole, number);
+    }
+}
+
+void showSizeAsText(QTableWidgetItem* cell, int stepId)
+{
+    int size = 0;
+    char text[textLength + 1] = {};
+    if (readSize(cell, &size) && brox__proxy_size_to_str(stepId, size, text) == 0) {
+        cell->setData(Qt::DisplayRole, QString::fromLocal8Bit(text));
+    }
+}
+
+int heldSize(const QTableWidgetItem* cell)
+{
+    int size = 0;
+    readSize(cell, &size);
+    return size;
+}
+
+int shownSize(const QTableWidgetItem* cell, int stepId)
+{
+    if (!cell) {
+        return 0;
+    }
+    bool isNumber = false;
+    const double number = cell->data(Qt::DisplayRole).toDouble(&isNumber);
+    int size = 0;
+    return isNumber && brox__proxy_double_to_size(stepId, number, &size) == 0 ? size : 0;
+}

@@ -1,0 +1,137 @@
+// SPDX-License-Identifier: MIT
+#include "brox_xml_file.h"
+
+#include "brox_xml_depth.h"
+#include "zeb_lowlevel.h"
+
+#include <QDir>
+#include <QDomDocument>
+#include <QFile>
+#include <QFileInfo>
+#include <QTextStream>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int dataLocation = 2;
+constexpr int maxPathLength = 512;
+constexpr int indent = 4;
+
+/** Whether XML 1.0 can hold a code unit, surrogates aside. */
+bool isXmlCharacter(QChar character)
+{
+    const char16_t code = character.unicode();
+    return (code >= 0x20 && code < 0xfffe) || code == '\t' || code == '\n' || code == '\r';
+}
+
+} // namespace
+
+QString BroxXmlFile::existingPath() const
+{
+    QString path;
+    bool found = false;
+    return locate(&path, &found) && found ? path : QString();
+}
+
+QString BroxXmlFile::pathForSaving() const
+{
+    QString path;
+    bool found = false; // a file that is not there yet is as good
+    if (!locate(&path, &found)) {
+        return {};
+    }
+    const QFileInfo info(path);
+    const QDir folder = info.dir();
+    if (!folder.exists() && !folder.mkpath(folder.path())) {
+        return {};
+    }
+    return info.absoluteFilePath();
+}
+
+bool BroxXmlFile::read(const QString& path, QDomDocument* document, int line) const
+{
+    const QFileInfo info(path);
+    const QByteArray localPath = info.filePath().toLocal8Bit();
+    if (!mSource.check(info.exists(), "fi.exists()", line)) {
+        zeb__log_write("ERROR", mMessages.missing, localPath.constData());
+        return false;
+    }
+    QFile file(info.filePath());
+    if (!mSource.check(file.open(QFile::ReadOnly | QFile::Text),
+            "file.open(QFile::ReadOnly | QFile::Text)", line)) {
+        zeb__log_write("ERROR", mMessages.unreadable, localPath.constData());
+        return false;
+    }
+    const QByteArray content = file.readAll();
+    file.close();
+
+    QString error;
+    int errorLine = 0;
+    int errorColumn = 0;
+    const bool isXml = !nestsTooDeeply(content, &error, &errorLine, &errorColumn)
+        && document->setContent(content, true, &error, &errorLine, &errorColumn);
+    if (!mSource.check(isXml, "setContentStatus == true", line)) {
+        zeb__log_write("ERROR", mMessages.malformed, localPath.constData(),
+            error.toLocal8Bit().constData(), errorLine, errorColumn);
+    }
+    return isXml;
+}
+
+bool BroxXmlFile::checkRoot(const QString& path, const QDomDocument& document, int line) const
+{
+    const QString tag = document.documentElement().tagName();
+    const QByteArray condition =
+        QByteArray("mainElement.tagName().compare(\"") + mRoot + "\", Qt::CaseInsensitive) == 0";
+    if (!mSource.check(tag.compare(QLatin1String(mRoot), Qt::CaseInsensitive) == 0,
+            condition.constData(), line)) {
+        zeb__log_write(
+            "ERROR", mMessages.foreign, QFileInfo(path).filePath().toLocal8Bit().constData());
+        return false;
+    }
+    return true;
+}
+
+bool BroxXmlFile::write(const QString& path, const QDomDocument& document) const
+{
+    QFile file(path);
+    if (!file.open(QFile::WriteOnly | QFile::Text)) {
+        zeb__log_write("ERROR", "%s", file.errorString().toLocal8Bit().constData());
+        return false;
+    }
+    QTextStream stream(&file);
+    document.save(stream, indent);
+    stream.flush();
+    file.close();
+    return true;
+}
+
+bool BroxXmlFile::locate(QString* path, bool* found) const
+{
+    const QByteArray name = QByteArray("brox/") + mName;
+    char buffer[maxPathLength + 1] = {};
+    if (zeb__sarn_get_dir(dataLocation, name.constData(), buffer, maxPathLength, found) != 0) {
+        return false;
+    }
+    *path = QString::fromLocal8Bit(buffer);
+    return true;
+}
+
+QString xmlText(const QString& text)
+{
+    QString kept;
+    kept.reserve(text.size());
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const QChar character = text.at(i);
+        if (!character.isSurrogate()) {
+            if (isXmlCharacter(character)) {
+                kept += character;
+            }
+        } else if (character.isHighSurrogate() && i + 1 < text.size()
+            && text.at(i + 1).isLowSurrogate()) {
+            kept += character;
+            kept += text.at(++i);
+        }
+    }
+    return kept;
+}
