@@ -1,0 +1,265 @@
+// SPDX-License-Identifier: MIT
+#include "host_session.h"
+
+#include "brox_proxy.h"
+#include "standin.h"
+#include "vex_data.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QLibrary>
+#include <QTableWidget>
+
+HostSession* HostSession::sSession = nullptr;
+
+/** The module's eight functions. */
+struct HostSession::Module
+{
+    Module();
+
+    template <typename Function>
+    void resolve(Function*& function, const char* name)
+    {
+        function = reinterpret_cast<Function*>(library.resolve(name));
+        if (!function) {
+            throw HostError(
+                QStringLiteral("%1 has no %2").arg(library.fileName(), QString::fromLatin1(name)));
+        }
+    }
+
+    QLibrary library;
+    decltype(brox__proxy_open_brox)* open;
+    decltype(brox__proxy_can_close)* canClose;
+    decltype(brox__proxy_close_brox)* close;
+    decltype(brox__proxy_get_brox)* get;
+    decltype(brox__proxy_set_parent_viewer)* setParentViewer;
+    decltype(brox__proxy_set_model_renamed_deleted_cb)* setCallback;
+    decltype(brox__proxy_get_model_list)* modelList;
+    decltype(brox__proxy_calc_drill_size)* calcDrillSize;
+};
+
+HostSession::Module::Module()
+{
+    // In the build tree, then as installed, then wherever the system finds it.
+    const QDir program(QCoreApplication::applicationDirPath());
+    const QString places[] = {program.filePath("../lib/libbrox.so"),
+        program.filePath(QStringLiteral(WORKBENCH_MODULE_DIR "/libbrox.so")),
+        QStringLiteral("libbrox.so")};
+    for (const QString& place : places) {
+        if (place == places[2] || QFile::exists(place)) {
+            library.setFileName(QDir::cleanPath(place));
+            break;
+        }
+    }
+    if (!library.load()) {
+        throw HostError(library.errorString().simplified());
+    }
+    resolve(open, "brox__proxy_open_brox");
+    resolve(canClose, "brox__proxy_can_close");
+    resolve(close, "brox__proxy_close_brox");
+    resolve(get, "brox__proxy_get_brox");
+    resolve(setParentViewer, "brox__proxy_set_parent_viewer");
+    resolve(setCallback, "brox__proxy_set_model_renamed_deleted_cb");
+    resolve(modelList, "brox__proxy_get_model_list");
+    resolve(calcDrillSize, "brox__proxy_calc_drill_size");
+}
+
+namespace {
+
+void check(int status, const char* what)
+{
+    if (status != 0) {
+        throw HostError(QStringLiteral("can't %1: status %2").arg(what).arg(status));
+    }
+}
+
+} // namespace
+
+HostSession::HostSession(const QString& dataDir)
+    : mDataDir(QDir(dataDir).absolutePath().toUtf8())
+{
+    setUpHost();
+    mModule = std::make_unique<Module>();
+    sSession = this;
+    mModule->setCallback(modelRenamedOrDeleted);
+}
+
+HostSession::~HostSession()
+{
+    for (size_t i = 0; i < mSteps.size(); ++i) {
+        closeViewer(i);
+    }
+    sSession = nullptr;
+    standin_reset();
+}
+
+/** An empty job in the host's libraries, with folders and log. */
+void HostSession::setUpHost()
+{
+    standin_reset();
+    standin_set_log_sink(log, this);
+    standin_set_data_dir(mDataDir.constData());
+    standin_set_system_dir(mDataDir.constData());
+    const QDir program(QCoreApplication::applicationDirPath());
+    standin_set_resource_dir(QDir::cleanPath(program.filePath("../share")).toUtf8().constData());
+}
+
+void HostSession::setBoard(Board board)
+{
+    mSteps.clear();
+    mBoard = std::move(board);
+    setUpHost();
+    standin_set_job(mBoard.job.toUtf8().constData());
+    for (const Step& step : mBoard.steps) {
+        const int stpid = standin_add_step(step.name.toUtf8().constData(), int(mBoard.units));
+        for (const Layer& layer : step.layers) {
+            const int layerId = standin_add_layer(stpid, layer.name.toUtf8().constData());
+            for (const Tool& tool : layer.tools) {
+                const standin_tool hostTool{int(tool.type), 0, tool.minusTol, tool.plusTol,
+                    tool.finishedSize, int(tool.count)};
+                standin_add_tool(layerId, &hostTool);
+            }
+        }
+        mSteps.push_back({stpid, mBoard.units, std::make_unique<ParentViewer>(), {}});
+    }
+}
+
+void HostSession::setUnits(size_t step, Units units)
+{
+    OpenStep& open = mSteps.at(step);
+    if (open.units == units) {
+        return;
+    }
+    open.units = units;
+    standin_set_units(open.stpid, int(units));
+    emit open.parent->unitsChanged(units == Units::Inch ? ZEB_UNITS_MILS : ZEB_UNITS_MICRONS);
+}
+
+QString HostSession::sizeText(size_t step, int size) const
+{
+    int stepNumber = -1;
+    double number = 0;
+    check(vex__data_stpid2vex_num(mSteps.at(step).stpid, &stepNumber), "number a step");
+    check(vex__size_p2milmicron(stepNumber, size, 1, &number), "convert a size");
+    QString text = QString::number(number, 'f', 3);
+    while (text.endsWith('0')) {
+        text.chop(1);
+    }
+    return text.endsWith('.') ? text.chopped(1) : text;
+}
+
+QWidget* HostSession::viewer(size_t step)
+{
+    OpenStep& open = mSteps.at(step);
+    if (!open.viewer) {
+        check(mModule->open(open.stpid), "open a viewer");
+        BroxViewer* viewer = nullptr;
+        check(mModule->get(open.stpid, &viewer), "give a viewer");
+        check(mModule->setParentViewer(viewer, open.parent.get()), "follow the units");
+        open.viewer = reinterpret_cast<QWidget*>(viewer);
+    }
+    return open.viewer;
+}
+
+bool HostSession::canClose(size_t step)
+{
+    int ok = 0;
+    check(mModule->canClose(mSteps.at(step).stpid, &ok), "ask whether a viewer may close");
+    return ok != 0;
+}
+
+void HostSession::closeViewer(size_t step)
+{
+    OpenStep& open = mSteps.at(step);
+    if (open.viewer) {
+        mModule->close(open.stpid);
+        delete open.viewer;
+    }
+}
+
+QStringList HostSession::models(size_t step)
+{
+    viewer(step);
+    char** names = nullptr;
+    int count = 0;
+    check(mModule->modelList(mSteps.at(step).stpid, &names, &count), "list the models");
+    QStringList models;
+    for (int i = 0; names && i < count; ++i) {
+        models << QString::fromLocal8Bit(names[i]);
+        zeb__mem_free(names[i], 1, __FILE__, __LINE__);
+    }
+    zeb__mem_free(names, 1, __FILE__, __LINE__);
+    return models;
+}
+
+namespace {
+
+QTableWidget* modelTable(QWidget* viewer)
+{
+    auto* table = viewer->findChild<QTableWidget*>("broxModelTableWidget");
+    if (!table) {
+        throw HostError(QStringLiteral("the viewer has no models table"));
+    }
+    return table;
+}
+
+} // namespace
+
+QString HostSession::selectedModel(size_t step)
+{
+    const QList<QTableWidgetItem*> items = modelTable(viewer(step))->selectedItems();
+    return items.isEmpty() ? QString() : items.first()->text();
+}
+
+void HostSession::selectModel(size_t step, const QString& model)
+{
+    QTableWidget* table = modelTable(viewer(step));
+    for (int row = 0; row < table->rowCount(); ++row) {
+        if (table->item(row, 0) && table->item(row, 0)->text() == model) {
+            table->setCurrentCell(row, 0);
+            return;
+        }
+    }
+    const QStringList known = models(step);
+    throw HostError(known.isEmpty()
+            ? QStringLiteral("no model \"%1\"; there are no models").arg(model)
+            : QStringLiteral("no model \"%1\"; there are: %2").arg(model, known.join(", ")));
+}
+
+HostSession::Drill HostSession::drill(size_t step, const QString& model, const Tool& tool)
+{
+    viewer(step);
+    int size = 0;
+    char bit[8] = "";
+    check(mModule->calcDrillSize(mSteps.at(step).stpid, model.toLocal8Bit().constData(),
+              int(tool.type), 0, tool.minusTol, tool.plusTol, tool.finishedSize, &size, bit),
+        "calculate a drill size");
+    return {size, QString::fromLocal8Bit(bit)};
+}
+
+void HostSession::log(const char* level, const char* text, void* session)
+{
+    emit static_cast<HostSession*>(session)->logged(
+        QString::fromUtf8(level), QString::fromUtf8(text).trimmed());
+}
+
+void HostSession::modelRenamedOrDeleted(int stepNumber, const char* oldName, const char* newName)
+{
+    if (!sSession) {
+        return;
+    }
+    const QString from = QString::fromLocal8Bit(oldName);
+    for (size_t i = 0; i < sSession->mSteps.size(); ++i) {
+        int number = -1;
+        if (vex__data_stpid2vex_num(sSession->mSteps[i].stpid, &number) != 0
+            || number != stepNumber) {
+            continue;
+        }
+        const QString& step = sSession->mBoard.steps[i].name;
+        if (newName) {
+            emit sSession->modelRenamed(step, from, QString::fromLocal8Bit(newName));
+        } else {
+            emit sSession->modelDeleted(step, from);
+        }
+    }
+}

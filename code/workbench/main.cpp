@@ -1,0 +1,236 @@
+// SPDX-License-Identifier: MIT
+#include "default_data.h"
+#include "drill_table.h"
+#include "ipc2581_reader.h"
+#include "main_window.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QStandardPaths>
+#include <cstdio>
+
+namespace {
+
+/** What the user asks for on the command line. */
+struct Options
+{
+    Options();
+
+    bool isSet(const QCommandLineOption& option) const { return parser.isSet(option); }
+    QString value(const QCommandLineOption& option) const { return parser.value(option); }
+
+    /** Whether a window is to stay on the screen. */
+    bool wantsWindow() const
+    {
+        return !isSet(table) && !isSet(csv) && !isSet(models) && !isSet(screenshot) && !isSet(help)
+            && !isSet(version);
+    }
+
+    QCommandLineOption table{"table", "Print the drill tools with their drill sizes."};
+    QCommandLineOption csv{"csv", "The same as comma-separated values."};
+    QCommandLineOption models{"models", "List the drill tool models."};
+    QCommandLineOption step{"step", "Take this step instead of the main one.", "name"};
+    QCommandLineOption model{"model", "Select this model in the viewer.", "name"};
+    QCommandLineOption units{"units", "Units of the step: inch or metric.", "units"};
+    QCommandLineOption data{"data", "Folder of models and bits; filled if empty.", "folder"};
+    QCommandLineOption screenshot{"screenshot", "Write the window to a PNG file and end.", "file"};
+    QCommandLineParser parser;
+    QCommandLineOption help = parser.addHelpOption();
+    QCommandLineOption version = parser.addVersionOption();
+};
+
+Options::Options()
+{
+    parser.setApplicationDescription(
+        "Opens a board and sets up its drill tools, or prints their drill sizes.");
+    parser.addPositionalArgument("board", "IPC-2581 file", "[board]");
+    parser.addOptions({table, csv, models, step, model, units, data, screenshot});
+}
+
+int fail(const QString& message)
+{
+    fprintf(stderr, "%s\n", message.toUtf8().constData());
+    return 1;
+}
+
+int print(const QString& text)
+{
+    const QByteArray bytes = text.toUtf8();
+    fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout);
+    return fflush(stdout) == 0 ? 0 : fail("the output can't be written");
+}
+
+size_t chosenStep(const Options& options, const Board& board)
+{
+    if (!options.isSet(options.step)) {
+        return board.mainStep;
+    }
+    QStringList names;
+    for (size_t i = 0; i < board.steps.size(); ++i) {
+        if (board.steps[i].name == options.value(options.step)) {
+            return i;
+        }
+        names << board.steps[i].name;
+    }
+    throw HostError(QStringLiteral("no step \"%1\"; there are: %2")
+                        .arg(options.value(options.step), names.join(", ")));
+}
+
+/** The chosen step with the chosen units and model. */
+size_t setUpStep(const Options& options, HostSession& session)
+{
+    const size_t step = chosenStep(options, session.board());
+    if (options.isSet(options.units)) {
+        session.setUnits(
+            step, options.value(options.units) == "inch" ? Units::Inch : Units::Metric);
+    }
+    if (options.isSet(options.model)) {
+        session.selectModel(step, options.value(options.model));
+    }
+    return step;
+}
+
+QString leftOutText(const Step& step)
+{
+    QString text;
+    if (step.slotsLeftOut > 0) {
+        text += QStringLiteral("%1 slots left out: a slot is not drilled by one tool\n")
+                    .arg(step.slotsLeftOut);
+    }
+    if (step.holesLeftOut > 0) {
+        text += QStringLiteral("%1 holes left out on layers that are not drilled\n")
+                    .arg(step.holesLeftOut);
+    }
+    return text;
+}
+
+int printTable(const Options& options, HostSession& session)
+{
+    const size_t index = setUpStep(options, session);
+    const Step& step = session.board().steps[index];
+    const QString model = session.selectedModel(index);
+    if (model.isEmpty()) {
+        return fail("no drill tool model is selected; the models file may be empty or unreadable");
+    }
+    const DrillTable table(session, index, model);
+    const QString leftOut = leftOutText(step);
+    int status = 0;
+    if (options.isSet(options.csv)) {
+        status = print(table.toCsv());
+        fputs(leftOut.toUtf8().constData(), stderr);
+    } else {
+        status = print(QStringLiteral("%1, step %2, model %3\n\n%4%5%6")
+                           .arg(session.board().job, step.name, model, table.toText(),
+                               leftOut.isEmpty() ? "" : "\n", leftOut));
+    }
+    if (table.toolsWithoutDrill() > 0) {
+        return fail(QStringLiteral("%1 tools have no drill size by model \"%2\" and its formula")
+                        .arg(table.toolsWithoutDrill())
+                        .arg(model));
+    }
+    return status;
+}
+
+int printModels(HostSession& session)
+{
+    if (session.board().steps.empty()) {
+        Board board; // models are those of any step
+        board.steps.emplace_back().name = QStringLiteral("models");
+        session.setBoard(std::move(board));
+    }
+    QString text;
+    for (const QString& model : session.models(session.board().mainStep)) {
+        text += model + '\n';
+    }
+    return print(text);
+}
+
+int showWindow(const Options& options, HostSession& session, QString path)
+{
+    MainWindow window(session);
+    const bool stays = options.wantsWindow();
+    if (stays) {
+        window.remember();
+        window.show();
+        path = path.isEmpty() ? MainWindow::lastBoard() : path;
+    }
+    if (!path.isEmpty() && window.openBoard(path)) {
+        window.openStep(setUpStep(options, session));
+    }
+    if (stays) {
+        return QApplication::exec();
+    }
+    window.show();
+    QApplication::processEvents();
+    const QString image = options.value(options.screenshot);
+    return window.grab().save(image, "PNG") ? 0 : fail(image + ": the image can't be written");
+}
+
+int run(const Options& options)
+{
+    const QStringList paths = options.parser.positionalArguments();
+    const QString path = paths.value(0);
+    const bool wantsTable = options.isSet(options.table) || options.isSet(options.csv);
+    if (paths.size() > 1) {
+        return fail("one board at a time");
+    }
+    if (wantsTable && path.isEmpty()) {
+        return fail("a board file is needed");
+    }
+    const QString units = options.value(options.units);
+    if (options.isSet(options.units) && units != "inch" && units != "metric") {
+        return fail(QStringLiteral("no units \"%1\"; there are: inch, metric").arg(units));
+    }
+
+    const QString dataDir = options.isSet(options.data)
+        ? options.value(options.data)
+        : QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+    const bool wantsModels = options.isSet(options.models);
+    Board board;
+    if ((wantsTable || wantsModels) && !path.isEmpty()) {
+        board = readIpc2581(path);
+    }
+    const QString error = createDefaultData(dataDir);
+    if (!error.isEmpty()) {
+        return fail(error);
+    }
+    HostSession session(dataDir);
+    if (!wantsTable && !wantsModels) {
+        return showWindow(options, session, path);
+    }
+    QObject::connect(&session, &HostSession::logged, [](const QString& level, const QString& text) {
+        if (level == "ERROR") {
+            fail(text);
+        }
+    });
+    session.setBoard(std::move(board));
+    return wantsModels ? printModels(session) : printTable(options, session);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QCoreApplication::setOrganizationName("brox");
+    QCoreApplication::setApplicationName("brox-workbench");
+    QCoreApplication::setApplicationVersion(WORKBENCH_VERSION);
+
+    Options options;
+    options.parser.parse(QStringList(argv, argv + argc));
+    const bool hasDisplay =
+        qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
+    const bool platformIsSet = qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
+    if (!options.wantsWindow() && (!options.isSet(options.screenshot) || !hasDisplay)) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    } else if (!hasDisplay && !platformIsSet) {
+        return fail("no display to open a window on; --table and --csv need none");
+    }
+
+    QApplication app(argc, argv);
+    options.parser.process(app);
+    try {
+        return run(options);
+    } catch (const std::exception& error) {
+        return fail(QString::fromUtf8(error.what()));
+    }
+}
