@@ -94,11 +94,11 @@ QString leftOutText(const Step& step)
 {
     QString text;
     if (step.slotsLeftOut > 0) {
-        text += QStringLiteral("%1 slots left out: a slot is not drilled by one tool\n")
+        text += QStringLiteral("slots left out: %1 (no one tool drills a slot)\n")
                     .arg(step.slotsLeftOut);
     }
     if (step.holesLeftOut > 0) {
-        text += QStringLiteral("%1 holes left out on layers that are not drilled\n")
+        text += QStringLiteral("holes left out: %1 (on layers that are not drilled)\n")
                     .arg(step.holesLeftOut);
     }
     return text;
@@ -219,15 +219,18 @@ int main(int argc, char** argv)
     options.parser.parse(QStringList(argv, argv + argc));
     const bool hasDisplay =
         qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
-    const bool platformIsSet = qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
-    if (!options.wantsWindow() && (!options.isSet(options.screenshot) || !hasDisplay)) {
+    // Without a display only a window that is to stay is impossible.
+    const bool noWindows = !hasDisplay && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
+    const bool onlyPrints = !options.wantsWindow() && !options.isSet(options.screenshot);
+    if (noWindows || onlyPrints) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
-    } else if (!hasDisplay && !platformIsSet) {
-        return fail("no display to open a window on; --table and --csv need none");
     }
 
     QApplication app(argc, argv);
     options.parser.process(app);
+    if (noWindows && options.wantsWindow()) {
+        return fail("no display to open a window on; --table and --csv need none");
+    }
     try {
         return run(options);
     } catch (const std::exception& error) {

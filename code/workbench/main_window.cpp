@@ -79,6 +79,7 @@ MainWindow::MainWindow(HostSession& session)
         });
     listSteps();
     followCurrentTab();
+    setWindowTitle(tr("brox workbench"));
     resize(1000, 1000);
 }
 
