@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "brox_amounts.h"
 
+#include "brox_looks.h"
 #include "brox_nls.h"
 #include "brox_size_cell.h"
 #include "zeb_gui.h"
 
+#include <QHeaderView>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 
@@ -123,6 +125,7 @@ void BroxAmounts::initTable()
     for (int column = 0; column < ColumnCount; ++column) {
         table->setColumnWidth(column, columnWidth);
     }
+    fitCaption(ui.label_2, table->verticalHeader()->sizeHint().width() + ColumnCount * columnWidth);
 }
 
 void BroxAmounts::setCell(int row, int column, int value)

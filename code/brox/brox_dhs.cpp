@@ -2,12 +2,11 @@
 #include "brox_dhs.h"
 
 #include "brox_bits_table.h"
-#include "brox_dialogs.h"
+#include "brox_looks.h"
 #include "brox_man.h"
 #include "brox_report.h"
 #include "zeb_utils.h"
 
-#include <QFontMetrics>
 #include <QKeyEvent>
 #include <QRegularExpression>
 
@@ -46,7 +45,7 @@ BroxDhsFormula::BroxDhsFormula(QWidget* parent, Qt::WindowFlags f)
     : QWidget(parent, f)
 {
     ui.setupUi(this);
-    fitCaption();
+    fitCaption(ui.label, ui.label->maximumWidth());
     mBitsTable = new BroxBitsTable(this, {});
     mVariables = {"AMOUNT", "FHS", "MIN_TOL", "MAX_TOL", "TOL_MEDIAN"};
     ui.dhsLineEdit->installEventFilter(this);
@@ -225,16 +224,4 @@ void BroxDhsFormula::showFormulaValidity(bool valid)
     QPalette palette = ui.dhsLineEdit->palette();
     palette.setColor(QPalette::Text, textColor(ui.dhsLineEdit, valid));
     ui.dhsLineEdit->setPalette(palette);
-}
-
-/** The strip leaves its caption a fixed width, so a wide font or a long translation is narrowed. */
-void BroxDhsFormula::fitCaption()
-{
-    const int room = ui.label->maximumWidth();
-    const int width = QFontMetrics(ui.label->font()).horizontalAdvance(ui.label->text());
-    if (width > room) {
-        QFont font = ui.label->font();
-        font.setStretch(std::max(50, 100 * room / width));
-        ui.label->setFont(font);
-    }
 }

@@ -60,7 +60,6 @@ private:
     bool isAdmittedText(const QString& formula) const;
     void completeVariable(QString& text, int cursorPos);
     void showFormulaValidity(bool valid);
-    void fitCaption();
 
     Ui::BroxDhsFormula ui;
     int mStepId = -1;

@@ -4,7 +4,6 @@
 #include "zeb_gui.h"
 
 #include <QFileInfo>
-#include <QPalette>
 
 int execUnderArrow(QMessageBox& box)
 {
@@ -61,9 +60,4 @@ QString chooseFileToLoad(
         return {};
     }
     return QFileInfo(dialog.selectedFiles().constFirst()).absoluteFilePath();
-}
-
-QColor textColor(const QWidget* widget, bool isGood)
-{
-    return isGood ? QApplication::palette(widget).color(QPalette::Text) : QColor(Qt::red);
 }

@@ -5,7 +5,6 @@
 #include "zeb_utils.h"
 
 #include <QApplication>
-#include <QColor>
 #include <QMessageBox>
 #include <QString>
 
@@ -64,8 +63,5 @@ struct LoadDialogTexts
  */
 QString chooseFileToLoad(QWidget* parent, const LoadDialogTexts& texts, const QString& fileName,
     const QString& lastFile);
-
-/** The colour of a widget's text: red if there is something wrong with it. */
-QColor textColor(const QWidget* widget, bool isGood);
 
 #endif

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "brox_job_data.h"
 
-#include "brox_dialogs.h"
+#include "brox_looks.h"
 #include "brox_nls.h"
 #include "brox_proxy_internal.h"
 #include "brox_size_cell.h"
