@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: MIT
+#include "brox_bits_table.h"
+#include "brox_man.h"
+#include "brox_models_file.h"
+#include "fuzz_host.h"
+
+#include <QAction>
+#include <QFile>
+#include <QTableWidget>
+
+#include <limits>
+
+namespace {
+
+void writeInput(const QString& path, const std::uint8_t* data, std::size_t size)
+{
+    QFile file(path);
+    fuzzCheck(file.open(QFile::WriteOnly | QFile::Truncate), "the input file opens");
+    file.write(reinterpret_cast<const char*>(data), qint64(size));
+}
+
+QStringList contentOf(const BroxModelSet& models)
+{
+    QStringList content;
+    for (int i = 0; i < models.modelCount(); ++i) {
+        const BroxModel* model = models.modelAt(i);
+        content << model->modelName() << model->dhsFormula()
+                << QString::number(model->useBitFile());
+        for (int j = 0; j < model->holeTypeCount(); ++j) {
+            auto type = DrillTypeManager::Undefined;
+            int amounts[3] = {};
+            model->holeType(j)->getAmounts(&type, &amounts[0], &amounts[1], &amounts[2]);
+            for (int number : {int(type), amounts[0], amounts[1], amounts[2]}) {
+                content << QString::number(number);
+            }
+        }
+    }
+    return content;
+}
+
+/** What is read is written so that it reads the same. */
+void readModelsFile()
+{
+    const QString path = fuzzFile("brox.xml");
+    BroxModelSet models;
+    models.createModel("kept");
+    if (!readModels(path, &models)) {
+        fuzzCheck(models.modelCount() == 1, "a refused file leaves the models alone");
+        return;
+    }
+    const QStringList content = contentOf(models);
+    fuzzCheck(writeModels(path, models), "the models are written");
+    fuzzCheck(readModels(path, &models), "what was written is read");
+    fuzzCheck(contentOf(models) == content, "what was written reads the same");
+}
+
+/** The bits of a table, in no order: the table sorts them. A row without cells is none. */
+QStringList contentOf(const BroxBitsTable& table)
+{
+    QStringList content;
+    const auto* rows = table.findChild<QTableWidget*>("drillBitsTableWidget");
+    for (int row = 0; row < rows->rowCount(); ++row) {
+        if (rows->item(row, 0)) {
+            QString designation;
+            int mmSize = 0;
+            int inchSize = 0;
+            bool approved = false;
+            table.rowValues(row, &designation, &mmSize, &inchSize, &approved);
+            content << QString("%1 %2").arg(approved).arg(designation);
+        }
+    }
+    content.sort();
+    return content;
+}
+
+void readBitsFile()
+{
+    BroxBitsTable table(nullptr, {});
+    table.setStepId(fuzzStep());
+    constexpr int highest = std::numeric_limits<int>::max();
+    constexpr int lowest = std::numeric_limits<int>::min();
+    for (int dhs : {0, 400000, highest, lowest}) {
+        for (int tolerance : {0, 40000, highest, lowest}) {
+            QString designation;
+            int size = 0;
+            bool found = false;
+            bool outOfRange = false;
+            bool exact = false;
+            table.findDrillBit(
+                dhs, tolerance, tolerance, &designation, &size, &found, &outOfRange, &exact);
+            fuzzCheck(found == (size > 0), "a bit that is found has a size");
+            fuzzCheck(!exact || size == dhs, "an exact match has the size that was wanted");
+        }
+    }
+
+    table.findChild<QAction*>("actionAdd_Size")->trigger();
+    table.findChild<QAction*>("actionSave")->trigger();
+    const BroxBitsTable again(nullptr, {});
+    fuzzCheck(contentOf(again) == contentOf(table), "the bits that were saved read the same");
+}
+
+} // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    fuzzStep();
+    writeInput(fuzzFile("brox.xml"), data, size);
+    readModelsFile();
+
+    // Both files are read by one reader; a table is worth its time only for a file of bits.
+    const QByteArray input(reinterpret_cast<const char*>(data), qsizetype(size));
+    if (input.toLower().contains("drillsizetable")) {
+        writeInput(fuzzFile("brox_drill_bits.xml"), data, size);
+        readBitsFile();
+    }
+    return 0;
+}
