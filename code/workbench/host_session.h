@@ -65,7 +65,6 @@ public:
 
     /** The step's viewer, which is opened if there is none yet. */
     QWidget* viewer(size_t step);
-    bool hasViewer(size_t step) const { return !mSteps.at(step).viewer.isNull(); }
 
     /** Whether the step's viewer may close; may ask the user. */
     bool canClose(size_t step);

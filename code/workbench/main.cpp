@@ -145,17 +145,19 @@ int printModels(HostSession& session)
     return print(text);
 }
 
-int showWindow(const Options& options, HostSession& session, QString path)
+int showWindow(const Options& options, HostSession& session, const QString& path)
 {
     MainWindow window(session);
     const bool stays = options.wantsWindow();
     if (stays) {
         window.remember();
         window.show();
-        path = path.isEmpty() ? MainWindow::lastBoard() : path;
     }
-    if (!path.isEmpty() && window.openBoard(path)) {
-        window.openStep(setUpStep(options, session));
+    if (!path.isEmpty()) {
+        // Units are set before there is a viewer: it takes a change for an edit.
+        window.openBoard(path, [&] { return setUpStep(options, session); });
+    } else if (stays) {
+        window.reopenLastBoard();
     }
     if (stays) {
         return QApplication::exec();

@@ -101,7 +101,8 @@ void MainWindow::createActions()
     mCloseStep->setShortcut(QKeySequence::Close);
     file->addSeparator();
     QAction* quit = file->addAction(tr("&Quit"), this, &QWidget::close);
-    quit->setShortcut(QKeySequence::Quit);
+    // The standard key for it is empty outside of desktops that define one.
+    quit->setShortcut(Qt::CTRL | Qt::Key_Q);
 
     mStepMenu = menuBar()->addMenu(tr("&Step"));
 
@@ -154,10 +155,16 @@ void MainWindow::remember()
     restoreState(settings.value(stateKey).toByteArray());
 }
 
+void MainWindow::reopenLastBoard()
+{
+    if (QFileInfo(lastBoard()).isFile()) {
+        guard([&] { openBoard(lastBoard()); });
+    }
+}
+
 QString MainWindow::lastBoard()
 {
-    const QString path = QSettings().value(boardKey).toString();
-    return QFileInfo(path).isFile() ? path : QString();
+    return QSettings().value(boardKey).toString();
 }
 
 void MainWindow::chooseBoard()
@@ -170,7 +177,7 @@ void MainWindow::chooseBoard()
     }
 }
 
-bool MainWindow::openBoard(const QString& path)
+bool MainWindow::openBoard(const QString& path, const std::function<size_t()>& chooseStep)
 {
     QProgressDialog dialog(
         tr("Reading %1").arg(QFileInfo(path).fileName()), tr("Cancel"), 0, progressSteps, this);
@@ -198,7 +205,7 @@ bool MainWindow::openBoard(const QString& path)
     }
     setWindowTitle(tr("%1 - brox workbench").arg(QFileInfo(path).fileName()));
     listSteps();
-    openStep(mSession.board().mainStep);
+    openStep(chooseStep ? chooseStep() : mSession.board().mainStep);
     return true;
 }
 
@@ -217,9 +224,8 @@ void MainWindow::listSteps()
 
 void MainWindow::openStep(size_t step)
 {
-    const bool isNew = !mSession.hasViewer(step);
     QWidget* viewer = mSession.viewer(step);
-    if (isNew) {
+    if (mTabs->indexOf(viewer) < 0) {
         const QString name = mSession.board().steps[step].name;
         const int tab = mTabs->addTab(viewer, QString(name).replace('&', "&&"));
         mTabs->tabBar()->setTabData(tab, QVariant::fromValue(step));

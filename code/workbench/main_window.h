@@ -27,15 +27,17 @@ public:
     /** Takes geometry and dock of the last time, and keeps them and the board for the next. */
     void remember();
 
-    /** The board of the last time; empty if there is none any more. */
-    static QString lastBoard();
+    /** Opens the board of the last time if it is still there; what is wrong with it is told in a
+     *  box. */
+    void reopenLastBoard();
 
-    /** Reads a board and opens its main step in place of what is open.
+    /** Reads a board and opens a step of it in place of what is open.
      *
+     * @param chooseStep  names the step and may set it up; without it it is the main step
      * @return false if the user has broken it off; the old board stays then
      * @throws BoardError, HostError
      */
-    bool openBoard(const QString& path);
+    bool openBoard(const QString& path, const std::function<size_t()>& chooseStep = {});
 
     /** Shows a step's viewer, which is opened if there is none yet.
      *
@@ -51,6 +53,7 @@ private:
     void createLog();
     void guard(const std::function<void()>& work);
 
+    static QString lastBoard();
     void chooseBoard();
     void listSteps();
     void setUnits(QAction* action);

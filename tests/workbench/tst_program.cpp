@@ -73,13 +73,12 @@ void ProgramTest::prints_data()
                                      << QStringList{"Drill,Via,720,300,50,50,350,0.35",
                                             "Drill,Non-plated,4,3175,25,25,3150,3.15"}
                                      << "slots left out: 12 (no one tool drills a slot)\n";
-    QTest::newRow("step, units, model")
-        << QStringList{sensor, "--csv", "--step", "board", "--units", "inch", "--model",
-               "Heavy copper"}
-        << 9
-        << QStringList{"Drill,Plated,6,25.591,1.969,3.937,35,#65",
-               "Drill,Via,60,11.811,1.969,1.969,17.72,0.45"}
-        << "slots left out: 1 (no one tool drills a slot)\n";
+    QTest::newRow("step, units, model") << QStringList{sensor, "--csv", "--step", "board",
+        "--units", "inch", "--model", "Heavy copper"}
+                                        << 9
+                                        << QStringList{"Drill,Plated,6,25.591,1.969,3.937,35,#65",
+                                               "Drill,Via,60,11.811,1.969,1.969,17.72,0.45"}
+                                        << "slots left out: 1 (no one tool drills a slot)\n";
     QTest::newRow("the model's own formula, no bits")
         << QStringList{backplane, "--csv", "--model", "Unplated"} << 23
         << QStringList{"drill_top_bottom,Plated,40,39.4,3,3,39.4,"}
