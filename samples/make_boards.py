@@ -255,7 +255,7 @@ def controller():
 
 def backplane():
     """Four layers in inches: rows of connector pins, with few tolerances told."""
-    through, blind, bare = "drill_top_bottom", "drill_top_in1", "drill_npth"
+    through, blind, bare = "drill_1-4", "drill_1-2", "npth"
     tools = [
         Tool(blind, "VIA", 0.006, 0, 0, 48), Tool(blind, "VIA", 0.008, 0.001, 0.002, 32),
         Tool(through, "VIA", 0.010, 0, 0, 140), Tool(through, "VIA", 0.012, 0.003, 0.003, 80),

@@ -67,7 +67,7 @@ void ProgramTest::prints_data()
     QTest::newRow("inch, table of values")
         << QStringList{backplane, "--csv"} << 23
         << QStringList{"Layer,Type,Count,FHS [mil],-Tol [mil],+Tol [mil],DHS [mil],Bit",
-               "drill_top_bottom,Via,140,10,0,0,13.5,#80", "drill_npth,Non-plated,6,40,2,2,40,#60"}
+               "drill_1-4,Via,140,10,0,0,13.5,#80", "npth,Non-plated,6,40,2,2,40,#60"}
         << "slots left out: 3 (no one tool drills a slot)\n";
     QTest::newRow("panel of twelve") << QStringList{sensor, "--csv"} << 10
                                      << QStringList{"Drill,Via,720,300,50,50,350,0.35",
@@ -81,7 +81,7 @@ void ProgramTest::prints_data()
                                         << "slots left out: 1 (no one tool drills a slot)\n";
     QTest::newRow("the model's own formula, no bits")
         << QStringList{backplane, "--csv", "--model", "Unplated"} << 23
-        << QStringList{"drill_top_bottom,Plated,40,39.4,3,3,39.4,"}
+        << QStringList{"drill_1-4,Plated,40,39.4,3,3,39.4,"}
         << "slots left out: 3 (no one tool drills a slot)\n";
     QTest::newRow("models") << QStringList{"--models"} << 5 << QStringList{"ENIG", "Unplated"}
                             << "";
