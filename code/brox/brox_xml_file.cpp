@@ -119,19 +119,14 @@ bool BroxXmlFile::locate(QString* path, bool* found) const
 
 QString xmlText(const QString& text)
 {
-    QString kept;
-    kept.reserve(text.size());
+    QString valid = text;
     for (qsizetype i = 0; i < text.size(); ++i) {
         const QChar character = text.at(i);
-        if (!character.isSurrogate()) {
-            if (isXmlCharacter(character)) {
-                kept += character;
-            }
-        } else if (character.isHighSurrogate() && i + 1 < text.size()
-            && text.at(i + 1).isLowSurrogate()) {
-            kept += character;
-            kept += text.at(++i);
+        if (character.isHighSurrogate() && i + 1 < text.size() && text.at(i + 1).isLowSurrogate()) {
+            ++i;
+        } else if (character.isSurrogate() || !isXmlCharacter(character)) {
+            valid[i] = QChar::ReplacementCharacter;
         }
     }
-    return kept;
+    return valid;
 }

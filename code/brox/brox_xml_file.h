@@ -63,7 +63,8 @@ private:
     Messages mMessages;
 };
 
-/** A text without the characters that XML can't hold: they would make a file unreadable. */
+/** A text with a mark in the place of each character that XML can't hold: they would make a file
+ *  unreadable, and a name without them might be empty, which is no name. */
 QString xmlText(const QString& text);
 
 /** How a file says yes and no. */

@@ -24,7 +24,7 @@ QStringList contentOf(const BroxModelSet& models)
     QStringList content;
     for (int i = 0; i < models.modelCount(); ++i) {
         const BroxModel* model = models.modelAt(i);
-        content << model->modelName() << model->dhsFormula()
+        content << xmlText(model->modelName()) << xmlText(model->dhsFormula())
                 << QString::number(model->useBitFile());
         for (int j = 0; j < model->holeTypeCount(); ++j) {
             auto type = DrillTypeManager::Undefined;
@@ -66,7 +66,7 @@ QStringList contentOf(const BroxBitsTable& table)
             int inchSize = 0;
             bool approved = false;
             table.rowValues(row, &designation, &mmSize, &inchSize, &approved);
-            content << QString("%1 %2").arg(approved).arg(designation);
+            content << QString("%1 %2").arg(approved).arg(xmlText(designation));
         }
     }
     content.sort();
