@@ -135,6 +135,21 @@ QByteArray bitsXml(const QByteArrayList& bits)
     return "<DrillSizeTable>" + bits.join() + "</DrillSizeTable>";
 }
 
+bool hasChanges(const QWidget* viewer)
+{
+    return child<QPushButton>(viewer, "recalcPushButton")->isEnabled();
+}
+
+void click(const QWidget* parent, const char* button)
+{
+    auto* widget = child<QAbstractButton>(parent, button);
+    if (widget->isVisible()) {
+        QTest::mouseClick(widget, Qt::LeftButton);
+    } else {
+        widget->click();
+    }
+}
+
 void typeInto(QTableWidget* table, int row, int column, const QString& text)
 {
     table->setCurrentCell(row, column);
@@ -210,6 +225,15 @@ Answers::~Answers()
     if (!mAnswers.empty()) {
         QTest::qFail("A dialog did not come", __FILE__, __LINE__);
     }
+}
+
+void Answers::addFile(const QString& path)
+{
+    add([path](QDialog* dialog) {
+        auto* name = child<QLineEdit>(dialog, "fileNameEdit");
+        name->setText(path);
+        QTest::keyClick(name, Qt::Key_Return);
+    });
 }
 
 void Answers::look()

@@ -87,6 +87,9 @@ QByteArray bitXml(const QByteArray& designation, const QByteArray& millimeters,
     const QByteArray& inches = "0", const QByteArray& approved = "yes");
 QByteArray bitsXml(const QByteArrayList& bits);
 
+/** Whether the viewer has unsaved changes: its Recalculate button tells. */
+bool hasChanges(const QWidget* viewer);
+
 /** A widget by its object name; there must be one. */
 template <typename Widget>
 Widget* child(const QObject* parent, const char* name)
@@ -97,6 +100,9 @@ Widget* child(const QObject* parent, const char* name)
     }
     return widget;
 }
+
+/** Presses a button of a widget by its object name; a hidden one too, where no mouse gets. */
+void click(const QWidget* parent, const char* button);
 
 /** Types into a cell by its in-place editor and confirms; an empty text empties it. */
 void typeInto(QTableWidget* table, int row, int column, const QString& text);
@@ -123,6 +129,9 @@ public:
     Q_DISABLE_COPY_MOVE(Answers)
 
     void add(Answer answer) { mAnswers.push_back(std::move(answer)); }
+
+    /** Chooses a file in the file dialog that comes. */
+    void addFile(const QString& path);
 
     /** What came: a box's title, text and buttons, and the shape of the cursor over it. */
     struct Seen

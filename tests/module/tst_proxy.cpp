@@ -158,8 +158,7 @@ private slots:
             auto* table = child<QTableWidget>(mHost->viewer(), "broxModelTableWidget");
             table->selectRow(findRow(table, 0, name));
             Answers answers{QMessageBox::Ok};
-            QTest::mouseClick(
-                child<QAbstractButton>(mHost->viewer(), "deleteToolButton"), Qt::LeftButton);
+            click(mHost->viewer(), "deleteToolButton");
         };
         QCOMPARE(brox__proxy_set_model_renamed_deleted_cb(nullptr), 0);
         QCOMPARE(brox__proxy_set_model_renamed_deleted_cb(hearFirst), 0);
