@@ -94,7 +94,9 @@ int vex__size_p2s_milmicron(int vex_num, int size, int, char* text)
     const EditorStep* step = stepOf(vex_num);
     if (!text || !step)
         return text ? NoSuchStep : BadArgument;
-    strcpy(text, decimalText(size / sizesPerUnit(step->units), 6).c_str());
+    // Down to one host size, which is 0.0025 microns or 0.0001 mils, and no wider than a column.
+    constexpr int decimals = 4;
+    strcpy(text, decimalText(size / sizesPerUnit(step->units), decimals).c_str());
     return 0;
 }
 
