@@ -140,6 +140,15 @@ bool hasChanges(const QWidget* viewer)
     return child<QPushButton>(viewer, "recalcPushButton")->isEnabled();
 }
 
+bool isRed(const QWidget* widget)
+{
+    const QColor color = widget->palette().color(QPalette::Text);
+    if (color != Qt::red && color != QApplication::palette(widget).color(QPalette::Text)) {
+        qFatal("A text is neither red nor normal");
+    }
+    return color == Qt::red;
+}
+
 void click(const QWidget* parent, const char* button)
 {
     auto* widget = child<QAbstractButton>(parent, button);

@@ -101,6 +101,9 @@ Widget* child(const QObject* parent, const char* name)
     return widget;
 }
 
+/** Whether a widget writes in red, as it does when something is wrong. */
+bool isRed(const QWidget* widget);
+
 /** Presses a button of a widget by its object name; a hidden one too, where no mouse gets. */
 void click(const QWidget* parent, const char* button);
 
