@@ -11,7 +11,7 @@
     <message>
         <source>The amount of overall hole size reduction occurring during plating</source>
         <comment>82</comment>
-        <translation>Betrag, um den das Loch beim Metallisieren insgesamt enger wird</translation>
+        <translation>Lochverengung durch das Metallisieren</translation>
     </message>
     <message>
         <source>Amount</source>
@@ -21,7 +21,7 @@
     <message>
         <source>Amount to enlarge the hole sizes in the consideration of plating for holes smaller than &apos;Over Sized&apos;.</source>
         <comment>86</comment>
-        <translation>Zugabe zum Endlochmaß, die das Metallisieren ausgleicht, für Löcher unter „Groß ab“.</translation>
+        <translation>Zugabe zum Endmaß, die das Metallisieren ausgleicht, für Löcher unter „Groß ab“.</translation>
     </message>
     <message>
         <source>Over Sized</source>
@@ -31,17 +31,17 @@
     <message>
         <source>Hole sizes equal to and above this size will be enlarged by the &apos;OS Amount&apos; amount.</source>
         <comment>91</comment>
-        <translation>Löcher ab diesem Endlochmaß erhalten die „Zugabe groß“.</translation>
+        <translation>Löcher ab diesem Endmaß erhalten die „Zug. groß“.</translation>
     </message>
     <message>
         <source>OS Amount</source>
         <comment>94</comment>
-        <translation>Zugabe groß</translation>
+        <translation>Zug. groß</translation>
     </message>
     <message>
         <source>Amount to enlarge the hole size in the consideration of plating based on the &apos;Over Sized&apos; requirement.</source>
         <comment>96</comment>
-        <translation>Zugabe zum Endlochmaß, die das Metallisieren ausgleicht, für Löcher ab „Groß ab“.</translation>
+        <translation>Zugabe zum Endmaß, die das Metallisieren ausgleicht, für Löcher ab „Groß ab“.</translation>
     </message>
 </context>
 <context>
@@ -238,7 +238,7 @@ in Zeile %d, Spalte %d.</translation>
 &lt;p style=&quot;margin:0px; -qt-paragraph-type:empty;&quot;&gt;&lt;br/&gt;&lt;/p&gt;
 &lt;p style=&quot;margin:0px;&quot;&gt;Geben Sie eine Formel für das Bohrmaß ein.&lt;/p&gt;
 &lt;p style=&quot;margin:0px;&quot;&gt;Nur diese Variablen sind bekannt:&lt;/p&gt;
-&lt;p style=&quot;margin:0px; white-space:pre-wrap;&quot;&gt;    &lt;span style=&quot;font-weight:600;&quot;&gt;FHS&lt;/span&gt; (Endlochmaß), &lt;span style=&quot;font-weight:600;&quot;&gt;AMOUNT&lt;/span&gt; (Zugabe), &lt;span style=&quot;font-weight:600;&quot;&gt;MIN_TOL&lt;/span&gt; (Minustoleranz), &lt;span style=&quot;font-weight:600;&quot;&gt;MAX_TOL&lt;/span&gt; (Plustoleranz), &lt;span style=&quot;font-weight:600;&quot;&gt;TOL_MEDIAN&lt;/span&gt; (Toleranzmitte).&lt;/p&gt;
+&lt;p style=&quot;margin:0px; white-space:pre-wrap;&quot;&gt;    &lt;span style=&quot;font-weight:600;&quot;&gt;FHS&lt;/span&gt; (Endmaß), &lt;span style=&quot;font-weight:600;&quot;&gt;AMOUNT&lt;/span&gt; (Zugabe), &lt;span style=&quot;font-weight:600;&quot;&gt;MIN_TOL&lt;/span&gt; (Minustoleranz), &lt;span style=&quot;font-weight:600;&quot;&gt;MAX_TOL&lt;/span&gt; (Plustoleranz), &lt;span style=&quot;font-weight:600;&quot;&gt;TOL_MEDIAN&lt;/span&gt; (Toleranzmitte).&lt;/p&gt;
 &lt;p style=&quot;margin:0px; -qt-paragraph-type:empty;&quot;&gt;&lt;br/&gt;&lt;/p&gt;
 &lt;p style=&quot;margin:0px;&quot;&gt;Groß- und Kleinschreibung sind gleich (kleine Buchstaben werden groß).&lt;/p&gt;
 &lt;p style=&quot;margin:0px; -qt-paragraph-type:empty;&quot;&gt;&lt;br/&gt;&lt;/p&gt;
@@ -307,7 +307,7 @@ in Zeile %d, Spalte %d.</translation>
     <message>
         <source>FHS</source>
         <comment>161</comment>
-        <translation>Endlochmaß</translation>
+        <translation>Endmaß</translation>
     </message>
     <message>
         <source>MIN TOL</source>
@@ -380,7 +380,7 @@ in Zeile %d, Spalte %d.</translation>
     <message>
         <source>Drill Tool Models</source>
         <comment>152</comment>
-        <translation>Bohrwerkzeug-Modelle</translation>
+        <translation>Bohrmodelle</translation>
     </message>
     <message>
         <source>No Drill Tool Models found.
@@ -419,7 +419,7 @@ ein neues Modell an.</translation>
     <message>
         <source>FHS</source>
         <comment>84</comment>
-        <translation>Endlochmaß</translation>
+        <translation>Endmaß</translation>
     </message>
     <message>
         <source>MIN TOL</source>

@@ -73,10 +73,36 @@ void check(int status, const char* what)
     }
 }
 
+/** Where icons and catalogues lie: in the build tree, else as installed. */
+QString sharePath(const QString& name)
+{
+    const QDir program(QCoreApplication::applicationDirPath());
+    const QString built = program.filePath("../share/all");
+    return QDir::cleanPath(
+        program.filePath((QFile::exists(built) ? "../share/" : WORKBENCH_SHARE_DIR "/") + name));
+}
+
+QByteArray catalogueOf(const QString& language)
+{
+    if (language.isEmpty() || language == "en") {
+        return {};
+    }
+    const QDir folder(sharePath("translations"));
+    const QString file = QStringLiteral("brox_%1.qm").arg(language);
+    QStringList known = folder.entryList({"brox_*.qm"}, QDir::Files);
+    if (!known.contains(file)) {
+        known.replaceInStrings("brox_", "").replaceInStrings(".qm", "").append("en");
+        throw HostError(
+            QStringLiteral("no language \"%1\"; there are: %2").arg(language, known.join(", ")));
+    }
+    return folder.filePath(file).toUtf8();
+}
+
 } // namespace
 
-HostSession::HostSession(const QString& dataDir)
+HostSession::HostSession(const QString& dataDir, const QString& language)
     : mDataDir(QDir(dataDir).absolutePath().toUtf8())
+    , mCatalogue(catalogueOf(language))
 {
     setUpHost();
     mModule = std::make_unique<Module>();
@@ -93,15 +119,15 @@ HostSession::~HostSession()
     standin_reset();
 }
 
-/** An empty job in the host's libraries, with folders and log. */
+/** An empty job in the host's libraries, with folders, log and language. */
 void HostSession::setUpHost()
 {
     standin_reset();
     standin_set_log_sink(log, this);
     standin_set_data_dir(mDataDir.constData());
     standin_set_system_dir(mDataDir.constData());
-    const QDir program(QCoreApplication::applicationDirPath());
-    standin_set_resource_dir(QDir::cleanPath(program.filePath("../share")).toUtf8().constData());
+    standin_set_resource_dir(sharePath({}).toUtf8().constData());
+    standin_set_catalogue(mCatalogue.isEmpty() ? nullptr : mCatalogue.constData());
 }
 
 void HostSession::setBoard(Board board)

@@ -43,10 +43,12 @@ class HostSession : public QObject
 public:
     /** Loads the module.
      *
-     * @param dataDir  folder of the module's two files
-     * @throws HostError  if it isn't found or is no such module
+     * @param dataDir   folder of the module's two files
+     * @param language  code of the language that the module speaks, such as "de"; "en" or empty:
+     *                  its own texts
+     * @throws HostError  if it isn't found or is no such module, or does not speak the language
      */
-    explicit HostSession(const QString& dataDir);
+    explicit HostSession(const QString& dataDir, const QString& language = {});
 
     /** Viewers that are still open are deleted. */
     ~HostSession() override;
@@ -109,6 +111,7 @@ private:
     static HostSession* sSession; ///< the module's callback knows no context
 
     QByteArray mDataDir;
+    QByteArray mCatalogue; ///< path; null for the module's own texts
     std::unique_ptr<Module> mModule;
     Board mBoard;
     std::vector<OpenStep> mSteps;

@@ -33,6 +33,8 @@ struct Options
     QCommandLineOption model{"model", "Select this model in the viewer.", "name"};
     QCommandLineOption units{"units", "Units of the step: inch or metric.", "units"};
     QCommandLineOption data{"data", "Folder of models and bits; filled if empty.", "folder"};
+    // Not the system's language: the window around the viewer speaks English only.
+    QCommandLineOption language{"language", "Language of the viewer: de or en.", "language"};
     QCommandLineOption screenshot{"screenshot", "Write the window to a PNG file and end.", "file"};
     QCommandLineParser parser;
     QCommandLineOption help = parser.addHelpOption();
@@ -44,7 +46,7 @@ Options::Options()
     parser.setApplicationDescription(
         "Opens a board and sets up its drill tools, or prints their drill sizes.");
     parser.addPositionalArgument("board", "IPC-2581 file", "[board]");
-    parser.addOptions({table, csv, models, step, model, units, data, screenshot});
+    parser.addOptions({table, csv, models, step, model, units, data, language, screenshot});
 }
 
 int fail(const QString& message)
@@ -196,7 +198,7 @@ int run(const Options& options)
     if (!error.isEmpty()) {
         return fail(error);
     }
-    HostSession session(dataDir);
+    HostSession session(dataDir, options.value(options.language));
     if (!wantsTable && !wantsModels) {
         return showWindow(options, session, path);
     }
@@ -216,6 +218,7 @@ int main(int argc, char** argv)
     QCoreApplication::setOrganizationName("brox");
     QCoreApplication::setApplicationName("brox-workbench");
     QCoreApplication::setApplicationVersion(WORKBENCH_VERSION);
+    QGuiApplication::setDesktopFileName("brox-workbench"); // for the icon of its windows
 
     Options options;
     options.parser.parse(QStringList(argv, argv + argc));
