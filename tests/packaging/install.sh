@@ -1,0 +1,42 @@
+#!/bin/sh
+# SPDX-License-Identifier: MIT
+# Installs a build to a folder, builds a host against what is there, and runs it and the workbench:
+# install.sh CMAKE BUILD-FOLDER HOST-FOLDER BOARD [CMAKE-OPTION...]
+set -eu
+cmake=$1
+build=$2
+host=$3
+board=$4
+shift 4
+
+folder=$(mktemp -d)
+trap 'rm -rf "$folder"' EXIT
+prefix=$folder/prefix
+export XDG_RUNTIME_DIR="$folder" QT_QPA_PLATFORM=offscreen
+unset LD_LIBRARY_PATH
+
+fail() {
+    echo "$*" >&2
+    exit 1
+}
+
+"$cmake" --install "$build" --prefix "$prefix" >/dev/null
+if grep -rl "$build" "$prefix" --include="*.cmake"; then
+    fail "these know the build folder"
+fi
+
+"$cmake" -S "$host" -B "$folder/host" -DCMAKE_PREFIX_PATH="$prefix" "$@" >/dev/null
+"$cmake" --build "$folder/host"
+"$folder/host/host"
+
+# The same table as from the build folder, and no message, such as of icons that are not found.
+workbench=$prefix/bin/brox-workbench
+"$build/bin/brox-workbench" "$board" --table --data "$folder/data" >"$folder/expected"
+"$workbench" "$board" --table --data "$folder/data" --language de >"$folder/table" 2>"$folder/messages"
+cmp "$folder/expected" "$folder/table"
+[ ! -s "$folder/messages" ] || fail "$(cat "$folder/messages")"
+
+manual=$(find "$prefix" -name brox-workbench.1.gz)
+for option in $("$workbench" --help | grep -o -e '--[a-z-]*'); do
+    gzip -cd "$manual" | tr -d '\\' | grep -q -e "$option\>" || fail "the manual page does not tell of $option"
+done
