@@ -44,11 +44,18 @@ void writeHoleType(const BroxHoleType& record, QDomDocument& document, QDomEleme
     element.setAttribute("os_amount", QString::number(osAmount));
 }
 
+/** A name as the file holds it; never empty, since a model without a name is not read again. */
+QString nameInFile(const QString& name)
+{
+    const QString text = xmlText(name);
+    return text.isEmpty() ? QString(QChar::ReplacementCharacter) : text;
+}
+
 void writeModel(const BroxModel& model, QDomDocument& document, QDomElement& parent)
 {
     QDomElement element = document.createElement("DrillToolModel");
     parent.appendChild(element);
-    element.setAttribute("name", xmlText(model.modelName()));
+    element.setAttribute("name", nameInFile(model.modelName()));
     for (int i = 0; i < model.holeTypeCount(); ++i) {
         if (const BroxHoleType* record = model.holeType(i)) {
             writeHoleType(*record, document, element);

@@ -119,14 +119,16 @@ bool BroxXmlFile::locate(QString* path, bool* found) const
 
 QString xmlText(const QString& text)
 {
-    QString valid = text;
+    QString kept;
+    kept.reserve(text.size());
     for (qsizetype i = 0; i < text.size(); ++i) {
         const QChar character = text.at(i);
         if (character.isHighSurrogate() && i + 1 < text.size() && text.at(i + 1).isLowSurrogate()) {
-            ++i;
-        } else if (character.isSurrogate() || !isXmlCharacter(character)) {
-            valid[i] = QChar::ReplacementCharacter;
+            kept += character;
+            kept += text.at(++i);
+        } else if (!character.isSurrogate() && isXmlCharacter(character)) {
+            kept += character;
         }
     }
-    return valid;
+    return kept;
 }

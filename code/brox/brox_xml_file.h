@@ -63,8 +63,7 @@ private:
     Messages mMessages;
 };
 
-/** A text with a mark in the place of each character that XML can't hold: they would make a file
- *  unreadable, and a name without them might be empty, which is no name. */
+/** A text without the characters that XML can't hold: they would make a file unreadable. */
 QString xmlText(const QString& text);
 
 /** How a file says yes and no. */

@@ -24,8 +24,9 @@ QStringList contentOf(const BroxModelSet& models)
     QStringList content;
     for (int i = 0; i < models.modelCount(); ++i) {
         const BroxModel* model = models.modelAt(i);
-        content << xmlText(model->modelName()) << xmlText(model->dhsFormula())
-                << QString::number(model->useBitFile());
+        const QString name = xmlText(model->modelName());
+        content << (name.isEmpty() ? QString(QChar::ReplacementCharacter) : name)
+                << xmlText(model->dhsFormula()) << QString::number(model->useBitFile());
         for (int j = 0; j < model->holeTypeCount(); ++j) {
             auto type = DrillTypeManager::Undefined;
             int amounts[3] = {};

@@ -234,15 +234,25 @@ private slots:
         QVERIFY(mHost->log.isEmpty());
     }
 
+    void charactersThatXmlCannotHold_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("reread");
+        const QString invalid = QStringLiteral("\u0001\u001f\ufffe\uffff") + QChar(0xdc00);
+        QTest::newRow("left out") << "a" + invalid + "z"
+                                  << "az";
+        QTest::newRow("never a model without a name") << invalid << QString(QChar(0xfffd));
+    }
+
     void charactersThatXmlCannotHold()
     {
+        QFETCH(QString, name);
         mHost->write("brox.xml", modelsXml({modelXml("a")}));
         auto* table = child<QTableWidget>(mHost->viewer(), "broxModelTableWidget");
-        table->item(0, 0)->setText(
-            QStringLiteral("a\u0001\u001f\ufffe\uffff") + QChar(0xd800) + "z" + QChar(0xdc00));
+        table->item(0, 0)->setText(name);
         click(mHost->viewer(), "saveToolButton");
         mHost->endViewer();
-        QCOMPARE(mHost->modelNames(), QStringList(QString("a?????z?").replace('?', QChar(0xfffd))));
+        QTEST(mHost->modelNames().join('|'), "reread");
     }
 
     void filesThatAreNone_data()
