@@ -1,0 +1,235 @@
+// SPDX-License-Identifier: MIT
+#include <QAbstractButton>
+#include <QDir>
+#include <QPointer>
+
+#include <memory>
+#include <new>
+
+#include "bench.h"
+
+namespace {
+
+int newsLeft = 0; ///< objects that may still be made before one fails, 0 for no failure
+
+int residentPages()
+{
+    QFile file("/proc/self/statm");
+    return file.open(QFile::ReadOnly) ? file.readAll().split(' ').value(1).toInt() : 0;
+}
+
+} // namespace
+
+/** The module asks for its own objects this way where it can do without. */
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept
+{
+    if (newsLeft > 0 && --newsLeft == 0) {
+        return nullptr;
+    }
+    try {
+        return ::operator new(size);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
+class TestLifetime : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void noMemoryForAViewer_data()
+    {
+        QTest::addColumn<std::function<int(int)>>("call");
+        const auto row = [](const char* name, std::function<int(int)> call) {
+            QTest::newRow(name) << call;
+        };
+        row("open", brox__proxy_open_brox);
+        row("model list", [](int step) {
+            char** names = reinterpret_cast<char**>(&names);
+            int count = -1;
+            const int status = brox__proxy_get_model_list(step, &names, &count);
+            return !names && count == 0 ? status : -1;
+        });
+        row("drill size", [](int step) {
+            int size = -1;
+            char bit[8] = "old";
+            const int status = brox__proxy_calc_drill_size(step, "A", 0, 0, 0, 0, 1, &size, bit);
+            return size == 0 && !bit[0] ? status : -1;
+        });
+    }
+
+    void noMemoryForAViewer()
+    {
+        QFETCH(std::function<int(int)>, call);
+        Bench bench;
+        newsLeft = 1;
+        QCOMPARE(call(bench.host.step), BROX_BAD_ARGUMENT);
+        QCOMPARE(newsLeft, 0);
+        QCOMPARE(
+            bench.host.log.value(0), QString("INTERNAL|(((ullong)(brox) > 1000)) at brox_proxy"));
+        QCOMPARE(bench.host.modelNames(), QStringList({"A", "B"}));
+    }
+
+    void noMemoryForAModel()
+    {
+        Bench bench;
+        bench.viewer();
+        newsLeft = 1;
+        bench.click("newToolButton");
+        QCOMPARE(bench.host.log, QStringList("INTERNAL|(broxModel != 0) at brox_viewer"));
+        QCOMPARE(bench.host.modelNames(), QStringList({"A", "B"}));
+
+        // One that is missing in memory does not keep the others from being read.
+        newsLeft = 1;
+        bench.click("loadToolButton");
+        QCOMPARE(bench.host.modelNames(), QStringList("B"));
+    }
+
+    /** A viewer ends when the host likes, once the module has been told. */
+    void endOfAViewer_data()
+    {
+        QTest::addColumn<std::function<void(Bench&)>>("before");
+        const auto row = [](const char* name, std::function<void(Bench&)> before) {
+            QTest::newRow(name) << before;
+        };
+        row("untouched", [](Bench&) {});
+        row("shown", [](Bench& bench) { bench.viewer()->show(); });
+        row("unsaved", [](Bench& bench) { bench.set("amountsTableWidget", 0, 0, 25.0); });
+        row("a name is typed", [](Bench& bench) { bench.click("newToolButton"); });
+        row("a cell is typed", [](Bench& bench) {
+            bench.table("amountsTableWidget")->setCurrentCell(0, 0);
+            bench.table("amountsTableWidget")
+                ->edit(bench.table("amountsTableWidget")->currentIndex());
+        });
+        row("bits open and unsaved", [](Bench& bench) {
+            bench.click("openBitFileToolButton");
+            bench.trigger("actionAdd_Size");
+        });
+        row("no model left", [](Bench& bench) {
+            bench.click("deleteToolButton");
+            bench.click("deleteToolButton");
+        });
+        row("in a window of the host's", [](Bench& bench) {
+            static QWidget* window;
+            window = new QWidget;
+            bench.viewer()->setParent(window);
+            QObject::connect(bench.viewer(), &QObject::destroyed, window, &QObject::deleteLater);
+        });
+        row("files gone", [](Bench& bench) { QDir(bench.host.path({})).removeRecursively(); });
+    }
+
+    void endOfAViewer()
+    {
+        QFETCH(std::function<void(Bench&)>, before);
+        for (const bool later : {false, true}) {
+            Bench bench;
+            bench.viewer();
+            before(bench);
+            const QPointer<QWidget> viewer = bench.viewer();
+            const QByteArray models = bench.host.read("brox.xml");
+            QCOMPARE(brox__proxy_close_brox(bench.host.step), 0);
+            if (later) {
+                viewer->deleteLater();
+                QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+            } else {
+                delete viewer;
+            }
+            QVERIFY(!viewer);
+            QCoreApplication::processEvents();
+            QCOMPARE(bench.host.read("brox.xml"), models); // nothing is saved
+            QCOMPARE(brox__proxy_open_brox(bench.host.step), 0);
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        }
+    }
+
+    /** What follows the units ends with either side. */
+    void endOfAParentViewer()
+    {
+        Bench bench;
+        auto parent = std::make_unique<UnitsSource>();
+        BroxViewer* brox = nullptr;
+        bench.viewer();
+        brox__proxy_get_brox(bench.host.step, &brox);
+        brox__proxy_set_parent_viewer(brox, parent.get());
+        emit parent->unitsChanged(ZEB_UNITS_MILS);
+        bench.host.endViewer();
+        emit parent->unitsChanged(ZEB_UNITS_MILS);
+
+        bench.viewer();
+        brox__proxy_get_brox(bench.host.step, &brox);
+        brox__proxy_set_parent_viewer(brox, parent.get());
+        parent.reset();
+        QCOMPARE(bench.host.modelNames(), QStringList({"A", "B"}));
+    }
+
+    /** Two steps share the files only: each keeps what it has read, and the later save wins. */
+    void twoViewers()
+    {
+        Bench bench;
+        const int other = standin_add_step("other", 0);
+        brox__proxy_open_brox(other);
+        BroxViewer* brox = nullptr;
+        brox__proxy_get_brox(other, &brox);
+        auto* second = reinterpret_cast<QWidget*>(brox);
+        bench.table("broxModelTableWidget")->item(0, 0)->setText("first");
+        child<QTableWidget>(second, "broxModelTableWidget")->setCurrentCell(1, 0);
+        child<QTableWidget>(second, "broxModelTableWidget")->item(1, 0)->setText("second");
+
+        for (int turn = 0; turn < 3; ++turn) {
+            bench.set("amountsTableWidget", 0, 0, 30.0 + turn);
+            bench.click("saveToolButton");
+            const QByteArray firstFile = bench.host.read("brox.xml");
+            QVERIFY(firstFile.contains("first") && !firstFile.contains("second"));
+            auto* amounts = child<QTableWidget>(second, "amountsTableWidget")->model();
+            amounts->setData(amounts->index(0, 0), 3.0 + turn);
+            child<QAbstractButton>(second, "saveToolButton")->click();
+            const QByteArray secondFile = bench.host.read("brox.xml");
+            QVERIFY(secondFile.contains("second") && !secondFile.contains("first"));
+        }
+        brox__proxy_close_brox(other);
+        delete second;
+        bench.host.endViewer();
+        QVERIFY(bench.host.modelNames().contains("second"));
+    }
+
+    /** Thousands of steps, each with a viewer for a while. */
+    void manySteps()
+    {
+        Bench bench;
+        const auto openAndClose = [&](int step) {
+            brox__proxy_open_brox(step);
+            BroxViewer* brox = nullptr;
+            brox__proxy_get_brox(step, &brox);
+            char** names = nullptr;
+            int count = 0;
+            brox__proxy_get_model_list(step, &names, &count);
+            for (int i = 0; i < count; ++i) {
+                zeb__mem_free(names[i], 1, "test", __LINE__);
+            }
+            zeb__mem_free(names, 1, "test", __LINE__);
+            brox__proxy_close_brox(step);
+            delete reinterpret_cast<QWidget*>(brox);
+        };
+        const auto steps = [&](int count) {
+            for (int i = 0; i < count; ++i) {
+                openAndClose(i % 2 ? standin_add_step("step", i % 4 / 2) : bench.host.step);
+            }
+        };
+        steps(200); // what the libraries keep for good is there then
+        const size_t blocks = standin_live_blocks();
+        const auto widgets = QApplication::allWidgets().size();
+        const int pages = residentPages();
+        const bool isSlow = qEnvironmentVariableIsSet("BROX_SLOW_RUN");
+        steps(isSlow ? 20 : 2000);
+        QCOMPARE(standin_live_blocks(), blocks);
+        QCOMPARE(QApplication::allWidgets().size(), widgets);
+        // Of a viewer that leaked 2000 times, hundreds of megabytes would be left.
+        const int growth = residentPages() - pages;
+        qInfo("%d pages more", growth);
+        QVERIFY(isSlow || growth < 4000);
+    }
+};
+
+QTEST_MAIN(TestLifetime)
+#include "tst_lifetime.moc"
