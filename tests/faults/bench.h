@@ -13,6 +13,12 @@ class QFileDialog;
 /** What the host's callback was told, as "old>new" or "old>-". */
 extern QStringList heard;
 
+/** Whether all takes many times its time, since a tool watches each instruction. */
+inline bool isSlowRun()
+{
+    return qEnvironmentVariableIsSet("BROX_SLOW_RUN");
+}
+
 /** Answers every dialog as a user would who wants it done; what boxes said is noted. */
 class Agreeable : public QTimer
 {

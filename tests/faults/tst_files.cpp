@@ -260,7 +260,7 @@ private slots:
         bench.host.log.clear();
         QCOMPARE(namesIn(bench, of), QStringList(file.refusal ? 0 : file.entries, "new"));
         checkLog(bench, of, file.refusal);
-        QVERIFY(time.elapsed() < timeLimit);
+        QVERIFY(isSlowRun() || time.elapsed() < timeLimit);
     }
 
     /** A file that breaks off anywhere is refused, and what is in memory stays. */
@@ -423,7 +423,7 @@ private slots:
         QFETCH(int, kind);
         QFETCH(int, count);
         const bool isLong = qEnvironmentVariableIsSet("BROX_LONG_TESTS");
-        const int entries = isLong ? count : count / 50;
+        const int entries = isLong ? count : isSlowRun() ? count / 500 : count / 50;
         Bench bench;
         bench.host.write(
             kinds[kind].file, document(kinds[kind], kinds[kind].entry.repeated(entries)));
@@ -431,7 +431,7 @@ private slots:
         time.start();
         QCOMPARE(bench.table(kinds[kind].table)->rowCount(), entries);
         qInfo("%d entries in %lld ms", entries, time.elapsed());
-        QVERIFY(time.elapsed() < (isLong ? 120'000 : timeLimit));
+        QVERIFY(isSlowRun() || time.elapsed() < (isLong ? 120'000 : timeLimit));
     }
 
 private:

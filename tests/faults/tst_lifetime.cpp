@@ -33,6 +33,19 @@ void* operator new(std::size_t size, const std::nothrow_t&) noexcept
     }
 }
 
+namespace {
+
+/** Whether that function is the one that is called: a memory checker puts its own in its place. */
+bool newCanFail()
+{
+    newsLeft = 1;
+    void* memory = ::operator new(1, std::nothrow);
+    ::operator delete(memory);
+    return !memory;
+}
+
+} // namespace
+
 class TestLifetime : public QObject
 {
     Q_OBJECT
@@ -62,6 +75,9 @@ private slots:
     void noMemoryForAViewer()
     {
         QFETCH(std::function<int(int)>, call);
+        if (!newCanFail()) {
+            QSKIP("memory is another's matter");
+        }
         Bench bench;
         newsLeft = 1;
         QCOMPARE(call(bench.host.step), BROX_BAD_ARGUMENT);
@@ -73,6 +89,9 @@ private slots:
 
     void noMemoryForAModel()
     {
+        if (!newCanFail()) {
+            QSKIP("memory is another's matter");
+        }
         Bench bench;
         bench.viewer();
         newsLeft = 1;
@@ -216,18 +235,17 @@ private slots:
                 openAndClose(i % 2 ? standin_add_step("step", i % 4 / 2) : bench.host.step);
             }
         };
-        steps(200); // what the libraries keep for good is there then
+        steps(isSlowRun() ? 20 : 200); // what the libraries keep for good is there then
         const size_t blocks = standin_live_blocks();
         const auto widgets = QApplication::allWidgets().size();
         const int pages = residentPages();
-        const bool isSlow = qEnvironmentVariableIsSet("BROX_SLOW_RUN");
-        steps(isSlow ? 20 : 2000);
+        steps(isSlowRun() ? 20 : 2000);
         QCOMPARE(standin_live_blocks(), blocks);
         QCOMPARE(QApplication::allWidgets().size(), widgets);
         // Of a viewer that leaked 2000 times, hundreds of megabytes would be left.
         const int growth = residentPages() - pages;
-        qInfo("%d pages more", growth);
-        QVERIFY(isSlow || growth < 4000);
+        qInfo("%d pages more than %d", growth, pages);
+        QVERIFY(isSlowRun() || growth < 4000);
     }
 };
 
