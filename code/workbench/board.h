@@ -10,12 +10,12 @@
 /** A board's drill data, as a reader hands them over. Sizes are in host size units, 400 to the
  *  micron. */
 
-/** Kind of hole; the numbers are the host's tool types. */
 enum class HoleType
 {
-    Plated = 0,
-    NonPlated = 1,
-    Via = 2
+    Plated,
+    NonPlated,
+    Via,
+    PressFit
 };
 
 enum class Units

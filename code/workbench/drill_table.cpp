@@ -14,6 +14,8 @@ QString typeName(HoleType type)
         return QStringLiteral("Non-plated");
     case HoleType::Via:
         return QStringLiteral("Via");
+    case HoleType::PressFit:
+        return QStringLiteral("Press-fit");
     }
     return {};
 }

@@ -73,6 +73,22 @@ void check(int status, const char* what)
     }
 }
 
+/** The host's tool type and sub type. */
+std::pair<int, int> hostType(HoleType type)
+{
+    switch (type) {
+    case HoleType::Plated:
+        break;
+    case HoleType::NonPlated:
+        return {1, 0};
+    case HoleType::Via:
+        return {2, 0};
+    case HoleType::PressFit:
+        return {0, 3};
+    }
+    return {0, 0};
+}
+
 /** Where icons and catalogues lie: in the build tree, else as installed. */
 QString sharePath(const QString& name)
 {
@@ -141,8 +157,9 @@ void HostSession::setBoard(Board board)
         for (const Layer& layer : step.layers) {
             const int layerId = standin_add_layer(stpid, layer.name.toUtf8().constData());
             for (const Tool& tool : layer.tools) {
-                const standin_tool hostTool{int(tool.type), 0, tool.minusTol, tool.plusTol,
-                    tool.finishedSize, int(tool.count)};
+                const auto [type, subType] = hostType(tool.type);
+                const standin_tool hostTool{
+                    type, subType, tool.minusTol, tool.plusTol, tool.finishedSize, int(tool.count)};
                 standin_add_tool(layerId, &hostTool);
             }
         }
@@ -257,8 +274,9 @@ HostSession::Drill HostSession::drill(size_t step, const QString& model, const T
     viewer(step);
     int size = 0;
     char bit[8] = "";
-    check(mModule->calcDrillSize(mSteps.at(step).stpid, model.toLocal8Bit().constData(),
-              int(tool.type), 0, tool.minusTol, tool.plusTol, tool.finishedSize, &size, bit),
+    const auto [type, subType] = hostType(tool.type);
+    check(mModule->calcDrillSize(mSteps.at(step).stpid, model.toLocal8Bit().constData(), type,
+              subType, tool.minusTol, tool.plusTol, tool.finishedSize, &size, bit),
         "calculate a drill size");
     return {size, QString::fromLocal8Bit(bit)};
 }

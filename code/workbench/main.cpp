@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
+#include "board_reader.h"
 #include "default_data.h"
 #include "drill_table.h"
-#include "ipc2581_reader.h"
 #include "main_window.h"
 
 #include <QApplication>
@@ -45,7 +45,9 @@ Options::Options()
 {
     parser.setApplicationDescription(
         "Opens a board and sets up its drill tools, or prints their drill sizes.");
-    parser.addPositionalArgument("board", "IPC-2581 file", "[board]");
+    parser.addPositionalArgument("board",
+        "An IPC-2581 file, or all Excellon (XNC) drill files of a board; each is a layer then.",
+        "[board...]");
     parser.addOptions({table, csv, models, step, model, units, data, language, screenshot});
 }
 
@@ -147,7 +149,7 @@ int printModels(HostSession& session)
     return print(text);
 }
 
-int showWindow(const Options& options, HostSession& session, const QString& path)
+int showWindow(const Options& options, HostSession& session, const QStringList& paths)
 {
     MainWindow window(session);
     const bool stays = options.wantsWindow();
@@ -155,9 +157,9 @@ int showWindow(const Options& options, HostSession& session, const QString& path
         window.remember();
         window.show();
     }
-    if (!path.isEmpty()) {
+    if (!paths.isEmpty()) {
         // Units are set before there is a viewer: it takes a change for an edit.
-        window.openBoard(path, [&] { return setUpStep(options, session); });
+        window.openBoard(paths, [&] { return setUpStep(options, session); });
     } else if (stays) {
         window.reopenLastBoard();
     }
@@ -173,12 +175,8 @@ int showWindow(const Options& options, HostSession& session, const QString& path
 int run(const Options& options)
 {
     const QStringList paths = options.parser.positionalArguments();
-    const QString path = paths.value(0);
     const bool wantsTable = options.isSet(options.table) || options.isSet(options.csv);
-    if (paths.size() > 1) {
-        return fail("one board at a time");
-    }
-    if (wantsTable && path.isEmpty()) {
+    if (wantsTable && paths.isEmpty()) {
         return fail("a board file is needed");
     }
     const QString units = options.value(options.units);
@@ -191,8 +189,8 @@ int run(const Options& options)
         : QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
     const bool wantsModels = options.isSet(options.models);
     Board board;
-    if ((wantsTable || wantsModels) && !path.isEmpty()) {
-        board = readIpc2581(path);
+    if ((wantsTable || wantsModels) && !paths.isEmpty()) {
+        board = readBoard(paths);
     }
     const QString error = createDefaultData(dataDir);
     if (!error.isEmpty()) {
@@ -200,7 +198,7 @@ int run(const Options& options)
     }
     HostSession session(dataDir, options.value(options.language));
     if (!wantsTable && !wantsModels) {
-        return showWindow(options, session, path);
+        return showWindow(options, session, paths);
     }
     QObject::connect(&session, &HostSession::logged, [](const QString& level, const QString& text) {
         if (level == "ERROR") {

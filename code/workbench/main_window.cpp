@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "main_window.h"
 
+#include "board_reader.h"
 #include "host_session.h"
-#include "ipc2581_reader.h"
 
 #include <QActionGroup>
 #include <QCloseEvent>
@@ -29,6 +29,13 @@ constexpr int longReading = 500; ///< milliseconds after which the progress is s
 const char geometryKey[] = "geometry";
 const char stateKey[] = "state";
 const char boardKey[] = "board";
+
+QString boardName(const QStringList& paths)
+{
+    const QString first = QFileInfo(paths[0]).fileName();
+    return paths.size() == 1 ? first
+                             : MainWindow::tr("%1 and %2 more").arg(first).arg(paths.size() - 1);
+}
 
 QString contentText(const Step& step)
 {
@@ -157,36 +164,40 @@ void MainWindow::remember()
 
 void MainWindow::reopenLastBoard()
 {
-    if (QFileInfo(lastBoard()).isFile()) {
-        guard([&] { openBoard(lastBoard()); });
+    const QStringList paths = lastBoard();
+    const auto isFile = [](const QString& path) { return QFileInfo(path).isFile(); };
+    if (!paths.isEmpty() && std::all_of(paths.begin(), paths.end(), isFile)) {
+        guard([&] { openBoard(paths); });
     }
 }
 
-QString MainWindow::lastBoard()
+QStringList MainWindow::lastBoard()
 {
-    return QSettings().value(boardKey).toString();
+    return QSettings().value(boardKey).toStringList();
 }
 
 void MainWindow::chooseBoard()
 {
-    const QString folder = QFileInfo(mBoardPath.isEmpty() ? lastBoard() : mBoardPath).path();
-    const QString path = QFileDialog::getOpenFileName(
-        this, tr("Open Board"), folder, tr("IPC-2581 boards (*.xml *.cvg);;All files (*)"));
-    if (!path.isEmpty()) {
-        guard([&] { openBoard(path); });
+    const QStringList last = mBoardPaths.isEmpty() ? lastBoard() : mBoardPaths;
+    const QStringList paths =
+        QFileDialog::getOpenFileNames(this, tr("Open Board"), QFileInfo(last.value(0)).path(),
+            tr("Boards (*.xml *.cvg *.drl *.xln *.xnc *.drd *.exc *.ncd *.nc *.tap *.txt);;"
+               "IPC-2581 (*.xml *.cvg);;All files (*)"));
+    if (!paths.isEmpty()) {
+        guard([&] { openBoard(paths); });
     }
 }
 
-bool MainWindow::openBoard(const QString& path, const std::function<size_t()>& chooseStep)
+bool MainWindow::openBoard(const QStringList& paths, const std::function<size_t()>& chooseStep)
 {
-    QProgressDialog dialog(
-        tr("Reading %1").arg(QFileInfo(path).fileName()), tr("Cancel"), 0, progressSteps, this);
+    const QString name = boardName(paths);
+    QProgressDialog dialog(tr("Reading %1").arg(name), tr("Cancel"), 0, progressSteps, this);
     dialog.setWindowModality(Qt::WindowModal);
     dialog.setMinimumDuration(longReading);
     dialog.setValue(0);
     Board board;
     try {
-        board = readIpc2581(path, [&](qint64 done, qint64 total) {
+        board = readBoard(paths, [&](qint64 done, qint64 total) {
             // The last step would close the dialog before the end.
             dialog.setValue(total > 0 ? int((progressSteps - 1) * done / total) : 0);
             return !dialog.wasCanceled();
@@ -199,11 +210,14 @@ bool MainWindow::openBoard(const QString& path, const std::function<size_t()>& c
         return false;
     }
     mSession.setBoard(std::move(board));
-    mBoardPath = QFileInfo(path).absoluteFilePath();
-    if (mRemember) {
-        QSettings().setValue(boardKey, mBoardPath);
+    mBoardPaths.clear();
+    for (const QString& path : paths) {
+        mBoardPaths << QFileInfo(path).absoluteFilePath();
     }
-    setWindowTitle(tr("%1 - brox workbench").arg(QFileInfo(path).fileName()));
+    if (mRemember) {
+        QSettings().setValue(boardKey, mBoardPaths);
+    }
+    setWindowTitle(tr("%1 - brox workbench").arg(name));
     listSteps();
     openStep(chooseStep ? chooseStep() : mSession.board().mainStep);
     return true;

@@ -3,6 +3,7 @@
 #define MAIN_WINDOW_H
 
 #include <QMainWindow>
+#include <QStringList>
 #include <functional>
 
 class HostSession;
@@ -33,11 +34,12 @@ public:
 
     /** Reads a board and opens a step of it in place of what is open.
      *
+     * @param paths       an IPC-2581 file or the board's drill files
      * @param chooseStep  names the step and may set it up; without it it is the main step
      * @return false if the user has broken it off; the old board stays then
      * @throws BoardError, HostError
      */
-    bool openBoard(const QString& path, const std::function<size_t()>& chooseStep = {});
+    bool openBoard(const QStringList& paths, const std::function<size_t()>& chooseStep = {});
 
     /** Shows a step's viewer, which is opened if there is none yet.
      *
@@ -53,7 +55,7 @@ private:
     void createLog();
     void guard(const std::function<void()>& work);
 
-    static QString lastBoard();
+    static QStringList lastBoard();
     void chooseBoard();
     void listSteps();
     void setUnits(QAction* action);
@@ -71,7 +73,7 @@ private:
     QAction* mMetric = nullptr;
     QAction* mCloseStep = nullptr;
     QPlainTextEdit* mLog = nullptr;
-    QString mBoardPath;
+    QStringList mBoardPaths;
     bool mRemember = false;
 };
 

@@ -16,9 +16,9 @@
 
 namespace {
 
-QString sample(const char* name)
+QStringList sample(const char* name)
 {
-    return QStringLiteral(SAMPLES_DIR "/%1.xml").arg(name);
+    return {QStringLiteral(SAMPLES_DIR "/%1.xml").arg(name)};
 }
 
 /** Presses a button of the message box that comes next. */
@@ -163,7 +163,7 @@ void MainWindowTest::keepsTheBoardWhenAnotherIsBad()
 {
     QWidget* viewer = mTabs->currentWidget();
     QVERIFY_EXCEPTION_THROWN(
-        mWindow->openBoard(QStringLiteral(SAMPLES_DIR "/make_boards.py")), BoardError);
+        mWindow->openBoard({QStringLiteral(SAMPLES_DIR "/make_boards.py")}), BoardError);
     QCOMPARE(mTabs->currentWidget(), viewer);
     QCOMPARE(mSession->board().steps.size(), size_t(2));
 }

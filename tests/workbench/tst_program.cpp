@@ -83,6 +83,15 @@ void ProgramTest::prints_data()
         << QStringList{backplane, "--csv", "--model", "Unplated"} << 23
         << QStringList{"drill_1-4,Plated,40,39.4,3,3,39.4,"}
         << "slots left out: 3 (no one tool drills a slot)\n";
+    QTest::newRow("drill files") << QStringList{samples + "breakout-NPTH.drl",
+        samples + "breakout-PTH.drl", "--table"}
+                                 << 13
+                                 << QStringList{"breakout, step pcb, model ENIG",
+                                        "breakout-NPTH Non-plated 28 500 0 0 500 0.50",
+                                        "breakout-PTH Via 96 300 0 0 350 0.35",
+                                        "breakout-PTH Press-fit 32 600 0 0 741.68 #69",
+                                        "slots left out: 3 (no one tool drills a slot)"}
+                                 << "";
     QTest::newRow("models") << QStringList{"--models"} << 5 << QStringList{"ENIG", "Unplated"}
                             << "";
     QTest::newRow("version") << QStringList{"--version"} << 1 << QStringList{"brox-workbench 1.0.0"}
@@ -121,8 +130,11 @@ void ProgramTest::refuses_data()
     QTest::newRow("no board") << QStringList{"--table"} << "a board file is needed\n";
     QTest::newRow("no such board in a table")
         << QStringList{"none", "--table"} << "none:1: No such file or directory\n";
-    QTest::newRow("no board but a script in a window")
-        << QStringList{script, "--screenshot", "none.png"} << script + ":1: Start tag expected.\n";
+    QTest::newRow("no board but a script in a window") << QStringList{script, "--screenshot",
+        "none.png"} << script + ":1: no command of a drill file: \"#!/USR/BIN/ENV PYTHON3\"\n";
+    QTest::newRow("two boards") << QStringList{samples + "breakout-PTH.drl", sensor, "--table"}
+                                << sensor
+            + ":1: no drill file; an IPC-2581 file is a board of its own, open it alone\n";
     QTest::newRow("no display") << QStringList{sensor}
                                 << "no display to open a window on; --table and --csv need none\n";
 }

@@ -1,38 +1,11 @@
 // SPDX-License-Identifier: MIT
+#include "board_text.h"
 #include "ipc2581_reader.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
 
 namespace {
-
-/** A board as one line a layer: "step/layer: type size-minus+plus xcount ...". */
-QString told(const Board& board)
-{
-    const char* const types[] = {"P", "N", "V"};
-    QStringList lines;
-    for (const Step& step : board.steps) {
-        for (const Layer& layer : step.layers) {
-            QString line = step.name + '/' + layer.name + ':';
-            for (const Tool& tool : layer.tools) {
-                line += QStringLiteral(" %1%2-%3+%4x%5")
-                            .arg(types[int(tool.type)])
-                            .arg(tool.finishedSize)
-                            .arg(tool.minusTol)
-                            .arg(tool.plusTol)
-                            .arg(tool.count);
-            }
-            lines << line;
-        }
-        if (step.slotsLeftOut > 0 || step.holesLeftOut > 0) {
-            lines << QStringLiteral("%1 without %2 slots, %3 holes")
-                         .arg(step.name)
-                         .arg(step.slotsLeftOut)
-                         .arg(step.holesLeftOut);
-        }
-    }
-    return lines.join('\n');
-}
 
 QByteArray hole(const char* status, const char* diameter, const char* more = "")
 {
