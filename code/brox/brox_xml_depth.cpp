@@ -91,7 +91,9 @@ bool namesOtherEncoding(std::string_view head)
  *  may hold tags. */
 bool isPlain(std::string_view xml)
 {
-    const std::string_view head = xml.substr(0, 512);
+    const bool hasDeclaration = xml.substr(0, 8).find("<?xml") != xml.npos; // behind a mark
+    const std::string_view head =
+        xml.substr(0, hasDeclaration ? std::max<std::size_t>(512, xml.find("?>")) : 512);
     return head.find('\0') == head.npos && xml.find("<!DOCTYPE") == xml.npos
         && !namesOtherEncoding(head);
 }

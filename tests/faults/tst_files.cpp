@@ -145,6 +145,25 @@ const Content contents[] = {
             return "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>" + document(kind, nested());
         },
         malformed},
+    {"deep in an encoding that is declared late",
+        [](const Kind& kind) {
+            return "<?xml version=\"1.0\"" + QByteArray(600, ' ') + " encoding=\"UTF-16LE\"?>"
+                + encoded(QStringConverter::Utf16LE, document(kind, nested())).mid(2);
+        },
+        malformed},
+    {"deep in an encoding unlike ASCII",
+        [](const Kind& kind) {
+            QByteArray inner = nested();
+            for (char& character : inner) {
+                character = character == '<' ? '\x4c'
+                    : character == '>'       ? '\x6e'
+                    : character == '/'       ? '\x61'
+                                             : '\x81'; // "a"
+            }
+            return "<?xml version=\"1.0\"" + QByteArray(600, ' ') + " encoding=\"IBM037\"?>" + inner
+                + kind.root;
+        },
+        malformed},
     {"deep with comments that close",
         [](const Kind& kind) { return document(kind, nested("<a><!-- </a> -->")); }, malformed},
     {"deep with sections that close",
