@@ -1,0 +1,177 @@
+// SPDX-License-Identifier: MIT
+#include "ratio.h"
+
+#include <benchmark/benchmark.h>
+
+#include <map>
+#include <numeric>
+
+#include "brox_bits_table.h"
+#include "brox_proxy_internal.h"
+#include "host.h"
+#include "zeb_utils.h"
+
+namespace {
+
+constexpr int holeCount = 1000;
+constexpr int bitCount = 500;
+
+/** Does something for each hole of a list; gives the seconds for one hole. */
+template <typename Work>
+double secondsEach(const std::vector<int>& sizes, const Work& work)
+{
+    const double seconds = secondsOf([&] {
+        for (const int size : sizes) {
+            benchmark::DoNotOptimize(work(size));
+        }
+    });
+    return seconds / double(sizes.size());
+}
+
+/** Drill sizes in a step of a model and a number of bits. */
+struct Drilling
+{
+    Drilling(Host& host, int bits)
+        : sizes(randomSizes(holeCount, bits))
+        , step(host.addStep())
+    {
+        host.writeModels(1);
+        host.writeBits(bits);
+        viewer = std::make_unique<Viewer>(step);
+        require(viewer->drillSize(sizes.front()) > 0, "a hole gets no bit");
+    }
+
+    double seconds() const
+    {
+        return secondsEach(sizes, [this](int size) { return viewer->drillSize(size); });
+    }
+
+    /** The module's own share: the calculator takes no time. */
+    double ownSeconds() const
+    {
+        instantCalculator.on = true;
+        const double seconds = secondsEach(sizes, [this](int size) {
+            instantCalculator.value = size;
+            return viewer->drillSize(size);
+        });
+        instantCalculator.on = false;
+        return seconds;
+    }
+
+    std::vector<int> sizes;
+    int step;
+    std::unique_ptr<Viewer> viewer;
+};
+
+struct HostOfOne : Host
+{
+    explicit HostOfOne(int bits)
+        : drilling(*this, bits)
+    { }
+    Drilling drilling;
+};
+
+Sides againstCalculator(const Scale&)
+{
+    const auto host = std::make_shared<HostOfOne>(bitCount);
+    const auto texts = std::make_shared<std::map<int, QByteArray>>();
+    for (const int size : host->drilling.sizes) {
+        (*texts)[size] =
+            QString::asprintf("AMOUNT=%d; FHS=%d; MIN_TOL=%d; MAX_TOL=%d; TOL_MEDIAN=0; "
+                              "FHS + AMOUNT + (MAX_TOL - MIN_TOL) / 2",
+                pitch, size, pitch, pitch)
+                .toLocal8Bit();
+    }
+    return {[host] { return host->drilling.seconds(); },
+        [texts] {
+            const double seconds = secondsOf([&] {
+                for (const auto& [size, text] : *texts) {
+                    double value = 0;
+                    benchmark::DoNotOptimize(zeb__bc_act(text.constData(), true, 0, &value));
+                }
+            });
+            return seconds / double(texts->size());
+        }};
+}
+
+Sides ownShare(const Scale&)
+{
+    const auto host = std::make_shared<HostOfOne>(bitCount);
+    return {[host] { return host->drilling.ownSeconds(); }, nullptr};
+}
+
+Sides ownShareOfManyBits(const Scale& scale)
+{
+    struct HostOfTwo : Host
+    {
+        explicit HostOfTwo(const Scale& scale)
+            : few(*this, 100)
+            , many(*this, scale.size(100000))
+        { }
+        Drilling few;
+        Drilling many;
+    };
+    const auto host = std::make_shared<HostOfTwo>(scale);
+    return {[host] { return host->many.ownSeconds(); }, [host] { return host->few.ownSeconds(); }};
+}
+
+Sides lookup(const Scale&)
+{
+    struct HostOfTable : Host
+    {
+        HostOfTable()
+            : step(addStep())
+            , sizes(randomSizes(holeCount, bitCount))
+        {
+            writeBits(bitCount);
+            table = std::make_unique<BroxBitsTable>(nullptr, Qt::WindowFlags());
+            table->setStepId(step);
+            for (int i = 0; i < bitCount; ++i) {
+                keys[pitch * (i + 1)] = QString::asprintf("T%06d", i);
+            }
+            require(find(sizes.front()) > 0, "a hole gets no bit");
+        }
+
+        int find(int size) const
+        {
+            QString designation;
+            int bitSize = 0;
+            bool found = false;
+            bool outOfTolRange = false;
+            bool exactMatch = false;
+            table->findDrillBit(
+                size, pitch, pitch, &designation, &bitSize, &found, &outOfTolRange, &exactMatch);
+            return found ? bitSize : 0;
+        }
+
+        int step;
+        std::vector<int> sizes;
+        std::unique_ptr<BroxBitsTable> table;
+        std::map<int, QString> keys;
+    };
+    const auto host = std::make_shared<HostOfTable>();
+    return {[host] {
+                const double units = secondsEach(host->sizes, [&](int) {
+                    int family = -1;
+                    brox__proxy_get_units(host->step, &family);
+                    return family;
+                });
+                return secondsEach(host->sizes, [&](int size) { return host->find(size); }) - units;
+            },
+        [host] {
+            return secondsEach(host->sizes, [&](int size) { return host->keys.upper_bound(size); });
+        }};
+}
+
+} // namespace
+
+std::span<const Ratio> drillRatios()
+{
+    static const Ratio ratios[] = {
+        {"calculating a drill size / the calculator alone", 1.3, 301, againstCalculator},
+        {"the module's own share, 500 bits", 3, 301, ownShare},
+        {"own share, 100,000 bits / 100 bits", 2, 301, ownShareOfManyBits},
+        {"lookup of a bit / std::map::upper_bound", 3, 301, lookup},
+    };
+    return ratios;
+}

@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: MIT
+#include <QApplication>
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+#include <vector>
+
+#include "ratio.h"
+
+namespace {
+
+double median(std::vector<double> values)
+{
+    const auto middle = values.begin() + std::ptrdiff_t(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
+
+/** Measures both sides in turn, so that whatever slows the machine down slows down both. */
+void measure(benchmark::State& state, const Ratio& ratio, const Scale& scale)
+{
+    std::vector<double> measured;
+    std::vector<double> base;
+    try {
+        const Sides sides = ratio.prepare(scale);
+        for (auto _ : state) {
+            measured.push_back(sides.measured());
+            if (sides.base) {
+                base.push_back(sides.base());
+            }
+            state.SetIterationTime(measured.back());
+        }
+    } catch (const std::exception& error) {
+        state.SkipWithError(error.what());
+        return;
+    }
+    state.counters["measured"] =
+        base.empty() ? median(measured) * 1e6 : median(measured) / median(base);
+    state.counters["times"] = !base.empty();
+    state.counters["at_most"] = ratio.atMost;
+    state.counters["ours_us"] = median(measured) * 1e6;
+    state.counters["base_us"] = base.empty() ? 0 : median(base) * 1e6;
+}
+
+/** Prints a line for each ratio and remembers what went wrong. */
+class Table : public benchmark::BenchmarkReporter
+{
+public:
+    explicit Table(const Scale& scale)
+        : mScale(scale)
+    { }
+
+    int failures() const { return mFailures; }
+    int missed() const { return mMissed; }
+
+    bool ReportContext(const Context&) override
+    {
+        std::printf("%-58s %10s %10s\n", "What", "measured", "at most");
+        return true;
+    }
+
+    void ReportRuns(const std::vector<Run>& runs) override
+    {
+        for (const Run& run : runs) {
+            const char* const what = run.run_name.function_name.c_str();
+            if (run.error_occurred) {
+                ++mFailures;
+                std::printf("%-58s failed: %s\n", what, run.error_message.c_str());
+                continue;
+            }
+            const double measured = run.counters.at("measured");
+            const double atMost = run.counters.at("at_most");
+            const char* const unit = run.counters.at("times") != 0.0 ? "x " : "us";
+            const bool isMissed = !mScale.smoke && measured > atMost;
+            mMissed += isMissed;
+            std::printf("%-58s %7.2f %s %7.2f %s  %s\n", what, measured, unit, atMost, unit,
+                mScale.smoke   ? "not judged"
+                    : isMissed ? "missed"
+                               : "ok");
+        }
+        std::fflush(stdout);
+    }
+
+private:
+    Scale mScale;
+    int mFailures = 0;
+    int mMissed = 0;
+};
+
+} // namespace
+
+/** brox_bench [--smoke] [options of Google Benchmark]; 1 if a ratio is missed or was not measured.
+ */
+int main(int argc, char* argv[])
+{
+    const auto smoke = std::find_if(
+        argv + 1, argv + argc, [](const char* arg) { return std::strcmp(arg, "--smoke") == 0; });
+    const Scale scale{smoke != argv + argc};
+    argc = int(std::remove(argv + 1, argv + argc, scale.smoke ? *smoke : nullptr) - argv);
+    const QApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
+        return 2;
+    }
+    for (const auto& ratios : {drillRatios(), fileRatios(), tableRatios()}) {
+        for (const Ratio& ratio : ratios) {
+            benchmark::RegisterBenchmark(ratio.what, measure, ratio, scale)
+                ->UseManualTime()
+                ->Iterations(scale.rounds(ratio.rounds));
+        }
+    }
+    Table table(scale);
+    benchmark::RunSpecifiedBenchmarks(&table);
+    return table.failures() + table.missed() > 0 ? 1 : 0;
+}
