@@ -11,12 +11,24 @@
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <limits>
+#include <string>
 
 namespace {
 
 constexpr BroxSource source("brox_dhs");
+constexpr int roomForText = 256; ///< for the assignments and most formulas
+
+/** Appends a statement for the calculator. This runs for each hole of a job, so the number is
+ *  written in place. */
+void appendAssignment(std::string& text, const char* assignment, int value)
+{
+    char digits[std::numeric_limits<int>::digits10 + 2]; // one more digit, and the sign
+    const auto [end, error] = std::to_chars(std::begin(digits), std::end(digits), value);
+    text.append(assignment).append(digits, end).append("; ");
+}
 
 /** (maxTol - minTol) / 2, cut toward zero; worked out in 64 bits, where it cannot overflow. */
 int tolMedian(int minTol, int maxTol)
@@ -85,12 +97,16 @@ void BroxDhsFormula::calculateDhs(
     if (formula.isEmpty()) {
         return;
     }
-    const QString text =
-        QStringLiteral("AMOUNT=%1; FHS=%2; MIN_TOL=%3; MAX_TOL=%4; TOL_MEDIAN=%5; %6")
-            .arg(QString::number(amount), QString::number(fhs), QString::number(minTol),
-                QString::number(maxTol), QString::number(tolMedian(minTol, maxTol)), formula);
+    std::string text;
+    text.reserve(roomForText);
+    appendAssignment(text, "AMOUNT=", amount);
+    appendAssignment(text, "FHS=", fhs);
+    appendAssignment(text, "MIN_TOL=", minTol);
+    appendAssignment(text, "MAX_TOL=", maxTol);
+    appendAssignment(text, "TOL_MEDIAN=", tolMedian(minTol, maxTol));
+    text += formula.toLocal8Bit().constData();
     double value = 0.0;
-    *success = zeb__bc_act(text.toLocal8Bit().constData(), true, 0, &value) == 0;
+    *success = zeb__bc_act(text.c_str(), true, 0, &value) == 0;
     *result = truncatedSize(value);
 }
 
