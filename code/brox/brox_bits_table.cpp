@@ -73,6 +73,13 @@ void insertSize(QMap<int, QString>& index, int size, const QString& designation)
     }
 }
 
+/** Lays the entries side by side in memory. As they came they lie among the table's cells, and a
+ *  lookup among many bits would wait for memory at each step. */
+void compact(QMap<int, QString>& index)
+{
+    index = QMap(index.toStdMap());
+}
+
 /** Moves a designation to another size. If several sizes hold it, the lowest gives way. */
 void moveSize(QMap<int, QString>& index, int size, const QString& designation)
 {
@@ -151,18 +158,22 @@ void BroxBitsTable::findDrillBit(int dhs, int minTol, int maxTol, QString* drill
     const qint64 limit = above == index.constEnd() ? highest : above.key();
 
     qint64 best = highest;
+    auto nearest = index.constEnd();
     for (; entry != index.constEnd() && entry.key() <= limit; ++entry) {
         // Only a smaller distance replaces the choice: of two bits equally near the smaller wins.
         const qint64 distance = std::abs(qint64(dhs) - entry.key());
         if (distance < best) {
             best = distance;
-            *bitSize = entry.key();
-            if (drillDes) {
-                *drillDes = entry.value();
-            }
+            nearest = entry;
         }
     }
-    *found = best < highest;
+    *found = nearest != index.constEnd();
+    if (*found) {
+        *bitSize = nearest.key();
+        if (drillDes) {
+            *drillDes = nearest.value();
+        }
+    }
     *outOfTolRange = *bitSize < lower || *bitSize > upper;
     *exactMatch = best == 0;
 }
@@ -351,6 +362,8 @@ bool BroxBitsTable::loadBitsFile(QString path)
         insertSize(mMillimeterBits, mmSize, designation);
         insertSize(mInchBits, inchSize, designation);
     }
+    compact(mMillimeterBits);
+    compact(mInchBits);
     return true;
 }
 
