@@ -64,7 +64,8 @@ private:
     std::unique_ptr<QWidget> mWidget;
 };
 
-/** Sizes of holes below a number of bits, the same ones in each run. */
+/** Sizes of the holes of a job, from anywhere among a number of bits, the same ones in each run.
+ *  A job has few sizes that differ, and holes of them in any order. */
 std::vector<int> randomSizes(int count, int bitCount);
 
 /** The tool that a step has at a place. */
