@@ -137,8 +137,8 @@ void* zeb__mem_calloc(size_t count, size_t size, int, const char*, int)
 
 int zeb__mem_free(void* block, int, const char* file, int line)
 {
-    if (const int status = memFree.enter())
-        return status;
+    // A call that fails releases the block too: nobody would come back for it.
+    const int status = memFree.enter();
     if (block && liveBlocks.erase(entryOf(block)) == 0) {
         writeEntry("INTERNAL",
             std::string("No block of the host's is freed at ") + (file ? file : "") + " "
@@ -146,7 +146,7 @@ int zeb__mem_free(void* block, int, const char* file, int line)
         return BadArgument;
     }
     free(block);
-    return 0;
+    return status;
 }
 
 char* zeb__str_dup_fn(const char* text, const char*, int)

@@ -13,10 +13,15 @@ class QFileDialog;
 /** What the host's callback was told, as "old>new" or "old>-". */
 extern QStringList heard;
 
-/** Whether all takes many times its time, since a tool watches each instruction. */
+/** Whether all takes many times its time, since a tool watches each access, and
+ *  memory may be kept for that. */
 inline bool isSlowRun()
 {
+#ifdef __SANITIZE_ADDRESS__
+    return true;
+#else
     return qEnvironmentVariableIsSet("BROX_SLOW_RUN");
+#endif
 }
 
 /** Answers every dialog as a user would who wants it done; what boxes said is noted. */
