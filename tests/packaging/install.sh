@@ -27,7 +27,7 @@ fi
 
 "$cmake" -S "$host" -B "$folder/host" -DCMAKE_PREFIX_PATH="$prefix" "$@" >/dev/null
 "$cmake" --build "$folder/host"
-"$folder/host/host"
+"$folder/host/brox_example_host" "$host/data"
 
 # The same table as from the build folder, and no message, such as of icons that are not found.
 workbench=$prefix/bin/brox-workbench
