@@ -27,7 +27,15 @@ BroxViewer::BroxViewer(int stepId, QWidget* parent, Qt::WindowFlags flags)
     initialize();
 }
 
-BroxViewer::~BroxViewer() = default;
+BroxViewer::~BroxViewer()
+{
+    // Qt hides the tables afterwards, which may scroll them, when there is no viewer to be told.
+    for (QScrollBar* scrollBar : {mAmountsScrollBar, mTesterScrollBar}) {
+        if (scrollBar) {
+            scrollBar->disconnect(this);
+        }
+    }
+}
 
 /** The order is fixed: each step relies on those before it. */
 void BroxViewer::initialize()

@@ -2,6 +2,7 @@
 #include <QAbstractButton>
 #include <QDir>
 #include <QPointer>
+#include <QScrollBar>
 
 #include <memory>
 #include <new>
@@ -115,6 +116,17 @@ private slots:
         row("untouched", [](Bench&) {});
         row("shown", [](Bench& bench) { bench.viewer()->show(); });
         row("unsaved", [](Bench& bench) { bench.set("amountsTableWidget", 0, 0, 25.0); });
+        row("scrolled", [](Bench& bench) {
+            // There is room for all rows, so hiding the tables scrolls them back.
+            bench.viewer()->resize(1000, 1200);
+            bench.viewer()->show();
+            QCoreApplication::processEvents();
+            for (const char* name : {"amountsTableWidget", "testerTableWidget"}) {
+                QScrollBar* bar = bench.table(name)->verticalScrollBar();
+                bar->setRange(0, 3);
+                bar->setValue(2);
+            }
+        });
         row("a name is typed", [](Bench& bench) { bench.click("newToolButton"); });
         row("a cell is typed", [](Bench& bench) {
             bench.table("amountsTableWidget")->setCurrentCell(0, 0);
