@@ -12,6 +12,10 @@ BroxModelManager::BroxModelManager(QWidget* parent, Qt::WindowFlags f)
     : QWidget(parent, f)
 {
     ui.setupUi(this);
+    // As a number: as a flag it would register the flag's type with Qt, which keeps pointers into
+    // this library after it is unloaded.
+    ui.broxModelTableWidget->horizontalHeaderItem(0)->setData(
+        Qt::TextAlignmentRole, int(Qt::AlignCenter));
     ui.broxModelTableWidget->setVisible(true);
     ui.noModelsMessageFrame->setVisible(false);
     ui.broxModelTableWidget->sortByColumn(0, Qt::AscendingOrder);

@@ -26,6 +26,19 @@ bool isMapped()
     return !maps.open(QFile::ReadOnly) || maps.readAll().contains("libbrox.so");
 }
 
+/** The first registered meta-type that lies in no loaded library: Qt would read it again. */
+int danglingMetaType()
+{
+    for (int type = QMetaType::User; type < QMetaType::User + 1000; ++type) {
+        const void* interface = QMetaType(type).iface();
+        Dl_info info;
+        if (interface && !dladdr(interface, &info)) {
+            return type;
+        }
+    }
+    return 0;
+}
+
 } // namespace
 
 /** The library as a file and as a plug-in. */
@@ -95,6 +108,7 @@ private slots:
         QCOMPARE(dlclose(library), 0);
 
         QVERIFY(!isMapped());
+        QCOMPARE(danglingMetaType(), 0);
         QVERIFY(!QMetaType::fromName("DrillTypeManager::DrillType").isValid());
         QCoreApplication::processEvents(); // nothing is left that would call into the library
         QCOMPARE(standin_live_blocks(), std::size_t(0));
