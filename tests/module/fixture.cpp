@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QFileDialog>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRegularExpression>
@@ -213,6 +214,12 @@ int findRow(const QTableWidget* table, int column, const QString& text)
     return int(columnTexts(table, column).indexOf(text));
 }
 
+void chooseFile(QDialog* dialog, const QString& path)
+{
+    qobject_cast<QFileDialog*>(dialog)->selectFile(path); // takes the preselected one away
+    child<QLineEdit>(dialog, "fileNameEdit")->setText(path);
+}
+
 Answers::Answers(std::initializer_list<QMessageBox::StandardButton> buttons)
 {
     for (const auto button : buttons) {
@@ -239,9 +246,8 @@ Answers::~Answers()
 void Answers::addFile(const QString& path)
 {
     add([path](QDialog* dialog) {
-        auto* name = child<QLineEdit>(dialog, "fileNameEdit");
-        name->setText(path);
-        QTest::keyClick(name, Qt::Key_Return);
+        chooseFile(dialog, path);
+        QTest::keyClick(child<QLineEdit>(dialog, "fileNameEdit"), Qt::Key_Return);
     });
 }
 

@@ -87,7 +87,7 @@ QByteArray bitXml(const QByteArray& designation, const QByteArray& millimeters,
     const QByteArray& inches = "0", const QByteArray& approved = "yes");
 QByteArray bitsXml(const QByteArrayList& bits);
 
-/** Whether the viewer has unsaved changes: its Recalculate button tells. */
+/** Whether the viewer has unsaved changes: in a step without tools Recalculate tells. */
 bool hasChanges(const QWidget* viewer);
 
 /** A widget by its object name; there must be one. */
@@ -120,6 +120,9 @@ QStringList columnTexts(const QTableWidget* table, int column);
 
 /** The row whose cell of a column has a text, or -1. */
 int findRow(const QTableWidget* table, int column, const QString& text);
+
+/** Names a file in a file dialog. */
+void chooseFile(QDialog* dialog, const QString& path);
 
 /** Answers the modal dialogs that come up in its life, each in turn; others are rejected. */
 class Answers
