@@ -73,13 +73,22 @@ void BroxJobData::loadDrillData(int stepId, BroxViewer* viewer)
 
 void BroxJobData::recalculate(int stepId)
 {
-    const int rowCount = ui.jobDrillDataTableWidget->rowCount();
+    QTableWidget* table = ui.jobDrillDataTableWidget;
+    const int rowCount = table->rowCount();
     if (!mViewer || rowCount == 0) {
         return;
     }
-    for (int row = 0; row < rowCount; ++row) {
-        recalculateRow(stepId, row);
+    QAbstractItemModel* model = table->model();
+    const QBrush good(textColor(table, true));
+    const QBrush bad(textColor(table, false));
+    {
+        // The view hears once of all cells, not four times of each row.
+        const QSignalBlocker quiet(model);
+        for (int row = 0; row < rowCount; ++row) {
+            recalculateRow(stepId, row, good, bad);
+        }
     }
+    emit model->dataChanged(model->index(0, DhsColumn), model->index(rowCount - 1, DrillDesColumn));
     ui.recalcPushButton->setEnabled(false);
 }
 
@@ -143,7 +152,7 @@ void BroxJobData::refreshCell(int stepId, int row, int col)
     showSizeAsText(ui.jobDrillDataTableWidget->item(row, col), stepId);
 }
 
-void BroxJobData::recalculateRow(int stepId, int row)
+void BroxJobData::recalculateRow(int stepId, int row, const QBrush& good, const QBrush& bad)
 {
     QTableWidget* table = ui.jobDrillDataTableWidget;
     const auto drillType =
@@ -157,9 +166,10 @@ void BroxJobData::recalculateRow(int stepId, int row)
         heldSize(table->item(row, MinTolColumn)), heldSize(table->item(row, MaxTolColumn)), &dhs,
         &drillDes, &success, &outOfTolRange, &exactMatch);
 
-    table->item(row, DhsColumn)->setData(Qt::UserRole, dhs);
-    refreshCell(stepId, row, DhsColumn);
+    QTableWidgetItem* dhsCell = table->item(row, DhsColumn);
+    dhsCell->setData(Qt::UserRole, dhs);
+    showSizeAsText(dhsCell, stepId);
     QTableWidgetItem* desCell = table->item(row, DrillDesColumn);
-    desCell->setForeground(textColor(table, !outOfTolRange));
+    desCell->setForeground(outOfTolRange ? bad : good);
     desCell->setText(drillDes);
 }
