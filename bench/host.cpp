@@ -5,6 +5,7 @@
 #include <QFile>
 
 #include <algorithm>
+#include <cstdint>
 #include <dlfcn.h>
 #include <numeric>
 #include <random>
@@ -135,5 +136,7 @@ std::vector<int> randomSizes(int count, int bitCount)
 
 standin_tool toolAt(int index)
 {
-    return {index % 3, 0, pitch, pitch, pitch * 4 + index * 37 % (pitch * 100), index % 1000};
+    // Sizes in no order, up to 2 million above the smallest: the golden ratio's bits scatter them.
+    const int scattered = int(std::uint32_t(index) * 2654435761u >> 11);
+    return {index % 3, 0, pitch, pitch, pitch * 4 + scattered, index % 1000};
 }
