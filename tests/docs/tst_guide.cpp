@@ -16,7 +16,7 @@ using Row = QMap<QString, QString>; ///< cells by column
 /** The rows of all tables of the guide that tell of drill sizes. */
 QList<Row> exampleRows()
 {
-    QFile page(GUIDE);
+    QFile page(DOCS "/user-guide.md");
     QList<Row> rows;
     QStringList columns;
     const auto lines = page.open(QFile::ReadOnly) ? page.readAll().split('\n') : QByteArrayList();
