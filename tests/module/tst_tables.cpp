@@ -227,7 +227,7 @@ private slots:
 
         mHost->changeUnits(Host::Inch);
         QCOMPARE(rowTexts(job(), 0),
-            QStringList({"top", "Pth", "5", "3.937", "0.039", "0.079", "3.976", "B101"}));
+            QStringList({"top", "Pth", "5", "3.937", "0.0394", "0.0787", "3.9764", "B101"}));
         mHost->changeUnits(Host::Metric);
         QCOMPARE(rowTexts(job(), 4), rows[4]);
         QTest::keyClick(job(), Qt::Key_F2);
