@@ -138,19 +138,23 @@ int Reader::size(const char* attribute, bool required) const
     }
     bool ok = false;
     const double number = value.trimmed().toDouble(&ok);
-    const QString told = QStringLiteral("%1=\"%2\"").arg(QLatin1String(attribute), value.left(40));
+    // The text is made for a failure only: this runs for each hole.
+    const auto failOf = [&](const char* what) {
+        fail(QStringLiteral("%1=\"%2\" %3")
+                 .arg(QLatin1String(attribute), value.left(40), QLatin1String(what)));
+    };
     if (!ok || !std::isfinite(number)) {
-        fail(told + QStringLiteral(" is no number"));
+        failOf("is no number");
     }
     if (number < 0) {
-        fail(told + QStringLiteral(" is negative"));
+        failOf("is negative");
     }
     const double hostSize = std::round(number * mUnit);
     if (hostSize > std::numeric_limits<int>::max()) {
-        fail(told + QStringLiteral(" is too large"));
+        failOf("is too large");
     }
     if (required && hostSize < 1) {
-        fail(told + QStringLiteral(" is no size of a hole"));
+        failOf("is no size of a hole");
     }
     return int(hostSize);
 }
@@ -173,15 +177,19 @@ int Reader::repeats(const char* attribute) const
 
 HoleType Reader::holeType() const
 {
-    const QString status = text("platingStatus").toUpper();
-    if (status == QLatin1String("PLATED")) {
+    const QXmlStreamAttributes attributes = mXml.attributes();
+    const QStringView status = attributes.value(QLatin1String("platingStatus"));
+    const auto isStatus = [status](const char* name) {
+        return status.compare(QLatin1String(name), Qt::CaseInsensitive) == 0;
+    };
+    if (isStatus("PLATED")) {
         return HoleType::Plated;
     }
-    if (status == QLatin1String("NONPLATED")) {
+    if (isStatus("NONPLATED")) {
         return HoleType::NonPlated;
     }
     // Revision C tells vias apart by what closes them, such as VIA_CAPPED.
-    if (status == QLatin1String("VIA") || status.startsWith(QLatin1String("VIA_"))) {
+    if (isStatus("VIA") || status.startsWith(QLatin1String("VIA_"), Qt::CaseInsensitive)) {
         return HoleType::Via;
     }
     // Plating decides the drill size, so a guess would make scrap.
