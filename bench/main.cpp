@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <malloc.h>
 #include <vector>
 
 #include "ratio.h"
@@ -19,6 +20,14 @@ double median(std::vector<double> values)
     return *middle;
 }
 
+/** Lets a side do its work in a tidy heap: what the last one has freed would be put together in
+ *  the time of this one. */
+double takeTurn(const Side& side)
+{
+    malloc_trim(0);
+    return side();
+}
+
 /** Measures both sides in turn, so that whatever slows the machine down slows down both. */
 void measure(benchmark::State& state, const Ratio& ratio, const Scale& scale)
 {
@@ -27,9 +36,9 @@ void measure(benchmark::State& state, const Ratio& ratio, const Scale& scale)
     try {
         const Sides sides = ratio.prepare(scale);
         for (auto _ : state) {
-            measured.push_back(sides.measured());
+            measured.push_back(takeTurn(sides.measured));
             if (sides.base) {
-                base.push_back(sides.base());
+                base.push_back(takeTurn(sides.base));
             }
             state.SetIterationTime(measured.back());
         }
