@@ -368,11 +368,15 @@ private slots:
             QCOMPARE(other->value(), value);
         }
         // A place that the other can't reach is none for both.
-        second->setValue(0);
-        second->setMaximum(first->maximum() + 3);
-        second->setValue(second->maximum());
-        QCOMPARE(first->value(), first->maximum());
-        QCOMPARE(second->value(), first->maximum());
+        for (const auto& [bar, other] : {std::pair(second, first), std::pair(first, second)}) {
+            const int reachable = other->maximum();
+            bar->setValue(0);
+            bar->setMaximum(reachable + 3);
+            bar->setValue(bar->maximum());
+            QCOMPARE(other->value(), reachable);
+            QCOMPARE(bar->value(), reachable);
+            bar->setMaximum(reachable);
+        }
     }
 
     void ending_data()
