@@ -123,14 +123,10 @@ int Viewer::drillSize(int fhs) const
 
 std::vector<int> randomSizes(int count, int bitCount)
 {
-    constexpr std::size_t differentSizes = 500;
     std::mt19937 random(2);
     std::uniform_int_distribution<int> anySize(pitch, bitCount * pitch);
-    std::uniform_int_distribution<std::size_t> anyOfThem(0, differentSizes - 1);
-    std::vector<int> different(differentSizes);
-    std::generate(different.begin(), different.end(), [&] { return anySize(random); });
     std::vector<int> sizes(static_cast<std::size_t>(count));
-    std::generate(sizes.begin(), sizes.end(), [&] { return different[anyOfThem(random)]; });
+    std::generate(sizes.begin(), sizes.end(), [&] { return anySize(random); });
     return sizes;
 }
 

@@ -64,8 +64,7 @@ private:
     std::unique_ptr<QWidget> mWidget;
 };
 
-/** Sizes of the holes of a job, from anywhere among a number of bits, the same ones in each run.
- *  A job has few sizes that differ, and holes of them in any order. */
+/** Sizes of holes from all over a number of bits, the same ones in each run. */
 std::vector<int> randomSizes(int count, int bitCount);
 
 /** The tool that a step has at a place. */
