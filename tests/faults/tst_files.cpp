@@ -5,7 +5,7 @@
 #include <QStringEncoder>
 #include <unistd.h>
 
-#include "bench.h"
+#include "fixture.h"
 
 namespace {
 
@@ -208,19 +208,19 @@ const Content contents[] = {
 };
 
 /** The names of the entries that a table shows; a row that is none has no name. */
-QStringList namesIn(Bench& bench, const Kind& kind)
+QStringList namesIn(JobHost& host, const Kind& kind)
 {
-    QStringList names = columnTexts(bench.table(kind.table), 0);
+    QStringList names = columnTexts(host.table(kind.table), 0);
     names.removeAll("-");
     return names;
 }
 
-void load(Bench& bench, const Kind& kind)
+void load(JobHost& host, const Kind& kind)
 {
     if (&kind == &kinds[0]) {
-        bench.click(kind.load);
+        click(host.viewer(), kind.load);
     } else {
-        bench.trigger(kind.load);
+        click(host.viewer(), kind.load);
     }
 }
 
@@ -255,52 +255,52 @@ private slots:
         QFETCH(int, content);
         const Kind& of = kinds[kind];
         const Content& file = contents[content];
-        Bench bench;
-        const QStringList names = namesIn(bench, of);
-        const Host::Drill drill = drillSize(bench);
+        JobHost host;
+        const QStringList names = namesIn(host, of);
+        const Host::Drill drill = drillSize(host);
         QCOMPARE(drill.bit, QByteArray("T1"));
 
-        bench.host.write(of.file, file.make(of));
-        bench.host.log.clear();
+        host.write(of.file, file.make(of));
+        host.log.clear();
         QElapsedTimer time;
         time.start();
-        load(bench, of);
-        checkLog(bench, of, file.refusal);
+        load(host, of);
+        checkLog(host, of, file.refusal);
         if (!file.refusal) {
-            QCOMPARE(namesIn(bench, of), QStringList(file.entries, "new"));
+            QCOMPARE(namesIn(host, of), QStringList(file.entries, "new"));
         } else {
-            QCOMPARE(namesIn(bench, of), names);
+            QCOMPARE(namesIn(host, of), names);
             // A foreign root empties the lookup, but not the table.
             const bool isFound = kind == 0 || file.refusal != foreign;
-            QCOMPARE(drillSize(bench).bit, isFound ? drill.bit : QByteArray());
+            QCOMPARE(drillSize(host).bit, isFound ? drill.bit : QByteArray());
         }
 
-        bench.host.endViewer();
-        bench.host.log.clear();
-        QCOMPARE(namesIn(bench, of), QStringList(file.refusal ? 0 : file.entries, "new"));
-        checkLog(bench, of, file.refusal);
+        host.endViewer();
+        host.log.clear();
+        QCOMPARE(namesIn(host, of), QStringList(file.refusal ? 0 : file.entries, "new"));
+        checkLog(host, of, file.refusal);
         QVERIFY(isSlowRun() || time.elapsed() < timeLimit);
     }
 
     /** A file that breaks off anywhere is refused, and what is in memory stays. */
     void truncated()
     {
-        Bench bench;
+        JobHost host;
         for (const Kind& kind : kinds) {
-            const QStringList names = namesIn(bench, kind);
+            const QStringList names = namesIn(host, kind);
             const QByteArray whole = document(kind, "<!-- c -->" + kind.entry);
             for (qsizetype size = 0; size < whole.size(); ++size) {
-                bench.host.write(kind.file, whole.left(size));
-                bench.host.log.clear();
-                load(bench, kind);
-                checkLog(bench, kind, malformed);
+                host.write(kind.file, whole.left(size));
+                host.log.clear();
+                load(host, kind);
+                checkLog(host, kind, malformed);
                 if (QTest::currentTestFailed()) {
                     QFAIL(qPrintable(QString("%1 bytes of %2").arg(size).arg(kind.file)));
                 }
-                QCOMPARE(namesIn(bench, kind), names);
+                QCOMPARE(namesIn(host, kind), names);
             }
         }
-        QCOMPARE(drillSize(bench).bit, QByteArray("T1"));
+        QCOMPARE(drillSize(host).bit, QByteArray("T1"));
     }
 
     void placeOfReading_data()
@@ -335,17 +335,17 @@ private slots:
             QSKIP("root may read everything");
         }
         for (const Kind& kind : kinds) {
-            Bench bench;
-            QFile::remove(bench.host.path(kind.file));
-            make(bench.host.path(kind.file));
-            bench.host.log.clear();
-            QVERIFY(namesIn(bench, kind).isEmpty());
+            JobHost host;
+            QFile::remove(host.path(kind.file));
+            make(host.path(kind.file));
+            host.log.clear();
+            QVERIFY(namesIn(host, kind).isEmpty());
             if (refusal.isEmpty()) {
-                QVERIFY(bench.host.log.isEmpty());
+                QVERIFY(host.log.isEmpty());
             } else {
-                checkLog(bench, kind, qPrintable(refusal));
+                checkLog(host, kind, qPrintable(refusal));
             }
-            QDir(bench.host.path(kind.file)).removeRecursively(); // not to be in the way of others
+            QDir(host.path(kind.file)).removeRecursively(); // not to be in the way of others
         }
     }
 
@@ -406,25 +406,25 @@ private slots:
             QSKIP("root may write everywhere");
         }
         for (const Kind& kind : kinds) {
-            Bench bench;
-            bench.viewer();
+            JobHost host;
+            host.viewer();
             const bool ofModels = &kind == &kinds[0];
-            ofModels ? bench.set("amountsTableWidget", 0, 0, 25.0)
-                     : bench.trigger("actionAdd_Size");
-            make(QFileInfo(bench.host.path(kind.file)).path(), bench.host.path(kind.file));
-            bench.host.log.clear();
-            ofModels ? bench.click("saveToolButton") : bench.trigger("actionSave");
+            ofModels ? host.set("amountsTableWidget", 0, 0, 25.0)
+                     : click(host.viewer(), "actionAdd_Size");
+            make(QFileInfo(host.path(kind.file)).path(), host.path(kind.file));
+            host.log.clear();
+            ofModels ? click(host.viewer(), "saveToolButton") : click(host.viewer(), "actionSave");
             const QString expected = logged ? "ERROR|" : QString();
-            QCOMPARE(bench.host.log.join(' ').left(6), expected);
+            QCOMPARE(host.log.join(' ').left(6), expected);
             const bool unsaved = ofModels
-                ? child<QWidget>(bench.viewer(), "recalcPushButton")->isEnabled()
-                : bench.table(kind.table)->window()->windowTitle().endsWith('*');
+                ? child<QWidget>(host.viewer(), "recalcPushButton")->isEnabled()
+                : host.table(kind.table)->window()->windowTitle().endsWith('*');
             QCOMPARE(!unsaved, saved);
             const QByteArray edit = ofModels ? "amount=\"10000\"" : "designation=\"\"";
-            QCOMPARE(bench.host.read(kind.file).contains(edit), saved && !logged);
-            QFile::setPermissions(bench.host.path({}), QFile::Permissions(0x7700));
-            QDir(bench.host.path({})).removeRecursively();
-            QFile::remove(bench.host.path({}).chopped(1));
+            QCOMPARE(host.read(kind.file).contains(edit), saved && !logged);
+            QFile::setPermissions(host.path({}), QFile::Permissions(0x7700));
+            QDir(host.path({})).removeRecursively();
+            QFile::remove(host.path({}).chopped(1));
         }
     }
 
@@ -443,40 +443,39 @@ private slots:
         QFETCH(int, count);
         const bool isLong = qEnvironmentVariableIsSet("BROX_LONG_TESTS");
         const int entries = isLong ? count : isSlowRun() ? count / 500 : count / 50;
-        Bench bench;
-        bench.host.write(
-            kinds[kind].file, document(kinds[kind], kinds[kind].entry.repeated(entries)));
+        JobHost host;
+        host.write(kinds[kind].file, document(kinds[kind], kinds[kind].entry.repeated(entries)));
         QElapsedTimer time;
         time.start();
-        QCOMPARE(bench.table(kinds[kind].table)->rowCount(), entries);
+        QCOMPARE(host.table(kinds[kind].table)->rowCount(), entries);
         qInfo("%d entries in %lld ms", entries, time.elapsed());
         QVERIFY(isSlowRun() || time.elapsed() < (isLong ? 120'000 : timeLimit));
     }
 
 private:
-    static Host::Drill drillSize(Bench& bench)
+    static Host::Drill drillSize(JobHost& host)
     {
         Host::Drill drill = {};
         char bit[8] = "unread";
-        bench.viewer();
-        drill.status = brox__proxy_calc_drill_size(
-            bench.host.step, "A", 0, 0, 4000, 4000, 196000, &drill.size, bit);
+        host.viewer();
+        drill.status =
+            brox__proxy_calc_drill_size(host.step, "A", 0, 0, 4000, 4000, 196000, &drill.size, bit);
         drill.bit = bit;
         return drill;
     }
 
     /** Nothing is logged of a file that is read; a refusal is a report and a message. */
-    static void checkLog(const Bench& bench, const Kind& kind, const char* refusal)
+    static void checkLog(const JobHost& host, const Kind& kind, const char* refusal)
     {
         if (!refusal) {
-            QCOMPARE(bench.host.log, QStringList());
+            QCOMPARE(host.log, QStringList());
             return;
         }
         const QStringList expected = refusalOf(kind, refusal);
-        QCOMPARE(bench.host.log.size(), 2);
-        QCOMPARE(bench.host.log[0], expected[0]);
-        QVERIFY(bench.host.log[1].startsWith(expected[1]));
-        QVERIFY(bench.host.log[1].contains(bench.host.path(kind.file)));
+        QCOMPARE(host.log.size(), 2);
+        QCOMPARE(host.log[0], expected[0]);
+        QVERIFY(host.log[1].startsWith(expected[1]));
+        QVERIFY(host.log[1].contains(host.path(kind.file)));
     }
 };
 

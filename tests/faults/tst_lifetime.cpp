@@ -7,7 +7,7 @@
 #include <memory>
 #include <new>
 
-#include "bench.h"
+#include "fixture.h"
 
 namespace {
 
@@ -79,13 +79,12 @@ private slots:
         if (!newCanFail()) {
             QSKIP("memory is another's matter");
         }
-        Bench bench;
+        JobHost host;
         newsLeft = 1;
-        QCOMPARE(call(bench.host.step), BROX_BAD_ARGUMENT);
+        QCOMPARE(call(host.step), BROX_BAD_ARGUMENT);
         QCOMPARE(newsLeft, 0);
-        QCOMPARE(
-            bench.host.log.value(0), QString("INTERNAL|(((ullong)(brox) > 1000)) at brox_proxy"));
-        QCOMPARE(bench.host.modelNames(), QStringList({"A", "B"}));
+        QCOMPARE(host.log.value(0), QString("INTERNAL|(((ullong)(brox) > 1000)) at brox_proxy"));
+        QCOMPARE(host.modelNames(), QStringList({"A", "B"}));
     }
 
     void noMemoryForAModel()
@@ -93,73 +92,73 @@ private slots:
         if (!newCanFail()) {
             QSKIP("memory is another's matter");
         }
-        Bench bench;
-        bench.viewer();
+        JobHost host;
+        host.viewer();
         newsLeft = 1;
-        bench.click("newToolButton");
-        QCOMPARE(bench.host.log, QStringList("INTERNAL|(broxModel != 0) at brox_viewer"));
-        QCOMPARE(bench.host.modelNames(), QStringList({"A", "B"}));
+        click(host.viewer(), "newToolButton");
+        QCOMPARE(host.log, QStringList("INTERNAL|(broxModel != 0) at brox_viewer"));
+        QCOMPARE(host.modelNames(), QStringList({"A", "B"}));
 
         // One that is missing in memory does not keep the others from being read.
         newsLeft = 1;
-        bench.click("loadToolButton");
-        QCOMPARE(bench.host.modelNames(), QStringList("B"));
+        click(host.viewer(), "loadToolButton");
+        QCOMPARE(host.modelNames(), QStringList("B"));
     }
 
     /** A viewer ends when the host likes, once the module has been told. */
     void endOfAViewer_data()
     {
-        QTest::addColumn<std::function<void(Bench&)>>("before");
-        const auto row = [](const char* name, std::function<void(Bench&)> before) {
+        QTest::addColumn<std::function<void(JobHost&)>>("before");
+        const auto row = [](const char* name, std::function<void(JobHost&)> before) {
             QTest::newRow(name) << before;
         };
-        row("untouched", [](Bench&) {});
-        row("shown", [](Bench& bench) { bench.viewer()->show(); });
-        row("unsaved", [](Bench& bench) { bench.set("amountsTableWidget", 0, 0, 25.0); });
-        row("scrolled", [](Bench& bench) {
+        row("untouched", [](JobHost&) {});
+        row("shown", [](JobHost& host) { host.viewer()->show(); });
+        row("unsaved", [](JobHost& host) { host.set("amountsTableWidget", 0, 0, 25.0); });
+        row("scrolled", [](JobHost& host) {
             // There is room for all rows, so hiding the tables scrolls them back.
-            bench.viewer()->resize(1000, 1200);
-            bench.viewer()->show();
+            host.viewer()->resize(1000, 1200);
+            host.viewer()->show();
             QCoreApplication::processEvents();
             for (const char* name : {"amountsTableWidget", "testerTableWidget"}) {
-                QScrollBar* bar = bench.table(name)->verticalScrollBar();
+                QScrollBar* bar = host.table(name)->verticalScrollBar();
                 bar->setRange(0, 3);
                 bar->setValue(2);
             }
         });
-        row("a name is typed", [](Bench& bench) { bench.click("newToolButton"); });
-        row("a cell is typed", [](Bench& bench) {
-            bench.table("amountsTableWidget")->setCurrentCell(0, 0);
-            bench.table("amountsTableWidget")
-                ->edit(bench.table("amountsTableWidget")->currentIndex());
+        row("a name is typed", [](JobHost& host) { click(host.viewer(), "newToolButton"); });
+        row("a cell is typed", [](JobHost& host) {
+            host.table("amountsTableWidget")->setCurrentCell(0, 0);
+            host.table("amountsTableWidget")
+                ->edit(host.table("amountsTableWidget")->currentIndex());
         });
-        row("bits open and unsaved", [](Bench& bench) {
-            bench.click("openBitFileToolButton");
-            bench.trigger("actionAdd_Size");
+        row("bits open and unsaved", [](JobHost& host) {
+            click(host.viewer(), "openBitFileToolButton");
+            click(host.viewer(), "actionAdd_Size");
         });
-        row("no model left", [](Bench& bench) {
-            bench.click("deleteToolButton");
-            bench.click("deleteToolButton");
+        row("no model left", [](JobHost& host) {
+            click(host.viewer(), "deleteToolButton");
+            click(host.viewer(), "deleteToolButton");
         });
-        row("in a window of the host's", [](Bench& bench) {
+        row("in a window of the host's", [](JobHost& host) {
             static QWidget* window;
             window = new QWidget;
-            bench.viewer()->setParent(window);
-            QObject::connect(bench.viewer(), &QObject::destroyed, window, &QObject::deleteLater);
+            host.viewer()->setParent(window);
+            QObject::connect(host.viewer(), &QObject::destroyed, window, &QObject::deleteLater);
         });
-        row("files gone", [](Bench& bench) { QDir(bench.host.path({})).removeRecursively(); });
+        row("files gone", [](JobHost& host) { QDir(host.path({})).removeRecursively(); });
     }
 
     void endOfAViewer()
     {
-        QFETCH(std::function<void(Bench&)>, before);
+        QFETCH(std::function<void(JobHost&)>, before);
         for (const bool later : {false, true}) {
-            Bench bench;
-            bench.viewer();
-            before(bench);
-            const QPointer<QWidget> viewer = bench.viewer();
-            const QByteArray models = bench.host.read("brox.xml");
-            QCOMPARE(brox__proxy_close_brox(bench.host.step), 0);
+            JobHost host;
+            host.viewer();
+            before(host);
+            const QPointer<QWidget> viewer = host.viewer();
+            const QByteArray models = host.read("brox.xml");
+            QCOMPARE(brox__proxy_close_brox(host.step), 0);
             if (later) {
                 viewer->deleteLater();
                 QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
@@ -168,8 +167,8 @@ private slots:
             }
             QVERIFY(!viewer);
             QCoreApplication::processEvents();
-            QCOMPARE(bench.host.read("brox.xml"), models); // nothing is saved
-            QCOMPARE(brox__proxy_open_brox(bench.host.step), 0);
+            QCOMPARE(host.read("brox.xml"), models); // nothing is saved
+            QCOMPARE(brox__proxy_open_brox(host.step), 0);
             QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         }
     }
@@ -177,57 +176,57 @@ private slots:
     /** What follows the units ends with either side. */
     void endOfAParentViewer()
     {
-        Bench bench;
+        JobHost host;
         auto parent = std::make_unique<UnitsSource>();
         BroxViewer* brox = nullptr;
-        bench.viewer();
-        brox__proxy_get_brox(bench.host.step, &brox);
+        host.viewer();
+        brox__proxy_get_brox(host.step, &brox);
         brox__proxy_set_parent_viewer(brox, parent.get());
         emit parent->unitsChanged(ZEB_UNITS_MILS);
-        bench.host.endViewer();
+        host.endViewer();
         emit parent->unitsChanged(ZEB_UNITS_MILS);
 
-        bench.viewer();
-        brox__proxy_get_brox(bench.host.step, &brox);
+        host.viewer();
+        brox__proxy_get_brox(host.step, &brox);
         brox__proxy_set_parent_viewer(brox, parent.get());
         parent.reset();
-        QCOMPARE(bench.host.modelNames(), QStringList({"A", "B"}));
+        QCOMPARE(host.modelNames(), QStringList({"A", "B"}));
     }
 
     /** Two steps share the files only: each keeps what it has read, and the later save wins. */
     void twoViewers()
     {
-        Bench bench;
+        JobHost host;
         const int other = standin_add_step("other", 0);
         brox__proxy_open_brox(other);
         BroxViewer* brox = nullptr;
         brox__proxy_get_brox(other, &brox);
         auto* second = reinterpret_cast<QWidget*>(brox);
-        bench.table("broxModelTableWidget")->item(0, 0)->setText("first");
+        host.table("broxModelTableWidget")->item(0, 0)->setText("first");
         child<QTableWidget>(second, "broxModelTableWidget")->setCurrentCell(1, 0);
         child<QTableWidget>(second, "broxModelTableWidget")->item(1, 0)->setText("second");
 
         for (int turn = 0; turn < 3; ++turn) {
-            bench.set("amountsTableWidget", 0, 0, 30.0 + turn);
-            bench.click("saveToolButton");
-            const QByteArray firstFile = bench.host.read("brox.xml");
+            host.set("amountsTableWidget", 0, 0, 30.0 + turn);
+            click(host.viewer(), "saveToolButton");
+            const QByteArray firstFile = host.read("brox.xml");
             QVERIFY(firstFile.contains("first") && !firstFile.contains("second"));
             auto* amounts = child<QTableWidget>(second, "amountsTableWidget")->model();
             amounts->setData(amounts->index(0, 0), 3.0 + turn);
             child<QAbstractButton>(second, "saveToolButton")->click();
-            const QByteArray secondFile = bench.host.read("brox.xml");
+            const QByteArray secondFile = host.read("brox.xml");
             QVERIFY(secondFile.contains("second") && !secondFile.contains("first"));
         }
         brox__proxy_close_brox(other);
         delete second;
-        bench.host.endViewer();
-        QVERIFY(bench.host.modelNames().contains("second"));
+        host.endViewer();
+        QVERIFY(host.modelNames().contains("second"));
     }
 
     /** Thousands of steps, each with a viewer for a while. */
     void manySteps()
     {
-        Bench bench;
+        JobHost host;
         const auto openAndClose = [&](int step) {
             brox__proxy_open_brox(step);
             BroxViewer* brox = nullptr;
@@ -244,7 +243,7 @@ private slots:
         };
         const auto steps = [&](int count) {
             for (int i = 0; i < count; ++i) {
-                openAndClose(i % 2 ? standin_add_step("step", i % 4 / 2) : bench.host.step);
+                openAndClose(i % 2 ? standin_add_step("step", i % 4 / 2) : host.step);
             }
         };
         steps(isSlowRun() ? 20 : 200); // what the libraries keep for good is there then

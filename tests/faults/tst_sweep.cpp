@@ -5,8 +5,8 @@
 #include <cstring>
 #include <set>
 
-#include "bench.h"
 #include "brox_proxy_internal.h"
+#include "fixture.h"
 #include "zeb_utils.h"
 
 namespace {
@@ -17,41 +17,41 @@ constexpr int failedStatus = 771234;
 struct Action
 {
     const char* name;
-    std::function<void(Bench&)> prepare;
-    std::function<QString(Bench&, int* status)> act;
+    std::function<void(JobHost&)> prepare;
+    std::function<QString(JobHost&, int* status)> act;
     QString failed = {}; ///< what comes of it if a host's status is handed on; empty: none is
 };
 
-void unedited(Bench& bench)
+void unedited(JobHost& host)
 {
-    bench.viewer();
+    host.viewer();
 }
 
-void edited(Bench& bench)
+void edited(JobHost& host)
 {
-    bench.set("amountsTableWidget", 0, 0, 25.0);
+    host.set("amountsTableWidget", 0, 0, 25.0);
 }
 
-void bitsEdited(Bench& bench)
+void bitsEdited(JobHost& host)
 {
-    bench.trigger("actionAdd_Size");
+    click(host.viewer(), "actionAdd_Size");
 }
 
 /** An action of the user's: what came of it is the state of the viewer. */
 template <typename Work>
-std::function<QString(Bench&, int*)> user(Work work)
+std::function<QString(JobHost&, int*)> user(Work work)
 {
-    return [work](Bench& bench, int*) {
-        work(bench);
-        return bench.state();
+    return [work](JobHost& host, int*) {
+        work(host);
+        return host.state();
     };
 }
 
-QString modelList(Bench& bench, int* status)
+QString modelList(JobHost& host, int* status)
 {
     char** names = nullptr;
     int count = -1;
-    *status = brox__proxy_get_model_list(bench.host.step, &names, &count);
+    *status = brox__proxy_get_model_list(host.step, &names, &count);
     QStringList list(QString::number(count));
     for (int i = 0; names && i < count; ++i) {
         list.append(names[i] ? names[i] : "null");
@@ -61,20 +61,19 @@ QString modelList(Bench& bench, int* status)
     return list.join(' ');
 }
 
-QString drillSize(Bench& bench, int* status)
+QString drillSize(JobHost& host, int* status)
 {
     int size = -1;
     char bit[8] = "unread";
-    *status =
-        brox__proxy_calc_drill_size(bench.host.step, "A", 0, 0, 4000, 4000, 196000, &size, bit);
+    *status = brox__proxy_calc_drill_size(host.step, "A", 0, 0, 4000, 4000, 196000, &size, bit);
     return QString("%1 %2").arg(size).arg(bit);
 }
 
-QString drillSizes(Bench& bench, int* status)
+QString drillSizes(JobHost& host, int* status)
 {
     drill_size_info* infos = nullptr;
     int count = 0;
-    *status = brox__proxy_get_drill_sizes(bench.host.step, &infos, &count);
+    *status = brox__proxy_get_drill_sizes(host.step, &infos, &count);
     QStringList list;
     for (int i = 0; infos && i < count; ++i) {
         list.append(QString::number(infos[i].fhs));
@@ -88,78 +87,78 @@ const std::vector<Action>& actions()
     static const std::vector<Action> all = {
         // The exported functions.
         {"open", {},
-            [](Bench& bench, int* status) {
-                *status = brox__proxy_open_brox(bench.host.step);
-                return bench.state();
+            [](JobHost& host, int* status) {
+                *status = brox__proxy_open_brox(host.step);
+                return host.state();
             }},
         {"model list, opening", {}, modelList},
         {"model list", unedited, modelList},
         {"drill size, opening", {}, drillSize},
         {"drill size", unedited, drillSize},
         {"can close", edited,
-            [](Bench& bench, int* status) {
+            [](JobHost& host, int* status) {
                 int ok = -1;
-                *status = brox__proxy_can_close(bench.host.step, &ok);
-                return QString::number(ok) + bench.state();
+                *status = brox__proxy_can_close(host.step, &ok);
+                return QString::number(ok) + host.state();
             }},
         {"close", edited,
-            [](Bench& bench, int* status) {
-                QWidget* viewer = bench.viewer();
-                *status = brox__proxy_close_brox(bench.host.step);
+            [](JobHost& host, int* status) {
+                QWidget* viewer = host.viewer();
+                *status = brox__proxy_close_brox(host.step);
                 delete viewer;
                 return QString();
             }},
         {"refused pointer", {},
-            [](Bench& bench, int* status) {
-                *status = brox__proxy_get_brox(bench.host.step, nullptr);
+            [](JobHost& host, int* status) {
+                *status = brox__proxy_get_brox(host.step, nullptr);
                 return QString();
             }},
         // The routines behind them.
         {"drill sizes", {}, drillSizes, "-"},
         {"units", {},
-            [](Bench& bench, int* status) {
+            [](JobHost& host, int* status) {
                 int units = -7;
-                *status = brox__proxy_get_units(bench.host.step, &units);
+                *status = brox__proxy_get_units(host.step, &units);
                 return QString::number(units);
             },
             "-7"},
         {"units text", {},
-            [](Bench& bench, int* status) {
+            [](JobHost& host, int* status) {
                 const char* text = "old";
-                *status = brox__proxy_get_units_str(bench.host.step, &text);
+                *status = brox__proxy_get_units_str(host.step, &text);
                 return QString(text);
             },
             "old"},
         {"size as text", {},
-            [](Bench& bench, int* status) {
+            [](JobHost& host, int* status) {
                 char text[112] = "old";
-                *status = brox__proxy_size_to_str(bench.host.step, 400, text);
+                *status = brox__proxy_size_to_str(host.step, 400, text);
                 return QString(text);
             },
             "-"},
         {"size as number", {},
-            [](Bench& bench, int* status) {
+            [](JobHost& host, int* status) {
                 double number = -1.0;
-                *status = brox__proxy_size_to_double(bench.host.step, 400, &number);
+                *status = brox__proxy_size_to_double(host.step, 400, &number);
                 return QString::number(number);
             },
             "0"},
         {"number as size", {},
-            [](Bench& bench, int* status) {
+            [](JobHost& host, int* status) {
                 int size = -1;
-                *status = brox__proxy_double_to_size(bench.host.step, 1.0, &size);
+                *status = brox__proxy_double_to_size(host.step, 1.0, &size);
                 return QString::number(size);
             },
             "0"},
         {"tell of a rename", {},
-            [](Bench& bench, int* status) {
-                heard.clear();
-                *status = brox__proxy_model_renamed_deleted(bench.host.step, "a", "b");
-                return heard.join(' ');
+            [](JobHost& host, int* status) {
+                host.heard.clear();
+                *status = brox__proxy_model_renamed_deleted(host.step, "a", "b");
+                return host.heard.join(' ');
             },
             "-"},
         {"unknown step", {},
-            [](Bench&, int* status) {
+            [](JobHost&, int* status) {
                 int units = 0;
                 *status = brox__proxy_get_units(1, &units);
                 return QString::number(units);
@@ -167,44 +166,49 @@ const std::vector<Action>& actions()
             "0"},
         // What the user does in the viewer.
         {"select", unedited,
-            user([](Bench& bench) { bench.table("broxModelTableWidget")->setCurrentCell(1, 0); })},
+            user([](JobHost& host) { host.table("broxModelTableWidget")->setCurrentCell(1, 0); })},
         {"amount", unedited,
-            user([](Bench& bench) { bench.set("amountsTableWidget", 0, 0, 12.5); })},
+            user([](JobHost& host) { host.set("amountsTableWidget", 0, 0, 12.5); })},
         {"test values", unedited,
-            user([](Bench& bench) { bench.set("testerTableWidget", 0, 0, 490.0); })},
-        {"formula", unedited, user([](Bench& bench) {
-             auto* line = child<QLineEdit>(bench.viewer(), "dhsLineEdit");
+            user([](JobHost& host) { host.set("testerTableWidget", 0, 0, 490.0); })},
+        {"formula", unedited, user([](JobHost& host) {
+             auto* line = child<QLineEdit>(host.viewer(), "dhsLineEdit");
              QTest::keyClicks(line, "*2");
          })},
-        {"use of bits", unedited, user([](Bench& bench) { bench.click("useBitFileCheckBox"); })},
-        {"recalculate", edited, user([](Bench& bench) { bench.click("recalcPushButton"); })},
-        {"units change", edited, user([](Bench& bench) {
-             standin_set_units(bench.host.step, 0);
-             QMetaObject::invokeMethod(bench.viewer(), "parentViewer_unitsChanged",
-                 Q_ARG(zeb_units_enum, ZEB_UNITS_MILS));
-             standin_set_units(bench.host.step, 1);
+        {"use of bits", unedited,
+            user([](JobHost& host) { click(host.viewer(), "useBitFileCheckBox"); })},
+        {"recalculate", edited,
+            user([](JobHost& host) { click(host.viewer(), "recalcPushButton"); })},
+        {"units change", edited, user([](JobHost& host) {
+             standin_set_units(host.step, 0);
+             QMetaObject::invokeMethod(
+                 host.viewer(), "parentViewer_unitsChanged", Q_ARG(zeb_units_enum, ZEB_UNITS_MILS));
+             standin_set_units(host.step, 1);
          })},
-        {"new model", unedited, user([](Bench& bench) { bench.click("newToolButton"); })},
-        {"rename", unedited, user([](Bench& bench) {
-             bench.table("broxModelTableWidget")->item(0, 0)->setText("renamed");
+        {"new model", unedited, user([](JobHost& host) { click(host.viewer(), "newToolButton"); })},
+        {"rename", unedited, user([](JobHost& host) {
+             host.table("broxModelTableWidget")->item(0, 0)->setText("renamed");
          })},
-        {"delete", unedited, user([](Bench& bench) { bench.click("deleteToolButton"); })},
-        {"save", edited, user([](Bench& bench) { bench.click("saveToolButton"); })},
-        {"load", unedited, user([](Bench& bench) { bench.click("loadToolButton"); })},
-        {"load of no XML", unedited, user([](Bench& bench) {
-             bench.host.write("brox.xml", "<");
-             bench.click("loadToolButton");
+        {"delete", unedited, user([](JobHost& host) { click(host.viewer(), "deleteToolButton"); })},
+        {"save", edited, user([](JobHost& host) { click(host.viewer(), "saveToolButton"); })},
+        {"load", unedited, user([](JobHost& host) { click(host.viewer(), "loadToolButton"); })},
+        {"load of no XML", unedited, user([](JobHost& host) {
+             host.write("brox.xml", "<");
+             click(host.viewer(), "loadToolButton");
          })},
         // And in the window of the bits.
-        {"bits window", unedited, user([](Bench& bench) { bench.click("openBitFileToolButton"); })},
-        {"add a bit", unedited, user([](Bench& bench) { bench.trigger("actionAdd_Size"); })},
+        {"bits window", unedited,
+            user([](JobHost& host) { click(host.viewer(), "openBitFileToolButton"); })},
+        {"add a bit", unedited,
+            user([](JobHost& host) { click(host.viewer(), "actionAdd_Size"); })},
         {"edit a bit", bitsEdited,
-            user([](Bench& bench) { bench.set("drillBitsTableWidget", 0, 1, "350"); })},
+            user([](JobHost& host) { host.set("drillBitsTableWidget", 0, 1, "350"); })},
         {"delete a bit", bitsEdited,
-            user([](Bench& bench) { bench.trigger("actionDelete_Size"); })},
-        {"save bits", bitsEdited, user([](Bench& bench) { bench.trigger("actionSave"); })},
-        {"close bits", bitsEdited, user([](Bench& bench) { bench.trigger("actionClose"); })},
-        {"load bits", unedited, user([](Bench& bench) { bench.trigger("actionOpen"); })},
+            user([](JobHost& host) { click(host.viewer(), "actionDelete_Size"); })},
+        {"save bits", bitsEdited, user([](JobHost& host) { click(host.viewer(), "actionSave"); })},
+        {"close bits", bitsEdited,
+            user([](JobHost& host) { click(host.viewer(), "actionClose"); })},
+        {"load bits", unedited, user([](JobHost& host) { click(host.viewer(), "actionOpen"); })},
     };
     return all;
 }
@@ -295,17 +299,17 @@ struct Run
 {
     explicit Run(const Action& action, const char* operation = nullptr, int nth = 0)
     {
-        Bench bench;
+        JobHost host;
         const auto prepare = [&] {
             if (action.prepare) {
-                action.prepare(bench);
-                before = bench.state();
+                action.prepare(host);
+                before = host.state();
             }
-            heard.clear();
+            host.heard.clear();
         };
         prepare();
         const size_t blocks = standin_live_blocks();
-        bench.host.log.clear();
+        host.log.clear();
         std::map<const char*, int> callsBefore;
         for (const Fault& fault : faults) {
             callsBefore[fault.operation] = standin_calls(fault.operation);
@@ -313,17 +317,19 @@ struct Run
         if (operation) {
             standin_fail(operation, nth, failedStatus);
         }
-        outcome = action.act(bench, &status);
+        outcome = action.act(host, &status);
         for (const Fault& fault : faults) {
             calls[fault.operation] = standin_calls(fault.operation) - callsBefore[fault.operation];
         }
-        log = bench.host.log;
-        dialogs = bench.dialogs.texts;
+        log = host.log;
+        for (const Answers::Seen& dialog : host.dialogs.seen) {
+            dialogs.append(dialog.text);
+        }
         leaked = int(standin_live_blocks() - blocks);
 
-        bench.restore();
+        host.restore();
         prepare();
-        next = action.act(bench, &nextStatus);
+        next = action.act(host, &nextStatus);
     }
 
     QString before; ///< the state that the action met
@@ -429,12 +435,12 @@ private slots:
     {
         using Call = std::function<int(int, void*)>;
         QFETCH(Call, call);
-        Bench bench;
+        JobHost host;
         for (const quintptr value : {0, 1, 1000}) {
-            bench.host.log.clear();
-            QCOMPARE(call(bench.host.step, reinterpret_cast<void*>(value)), BROX_BAD_ARGUMENT);
-            QCOMPARE(bench.host.log.size(), 1);
-            QVERIFY(bench.host.log.constFirst().contains("> 1000)) at brox_proxy"));
+            host.log.clear();
+            QCOMPARE(call(host.step, reinterpret_cast<void*>(value)), BROX_BAD_ARGUMENT);
+            QCOMPARE(host.log.size(), 1);
+            QVERIFY(host.log.constFirst().contains("> 1000)) at brox_proxy"));
         }
         QCOMPARE(standin_error_sounds(), 3);
         QCOMPARE(standin_calls("vex__data_stpid2vex_num"), 0);

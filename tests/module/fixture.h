@@ -4,6 +4,7 @@
 
 #include <QDialog>
 #include <QMessageBox>
+#include <QPointer>
 #include <QStringList>
 #include <QTableWidget>
 #include <QTemporaryDir>
@@ -12,10 +13,68 @@
 
 #include <functional>
 #include <list>
+#include <map>
 
 #include "brox_proxy.h"
 #include "standin.h"
 #include "zeb_lowlevel.h"
+
+/** Adds a row of test data for each case, a struct that begins with its name; QFETCH it as data. */
+template <typename Case>
+void addRows(const std::vector<Case>& cases)
+{
+    QTest::addColumn<Case>("data");
+    for (const Case& each : cases) {
+        QTest::newRow(each.name) << each;
+    }
+}
+
+/** Whether all takes many times its time, since a tool watches each access, and
+ *  memory may be kept for that. */
+inline bool isSlowRun()
+{
+#ifdef __SANITIZE_ADDRESS__
+    return true;
+#else
+    return qEnvironmentVariableIsSet("BROX_SLOW_RUN");
+#endif
+}
+
+/** Answers the modal dialogs that come up in its life, each in turn. */
+class Answers
+{
+public:
+    using Answer = std::function<void(QDialog*)>;
+
+    Answers(std::initializer_list<QMessageBox::StandardButton> buttons = {});
+    ~Answers();
+    Q_DISABLE_COPY_MOVE(Answers)
+
+    void add(Answer answer) { mAnswers.push_back(std::move(answer)); }
+
+    /** Chooses a file in the file dialog that comes. */
+    void addFile(const QString& path);
+
+    /** Answers all others as a user would who wants it done; without, they are unexpected. */
+    void agree() { mAgrees = true; }
+
+    /** What came: a box's title, text and buttons, and the shape of the cursor over it. */
+    struct Seen
+    {
+        QString title;
+        QString text;
+        QMessageBox::StandardButtons buttons;
+        Qt::CursorShape cursor;
+    };
+    QList<Seen> seen;
+
+private:
+    void look();
+
+    std::list<Answer> mAnswers;
+    bool mAgrees = false;
+    QTimer mTimer;
+};
 
 /** What the host's own windows tell a viewer. */
 class UnitsSource : public QObject
@@ -26,7 +85,10 @@ signals:
     void unitsChanged(zeb_units_enum units);
 };
 
-/** A host with one step, a data folder of its own and a log; its viewers end with it. */
+/** A host with one step, a data folder of its own and a log; its viewers end with it.
+ *
+ * There is one at a time.
+ */
 class Host
 {
 public:
@@ -71,12 +133,40 @@ public:
 
     /** Entries "LEVEL|text"; reports of a source have no line number. */
     QStringList log;
+
+    /** What the callback was told: "number: old > new", and "-" for a deletion. */
+    QStringList heard;
+
+    /** Called then. */
+    std::function<void()> onHeard = [] {};
+
     int step;
 
-private:
+protected:
+    bool mIsShown = true;
     QTemporaryDir mFolder;
+
+private:
     UnitsSource mUnitsSource;
-    std::list<int> mSteps;
+    std::map<int, QPointer<QWidget>> mViewers; ///< those that are told of units, by step
+};
+
+/** A host with two layers of tools, two models and two bits, whose viewers stay hidden. */
+class JobHost : public Host
+{
+public:
+    JobHost();
+
+    /** Ends the viewer and writes both files anew. */
+    void restore();
+
+    QTableWidget* table(const char* name);
+    void set(const char* table, int row, int column, const QVariant& value);
+
+    /** What the host was told, all that the viewer shows, and the two files. */
+    QString state();
+
+    Answers dialogs;
 };
 
 // Contents of the two files.
@@ -90,22 +180,22 @@ QByteArray bitsXml(const QByteArrayList& bits);
 /** Whether the viewer has unsaved changes: in a step without tools Recalculate tells. */
 bool hasChanges(const QWidget* viewer);
 
-/** A widget by its object name; there must be one. */
-template <typename Widget>
-Widget* child(const QObject* parent, const char* name)
+/** A child by its object name; there must be one. */
+template <typename Child>
+Child* child(const QObject* parent, const char* name)
 {
-    auto* widget = parent->findChild<Widget*>(name);
-    if (!widget) {
+    auto* found = parent->findChild<Child*>(name);
+    if (!found) {
         qFatal("There is no %s", name);
     }
-    return widget;
+    return found;
 }
 
 /** Whether a widget writes in red, as it does when something is wrong. */
 bool isRed(const QWidget* widget);
 
-/** Presses a button of a widget by its object name; a hidden one too, where no mouse gets. */
-void click(const QWidget* parent, const char* button);
+/** Presses a button by its object name, a hidden one too, where no mouse gets; or an action. */
+void click(const QWidget* parent, const char* name);
 
 /** Types into a cell by its in-place editor and confirms; an empty text empties it. */
 void typeInto(QTableWidget* table, int row, int column, const QString& text);
@@ -123,37 +213,5 @@ int findRow(const QTableWidget* table, int column, const QString& text);
 
 /** Names a file in a file dialog. */
 void chooseFile(QDialog* dialog, const QString& path);
-
-/** Answers the modal dialogs that come up in its life, each in turn; others are rejected. */
-class Answers
-{
-public:
-    using Answer = std::function<void(QDialog*)>;
-
-    Answers(std::initializer_list<QMessageBox::StandardButton> buttons = {});
-    ~Answers();
-    Q_DISABLE_COPY_MOVE(Answers)
-
-    void add(Answer answer) { mAnswers.push_back(std::move(answer)); }
-
-    /** Chooses a file in the file dialog that comes. */
-    void addFile(const QString& path);
-
-    /** What came: a box's title, text and buttons, and the shape of the cursor over it. */
-    struct Seen
-    {
-        QString title;
-        QString text;
-        QMessageBox::StandardButtons buttons;
-        Qt::CursorShape cursor;
-    };
-    QList<Seen> seen;
-
-private:
-    void look();
-
-    std::list<Answer> mAnswers;
-    QTimer mTimer;
-};
 
 #endif
