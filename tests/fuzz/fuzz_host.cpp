@@ -7,7 +7,6 @@
 #include <QDir>
 #include <QTemporaryDir>
 
-#include <cstdio>
 #include <cstdlib>
 
 namespace {
@@ -15,22 +14,18 @@ namespace {
 struct Host
 {
     Host()
-        : folder(QDir("/dev/shm").exists() ? "/dev/shm/brox-fuzz-XXXXXX"
-                                           : QDir::tempPath() + "/brox-fuzz-XXXXXX")
     {
-        // It outlives the widgets, which live as long as the process.
-        new QApplication(count, arguments);
+        static int count = 1;
+        static char name[] = "fuzz";
+        static char* arguments[] = {name, nullptr};
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        new QApplication(count, arguments); // outlives the widgets, which live as long as we do
         QDir(folder.path()).mkdir("brox");
         standin_set_data_dir(folder.path().toUtf8().constData());
         standin_set_log_sink([](const char*, const char*, void*) {}, nullptr);
         step = standin_add_step("step", 1);
     }
 
-    int count = 3;
-    char name[8] = "fuzz";
-    char platform[10] = "-platform";
-    char offscreen[10] = "offscreen";
-    char* arguments[4] = {name, platform, offscreen, nullptr};
     QTemporaryDir folder;
     int step = -1;
 };
@@ -48,15 +43,18 @@ int fuzzStep()
     return host().step;
 }
 
-QString fuzzFile(const char* name)
+QString fuzzFile(const char* name, const std::uint8_t* data, std::size_t size)
 {
-    return host().folder.filePath(QString("brox/") + name);
+    QFile file(host().folder.filePath(QString("brox/") + name));
+    fuzzCheck(file.open(QFile::WriteOnly), "the input file opens");
+    file.write(reinterpret_cast<const char*>(data), qint64(size));
+    return file.fileName();
 }
 
 void fuzzCheck(bool holds, const char* what)
 {
     if (!holds) {
-        std::fprintf(stderr, "does not hold: %s\n", what);
+        qCritical("does not hold: %s", what);
         std::abort();
     }
 }

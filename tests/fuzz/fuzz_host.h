@@ -13,8 +13,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 /** Starts application and host at the first call; gives the id of the one step. */
 int fuzzStep();
 
-/** The path of one of the module's files in the host's data folder. */
-QString fuzzFile(const char* name);
+/** Writes an input as one of the module's files; gives its path in the host's data folder. */
+QString fuzzFile(const char* name, const std::uint8_t* data, std::size_t size);
 
 /** Ends the process, and so the run, if what must hold does not. */
 void fuzzCheck(bool holds, const char* what);
