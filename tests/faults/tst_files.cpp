@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include <QDir>
-#include <QElapsedTimer>
-#include <QLabel>
-#include <QStringEncoder>
-#include <unistd.h>
-
 #include "fixture.h"
+
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QStringEncoder>
+
+#include <optional>
+#include <unistd.h>
 
 namespace {
 
@@ -16,196 +17,170 @@ constexpr qint64 timeLimit = 10'000; // ms; the slowest takes a small part of it
 struct Kind
 {
     const char* file;
-    QByteArray root;
-    QByteArray entry;
+    const char* root;
+    const char* entry;
     const char* source;
-    const char* load; ///< the button or action that loads
     const char* table;
+    const char* load; ///< the button or action
+    std::vector<const char*> edit;
+    const char* save;
+    QByteArray edited; ///< what is then in the file
 };
 
 const Kind kinds[] = {
     {"brox.xml", "DrillToolModels", "<DrillToolModel name=\"new\"/>", "brox_viewer",
-        "loadToolButton", "broxModelTableWidget"},
+        "broxModelTableWidget", "loadToolButton", {"newToolButton", "useBitFileCheckBox"},
+        "saveToolButton", "use_bit_file=\"no\""},
     {"brox_drill_bits.xml", "DrillSizeTable", "<Drill designation=\"new\" millimeters=\"0.7\"/>",
-        "brox_bits_table", "actionOpen", "drillBitsTableWidget"},
+        "brox_bits_table", "drillBitsTableWidget", "actionOpen", {"actionAdd_Size"}, "actionSave",
+        "designation=\"\""},
 };
-
-QByteArray document(const Kind& kind, const QByteArray& inner)
-{
-    return "<" + kind.root + ">" + inner + "</" + kind.root + ">";
-}
-
-QByteArray nested(const QByteArray& before = "<a>", const QByteArray& after = "</a>")
-{
-    return before.repeated(deep) + after.repeated(deep);
-}
-
-QByteArray encoded(QStringConverter::Encoding encoding, const QByteArray& utf8)
-{
-    QStringEncoder encoder(encoding, QStringConverter::Flag::WriteBom);
-    return encoder(QString::fromUtf8(utf8));
-}
-
-QByteArray bomb(const Kind& kind, const QByteArray& leaf, const QByteArray& use)
-{
-    QByteArray entities = "<!ENTITY e0 '" + leaf + "'>";
-    for (int i = 1; i <= 9; ++i) {
-        entities += "<!ENTITY e" + QByteArray::number(i) + " '"
-            + QByteArray("&e" + QByteArray::number(i - 1) + ";").repeated(10) + "'>";
-    }
-    return "<!DOCTYPE r [" + entities + "]>" + document(kind, use + kind.entry);
-}
 
 /** Why a file is refused: the condition of the report. */
 constexpr char malformed[] = "setContentStatus == true";
-constexpr char foreign[] = "mainElement.tagName().compare(\"%1\", Qt::CaseInsensitive) == 0";
+constexpr char foreign[] = "mainElement.tagName().compare(\"ROOT\", Qt::CaseInsensitive) == 0";
 constexpr char unreadable[] = "file.open(QFile::ReadOnly | QFile::Text)";
 
+/** What a file holds: ROOT, ENTRY and their small letters stand for those of its kind. */
 struct Content
 {
     const char* name;
-    std::function<QByteArray(const Kind&)> make;
+    QByteArray text;
     const char* refusal; ///< null: the file is read
     int entries = 1; ///< that are then there
+    std::optional<QStringConverter::Encoding> encoding = {};
 };
 
-const Content contents[] = {
-    {"zero bytes", [](const Kind&) { return QByteArray(); }, malformed},
-    {"binary", [](const Kind&) { return QByteArray("\x7f\0ELF\xff\xfe\x01", 8); }, malformed},
-    {"wrong root", [](const Kind&) { return QByteArray("<a/>"); }, foreign},
-    {"root of another case",
-        [](const Kind& kind) {
-            return "<" + kind.root.toLower() + ">" + kind.entry + "</" + kind.root.toLower() + ">";
-        },
-        nullptr},
-    {"entry of another case", [](const Kind& kind) { return document(kind, kind.entry.toLower()); },
-        nullptr, 0},
-    {"doubled attribute",
-        [](const Kind& kind) {
-            return document(kind, QByteArray(kind.entry).replace("/>", " a=\"1\" a=\"2\"/>"));
-        },
-        malformed},
-    {"two roots", [](const Kind& kind) { return document(kind, {}) + document(kind, {}); },
-        malformed},
-    {"entity bomb in text", [](const Kind& kind) { return bomb(kind, "x", "&e9;"); }, malformed},
-    {"entity bomb in an attribute",
-        [](const Kind& kind) { return bomb(kind, "x", "<a b=\"&e9;\"/>"); }, malformed},
-    {"entity bomb of elements", [](const Kind& kind) { return bomb(kind, "<a/>", "&e9;"); },
-        malformed},
-    {"entity of itself",
-        [](const Kind& kind) {
-            return "<!DOCTYPE r [<!ENTITY a '&a;'>]>" + document(kind, "&a;" + kind.entry);
-        },
-        malformed},
-    {"entity of a file",
-        [](const Kind& kind) {
-            return "<!DOCTYPE r [<!ENTITY a SYSTEM 'file:///etc/passwd'>]>"
-                + document(kind, "&a;" + kind.entry);
-        },
-        nullptr},
-    {"UTF-8 with mark",
-        [](const Kind& kind) { return "\xef\xbb\xbf" + document(kind, kind.entry); }, nullptr},
-    {"UTF-16 LE",
-        [](const Kind& kind) {
-            return encoded(QStringConverter::Utf16LE, document(kind, kind.entry));
-        },
-        nullptr},
-    {"UTF-16 BE",
-        [](const Kind& kind) {
-            return encoded(QStringConverter::Utf16BE, document(kind, kind.entry));
-        },
-        nullptr},
-    {"Latin-1",
-        [](const Kind& kind) {
-            return "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>"
-                + document(kind, QByteArray(kind.entry).replace("/>", " a=\"\xe9\"/>"));
-        },
-        nullptr},
-    {"Latin-1 undeclared",
-        [](const Kind& kind) {
-            return document(kind, QByteArray(kind.entry).replace("/>", " a=\"\xe9\"/>"));
-        },
-        malformed},
-    {"unknown encoding",
-        [](const Kind& kind) {
-            return "<?xml version=\"1.0\" encoding=\"x-none\"?>" + document(kind, kind.entry);
-        },
-        malformed},
-    {"deep", [](const Kind& kind) { return document(kind, nested()); }, malformed},
-    {"deep, never closed",
-        [](const Kind& kind) { return document(kind, QByteArray("<a>").repeated(deep)); },
-        malformed},
-    {"deep in UTF-16",
-        [](const Kind& kind) {
-            return encoded(QStringConverter::Utf16LE, document(kind, nested()));
-        },
-        malformed},
-    {"deep in declared Latin-1",
-        [](const Kind& kind) {
-            return "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>" + document(kind, nested());
-        },
-        malformed},
-    {"deep in an encoding that is declared late",
-        [](const Kind& kind) {
-            return "<?xml version=\"1.0\"" + QByteArray(600, ' ') + " encoding=\"UTF-16LE\"?>"
-                + encoded(QStringConverter::Utf16LE, document(kind, nested())).mid(2);
-        },
-        malformed},
-    {"deep in an encoding unlike ASCII",
-        [](const Kind& kind) {
-            QByteArray inner = nested();
-            for (char& character : inner) {
-                character = character == '<' ? '\x4c'
-                    : character == '>'       ? '\x6e'
-                    : character == '/'       ? '\x61'
-                                             : '\x81'; // "a"
-            }
-            return "<?xml version=\"1.0\"" + QByteArray(600, ' ') + " encoding=\"IBM037\"?>" + inner
-                + kind.root;
-        },
-        malformed},
-    {"deep with comments that close",
-        [](const Kind& kind) { return document(kind, nested("<a><!-- </a> -->")); }, malformed},
-    {"deep with sections that close",
-        [](const Kind& kind) { return document(kind, nested("<a><![CDATA[</a>]]>")); }, malformed},
-    {"deep with values that close",
-        [](const Kind& kind) { return document(kind, nested("<a b=\"/>\">")); }, malformed},
-    {"deep by entities",
-        [](const Kind& kind) {
-            const QByteArray open("<a>");
-            return "<!DOCTYPE r [<!ENTITY o '" + open.repeated(100) + "'>]>"
-                + document(kind, QByteArray("&o;").repeated(deep / 100));
-        },
-        malformed},
-    {"deep by one entity",
-        [](const Kind& kind) {
-            return "<!DOCTYPE r [<!ENTITY o '" + nested() + "'>]>" + document(kind, "&o;");
-        },
-        malformed},
-    {"tags in a comment",
-        [](const Kind& kind) {
-            return document(kind, "<!--" + QByteArray("<a>").repeated(deep) + "-->" + kind.entry);
-        },
-        nullptr},
-    {"tags in a section",
-        [](const Kind& kind) {
-            return document(
-                kind, "<![CDATA[" + QByteArray("<a>").repeated(deep) + "]]>" + kind.entry);
-        },
-        nullptr},
-    {"tags in an instruction",
-        [](const Kind& kind) {
-            return document(kind, "<?p " + QByteArray("<a>").repeated(deep) + "?>" + kind.entry);
-        },
-        nullptr},
-    {"deep in no other's way",
-        [](const Kind& kind) {
-            const QByteArray open("<a>");
-            const QByteArray close("</a>");
-            return document(kind, open.repeated(900) + close.repeated(900) + kind.entry);
-        },
-        nullptr},
+QByteArray inside(const QByteArray& inner)
+{
+    return "<ROOT>" + inner + "</ROOT>";
+}
+
+QByteArray opening(const QByteArray& element = "<a>", int levels = deep)
+{
+    return element.repeated(levels);
+}
+
+QByteArray nested(const QByteArray& element = "<a>", int levels = deep)
+{
+    return opening(element, levels) + opening("</a>", levels);
+}
+
+QByteArray entity(const QByteArray& value, const QByteArray& inner)
+{
+    return "<!DOCTYPE r [<!ENTITY o " + value + ">]>" + inside(inner);
+}
+
+/** An entity of a billion leaves. */
+QByteArray bomb(const QByteArray& leaf, const QByteArray& use)
+{
+    QByteArray value = "'" + leaf + "'";
+    for (char name = '0'; name < '9'; ++name) {
+        const QByteArray inner = QByteArray("&e?;").replace('?', name).repeated(10);
+        value += QByteArray("><!ENTITY e? '").replace('?', name + 1) + inner + "'";
+    }
+    return entity(value, use + "ENTRY").replace("ENTITY o", "ENTITY e0");
+}
+
+QByteArray declared(const QByteArray& encoding, const QByteArray& text, int blanks = 1)
+{
+    return "<?xml version=\"1.0\"" + QByteArray(blanks, ' ') + "encoding=\"" + encoding + "\"?>"
+        + text;
+}
+
+QByteArray utf16(const QByteArray& text)
+{
+    return QStringEncoder(QStringConverter::Utf16LE)(QString(text));
+}
+
+/** An encoding where no character is that of ASCII. */
+QByteArray ebcdic(QByteArray text)
+{
+    return text.replace('a', '\x81').replace('<', '\x4c').replace('>', '\x6e').replace('/', '\x61');
+}
+
+const std::vector<Content> contents = {
+    {"zero bytes", "", malformed},
+    {"binary", QByteArray("\x7f\0ELF\xff\xfe\x01", 8), malformed},
+    {"wrong root", "<a/>", foreign},
+    {"root of another case", "<root>ENTRY</root>", nullptr},
+    {"entry of another case", inside("entry"), nullptr, 0},
+    {"doubled attribute", inside("<a b=\"1\" b=\"2\"/>"), malformed},
+    {"two roots", inside("") + inside(""), malformed},
+    {"entity bomb in text", bomb("x", "&e9;"), malformed},
+    {"entity bomb in an attribute", bomb("x", "<a b=\"&e9;\"/>"), malformed},
+    {"entity bomb of elements", bomb("<a/>", "&e9;"), malformed},
+    {"entity of itself", entity("'&o;'", "&o;ENTRY"), malformed},
+    {"entity of a file", entity("SYSTEM 'file:///etc/passwd'", "&o;ENTRY"), nullptr},
+    {"UTF-8 with mark", "\xef\xbb\xbf" + inside("ENTRY"), nullptr},
+    {"UTF-16 LE", inside("ENTRY"), nullptr, 1, QStringConverter::Utf16LE},
+    {"UTF-16 BE", inside("ENTRY"), nullptr, 1, QStringConverter::Utf16BE},
+    {"Latin-1", declared("ISO-8859-1", inside("<a b=\"\xe9\"/>ENTRY")), nullptr},
+    {"Latin-1 undeclared", inside("<a b=\"\xe9\"/>ENTRY"), malformed},
+    {"unknown encoding", declared("x-none", inside("ENTRY")), malformed},
+    {"deep", inside(nested()), malformed},
+    {"deep, never closed", inside(opening()), malformed},
+    {"deep in UTF-16", inside(nested()), malformed, 0, QStringConverter::Utf16LE},
+    {"deep in Latin-1", declared("ISO-8859-1", inside(nested())), malformed},
+    {"deep in UTF-16 told late", declared("UTF-16LE", utf16(inside(nested())), 600), malformed},
+    {"deep, unlike ASCII", declared("IBM037", ebcdic(inside(nested())), 600), malformed},
+    {"deep with comments that close", inside(nested("<a><!-- </a> -->")), malformed},
+    {"deep with sections that close", inside(nested("<a><![CDATA[</a>]]>")), malformed},
+    {"deep with values that close", inside(nested("<a b=\"/>\">")), malformed},
+    {"deep by entities", entity("'" + opening() + "'", "&o;"), malformed},
+    {"deep by one entity", entity("'" + nested() + "'", "&o;"), malformed},
+    {"tags in a comment", inside("<!--" + opening() + "-->ENTRY"), nullptr},
+    {"tags in a section", inside("<![CDATA[" + opening() + "]]>ENTRY"), nullptr},
+    {"tags in an instruction", inside("<?p " + opening() + "?>ENTRY"), nullptr},
+    {"deep in no other's way", inside(nested("<a>", 900) + "ENTRY"), nullptr},
 };
+
+QByteArray forKind(QByteArray text, const Kind& kind)
+{
+    return text.replace("ROOT", kind.root)
+        .replace("ENTRY", kind.entry)
+        .replace("root", QByteArray(kind.root).toLower())
+        .replace("entry", QByteArray(kind.entry).toLower());
+}
+
+const QByteArray tooLong = "/tmp/" + QByteArray(520, 'x');
+
+enum class Saving
+{
+    Writes,
+    IsLost, ///< counts as saved all the same: only the log tells
+    IsRefused ///< all stays unsaved
+};
+
+/** Where a file should be: what is in its way, and what then comes of reading and of saving. */
+struct Place
+{
+    const char* name;
+    const char* make; ///< shell command
+    const char* refusal; ///< of reading; null: there is nothing to be read
+    Saving saving;
+    std::optional<const char*> dataFolder = {}; ///< in place of the right one
+};
+
+const std::vector<Place> places = {
+    {"no file", "", nullptr, Saving::Writes},
+    {"no folder", "rm -r $FOLDER", nullptr, Saving::Writes},
+    {"dangling link", "ln -s none $FILE", nullptr, Saving::Writes},
+    {"link to itself", "ln -s $FILE $FILE", nullptr, Saving::IsLost},
+    {"directory", "mkdir $FILE", unreadable, Saving::IsLost},
+    {"no rights", "touch $FILE && chmod 0 $FILE", unreadable, Saving::IsLost},
+    {"folder without rights", "chmod 500 $FOLDER", nullptr, Saving::IsLost},
+    {"file in the folder's place", "rm -r $FOLDER && touch $FOLDER", nullptr, Saving::IsRefused},
+    {"no data folder", "", nullptr, Saving::IsRefused, nullptr},
+    {"path too long", "", nullptr, Saving::IsRefused, tooLong.constData()},
+};
+
+void shell(const Kind& kind, JobHost& host, const char* command)
+{
+    qputenv("FOLDER", host.path(".").toUtf8().chopped(2));
+    qputenv("FILE", host.path(kind.file).toUtf8());
+    QCOMPARE(QProcess::execute("sh", {"-c", command}), 0);
+}
 
 /** The names of the entries that a table shows; a row that is none has no name. */
 QStringList namesIn(JobHost& host, const Kind& kind)
@@ -215,71 +190,63 @@ QStringList namesIn(JobHost& host, const Kind& kind)
     return names;
 }
 
-void load(JobHost& host, const Kind& kind)
+QByteArray bitFor(JobHost& host)
 {
-    if (&kind == &kinds[0]) {
-        click(host.viewer(), kind.load);
-    } else {
-        click(host.viewer(), kind.load);
-    }
+    return host.drill("A", 196000, 4000, 4000).bit;
 }
 
-QStringList refusalOf(const Kind& kind, const char* refusal)
+/** Nothing is logged of a file that is read; a refusal is a report, a message and a sound. */
+void checkLog(const JobHost& host, const Kind& kind, const char* refusal)
 {
-    const QString condition = QString(refusal).replace("%1", kind.root);
-    return {QString("INTERNAL|(%1) at %2").arg(condition, kind.source), "ERROR|"};
+    QCOMPARE(host.log.size(), refusal ? 2 : 0);
+    if (refusal) {
+        QCOMPARE(
+            host.log[0], QString("INTERNAL|(%1) at %2").arg(forKind(refusal, kind), kind.source));
+        QVERIFY(host.log[1].startsWith("ERROR|"));
+        QVERIFY(host.log[1].contains(host.path(kind.file)));
+    }
 }
 
 } // namespace
 
+/** Each test goes for both files. */
 class TestFiles : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void content_data()
-    {
-        QTest::addColumn<int>("kind");
-        QTest::addColumn<int>("content");
-        for (int kind = 0; kind < int(std::size(kinds)); ++kind) {
-            for (int i = 0; i < int(std::size(contents)); ++i) {
-                QTest::addRow("%s: %s", kinds[kind].file, contents[i].name) << kind << i;
-            }
-        }
-    }
+    void content_data() { addRows(contents); }
 
     /** Loads a file into a viewer that has models and bits, and into a new viewer. */
     void content()
     {
-        QFETCH(int, kind);
-        QFETCH(int, content);
-        const Kind& of = kinds[kind];
-        const Content& file = contents[content];
-        JobHost host;
-        const QStringList names = namesIn(host, of);
-        const Host::Drill drill = drillSize(host);
-        QCOMPARE(drill.bit, QByteArray("T1"));
-
-        host.write(of.file, file.make(of));
-        host.log.clear();
-        QElapsedTimer time;
-        time.start();
-        load(host, of);
-        checkLog(host, of, file.refusal);
-        if (!file.refusal) {
-            QCOMPARE(namesIn(host, of), QStringList(file.entries, "new"));
-        } else {
-            QCOMPARE(namesIn(host, of), names);
-            // A foreign root empties the lookup, but not the table.
-            const bool isFound = kind == 0 || file.refusal != foreign;
-            QCOMPARE(drillSize(host).bit, isFound ? drill.bit : QByteArray());
+        QFETCH(Content, data);
+        for (const Kind& kind : kinds) {
+            JobHost host;
+            const QStringList names = namesIn(host, kind);
+            QCOMPARE(bitFor(host), QByteArray("T1"));
+            QByteArray bytes = forKind(data.text, kind);
+            if (data.encoding) {
+                QStringEncoder encoder(*data.encoding, QStringConverter::Flag::WriteBom);
+                bytes = encoder(QString(bytes));
+            }
+            host.write(kind.file, bytes);
+            QElapsedTimer time;
+            time.start();
+            click(host.viewer(), kind.load);
+            checkLog(host, kind, data.refusal);
+            QCOMPARE(namesIn(host, kind), data.refusal ? names : QStringList(data.entries, "new"));
+            if (data.refusal) {
+                // A foreign root empties the lookup of bits, but not the table.
+                const bool isFound = &kind == &kinds[0] || data.refusal != foreign;
+                QCOMPARE(bitFor(host), QByteArray(isFound ? "T1" : ""));
+            }
+            host.endViewer();
+            host.log.clear();
+            QCOMPARE(namesIn(host, kind), QStringList(data.refusal ? 0 : data.entries, "new"));
+            checkLog(host, kind, data.refusal);
+            QVERIFY(isSlowRun() || time.elapsed() < timeLimit);
         }
-
-        host.endViewer();
-        host.log.clear();
-        QCOMPARE(namesIn(host, of), QStringList(file.refusal ? 0 : file.entries, "new"));
-        checkLog(host, of, file.refusal);
-        QVERIFY(isSlowRun() || time.elapsed() < timeLimit);
     }
 
     /** A file that breaks off anywhere is refused, and what is in memory stays. */
@@ -288,194 +255,75 @@ private slots:
         JobHost host;
         for (const Kind& kind : kinds) {
             const QStringList names = namesIn(host, kind);
-            const QByteArray whole = document(kind, "<!-- c -->" + kind.entry);
+            const QByteArray whole = forKind(inside("<!-- c -->ENTRY"), kind);
             for (qsizetype size = 0; size < whole.size(); ++size) {
                 host.write(kind.file, whole.left(size));
                 host.log.clear();
-                load(host, kind);
+                click(host.viewer(), kind.load);
                 checkLog(host, kind, malformed);
-                if (QTest::currentTestFailed()) {
-                    QFAIL(qPrintable(QString("%1 bytes of %2").arg(size).arg(kind.file)));
-                }
+                QVERIFY2(!QTest::currentTestFailed(), whole.left(size));
                 QCOMPARE(namesIn(host, kind), names);
             }
         }
-        QCOMPARE(drillSize(host).bit, QByteArray("T1"));
+        QCOMPARE(bitFor(host), QByteArray("T1"));
     }
 
-    void placeOfReading_data()
-    {
-        QTest::addColumn<std::function<void(const QString&)>>("make");
-        QTest::addColumn<QString>("refusal");
-        const auto row = [](const char* name, std::function<void(const QString&)> make,
-                             const char* refusal) { QTest::newRow(name) << make << refusal; };
-        row(
-            "missing", [](const QString&) {}, "");
-        row(
-            "directory", [](const QString& path) { QDir().mkpath(path); }, unreadable);
-        row(
-            "no rights",
-            [](const QString& path) {
-                QFile file(path);
-                QVERIFY(file.open(QFile::WriteOnly));
-                QVERIFY(file.setPermissions({}));
-            },
-            unreadable);
-        row(
-            "dangling link", [](const QString& path) { QFile::link("none", path); }, "");
-        row(
-            "link to itself", [](const QString& path) { QFile::link(path, path); }, "");
-    }
+    void place_data() { addRows(places); }
 
-    void placeOfReading()
+    void place()
     {
-        QFETCH(std::function<void(const QString&)>, make);
-        QFETCH(QString, refusal);
-        if (geteuid() == 0 && QByteArray(QTest::currentDataTag()) == "no rights") {
-            QSKIP("root may read everything");
+        QFETCH(Place, data);
+        if (geteuid() == 0 && QByteArray(data.make).contains("chmod")) {
+            QSKIP("root may do everything");
         }
         for (const Kind& kind : kinds) {
             JobHost host;
-            QFile::remove(host.path(kind.file));
-            make(host.path(kind.file));
-            host.log.clear();
-            QVERIFY(namesIn(host, kind).isEmpty());
-            if (refusal.isEmpty()) {
-                QVERIFY(host.log.isEmpty());
-            } else {
-                checkLog(host, kind, qPrintable(refusal));
+            shell(kind, host, "rm $FILE");
+            shell(kind, host, data.make);
+            if (data.dataFolder) {
+                standin_set_data_dir(*data.dataFolder);
             }
-            QDir(host.path(kind.file)).removeRecursively(); // not to be in the way of others
-        }
-    }
-
-    void placeOfWriting_data()
-    {
-        QTest::addColumn<std::function<void(const QString&, const QString&)>>("make");
-        QTest::addColumn<bool>("saved");
-        QTest::addColumn<bool>("logged");
-        using Make = std::function<void(const QString&, const QString&)>;
-        const auto row = [](const char* name, Make make, bool saved, bool logged) {
-            QTest::newRow(name) << make << saved << logged;
-        };
-        row(
-            "no folder",
-            [](const QString& folder, const QString&) { QDir(folder).removeRecursively(); }, true,
-            false);
-        row(
-            "file in the folder's place",
-            [](const QString& folder, const QString&) {
-                QDir(folder).removeRecursively();
-                QFile file(folder);
-                QVERIFY(file.open(QFile::WriteOnly));
-            },
-            false, false);
-        row(
-            "no data folder", [](const QString&, const QString&) { standin_set_data_dir(nullptr); },
-            false, false);
-        row(
-            "path too long",
-            [](const QString&, const QString&) {
-                standin_set_data_dir(QByteArray("/tmp/").append(520, 'x').constData());
-            },
-            false, false);
-        // What could not be opened counts as saved all the same: only the log tells.
-        row(
-            "directory in the file's place",
-            [](const QString&, const QString& file) {
-                QFile::remove(file);
-                QDir().mkpath(file);
-            },
-            true, true);
-        row(
-            "folder without rights",
-            [](const QString& folder, const QString& file) {
-                QFile::remove(file);
-                QFile::setPermissions(folder, QFile::ReadOwner | QFile::ExeOwner);
-            },
-            true, true);
-    }
-
-    void placeOfWriting()
-    {
-        using Make = std::function<void(const QString&, const QString&)>;
-        QFETCH(Make, make);
-        QFETCH(bool, saved);
-        QFETCH(bool, logged);
-        if (geteuid() == 0 && QByteArray(QTest::currentDataTag()) == "folder without rights") {
-            QSKIP("root may write everywhere");
-        }
-        for (const Kind& kind : kinds) {
-            JobHost host;
-            host.viewer();
-            const bool ofModels = &kind == &kinds[0];
-            ofModels ? host.set("amountsTableWidget", 0, 0, 25.0)
-                     : click(host.viewer(), "actionAdd_Size");
-            make(QFileInfo(host.path(kind.file)).path(), host.path(kind.file));
             host.log.clear();
-            ofModels ? click(host.viewer(), "saveToolButton") : click(host.viewer(), "actionSave");
-            const QString expected = logged ? "ERROR|" : QString();
-            QCOMPARE(host.log.join(' ').left(6), expected);
-            const bool unsaved = ofModels
-                ? child<QWidget>(host.viewer(), "recalcPushButton")->isEnabled()
+            QCOMPARE(namesIn(host, kind), QStringList());
+            checkLog(host, kind, data.refusal);
+
+            for (const char* name : kind.edit) {
+                click(host.viewer(), name);
+            }
+            host.log.clear();
+            click(host.viewer(), kind.save);
+            const bool isLost = data.saving == Saving::IsLost;
+            QCOMPARE(host.log.join('\n').left(6), QString(isLost ? "ERROR|" : ""));
+            const bool isUnsaved = &kind == &kinds[0]
+                ? hasChanges(host.viewer())
                 : host.table(kind.table)->window()->windowTitle().endsWith('*');
-            QCOMPARE(!unsaved, saved);
-            const QByteArray edit = ofModels ? "amount=\"10000\"" : "designation=\"\"";
-            QCOMPARE(host.read(kind.file).contains(edit), saved && !logged);
-            QFile::setPermissions(host.path({}), QFile::Permissions(0x7700));
-            QDir(host.path({})).removeRecursively();
-            QFile::remove(host.path({}).chopped(1));
+            QCOMPARE(isUnsaved, data.saving == Saving::IsRefused);
+            const bool isWritten = data.saving == Saving::Writes;
+            QCOMPARE(host.read(kind.file).contains(kind.edited), isWritten);
+            if (isWritten) {
+                QFile::remove(host.path(kind.file));
+                click(host.viewer(), kind.save); // nothing has changed since
+                QVERIFY(!QFile::exists(host.path(kind.file)));
+            }
+            shell(kind, host, "chmod 700 $FOLDER || true"); // for the clearing up
         }
     }
 
-    /** The file is read in a time that grows with its size; asked for by BROX_LONG_TESTS. */
-    void large_data()
-    {
-        QTest::addColumn<int>("kind");
-        QTest::addColumn<int>("count");
-        QTest::newRow("50 MB of models") << 0 << 1'700'000;
-        QTest::newRow("a million bits") << 1 << 1'000'000;
-    }
-
+    /** A file is read in a time that grows with its size; all of it if BROX_LONG_TESTS is set. */
     void large()
     {
-        QFETCH(int, kind);
-        QFETCH(int, count);
         const bool isLong = qEnvironmentVariableIsSet("BROX_LONG_TESTS");
-        const int entries = isLong ? count : isSlowRun() ? count / 500 : count / 50;
-        JobHost host;
-        host.write(kinds[kind].file, document(kinds[kind], kinds[kind].entry.repeated(entries)));
-        QElapsedTimer time;
-        time.start();
-        QCOMPARE(host.table(kinds[kind].table)->rowCount(), entries);
-        qInfo("%d entries in %lld ms", entries, time.elapsed());
-        QVERIFY(isSlowRun() || time.elapsed() < (isLong ? 120'000 : timeLimit));
-    }
-
-private:
-    static Host::Drill drillSize(JobHost& host)
-    {
-        Host::Drill drill = {};
-        char bit[8] = "unread";
-        host.viewer();
-        drill.status =
-            brox__proxy_calc_drill_size(host.step, "A", 0, 0, 4000, 4000, 196000, &drill.size, bit);
-        drill.bit = bit;
-        return drill;
-    }
-
-    /** Nothing is logged of a file that is read; a refusal is a report and a message. */
-    static void checkLog(const JobHost& host, const Kind& kind, const char* refusal)
-    {
-        if (!refusal) {
-            QCOMPARE(host.log, QStringList());
-            return;
+        for (const auto& [kind, count] :
+            {std::pair(kinds[0], 1'700'000), std::pair(kinds[1], 1'000'000)}) { // 50 MB each
+            const int entries = isLong ? count : isSlowRun() ? count / 500 : count / 50;
+            JobHost host;
+            host.write(kind.file, forKind(inside(QByteArray("ENTRY").repeated(entries)), kind));
+            QElapsedTimer time;
+            time.start();
+            QCOMPARE(host.table(kind.table)->rowCount(), entries);
+            qInfo("%d entries in %lld ms", entries, time.elapsed());
+            QVERIFY(isSlowRun() || time.elapsed() < (isLong ? 120'000 : timeLimit));
         }
-        const QStringList expected = refusalOf(kind, refusal);
-        QCOMPARE(host.log.size(), 2);
-        QCOMPARE(host.log[0], expected[0]);
-        QVERIFY(host.log[1].startsWith(expected[1]));
-        QVERIFY(host.log[1].contains(host.path(kind.file)));
     }
 };
 

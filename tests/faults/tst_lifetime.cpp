@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include <QAbstractButton>
 #include <QDir>
+#include <QLineEdit>
 #include <QPointer>
 #include <QScrollBar>
 
@@ -45,6 +45,64 @@ bool newCanFail()
     return !memory;
 }
 
+struct Moment
+{
+    const char* name;
+    void (*prepare)(JobHost&);
+};
+
+void edit(QTableWidget* table)
+{
+    table->setCurrentCell(0, 0);
+    table->edit(table->currentIndex());
+}
+
+/** Scrolls where there is room for all rows: hiding the tables will scroll them back. */
+void scroll(JobHost& host)
+{
+    host.viewer()->resize(1000, 1200);
+    host.viewer()->show();
+    QCoreApplication::processEvents();
+    for (const char* name : {"amountsTableWidget", "testerTableWidget"}) {
+        QScrollBar* bar = host.table(name)->verticalScrollBar();
+        bar->setRange(0, 3);
+        bar->setValue(2);
+    }
+}
+
+void putIntoWindow(JobHost& host)
+{
+    auto* window = new QWidget;
+    host.viewer()->setParent(window);
+    QObject::connect(host.viewer(), &QObject::destroyed, window, &QObject::deleteLater);
+}
+
+const std::vector<Moment> moments = {
+    {"untouched", [](JobHost&) {}},
+    {"shown", [](JobHost& host) { host.viewer()->show(); }},
+    {"unsaved", [](JobHost& host) { host.set("amountsTableWidget", 0, 0, 25.0); }},
+    {"scrolled", scroll},
+    {"a name is typed", [](JobHost& host) { click(host.viewer(), "newToolButton"); }},
+    {"an amount is typed", [](JobHost& host) { edit(host.table("amountsTableWidget")); }},
+    {"a test value is typed", [](JobHost& host) { edit(host.table("testerTableWidget")); }},
+    {"the formula is refused",
+        [](JobHost& host) {
+            QTest::keyClicks(child<QLineEdit>(host.viewer(), "dhsLineEdit"), "+");
+        }},
+    {"bits open and unsaved",
+        [](JobHost& host) {
+            click(host.viewer(), "openBitFileToolButton");
+            click(host.viewer(), "actionAdd_Size");
+        }},
+    {"no model left",
+        [](JobHost& host) {
+            click(host.viewer(), "deleteToolButton");
+            click(host.viewer(), "deleteToolButton");
+        }},
+    {"in a window of the host's", putIntoWindow},
+    {"files gone", [](JobHost& host) { QDir(host.path({})).removeRecursively(); }},
+};
+
 } // namespace
 
 class TestLifetime : public QObject
@@ -52,38 +110,27 @@ class TestLifetime : public QObject
     Q_OBJECT
 
 private slots:
-    void noMemoryForAViewer_data()
-    {
-        QTest::addColumn<std::function<int(int)>>("call");
-        const auto row = [](const char* name, std::function<int(int)> call) {
-            QTest::newRow(name) << call;
-        };
-        row("open", brox__proxy_open_brox);
-        row("model list", [](int step) {
-            char** names = reinterpret_cast<char**>(&names);
-            int count = -1;
-            const int status = brox__proxy_get_model_list(step, &names, &count);
-            return !names && count == 0 ? status : -1;
-        });
-        row("drill size", [](int step) {
-            int size = -1;
-            char bit[8] = "old";
-            const int status = brox__proxy_calc_drill_size(step, "A", 0, 0, 0, 0, 1, &size, bit);
-            return size == 0 && !bit[0] ? status : -1;
-        });
-    }
-
+    /** Each of the functions that open a viewer refuses, and opens it the next time. */
     void noMemoryForAViewer()
     {
-        QFETCH(std::function<int(int)>, call);
         if (!newCanFail()) {
             QSKIP("memory is another's matter");
         }
         JobHost host;
+        char** names = reinterpret_cast<char**>(this);
+        int count = -1;
+        int size = -1;
+        char bit[8] = "old";
         newsLeft = 1;
-        QCOMPARE(call(host.step), BROX_BAD_ARGUMENT);
+        QCOMPARE(brox__proxy_open_brox(host.step), BROX_BAD_ARGUMENT);
+        newsLeft = 1;
+        QCOMPARE(brox__proxy_get_model_list(host.step, &names, &count), BROX_BAD_ARGUMENT);
+        newsLeft = 1;
+        QCOMPARE(brox__proxy_calc_drill_size(host.step, "A", 0, 0, 0, 0, 1, &size, bit),
+            BROX_BAD_ARGUMENT);
         QCOMPARE(newsLeft, 0);
-        QCOMPARE(host.log.value(0), QString("INTERNAL|(((ullong)(brox) > 1000)) at brox_proxy"));
+        QVERIFY(!names && count == 0 && size == 0 && !bit[0]);
+        QCOMPARE(host.log.filter("INTERNAL|(((ullong)(brox) > 1000)) at brox_proxy").size(), 3);
         QCOMPARE(host.modelNames(), QStringList({"A", "B"}));
     }
 
@@ -105,59 +152,18 @@ private slots:
         QCOMPARE(host.modelNames(), QStringList("B"));
     }
 
-    /** A viewer ends when the host likes, once the module has been told. */
-    void endOfAViewer_data()
-    {
-        QTest::addColumn<std::function<void(JobHost&)>>("before");
-        const auto row = [](const char* name, std::function<void(JobHost&)> before) {
-            QTest::newRow(name) << before;
-        };
-        row("untouched", [](JobHost&) {});
-        row("shown", [](JobHost& host) { host.viewer()->show(); });
-        row("unsaved", [](JobHost& host) { host.set("amountsTableWidget", 0, 0, 25.0); });
-        row("scrolled", [](JobHost& host) {
-            // There is room for all rows, so hiding the tables scrolls them back.
-            host.viewer()->resize(1000, 1200);
-            host.viewer()->show();
-            QCoreApplication::processEvents();
-            for (const char* name : {"amountsTableWidget", "testerTableWidget"}) {
-                QScrollBar* bar = host.table(name)->verticalScrollBar();
-                bar->setRange(0, 3);
-                bar->setValue(2);
-            }
-        });
-        row("a name is typed", [](JobHost& host) { click(host.viewer(), "newToolButton"); });
-        row("a cell is typed", [](JobHost& host) {
-            host.table("amountsTableWidget")->setCurrentCell(0, 0);
-            host.table("amountsTableWidget")
-                ->edit(host.table("amountsTableWidget")->currentIndex());
-        });
-        row("bits open and unsaved", [](JobHost& host) {
-            click(host.viewer(), "openBitFileToolButton");
-            click(host.viewer(), "actionAdd_Size");
-        });
-        row("no model left", [](JobHost& host) {
-            click(host.viewer(), "deleteToolButton");
-            click(host.viewer(), "deleteToolButton");
-        });
-        row("in a window of the host's", [](JobHost& host) {
-            static QWidget* window;
-            window = new QWidget;
-            host.viewer()->setParent(window);
-            QObject::connect(host.viewer(), &QObject::destroyed, window, &QObject::deleteLater);
-        });
-        row("files gone", [](JobHost& host) { QDir(host.path({})).removeRecursively(); });
-    }
+    void endOfAViewer_data() { addRows(moments); }
 
+    /** A viewer ends when the host likes, once the module has been told. Nothing is saved. */
     void endOfAViewer()
     {
-        QFETCH(std::function<void(JobHost&)>, before);
+        QFETCH(Moment, data);
         for (const bool later : {false, true}) {
             JobHost host;
-            host.viewer();
-            before(host);
+            data.prepare(host);
             const QPointer<QWidget> viewer = host.viewer();
             const QByteArray models = host.read("brox.xml");
+            host.heard.clear();
             QCOMPARE(brox__proxy_close_brox(host.step), 0);
             if (later) {
                 viewer->deleteLater();
@@ -167,7 +173,8 @@ private slots:
             }
             QVERIFY(!viewer);
             QCoreApplication::processEvents();
-            QCOMPARE(host.read("brox.xml"), models); // nothing is saved
+            QCOMPARE(host.read("brox.xml"), models);
+            QVERIFY(host.heard.isEmpty() && host.log.isEmpty());
             QCOMPARE(brox__proxy_open_brox(host.step), 0);
             QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         }
@@ -178,17 +185,15 @@ private slots:
     {
         JobHost host;
         auto parent = std::make_unique<UnitsSource>();
-        BroxViewer* brox = nullptr;
-        host.viewer();
-        brox__proxy_get_brox(host.step, &brox);
-        brox__proxy_set_parent_viewer(brox, parent.get());
-        emit parent->unitsChanged(ZEB_UNITS_MILS);
+        const auto connect = [&] {
+            auto* brox = reinterpret_cast<BroxViewer*>(host.viewer());
+            brox__proxy_set_parent_viewer(brox, parent.get());
+            emit parent->unitsChanged(ZEB_UNITS_MILS);
+        };
+        connect();
         host.endViewer();
         emit parent->unitsChanged(ZEB_UNITS_MILS);
-
-        host.viewer();
-        brox__proxy_get_brox(host.step, &brox);
-        brox__proxy_set_parent_viewer(brox, parent.get());
+        connect();
         parent.reset();
         QCOMPARE(host.modelNames(), QStringList({"A", "B"}));
     }
@@ -198,27 +203,21 @@ private slots:
     {
         JobHost host;
         const int other = standin_add_step("other", 0);
-        brox__proxy_open_brox(other);
-        BroxViewer* brox = nullptr;
-        brox__proxy_get_brox(other, &brox);
-        auto* second = reinterpret_cast<QWidget*>(brox);
-        host.table("broxModelTableWidget")->item(0, 0)->setText("first");
-        child<QTableWidget>(second, "broxModelTableWidget")->setCurrentCell(1, 0);
-        child<QTableWidget>(second, "broxModelTableWidget")->item(1, 0)->setText("second");
-
-        for (int turn = 0; turn < 3; ++turn) {
-            host.set("amountsTableWidget", 0, 0, 30.0 + turn);
-            click(host.viewer(), "saveToolButton");
-            const QByteArray firstFile = host.read("brox.xml");
-            QVERIFY(firstFile.contains("first") && !firstFile.contains("second"));
-            auto* amounts = child<QTableWidget>(second, "amountsTableWidget")->model();
-            amounts->setData(amounts->index(0, 0), 3.0 + turn);
-            child<QAbstractButton>(second, "saveToolButton")->click();
-            const QByteArray secondFile = host.read("brox.xml");
-            QVERIFY(secondFile.contains("second") && !secondFile.contains("first"));
+        QWidget* const viewers[] = {host.viewer(), host.viewer(other)};
+        const char* const names[] = {"first", "second"};
+        for (int i : {0, 1}) {
+            auto* models = child<QTableWidget>(viewers[i], "broxModelTableWidget");
+            models->setCurrentCell(i, 0);
+            models->item(i, 0)->setText(names[i]);
         }
-        brox__proxy_close_brox(other);
-        delete second;
+        for (int turn = 0; turn < 6; ++turn) {
+            QWidget* viewer = viewers[turn % 2];
+            auto* amounts = child<QTableWidget>(viewer, "amountsTableWidget")->model();
+            amounts->setData(amounts->index(0, 0), 30.0 + turn);
+            click(viewer, "saveToolButton");
+            const QByteArray file = host.read("brox.xml");
+            QVERIFY(file.contains(names[turn % 2]) && !file.contains(names[1 - turn % 2]));
+        }
         host.endViewer();
         QVERIFY(host.modelNames().contains("second"));
     }
@@ -227,30 +226,18 @@ private slots:
     void manySteps()
     {
         JobHost host;
-        const auto openAndClose = [&](int step) {
-            brox__proxy_open_brox(step);
-            BroxViewer* brox = nullptr;
-            brox__proxy_get_brox(step, &brox);
-            char** names = nullptr;
-            int count = 0;
-            brox__proxy_get_model_list(step, &names, &count);
+        const auto openAndClose = [&host](int count) {
             for (int i = 0; i < count; ++i) {
-                zeb__mem_free(names[i], 1, "test", __LINE__);
-            }
-            zeb__mem_free(names, 1, "test", __LINE__);
-            brox__proxy_close_brox(step);
-            delete reinterpret_cast<QWidget*>(brox);
-        };
-        const auto steps = [&](int count) {
-            for (int i = 0; i < count; ++i) {
-                openAndClose(i % 2 ? standin_add_step("step", i % 4 / 2) : host.step);
+                host.step = standin_add_step("step", i % 2);
+                QCOMPARE(host.modelNames().size(), 2);
+                host.endViewer();
             }
         };
-        steps(isSlowRun() ? 20 : 200); // what the libraries keep for good is there then
+        openAndClose(isSlowRun() ? 20 : 200); // what the libraries keep for good is there then
         const size_t blocks = standin_live_blocks();
         const auto widgets = QApplication::allWidgets().size();
         const int pages = residentPages();
-        steps(isSlowRun() ? 20 : 2000);
+        openAndClose(isSlowRun() ? 20 : 2000);
         QCOMPARE(standin_live_blocks(), blocks);
         QCOMPARE(QApplication::allWidgets().size(), widgets);
         // Of a viewer that leaked 2000 times, hundreds of megabytes would be left.

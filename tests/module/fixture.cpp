@@ -171,6 +171,7 @@ JobHost::JobHost()
 void JobHost::restore()
 {
     endViewer();
+    standin_set_units(step, Metric);
     for (const auto& [name, content] : jobFiles) {
         write(name, content);
     }

@@ -157,7 +157,7 @@ class JobHost : public Host
 public:
     JobHost();
 
-    /** Ends the viewer and writes both files anew. */
+    /** Ends the viewer; units and both files are as at the start. */
     void restore();
 
     QTableWidget* table(const char* name);
