@@ -105,6 +105,11 @@ void Host::endViewer(int stpid)
     delete reinterpret_cast<QWidget*>(brox);
 }
 
+QTableWidget* Host::table(const char* name)
+{
+    return child<QTableWidget>(viewer(), name);
+}
+
 void Host::changeUnits(Units units)
 {
     standin_set_units(step, units);
@@ -175,11 +180,6 @@ void JobHost::restore()
     for (const auto& [name, content] : jobFiles) {
         write(name, content);
     }
-}
-
-QTableWidget* JobHost::table(const char* name)
-{
-    return child<QTableWidget>(viewer(), name);
 }
 
 void JobHost::set(const char* name, int row, int column, const QVariant& value)

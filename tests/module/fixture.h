@@ -110,6 +110,9 @@ public:
     void endViewer() { endViewer(step); }
     void endViewer(int stpid);
 
+    /** A table of the viewer by its object name. */
+    QTableWidget* table(const char* name);
+
     /** Changes the step's units as the host does, and tells the viewer. */
     void changeUnits(Units units);
 
@@ -160,7 +163,6 @@ public:
     /** Ends the viewer; units and both files are as at the start. */
     void restore();
 
-    QTableWidget* table(const char* name);
     void set(const char* table, int row, int column, const QVariant& value);
 
     /** What the host was told, all that the viewer shows, and the two files. */
