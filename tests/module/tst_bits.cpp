@@ -1,284 +1,386 @@
 // SPDX-License-Identifier: MIT
 #include "fixture.h"
 
-#include <QRandomGenerator>
-
 #include <algorithm>
 #include <climits>
-#include <cstdlib>
 #include <optional>
-#include <set>
 
 #include "brox_bits_table.h"
-#include "brox_dhs.h"
-#include "brox_viewer.h"
 
 namespace {
 
-struct Bit
-{
-    QString designation = "untouched";
-    int size = 7;
-    bool found = true;
-    bool isOut = false;
-    bool isExact = true;
+constexpr char fileName[] = "brox_drill_bits.xml";
 
-    bool operator==(const Bit&) const = default;
+struct LookupCase
+{
+    const char* name;
+    QList<int> sizes; ///< of bits A, B and so on
+    int dhs, minTol, maxTol;
+    const char* bit; ///< designation, size and flags
 };
 
-// Outputs of calls that write nothing.
-int number = 7;
-bool flag = true;
-QString text = "x";
-
-/** A test's message when two lookups differ. */
-QByteArray toText(const Bit& bit)
+struct EditsCase
 {
-    return QString("%1 %2 found %3 out %4 exact %5")
-        .arg(bit.designation)
-        .arg(bit.size)
-        .arg(bit.found)
-        .arg(bit.isOut)
-        .arg(bit.isExact)
-        .toUtf8();
-}
+    const char* name;
+    const char* steps;
+    const char* metric; ///< what lookups find then, in microns or mils
+    const char* inch;
+};
 
-Bit lookUp(const BroxBitsTable& table, int dhs, int minTol, int maxTol)
+struct ClosingCase
 {
-    Bit bit;
-    table.findDrillBit(
-        dhs, minTol, maxTol, &bit.designation, &bit.size, &bit.found, &bit.isOut, &bit.isExact);
-    return bit;
-}
+    const char* name;
+    QMessageBox::StandardButton button;
+    bool hasFolder, closes, isWritten;
+};
 
-/** The rule, as a scan of all sizes. */
-Bit scan(const std::set<int>& sizes, int dhs, int minTol, int maxTol)
+struct FileCase
 {
-    const qint64 lower = qint64(dhs) - minTol;
-    const qint64 upper = qint64(dhs) + maxTol;
-    Bit bit = {"untouched", 0, false, false, false};
-    qint64 best = -1;
-    bool isAbove = false;
-    for (const int size : sizes) {
-        const qint64 distance = std::llabs(qint64(dhs) - size);
-        if (size >= lower && !isAbove && (best < 0 || distance < best)) {
-            best = distance;
-            bit = {QString::number(size), size, true, false, distance == 0};
-        }
-        isAbove = isAbove || size > upper; // one size above the range takes part
-    }
-    bit.isOut = bit.size < lower || bit.size > upper;
-    return bit;
-}
+    const char* name;
+    QByteArray bit;
+    const char* shown;
+};
 
-QByteArray millimeters(int size)
+/** Two bits of one designation and one of its own; microns and mils have the same numbers. */
+QByteArray threeBits()
 {
-    return QByteArray::number(size / 400000.0, 'g', 15);
+    return bitsXml(
+        {bitXml("A", "0.1", "0.1"), bitXml("A", "0.2", "0.2", "no"), bitXml("B", "0.3", "0.3")});
 }
+constexpr char loaded[] = "100=A 200=A 300=B";
 
 } // namespace
 
-/** The lookup of a drill bit, and numbers as text. */
+/** The drill bits: their lookup, their editor and their file. */
 class TestBits : public QObject
 {
     Q_OBJECT
 
 private slots:
+    // Numbers have a point, whatever the user's locale has.
+    void initTestCase() { QLocale::setDefault(QLocale(QLocale::German)); }
     void init() { mHost.emplace(); }
     void cleanup() { mHost.reset(); }
 
     void lookup_data()
     {
-        QTest::addColumn<QList<int>>("sizes");
-        QTest::addColumn<int>("dhs");
-        QTest::addColumn<int>("minTol");
-        QTest::addColumn<int>("maxTol");
-        QTest::addColumn<int>("size"); // 0 if none is found
-        QTest::addColumn<bool>("isOut");
-        using Sizes = QList<int>;
-        QTest::newRow("no bits") << Sizes() << 100 << 20 << 20 << 0 << true;
-        QTest::newRow("no bits, 0 in range") << Sizes() << 100 << 100 << 0 << 0 << false;
-        QTest::newRow("equally near") << Sizes{90, 110} << 100 << 20 << 20 << 90 << false;
-        QTest::newRow("exact") << Sizes{99, 100, 101} << 100 << 20 << 20 << 100 << false;
-        QTest::newRow("at lower end") << Sizes{80} << 100 << 20 << 20 << 80 << false;
-        QTest::newRow("below lower end") << Sizes{79} << 100 << 20 << 20 << 0 << true;
-        QTest::newRow("at upper end") << Sizes{120} << 100 << 20 << 20 << 120 << false;
-        QTest::newRow("smaller never") << Sizes{50, 200} << 100 << 20 << 20 << 200 << true;
-        QTest::newRow("above beats inside") << Sizes{55, 111} << 100 << 50 << 10 << 111 << true;
-        QTest::newRow("next but one never")
-            << Sizes{80, 130, 131} << 130 << 50 << -20 << 130 << true;
-        QTest::newRow("no tolerance") << Sizes{99, 107} << 100 << 0 << 0 << 107 << true;
-        QTest::newRow("size 0 is no bit") << Sizes{0} << 0 << 0 << 0 << 0 << false;
-        QTest::newRow("greatest range") << Sizes{5} << INT_MAX << INT_MAX << INT_MAX << 5 << false;
-        QTest::newRow("farther than a size") << Sizes{5} << INT_MIN << INT_MAX << 0 << 0 << true;
-        QTest::newRow("above all") << Sizes{5} << INT_MAX << 0 << INT_MAX << 0 << true;
+        addRows<LookupCase>({
+            {"no bits, 0 in range", {}, 100, 100, 0, "- 0"},
+            {"equally near", {110, 90}, 100, 20, 20, "B 90 found"},
+            {"exact, the later of two", {99, 100, 100, 101}, 100, 20, 20, "C 100 found exact"},
+            {"at lower end", {80}, 100, 20, 20, "A 80 found"},
+            {"below lower end", {79}, 100, 20, 20, "- 0 out"},
+            {"at upper end", {120, 121}, 100, 20, 20, "A 120 found"},
+            {"smaller never", {50, 200}, 100, 20, 20, "B 200 found out"},
+            {"above beats inside", {55, 111}, 100, 50, 10, "B 111 found out"},
+            {"next but one never", {80, 130, 131}, 131, 50, -20, "B 130 found out"},
+            {"range upside down", {80, 130, 150}, 131, -10, -20, "- 0 out"},
+            {"size 0 is no bit", {0}, 0, 0, 0, "- 0"},
+            {"greatest range", {5}, INT_MAX, INT_MAX, INT_MAX, "A 5 found"},
+            {"farther than a size", {5}, INT_MIN, INT_MAX, 0, "- 0 out"},
+            {"above all", {5}, INT_MAX, 0, INT_MAX, "- 0 out"},
+        });
     }
 
     void lookup()
     {
-        QFETCH(QList<int>, sizes);
-        QFETCH(int, dhs);
-        QFETCH(int, minTol);
-        QFETCH(int, maxTol);
-        QFETCH(int, size);
-        QFETCH(bool, isOut);
-        const auto table = tableOf(sizes);
-        const bool found = size != 0;
-        const Bit wanted = {
-            found ? QString::number(size) : "untouched", size, found, isOut, found && size == dhs};
-        const Bit bit = lookUp(*table, dhs, minTol, maxTol);
-        QVERIFY2(bit == wanted, toText(bit));
+        QFETCH(LookupCase, data);
+        QByteArrayList bits;
+        for (const int size : data.sizes) {
+            const QByteArray designation(1, char('A' + bits.size()));
+            bits.append(bitXml(designation, QByteArray::number(size / 400000.0, 'g', 15)));
+        }
+        mHost->write(fileName, bitsXml(bits));
+        BroxBitsTable table(nullptr, {});
+        table.setStepId(mHost->step);
+        QString bit = "-";
+        int size = 7;
+        bool found = true, isOut = true, isExact = true;
+        table.findDrillBit(
+            data.dhs, data.minTol, data.maxTol, &bit, &size, &found, &isOut, &isExact);
+        bit += QString(" %1").arg(size);
+        bit += QString(found ? " found" : "") + (isOut ? " out" : "") + (isExact ? " exact" : "");
+        QCOMPARE(bit, data.bit);
     }
 
-    void lookupLikeScan()
+    void edits_data()
     {
-        QRandomGenerator random(20240607);
-        for (int i = 0; i < 2000; ++i) {
-            QList<int> sizes;
-            for (int j = random.bounded(12); j > 0; --j) {
-                sizes.append(random.bounded(1, 60));
-            }
-            const auto table = tableOf(sizes);
-            const std::set<int> sorted(sizes.begin(), sizes.end());
-            for (int j = 0; j < 50; ++j) {
-                const int dhs = random.bounded(-5, 70);
-                const int minTol = random.bounded(25);
-                const int maxTol = random.bounded(25);
-                const Bit bit = lookUp(*table, dhs, minTol, maxTol);
-                const Bit wanted = scan(sorted, dhs, minTol, maxTol);
-                QVERIFY2(bit == wanted,
-                    QString("table %1, query %2: %3, wanted %4")
-                        .arg(QString::number(i), QString::number(j), toText(bit), toText(wanted))
-                        .toUtf8());
+        addRows<EditsCase>({
+            {"a new bit is in no index", "add", loaded, loaded},
+            {"sizes, then name", "add, microns 400, mils 500, name C", "100=A 200=A 300=B 400=C",
+                "100=A 200=A 300=B 500=C"},
+            {"lowest size of a shared name gives way", "row 200, microns 500, mils 400",
+                "200=A 300=B 500=A", "200=A 300=B 400=A"},
+            {"rename, approved or not", "row 200, name C", "100=A 200=C 300=B",
+                "100=A 200=C 300=B"},
+            {"emptied size is 0", "row 300, microns ", "0=B 100=A 200=A", loaded},
+            {"uncheck", "row 300, check", "100=A 200=A", "100=A 200=A"},
+            {"check of size 0", "row 300, microns 0, check, check", "0=B 100=A 200=A", loaded},
+            {"delete of an unapproved bit", "row 200, delete", loaded, loaded},
+            {"delete without a name", "row 300, name , delete",
+                "100=A 200=A 300=", "100=A 200=A 300="},
+            {"delete of one of two of a size", "row 300, microns 100, delete", "200=A",
+                "100=A 200=A"},
+        });
+    }
+
+    /** Lookups follow each edit at once, though nothing is saved. */
+    void edits()
+    {
+        QFETCH(EditsCase, data);
+        open(threeBits());
+        QVERIFY(!isMarked());
+        for (const QString& step : QString(data.steps).split(", ")) {
+            const QString what = step.section(' ', 0, 0);
+            const QString value = step.section(' ', 1);
+            const int row = mTable->currentRow();
+            if (what == "add") {
+                press(Qt::Key_N);
+            } else if (what == "row") {
+                mTable->setCurrentCell(findRow(mTable, 1, value), 0);
+            } else if (what == "check") {
+                toggle(row);
+            } else if (what == "delete") {
+                press(Qt::Key_X);
+            } else {
+                const QStringList columns = {"name", "microns", "mils"};
+                typeInto(mTable, row, int(columns.indexOf(what)), value);
             }
         }
+        QCOMPARE(index(400), data.metric);
+        standin_set_units(mHost->step, Host::Inch);
+        QCOMPARE(index(10160), data.inch);
+        QVERIFY(isMarked());
+        QCOMPARE(mHost->read(fileName), threeBits());
     }
 
-    void indices()
+    /** A shop's table from nothing, without a mouse; what no number has is no key. */
+    void byKeyboard()
     {
-        mHost->write("brox_drill_bits.xml",
-            bitsXml({bitXml("metric", "1", "0"), bitXml("inch", "0", "1"),
-                bitXml("both", "2", "2", "no"), bitXml("later", "2", "3")}));
-        BroxBitsTable table(nullptr, {});
-        QVERIFY(!lookUp(table, 400000, 0, 0).found); // no step yet
-        table.setStepId(mHost->step);
-        QCOMPARE(lookUp(table, 400000, 0, 0).designation, QString("metric"));
-        QCOMPARE(lookUp(table, 800000, 0, 0).designation, QString("later"));
-        standin_set_units(mHost->step, 0);
-        QCOMPARE(lookUp(table, 400000, 0, 0).designation, QString("inch"));
-        QCOMPARE(lookUp(table, 20320000, 0, 0).designation, QString("both"));
+        open({});
+        QVERIFY(mHost->log.isEmpty());
+        for (const char* keys : {"80\t350\t13.8\r", "#9\t-1,000.1234567e\t2543210\r"}) {
+            press(Qt::Key_N);
+            mTable->setFocus();
+            for (const char* key = keys; *key; ++key) { // the first one opens an editor
+                QTest::keyClick(QApplication::focusWidget(), *key);
+            }
+            QCoreApplication::processEvents(); // the editor's closing is queued
+        }
+        press(Qt::Key_N);
+        press(Qt::Key_X);
+        QCOMPARE(shown(), QStringList({"80 350 13.8 yes", "#9 1000.123456 25432 yes"}));
+        QVERIFY(isMarked());
+        press(Qt::Key_S);
+        QVERIFY(!isMarked());
+        mHost->endViewer();
+        open({});
+        QCOMPARE(shown(), QStringList({"80 350 13.8 yes", "#9 1000.12 25432 yes"}));
+        QCOMPARE(mHost->drill("M", 140000).bit, QByteArray("80"));
     }
 
-    void numbers_data()
+    void sorting_data()
     {
-        QTest::addColumn<QString>("numberText");
-        QTest::addColumn<int>("unit");
-        QTest::addColumn<int>("size");
-        QTest::addColumn<QString>("back");
-        const auto row = [](const char* shown, int unit, int size, const char* back = nullptr) {
-            QTest::addRow("%s in unit %d", shown, unit)
-                << shown << unit << size << (back ? back : shown);
-        };
-        row("0.0138", 0, 140208);
-        row("0.35", 1, 140000);
-        row("13.8", 2, 140208);
-        row("350", 3, 140000);
-        row("250", 2, 2540000);
-        row("6.35", 1, 2540000);
-        row("-0.1", 2, -1016);
-        row("0.00124", 3, 0, "0"); // half a size is not reached
-        row("0.00125", 3, 1, "0.0025");
-        row("-0.00125", 3, -1, "-0.0025");
-        row("3.0864175", 1, 1234567, "3.08642");
-        row("", 3, 0, "0");
-        row("abc", 3, 0, "0");
-        row("1,5", 3, 0, "0");
-        row("nan", 3, 0, "0");
-        row("inf", 3, INT_MAX, "5.36871e+06");
-        row("300000", 2, INT_MAX, "211367");
-        row("-1e300", 0, INT_MIN, "-211.367");
-        row("1", 4, 0, "0");
-        row("1", -1, 0, "0");
+        QTest::addColumn<int>("column");
+        QTest::addColumn<Qt::SortOrder>("order");
+        QTest::addColumn<bool>("rises"); // the microns
+        QTest::newRow("designation") << 0 << Qt::AscendingOrder << true;
+        QTest::newRow("microns") << 1 << Qt::AscendingOrder << true;
+        QTest::newRow("microns, falling") << 1 << Qt::DescendingOrder << false;
+        QTest::newRow("mils") << 2 << Qt::AscendingOrder << false;
     }
 
-    void numbers()
+    /** However the table is sorted, numbers count as such and the cells of a bit stay together. */
+    void sorting()
     {
-        QFETCH(QString, numberText);
-        QFETCH(int, unit);
-        QFETCH(int, size);
-        QFETCH(QString, back);
-        const BroxBitsTable table(nullptr, {});
-        QCOMPARE(table.textToSize(numberText, zeb_units_enum(unit)), size);
-        QString written;
-        table.sizeToText(size, &written, zeb_units_enum(unit));
-        QCOMPARE(written, back);
+        QFETCH(int, column);
+        QFETCH(Qt::SortOrder, order);
+        QFETCH(bool, rises);
+        open("<DrillSizeTable/>");
+        mTable->sortByColumn(column, order);
+        load(bitsXml({bitXml("C", "0.02", "0.98", "no"), bitXml("A", "0.003", "0.997"),
+            bitXml("E", "0.9", "0.1"), bitXml("D", "0.1", "0.9", "no")}));
+        press(Qt::Key_N);
+        QTableWidgetItem* cell = mTable->item(mTable->currentRow(), 0);
+        typeInto(mTable, cell->row(), 0, "B");
+        typeInto(mTable, cell->row(), 1, "7"); // each edit may move the row
+        typeInto(mTable, cell->row(), 2, "993");
+        QStringList bits = {
+            "A 3 997 yes", "B 7 993 yes", "C 20 980 no", "D 100 900 no", "E 900 100 yes"};
+        if (!rises) {
+            std::reverse(bits.begin(), bits.end());
+        }
+        QCOMPARE(shown(), bits);
     }
 
-    void badPointers_data()
+    void closing_data()
     {
-        QTest::addColumn<std::function<void()>>("call");
-        QTest::addColumn<QString>("report");
-        using Call = std::function<void()>;
-        const auto row = [](const char* name, const char* source, const char* condition,
-                             Call call) {
-            QTest::newRow(name) << call << QString("INTERNAL|(%1) at %2").arg(condition, source);
-        };
-        const char* const bitSize = "((ullong)(bitSize) > 1000)";
-        const char* const flags = "((ullong)(found) > 1000) && ((ullong)(outOfTolRange) > 1000) && "
-                                  "((ullong)(exactMatch) > 1000)";
-        row("bits: size", "brox_bits_table", bitSize, [] {
-            BroxBitsTable(nullptr, {}).findDrillBit(1, 1, 1, &text, nullptr, nullptr, &flag, &flag);
+        addRows<ClosingCase>({
+            {"cancel", QMessageBox::Cancel, true, false, false},
+            {"discard", QMessageBox::Discard, true, true, false},
+            {"save", QMessageBox::Save, true, true, true},
+            {"save without a folder", QMessageBox::Save, false, false, false},
         });
-        row("bits: flag", "brox_bits_table", flags, [] {
-            BroxBitsTable(nullptr, {}).findDrillBit(1, 1, 1, &text, &number, &flag, &flag, nullptr);
-        });
-        row("formula: size", "brox_dhs", bitSize, [] {
-            BroxDhsFormula().findDrillBit(1, 1, 1, &text, nullptr, true, &flag, &flag, &flag);
-        });
-        row("formula: flag", "brox_dhs", flags, [] {
-            BroxDhsFormula().findDrillBit(1, 1, 1, &text, &number, true, &flag, nullptr, &flag);
-        });
-        row("formula: success", "brox_dhs",
-            "((ullong)(result) > 1000) && ((ullong)(success) > 1000)",
-            [] { BroxDhsFormula().calculateDhs(1, 1, 1, 1, &number, nullptr); });
-        row("viewer: value", "brox_viewer", "((ullong)(dhsValue) > 1000)", [this] {
-            BroxViewer(mHost->step, nullptr, {})
-                .calcDrillSize(DrillTypeManager::Pth, 1, 1, 1, nullptr, &text, &flag, &flag, &flag);
-        });
-        row("viewer: flag", "brox_viewer",
-            "((ullong)(success) > 1000) && ((ullong)(outOfTolRange) > 1000) && "
-            "((ullong)(exactMatch) > 1000)",
-            [this] {
-                BroxViewer(mHost->step, nullptr, {})
-                    .calcDrillSize(
-                        DrillTypeManager::Pth, 1, 1, 1, &number, &text, nullptr, &flag, &flag);
-            });
     }
 
-    void badPointers()
+    void closing()
     {
-        QFETCH(std::function<void()>, call);
-        QFETCH(QString, report);
-        call();
-        QVERIFY(number == 7 && flag && text == "x"); // nothing is written
-        QCOMPARE(mHost->log, QStringList(report));
-        QCOMPARE(standin_error_sounds(), 1);
+        QFETCH(ClosingCase, data);
+        open(threeBits());
+        QFile::remove(mHost->path(fileName));
+        mTable->setCurrentCell(-1, -1);
+        press(Qt::Key_X);
+        press(Qt::Key_S);
+        QVERIFY(!isMarked() && !QFile::exists(mHost->path(fileName))); // nothing has changed
+        press(Qt::Key_N);
+        if (!data.hasFolder) {
+            standin_set_data_dir(nullptr);
+        }
+        Answers answers{data.button};
+        press(Qt::Key_F4);
+        QCOMPARE(mTable->isVisible(), !data.closes);
+        QCOMPARE(isMarked(), !data.isWritten);
+        QCOMPARE(mHost->read(fileName).count("<Drill "), data.isWritten ? 4 : 0);
+        int ok = 0;
+        brox__proxy_can_close(mHost->step, &ok);
+        QCOMPARE(ok, 1); // this window is not asked
+    }
+
+    /** What can't be loaded leaves rows, lookups and the unsaved mark alone. */
+    void loading()
+    {
+        open(threeBits());
+        press(Qt::Key_N);
+        load({}, {QMessageBox::Discard});
+        QCOMPARE(mHost->log,
+            QStringList({"INTERNAL|(fi.exists()) at brox_bits_table",
+                "ERROR|Unable to find BROX Bits XML file: " + mHost->path("other.xml")}));
+        QCOMPARE(mTable->rowCount(), 4);
+        QCOMPARE(index(400), loaded);
+        QVERIFY(isMarked());
+        load(bitsXml({bitXml("C", "0.4")}), {QMessageBox::Discard});
+        QCOMPARE(shown(), QStringList("C 400 0 yes"));
+        QCOMPARE(index(400), "400=C");
+        QVERIFY(!isMarked());
+    }
+
+    /** Nodes of a file that are no bits leave rows without cells. */
+    void blankRows()
+    {
+        open("<DrillSizeTable><!-- c --><Drill designation='A' millimeters='0.1' inches='0.1' "
+             "approved='yes'/><drill designation='x'/>text<Drill "
+             "designation='B'/></DrillSizeTable>");
+        QCOMPARE(mTable->rowCount(), 5);
+        mTable->sortByColumn(2, Qt::AscendingOrder);
+        mTable->selectRow(findRow(mTable, 0, "-"));
+        press(Qt::Key_X);
+        typeInto(mTable, findRow(mTable, 0, "-"), 1, "20"); // makes a bit of it
+        const QStringList bits = {"B 0 0 no", " 20 0 yes", "A 100 100 yes"};
+        QCOMPARE(shown().filter(" "), bits);
+        press(Qt::Key_S);
+        mHost->endViewer();
+        open({});
+        mTable->sortByColumn(2, Qt::AscendingOrder);
+        QCOMPARE(shown(), bits);
+    }
+
+    void files_data()
+    {
+        addRows<FileCase>({
+            {"as it was", bitXml("a", "0.35", "0.0138", "no"), "a 350 13.8 no"},
+            {"no numbers", bitXml("a", "nan", "1,5", "Yes"), "a 0 0 no"},
+            {"too big", bitXml("a", "1e9", "inf"), "a 5.36871e+06 211367 yes"},
+            {"too small", bitXml("a", "-1e300", "-212"), "a -5.36871e+06 -211367 yes"},
+            {"nearest size", bitXml("a", "0.000004", "-0.00000015"), "a 0.005 -0.00019685 yes"},
+            {"odd text", bitXml("&quot;&lt;\u00b5&#10;\U0001F600&gt;' ", "1"),
+                "\"<\u00b5\n\U0001F600>'  1000 0 yes"},
+        });
+    }
+
+    /** A file is read, written and read again, and its bits are the same. */
+    void files()
+    {
+        QFETCH(FileCase, data);
+        open("<DRILLSIZETABLE>" + data.bit + "</DRILLSIZETABLE>");
+        QCOMPARE(shown(), QStringList(data.shown));
+        press(Qt::Key_N);
+        press(Qt::Key_X);
+        press(Qt::Key_S);
+        mHost->endViewer();
+        open({});
+        QCOMPARE(shown(), QStringList(data.shown));
+        QVERIFY(mHost->read(fileName).startsWith("<DrillSizeTable>"));
+        QVERIFY(mHost->log.isEmpty());
     }
 
 private:
-    std::unique_ptr<BroxBitsTable> tableOf(const QList<int>& sizes)
+    /** Opens the editor on a file, or on the one that is there. */
+    void open(const QByteArray& bits)
     {
-        QByteArrayList bits;
-        for (const int size : sizes) {
-            bits.append(bitXml(QByteArray::number(size), millimeters(size)));
+        // The next larger bit is taken, so that a bit at size 0 shows as well.
+        mHost->write("brox.xml", modelsXml({modelXml("M", "FHS - 1", "yes")}));
+        if (!bits.isNull()) {
+            mHost->write(fileName, bits);
         }
-        mHost->write("brox_drill_bits.xml", bitsXml(bits));
-        auto table = std::make_unique<BroxBitsTable>(nullptr, Qt::WindowFlags());
-        table->setStepId(mHost->step);
-        return table;
+        click(mHost->viewer(), "openBitFileToolButton");
+        mTable = child<QTableWidget>(mHost->viewer(), "drillBitsTableWidget");
+    }
+
+    /** Lets the editor load another file; a null content is none. */
+    void load(const QByteArray& bits, std::initializer_list<QMessageBox::StandardButton> asked = {})
+    {
+        if (!bits.isNull()) {
+            mHost->write("other.xml", bits);
+        }
+        Answers answers(asked);
+        answers.addFile(mHost->path("other.xml"));
+        click(mTable->window(), "actionOpen");
+    }
+
+    /** Presses a shortcut, which the active window gets. */
+    void press(Qt::Key key)
+    {
+        mTable->window()->activateWindow();
+        QTRY_COMPARE(QApplication::activeWindow(), mTable->window());
+        QTest::keyClick(mTable->window(), key, Qt::ControlModifier);
+    }
+
+    void toggle(int row)
+    {
+        QTableWidgetItem* cell = mTable->item(row, 3);
+        cell->setCheckState(cell->checkState() == Qt::Checked ? Qt::Unchecked : Qt::Checked);
+    }
+
+    bool isMarked() const { return mTable->window()->windowTitle().endsWith('*'); }
+
+    /** The table's rows as "designation microns mils approved"; "-" for one without cells. */
+    QStringList shown() const
+    {
+        QStringList bits;
+        for (int row = 0; row < mTable->rowCount(); ++row) {
+            QStringList texts = rowTexts(mTable, row);
+            const QTableWidgetItem* approved = mTable->item(row, 3);
+            texts[3] = approved && approved->checkState() == Qt::Checked ? "yes" : "no";
+            bits.append(approved ? texts.join(' ') : "-");
+        }
+        return bits;
+    }
+
+    /** What lookups find at some sizes: "100=A 200=" and so on. */
+    QString index(int sizesPerNumber)
+    {
+        QStringList found;
+        for (const int number : {0, 100, 200, 300, 400, 500}) {
+            const auto drill = mHost->drill("M", number * sizesPerNumber);
+            if (drill.size == number * sizesPerNumber) {
+                found.append(QString("%1=%2").arg(QString::number(number), drill.bit));
+            }
+        }
+        return found.join(' ');
     }
 
     std::optional<Host> mHost;
+    QTableWidget* mTable = nullptr;
 };
 
 QTEST_MAIN(TestBits)
