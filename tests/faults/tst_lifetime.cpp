@@ -4,7 +4,6 @@
 #include <QPointer>
 #include <QScrollBar>
 
-#include <memory>
 #include <new>
 
 #include "fixture.h"
@@ -77,6 +76,13 @@ void putIntoWindow(JobHost& host)
     QObject::connect(host.viewer(), &QObject::destroyed, window, &QObject::deleteLater);
 }
 
+void outliveParentViewer(JobHost& host)
+{
+    UnitsSource parent;
+    brox__proxy_set_parent_viewer(reinterpret_cast<BroxViewer*>(host.viewer()), &parent);
+    emit parent.unitsChanged(ZEB_UNITS_MILS);
+}
+
 const std::vector<Moment> moments = {
     {"untouched", [](JobHost&) {}},
     {"shown", [](JobHost& host) { host.viewer()->show(); }},
@@ -100,6 +106,7 @@ const std::vector<Moment> moments = {
             click(host.viewer(), "deleteToolButton");
         }},
     {"in a window of the host's", putIntoWindow},
+    {"after its parent viewer", outliveParentViewer},
     {"files gone", [](JobHost& host) { QDir(host.path({})).removeRecursively(); }},
 };
 
@@ -110,8 +117,8 @@ class TestLifetime : public QObject
     Q_OBJECT
 
 private slots:
-    /** Each of the functions that open a viewer refuses, and opens it the next time. */
-    void noMemoryForAViewer()
+    /** No viewer or no model comes of it, and all is well the next time. */
+    void noMemory()
     {
         if (!newCanFail()) {
             QSKIP("memory is another's matter");
@@ -132,20 +139,11 @@ private slots:
         QVERIFY(!names && count == 0 && size == 0 && !bit[0]);
         QCOMPARE(host.log.filter("INTERNAL|(((ullong)(brox) > 1000)) at brox_proxy").size(), 3);
         QCOMPARE(host.modelNames(), QStringList({"A", "B"}));
-    }
 
-    void noMemoryForAModel()
-    {
-        if (!newCanFail()) {
-            QSKIP("memory is another's matter");
-        }
-        JobHost host;
-        host.viewer();
         newsLeft = 1;
         click(host.viewer(), "newToolButton");
-        QCOMPARE(host.log, QStringList("INTERNAL|(broxModel != 0) at brox_viewer"));
+        QCOMPARE(host.log.last(), QString("INTERNAL|(broxModel != 0) at brox_viewer"));
         QCOMPARE(host.modelNames(), QStringList({"A", "B"}));
-
         // One that is missing in memory does not keep the others from being read.
         newsLeft = 1;
         click(host.viewer(), "loadToolButton");
@@ -173,29 +171,12 @@ private slots:
             }
             QVERIFY(!viewer);
             QCoreApplication::processEvents();
+            host.changeUnits(Host::Inch); // nobody hears of it any more
             QCOMPARE(host.read("brox.xml"), models);
             QVERIFY(host.heard.isEmpty() && host.log.isEmpty());
             QCOMPARE(brox__proxy_open_brox(host.step), 0);
             QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         }
-    }
-
-    /** What follows the units ends with either side. */
-    void endOfAParentViewer()
-    {
-        JobHost host;
-        auto parent = std::make_unique<UnitsSource>();
-        const auto connect = [&] {
-            auto* brox = reinterpret_cast<BroxViewer*>(host.viewer());
-            brox__proxy_set_parent_viewer(brox, parent.get());
-            emit parent->unitsChanged(ZEB_UNITS_MILS);
-        };
-        connect();
-        host.endViewer();
-        emit parent->unitsChanged(ZEB_UNITS_MILS);
-        connect();
-        parent.reset();
-        QCOMPARE(host.modelNames(), QStringList({"A", "B"}));
     }
 
     /** Two steps share the files only: each keeps what it has read, and the later save wins. */

@@ -315,12 +315,6 @@ int findRow(const QTableWidget* table, int column, const QString& text)
     return int(columnTexts(table, column).indexOf(text));
 }
 
-void chooseFile(QDialog* dialog, const QString& path)
-{
-    qobject_cast<QFileDialog*>(dialog)->selectFile(path); // takes the preselected one away
-    child<QLineEdit>(dialog, "fileNameEdit")->setText(path);
-}
-
 Answers::Answers(std::initializer_list<QMessageBox::StandardButton> buttons)
 {
     for (const auto button : buttons) {
@@ -347,8 +341,10 @@ Answers::~Answers()
 void Answers::addFile(const QString& path)
 {
     add([path](QDialog* dialog) {
-        chooseFile(dialog, path);
-        QTest::keyClick(child<QLineEdit>(dialog, "fileNameEdit"), Qt::Key_Return);
+        qobject_cast<QFileDialog*>(dialog)->selectFile(path); // takes the preselected one away
+        auto* name = child<QLineEdit>(dialog, "fileNameEdit");
+        name->setText(path);
+        QTest::keyClick(name, Qt::Key_Return);
     });
 }
 

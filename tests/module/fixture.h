@@ -213,7 +213,4 @@ QStringList columnTexts(const QTableWidget* table, int column);
 /** The row whose cell of a column has a text, or -1. */
 int findRow(const QTableWidget* table, int column, const QString& text);
 
-/** Names a file in a file dialog. */
-void chooseFile(QDialog* dialog, const QString& path);
-
 #endif

@@ -165,26 +165,6 @@ private slots:
         QCOMPARE(saved()[1], QString("PressFit 0 0 0"));
     }
 
-    void amountsOfModels()
-    {
-        show({modelXml("a", "1", "no",
-                  "<HoleType name='NPth' amount='400' oversized='800' os_amount='-400'/>"
-                  "<HoleType name='Old' amount='7'/>"),
-            modelXml("b", "1", "no", "<HoleType name='Via'/>"), modelXml("c")});
-        const QStringList blank = {"-", "-", "-"};
-        for (const auto& [model, row, texts] : {std::tuple(0, 5, QStringList{"1", "2", "-1"}),
-                 std::tuple(1, 1, QStringList{"0", "0", "0"}), std::tuple(2, -1, QStringList())}) {
-            mHost->table("broxModelTableWidget")->selectRow(model);
-            for (int i = 0; i < 6; ++i) {
-                QCOMPARE(rowTexts(amounts(), i), i == row ? texts : blank);
-            }
-        }
-        mHost->table("broxModelTableWidget")->selectRow(0);
-        typeInto(amounts(), 0, 0, "1"); // what no row shows is kept
-        QCOMPARE(saved().mid(1, 3),
-            QStringList({"NPth 400 800 -400", "Undefined 7 0 0", "Pth 400 0 0"}));
-    }
-
     /** Units there and back lose nothing, however the numbers are rounded on show. */
     void unitsKeepAmounts()
     {

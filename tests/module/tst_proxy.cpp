@@ -7,7 +7,7 @@ namespace {
 
 constexpr int millimeter = 400000;
 
-/** A hole and its drill; for all but the models named, the formula on show is that of "Bits". */
+/** A hole of a tool and its drill size; the formula on show is that of the first model. */
 struct Hole
 {
     const char* name;
@@ -16,35 +16,32 @@ struct Hole
     const char* model;
     int fhs;
     int size;
-    QByteArray bit;
+    QByteArray bit = {};
 };
 
-// Amounts of "Bits" are 4 to 9 sizes by type, and its bits are 1 mm and 0 or 4 to 9 sizes.
-const QByteArray bitsModel = modelXml("Bits", "AMOUNT + FHS", "yes",
-    R"(<HoleType name="Pth" amount="4"/><HoleType name="Via" amount="5"/>
-       <HoleType name="Laser" amount="6"/><HoleType name="Photo" amount="7"/>
-       <HoleType name="PressFit" amount="8"/><HoleType name="NPth" amount="9"/>)");
-const QByteArray ownModel = modelXml("Own", "1", "no",
-    R"(<HoleType name="Pth" amount="100" oversized="1000" os_amount="200"/>
-       <HoleType name="Via" amount="100" oversized="0" os_amount="200"/>
-       <HoleType name="Laser" amount="100" oversized="-5" os_amount="200"/>)");
+const QByteArray models = modelsXml({
+    modelXml("Own", "1", "no",
+        R"(<HoleType name="Pth" amount="100" oversized="1000" os_amount="200"/>
+           <HoleType name="Via" amount="100" oversized="0" os_amount="200"/>
+           <HoleType name="NPth" amount="100" oversized="-5" os_amount="200"/>)"),
+    modelXml("Bits", "AMOUNT + FHS", "yes",
+        R"(<HoleType name="Pth" amount="4"/><HoleType name="Laser" amount="6"/>
+           <HoleType name="Photo" amount="7"/>)"),
+});
 
 const std::vector<Hole> holes = {
     {"plated", 0, 0, "Bits", millimeter, millimeter + 4, "P4"},
-    {"non-plated", 1, 0, "Bits", millimeter, millimeter + 9, "P9"},
-    {"via", 2, 0, "Bits", millimeter, millimeter + 5, "P5"},
-    {"press fit", 0, 3, "Bits", millimeter, millimeter + 8, "P8"},
-    {"laser, whatever the type, takes no bit", 9, 1, "Bits", millimeter, millimeter + 6, ""},
-    {"photo takes no bit", 2, 2, "Bits", millimeter, millimeter + 7, ""},
-    {"unknown type has no amount", 3, 0, "Bits", millimeter, millimeter, "P0"},
+    {"laser, whatever the type, takes no bit", 9, 1, "Bits", millimeter, millimeter + 6},
+    {"photo takes no bit", 2, 2, "Bits", millimeter, millimeter + 7},
+    {"press fit has no amount", 0, 3, "Bits", millimeter, millimeter, "P0"},
+    {"unknown type", 3, 0, "Bits", millimeter, millimeter, "P0"},
     {"negative type", -1, 0, "Bits", millimeter, millimeter, "P0"},
     {"unknown sub type", 0, 4, "Bits", millimeter, millimeter, "P0"},
-    {"name in other case", 0, 0, "bits", millimeter, 0, ""},
-    {"type without amounts", 1, 0, "Own", millimeter, millimeter, ""},
-    {"below the threshold", 0, 0, "Own", 999, 1099, ""},
-    {"at the threshold", 0, 0, "Own", 1000, 1200, ""},
-    {"no threshold", 2, 0, "Own", millimeter, millimeter + 100, ""},
-    {"negative threshold", 0, 1, "Own", millimeter, millimeter + 100, ""},
+    {"name in other case", 0, 0, "bits", millimeter, 0},
+    {"below the threshold", 0, 0, "Own", 999, 1099},
+    {"at the threshold", 0, 0, "Own", 1000, 1200},
+    {"no threshold", 2, 0, "Own", millimeter, millimeter + 100},
+    {"negative threshold", 1, 0, "Own", millimeter, millimeter + 100},
 };
 
 } // namespace
@@ -129,13 +126,9 @@ private slots:
     void drillSizes()
     {
         QFETCH(Hole, data);
-        QByteArrayList bits;
-        for (const int i : {0, 4, 5, 6, 7, 8, 9}) {
-            const double size = double(millimeter + i) / millimeter;
-            bits.append(bitXml("P" + QByteArray::number(i), QByteArray::number(size, 'g', 12)));
-        }
-        mHost->write("brox.xml", modelsXml({ownModel, bitsModel}));
-        mHost->write("brox_drill_bits.xml", bitsXml(bits));
+        mHost->write("brox.xml", models);
+        mHost->write("brox_drill_bits.xml",
+            bitsXml({bitXml("P0", "1"), bitXml("P4", "1.00001"), bitXml("P6", "1.000015")}));
         const Host::Drill drill =
             mHost->drill(data.model, data.fhs, 0, 0, data.toolType, data.toolSubType);
         QCOMPARE(drill.status, 0);

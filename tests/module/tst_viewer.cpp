@@ -12,15 +12,6 @@
 
 namespace {
 
-struct Start
-{
-    const char* name;
-    QByteArray content; ///< null: there is no file
-    bool isLoaded;
-    QString label = "<None>";
-    QString formula = {};
-};
-
 struct Rename
 {
     const char* name;
@@ -50,43 +41,18 @@ private slots:
     void init() { mHost.emplace(); }
     void cleanup() { mHost.reset(); }
 
-    void start_data()
-    {
-        addRows<Start>({
-            {"no file", {}, false},
-            {"bad file", "<x", false},
-            {"no models", modelsXml({}), true},
-            {"models", modelsXml({modelXml("b", "1", "yes"), modelXml("a", "2")}), true, "a", "2"},
-        });
-    }
-
-    void start()
-    {
-        QFETCH(Start, data);
-        if (!data.content.isNull()) {
-            mHost->write("brox.xml", data.content);
-        }
-        QCOMPARE(models()->isVisible(), data.isLoaded);
-        QCOMPARE(in<QWidget>("noModelsMessageFrame")->isVisible(), !data.isLoaded);
-        for (const char* name : {"broxAmountsWidget", "broxDhsWidget", "broxTesterWidget"}) {
-            QCOMPARE(in<QWidget>(name)->isEnabled(), data.isLoaded);
-        }
-        QCOMPARE(nameLabel()->text(), data.label);
-        QCOMPARE(formula()->text(), data.formula);
-        QCOMPARE(in<QLabel>("unitsLabel")->text(), QString("Microns"));
-        QVERIFY(!hasChanges(mHost->viewer()));
-        QVERIFY(in<QWidget>("loadToolButton")->isHidden());
-    }
-
     void selectingIsNoChange()
     {
-        show({modelXml("a", "1", "yes"), modelXml("b", "2"), modelXml("c", "3", "yes")});
+        const QByteArray types = "<HoleType name='NPth' amount='400'/>";
+        show({modelXml("a", "1", "yes", types), modelXml("b", "2"), modelXml("c", "3", "yes")});
         for (const bool changed : {false, true}) {
             for (const int row : {1, 2, 0}) {
                 models()->selectRow(row);
                 QCOMPARE(nameLabel()->text(), QString("abc").mid(row, 1));
                 QCOMPARE(formula()->text(), QString::number(row + 1));
                 QCOMPARE(in<QCheckBox>("useBitFileCheckBox")->isChecked(), row != 1);
+                QCOMPARE(rowTexts(amounts(), 0), QStringList({"-", "-", "-"}));
+                QCOMPARE(rowTexts(amounts(), 5).join(' '), row == 0 ? "1 0 0" : "- - -");
                 QCOMPARE(hasChanges(mHost->viewer()), changed);
             }
             models()->clearSelection();
@@ -98,10 +64,20 @@ private slots:
 
     void newModels()
     {
+        const char* const parts[] = {"broxAmountsWidget", "broxDhsWidget", "broxTesterWidget"};
+        QVERIFY(models()->isHidden() && in<QWidget>("noModelsMessageFrame")->isVisible());
+        for (const char* part : parts) {
+            QVERIFY(!in<QWidget>(part)->isEnabled());
+        }
+        QCOMPARE(nameLabel()->text(), QString("<None>"));
+        QCOMPARE(in<QLabel>("unitsLabel")->text(), QString("Microns"));
+        QVERIFY(in<QWidget>("loadToolButton")->isHidden());
         for (const char* name : {"Model", "Model + 1", "Model + 2"}) {
             click(mHost->viewer(), "newToolButton");
-            QVERIFY(models()->isVisible() && in<QWidget>("broxDhsWidget")->isEnabled());
-            QVERIFY(in<QWidget>("noModelsMessageFrame")->isHidden());
+            QVERIFY(models()->isVisible() && in<QWidget>("noModelsMessageFrame")->isHidden());
+            for (const char* part : parts) {
+                QVERIFY(in<QWidget>(part)->isEnabled());
+            }
             QLineEdit* editor = openEditor(models());
             QVERIFY(editor);
             QCOMPARE(editor->text(), QString(name));
