@@ -2,6 +2,7 @@
 #include "brox_dhs.h"
 
 #include "brox_bits_table.h"
+#include "brox_local_text.h"
 #include "brox_looks.h"
 #include "brox_man.h"
 #include "brox_report.h"
@@ -11,24 +12,12 @@
 #include <QRegularExpression>
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <limits>
-#include <string>
 
 namespace {
 
 constexpr BroxSource source("brox_dhs");
-constexpr int roomForText = 256; ///< for the assignments and most formulas
-
-/** Appends a statement for the calculator. This runs for each hole of a job, so the number is
- *  written in place. */
-void appendAssignment(std::string& text, const char* assignment, int value)
-{
-    char digits[std::numeric_limits<int>::digits10 + 2]; // one more digit, and the sign
-    const auto [end, error] = std::to_chars(std::begin(digits), std::end(digits), value);
-    text.append(assignment).append(digits, end).append("; ");
-}
 
 /** (maxTol - minTol) / 2, cut toward zero; worked out in 64 bits, where it cannot overflow. */
 int tolMedian(int minTol, int maxTol)
@@ -97,16 +86,12 @@ void BroxDhsFormula::calculateDhs(
     if (formula.isEmpty()) {
         return;
     }
-    std::string text;
-    text.reserve(roomForText);
-    appendAssignment(text, "AMOUNT=", amount);
-    appendAssignment(text, "FHS=", fhs);
-    appendAssignment(text, "MIN_TOL=", minTol);
-    appendAssignment(text, "MAX_TOL=", maxTol);
-    appendAssignment(text, "TOL_MEDIAN=", tolMedian(minTol, maxTol));
-    text += formula.toLocal8Bit().constData();
+    LocalText text;
+    text << "AMOUNT=" << amount << "; FHS=" << fhs << "; MIN_TOL=" << minTol
+         << "; MAX_TOL=" << maxTol << "; TOL_MEDIAN=" << tolMedian(minTol, maxTol) << "; "
+         << formula;
     double value = 0.0;
-    *success = zeb__bc_act(text.c_str(), true, 0, &value) == 0;
+    *success = zeb__bc_act(text.data(), true, 0, &value) == 0;
     *result = truncatedSize(value);
 }
 

@@ -79,8 +79,8 @@ void BroxJobData::recalculate(int stepId)
         return;
     }
     QAbstractItemModel* model = table->model();
-    const QBrush good(textColor(table, true));
-    const QBrush bad(textColor(table, false));
+    const QVariant good = QBrush(textColor(table, true));
+    const QVariant bad = QBrush(textColor(table, false));
     {
         // The view hears once of all cells, not four times of each row.
         const QSignalBlocker quiet(model);
@@ -142,9 +142,8 @@ void BroxJobData::fillTable(int stepId, const drill_size_info* infos, int count)
 void BroxJobData::setSize(int stepId, int row, int col, int size)
 {
     auto* cell = new QTableWidgetItem;
-    cell->setData(Qt::UserRole, size);
+    setSizeAsText(cell, size, stepId);
     ui.jobDrillDataTableWidget->setItem(row, col, cell);
-    refreshCell(stepId, row, col);
 }
 
 void BroxJobData::refreshCell(int stepId, int row, int col)
@@ -152,7 +151,7 @@ void BroxJobData::refreshCell(int stepId, int row, int col)
     showSizeAsText(ui.jobDrillDataTableWidget->item(row, col), stepId);
 }
 
-void BroxJobData::recalculateRow(int stepId, int row, const QBrush& good, const QBrush& bad)
+void BroxJobData::recalculateRow(int stepId, int row, const QVariant& good, const QVariant& bad)
 {
     QTableWidget* table = ui.jobDrillDataTableWidget;
     const auto drillType =
@@ -166,10 +165,8 @@ void BroxJobData::recalculateRow(int stepId, int row, const QBrush& good, const 
         heldSize(table->item(row, MinTolColumn)), heldSize(table->item(row, MaxTolColumn)), &dhs,
         &drillDes, &success, &outOfTolRange, &exactMatch);
 
-    QTableWidgetItem* dhsCell = table->item(row, DhsColumn);
-    dhsCell->setData(Qt::UserRole, dhs);
-    showSizeAsText(dhsCell, stepId);
+    setSizeAsText(table->item(row, DhsColumn), dhs, stepId);
     QTableWidgetItem* desCell = table->item(row, DrillDesColumn);
-    desCell->setForeground(outOfTolRange ? bad : good);
+    desCell->setData(Qt::ForegroundRole, outOfTolRange ? bad : good);
     desCell->setText(drillDes);
 }

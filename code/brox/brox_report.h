@@ -2,6 +2,8 @@
 #ifndef BROX_REPORT_H
 #define BROX_REPORT_H
 
+#include <algorithm>
+#include <cstdint>
 #include <initializer_list>
 
 /** One of the module's sources, as the host's log names it.
@@ -29,12 +31,23 @@ public:
 
     /** Whether all of the pointers are valid: 0 to 1000 are no addresses. They are one condition.
      */
-    bool checkPointers(std::initializer_list<Pointer> pointers, int line = __builtin_LINE()) const;
+    bool checkPointers(std::initializer_list<Pointer> pointers, int line = __builtin_LINE()) const
+    {
+        return std::all_of(pointers.begin(), pointers.end(), isValid)
+            || reportPointers(pointers, line);
+    }
 
     /** The status of a call, which is logged if it is not 0. */
     int checkStatus(int status, int line = __builtin_LINE()) const;
 
 private:
+    static bool isValid(const Pointer& pointer)
+    {
+        return static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(pointer.value)) > 1000;
+    }
+
+    bool reportPointers(std::initializer_list<Pointer> pointers, int line) const;
+
     const char* mName;
 };
 

@@ -18,6 +18,14 @@ bool readSize(const QTableWidgetItem* cell, int* size)
     return isSize;
 }
 
+void showText(QTableWidgetItem* cell, int size, int stepId)
+{
+    char text[textLength + 1] = {};
+    if (brox__proxy_size_to_str(stepId, size, text) == 0) {
+        cell->setData(Qt::DisplayRole, QString::fromLocal8Bit(text));
+    }
+}
+
 } // namespace
 
 void showSizeAsNumber(QTableWidgetItem* cell, int stepId)
@@ -32,10 +40,15 @@ void showSizeAsNumber(QTableWidgetItem* cell, int stepId)
 void showSizeAsText(QTableWidgetItem* cell, int stepId)
 {
     int size = 0;
-    char text[textLength + 1] = {};
-    if (readSize(cell, &size) && brox__proxy_size_to_str(stepId, size, text) == 0) {
-        cell->setData(Qt::DisplayRole, QString::fromLocal8Bit(text));
+    if (readSize(cell, &size)) {
+        showText(cell, size, stepId);
     }
+}
+
+void setSizeAsText(QTableWidgetItem* cell, int size, int stepId)
+{
+    cell->setData(Qt::UserRole, size);
+    showText(cell, size, stepId);
 }
 
 int heldSize(const QTableWidgetItem* cell)

@@ -13,6 +13,9 @@ void showSizeAsNumber(QTableWidgetItem* cell, int stepId);
 /** Shows the size that a cell holds as the host's text. */
 void showSizeAsText(QTableWidgetItem* cell, int stepId);
 
+/** Gives a cell a size and shows it as the host's text. */
+void setSizeAsText(QTableWidgetItem* cell, int size, int stepId);
+
 /** The size that a cell holds; 0 if it holds none. */
 int heldSize(const QTableWidgetItem* cell);
 
