@@ -15,7 +15,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
 #include <limits>
 #include <optional>
 
@@ -57,34 +56,6 @@ QTableWidgetItem* newCell(int column, const QString& text)
 {
     return column == MicronsColumn || column == MilsColumn ? new NumericTableWidgetItem(text)
                                                            : new QTableWidgetItem(text);
-}
-
-void removeSize(QMap<int, QString>& index, int size)
-{
-    if (size > 0) {
-        index.remove(size);
-    }
-}
-
-void insertSize(QMap<int, QString>& index, int size, const QString& designation)
-{
-    if (size > 0) {
-        index.insert(size, designation);
-    }
-}
-
-/** Lays the entries side by side in memory. As they came they lie among the table's cells, and a
- *  lookup among many bits would wait for memory at each step. */
-void compact(QMap<int, QString>& index)
-{
-    index = QMap(index.toStdMap());
-}
-
-/** Moves a designation to another size. If several sizes hold it, the lowest gives way. */
-void moveSize(QMap<int, QString>& index, int size, const QString& designation)
-{
-    index.remove(index.key(designation));
-    index.insert(size, designation);
 }
 
 } // namespace
@@ -145,37 +116,20 @@ void BroxBitsTable::findDrillBit(int dhs, int minTol, int maxTol, QString* drill
         || (units != ZEB_UNITS_MILS && units != ZEB_UNITS_MICRONS)) {
         return;
     }
-    const QMap<int, QString>& index = units == ZEB_UNITS_MILS ? mInchBits : mMillimeterBits;
+    const BitIndex& index = units == ZEB_UNITS_MILS ? mInchBits : mMillimeterBits;
 
-    constexpr qint64 lowest = std::numeric_limits<int>::min();
-    constexpr qint64 highest = std::numeric_limits<int>::max();
     const qint64 lower = qint64(dhs) - minTol;
     const qint64 upper = qint64(dhs) + maxTol;
-    auto entry =
-        lower > highest ? index.constEnd() : index.lowerBound(int(std::max(lower, lowest)));
-    const auto above =
-        upper < lowest ? index.constBegin() : index.upperBound(int(std::min(upper, highest)));
-    const qint64 limit = above == index.constEnd() ? highest : above.key();
-
-    qint64 best = highest;
-    auto nearest = index.constEnd();
-    for (; entry != index.constEnd() && entry.key() <= limit; ++entry) {
-        // Only a smaller distance replaces the choice: of two bits equally near the smaller wins.
-        const qint64 distance = std::abs(qint64(dhs) - entry.key());
-        if (distance < best) {
-            best = distance;
-            nearest = entry;
-        }
-    }
-    *found = nearest != index.constEnd();
+    const BitChoice choice = nearestBit(index, dhs, lower, upper);
+    *found = choice.bit != index.constEnd();
     if (*found) {
-        *bitSize = nearest.key();
+        *bitSize = choice.bit.key();
         if (drillDes) {
-            *drillDes = nearest.value();
+            *drillDes = choice.bit.value();
         }
     }
     *outOfTolRange = *bitSize < lower || *bitSize > upper;
-    *exactMatch = best == 0;
+    *exactMatch = choice.distance == 0;
 }
 
 int BroxBitsTable::textToSize(const QString& text, zeb_units_enum unit) const
@@ -411,9 +365,9 @@ void BroxBitsTable::setDataChanged(bool changed)
 
 bool BroxBitsTable::canClose()
 {
-    return confirmClose(this, BROX_BITS_TABLE_TEXT("Drill Size Table Editor", "103"),
-        BROX_BITS_TABLE_TEXT(
-            "Unsaved data will be lost.\nClick 'Save' to save data before closing.", "104"),
+    return confirmClose(this, BROX_KEY("brox_bits_table", "103", "Drill Size Table Editor"),
+        BROX_KEY("brox_bits_table", "104",
+            "Unsaved data will be lost.\nClick 'Save' to save data before closing."),
         mDataChanged, [this] { saveDefaultBits(); });
 }
 

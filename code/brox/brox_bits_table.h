@@ -2,12 +2,12 @@
 #ifndef BROX_BITS_TABLE_H
 #define BROX_BITS_TABLE_H
 
+#include "brox_bit_index.h"
 #include "brox_icons.h"
 #include "ui_brox_bits_table.h"
 #include "zeb_lowlevel.h"
 
 #include <QMainWindow>
-#include <QMap>
 #include <QTableWidgetItem>
 
 /** A cell that sorts by the number in its text; a text that is no number counts as 0. */
@@ -90,8 +90,8 @@ private:
     int mStepId = -1;
     bool mUpdating = false;
     QString mFileName;
-    QMap<int, QString> mMillimeterBits;
-    QMap<int, QString> mInchBits;
+    BitIndex mMillimeterBits;
+    BitIndex mInchBits;
     bool mDataChanged = false;
 };
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "brox_dialogs.h"
 
+#include "brox_nls.h"
 #include "zeb_gui.h"
 
 #include <QFileInfo>
@@ -21,13 +22,13 @@ void showFailure(const char* message)
     QApplication::restoreOverrideCursor();
 }
 
-bool confirmClose(QWidget* parent, const QString& title, const QString& text,
+bool confirmClose(QWidget* parent, const char* titleKey, const char* textKey,
     const bool& dataChanged, const std::function<void()>& save)
 {
     if (!dataChanged) {
         return true;
     }
-    QMessageBox box(QMessageBox::Warning, title, text,
+    QMessageBox box(QMessageBox::Warning, broxText(titleKey), broxText(textKey),
         QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, parent);
     const int answer = execUnderArrow(box);
     if (answer == QMessageBox::Save) {

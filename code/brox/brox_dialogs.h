@@ -42,9 +42,10 @@ void guarded(Work work)
  *
  * A discard throws nothing away: it is the host, or Qt, that ends the owner, or does not.
  *
- * @param dataChanged  read again after save: a save that did not come about leaves it true
+ * @param titleKey, textKey  keys of the question's texts
+ * @param dataChanged        read again after save: a save that did not come about leaves it true
  */
-bool confirmClose(QWidget* parent, const QString& title, const QString& text,
+bool confirmClose(QWidget* parent, const char* titleKey, const char* textKey,
     const bool& dataChanged, const std::function<void()>& save);
 
 /** What a dialog for loading one of the module's files says. */

@@ -83,9 +83,9 @@ void BroxViewer::setDataChanged(bool changed)
 
 bool BroxViewer::canClose()
 {
-    return confirmClose(this, BROX_VIEWER_TEXT("Drill Tool Manager Setup", "144"),
-        BROX_VIEWER_TEXT(
-            "Unsaved data will be lost.\nClick 'Save' to save data before closing.", "145"),
+    return confirmClose(this, BROX_KEY("brox_viewer", "144", "Drill Tool Manager Setup"),
+        BROX_KEY("brox_viewer", "145",
+            "Unsaved data will be lost.\nClick 'Save' to save data before closing."),
         mDataChanged, [this] { saveDefaultModels(); });
 }
 
