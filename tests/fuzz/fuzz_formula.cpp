@@ -11,29 +11,16 @@
 
 namespace {
 
-constexpr int maxTyped = 64; // keys of an input that are typed one by one
-
 void evaluate(const BroxDhsFormula& formula)
 {
     constexpr int highest = std::numeric_limits<int>::max();
     constexpr int lowest = std::numeric_limits<int>::min();
-    constexpr int holes[][4] = {{25, 400, 10, 30}, {0, 0, 0, 0},
-        {highest, highest, lowest, highest}, {lowest, lowest, highest, lowest}};
-    for (const auto& [amount, fhs, minTol, maxTol] : holes) {
+    for (int fhs : {0, 400, highest, lowest}) {
         int result = -1;
         bool success = false;
-        formula.calculateDhs(amount, fhs, minTol, maxTol, &result, &success);
+        formula.calculateDhs(25, fhs, lowest, highest, &result, &success);
         fuzzCheck(success || result == 0, "a formula without a value gives 0");
     }
-}
-
-void press(QLineEdit* line, QChar character)
-{
-    const int key = character == '\b' ? int(Qt::Key_Backspace)
-        : character == '\x7f'         ? int(Qt::Key_Delete)
-                                      : int(character.toUpper().unicode());
-    QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, QString(character));
-    QCoreApplication::sendEvent(line, &event);
 }
 
 } // namespace
@@ -56,8 +43,10 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
         &formula, &BroxDhsFormula::dhsFormulaChanged, line, [line](const QString& admitted) {
             fuzzCheck(admitted == line->text(), "what is admitted is on show");
         });
-    for (const QChar character : text.left(maxTyped)) {
-        press(line, character);
+    for (const QChar character : text.left(64)) {
+        const int key = character == '\b' ? int(Qt::Key_Backspace) : character.toUpper().unicode();
+        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, QString(character));
+        QCoreApplication::sendEvent(line, &event);
     }
     QObject::disconnect(check);
     evaluate(formula);

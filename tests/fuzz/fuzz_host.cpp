@@ -11,6 +11,7 @@
 
 namespace {
 
+/** Application and host, which come at the first call. */
 struct Host
 {
     Host()
@@ -27,7 +28,7 @@ struct Host
     }
 
     QTemporaryDir folder;
-    int step = -1;
+    int step;
 };
 
 Host& host()
