@@ -14,87 +14,65 @@ import tempfile
 from pathlib import Path
 
 BLOCK = re.compile(r"^```(\w*)\n(.*?)^```$", re.DOTALL | re.MULTILINE)
-LINK = re.compile(r"\]\(([^)\s]+)\)")
-HEADING = re.compile(r"^#+ (.*)$", re.MULTILINE)
-
 RUN_HERE = ("build/release/bin/", "xmllint ")
 
 # Commands that are too long for this test, and the file whose run runs them.
 RUN_BY = {"tools/": ".ci/run", "docs/make-images": None}
 
 
-def anchors(page):
-    text = BLOCK.sub("", page.read_text(encoding="utf-8"))
-    return {re.sub(r"[^\w\- ]", "", heading.lower()).replace(" ", "-") for heading in HEADING.findall(text)}
-
-
-def broken_links(page, text):
-    for target in LINK.findall(text):
-        if re.match("[a-z]+:", target):
-            continue
+def broken_links(page):
+    for target in re.findall(r"\]\((?![a-z]+:)([^)\s]+)\)", page.read_text(encoding="utf-8")):
         path, _, anchor = target.partition("#")
-        file = (page.parent / path).resolve() if path else page
+        file = page.parent / path if path else page
         if not file.exists():
             yield f"{target} leads nowhere"
-        elif anchor and anchor not in anchors(file):
-            yield f"{target}: no such heading"
+        elif anchor:
+            headings = re.findall("^#+ (.*)$", BLOCK.sub("", file.read_text(encoding="utf-8")), re.MULTILINE)
+            if anchor not in (re.sub(r"[^\w\- ]", "", each.lower()).replace(" ", "-") for each in headings):
+                yield f"{target}: no such heading"
 
 
 def run(command, tree, build, home):
     """What a command prints; programs are those of the build folder."""
-    words = shlex.split(command)
-    if words[0].startswith("build/"):
-        words[0] = str(build / Path(words[0]).relative_to("build/release"))
-    if words[0].endswith("brox-workbench") and "--data" not in words:
+    words = shlex.split(command.replace("build/release", str(build)))
+    if words[0].endswith("brox-workbench"):
         words += ["--data", home]
     environment = {**os.environ, "XDG_RUNTIME_DIR": home, "QT_QPA_PLATFORM": "offscreen"}
     done = subprocess.run(words, cwd=tree, env=environment, capture_output=True, text=True, check=False)
-    if done.returncode != 0:
-        return f"(status {done.returncode}) {done.stderr}"
-    return done.stdout
+    return f"(status {done.returncode}) {done.stderr}" if done.returncode else done.stdout
 
 
-def wrong_output(command, shown, printed):
-    pattern = re.escape(shown).replace(re.escape("...\n"), r"(?:.*\n)*")
-    if not re.fullmatch(pattern, printed):
-        yield f"{command}\nprints\n{printed}"
-
-
-def wrong_commands(text, tree, build):
-    blocks = BLOCK.findall(text)
+def wrong_commands(blocks, tree, build):
+    commands = [(command, shown if language == "text" else "...\n")
+                for (shell, content), (language, shown) in zip(blocks, [*blocks[1:], ("", "")]) if shell == "sh"
+                for command in content.splitlines()]
     with tempfile.TemporaryDirectory() as home:
-        for (language, content), (next_language, shown) in zip(blocks, blocks[1:] + [("", "")]):
-            commands = content.splitlines() if language == "sh" else []
-            for command in commands:
-                if command.startswith(RUN_HERE):
-                    printed = run(command, tree, build, home)
-                    if next_language == "text":
-                        yield from wrong_output(command, shown, printed)
-                    elif printed.startswith("(status"):
-                        yield f"{command}: {printed}"
-                    continue
-                runners = [runner for start, runner in RUN_BY.items() if command.startswith(start)]
-                first = command.split()[0]
-                if not runners:
-                    yield f"{command}: nobody runs this"
-                elif not (tree / first).exists() and "/" in first:
-                    yield f"{command}: no such file"
-                elif runners[0] and command not in (tree / runners[0]).read_text(encoding="utf-8"):
-                    yield f"{command}: {runners[0]} does not run this"
+        for command, shown in commands:
+            runners = [runner for start, runner in RUN_BY.items() if command.startswith(start)]
+            if command.startswith(RUN_HERE):
+                printed = run(command, tree, build, home)
+                pattern = re.escape(shown).replace(re.escape("...\n"), r"(?:.*\n)*")
+                if printed.startswith("(status") or not re.fullmatch(pattern, printed):
+                    yield f"{command}\nprints\n{printed}"
+            elif not runners:
+                yield f"{command}: nobody runs this"
+            elif not (tree / command.split()[0]).exists():
+                yield f"{command}: no such file"
+            elif runners[0] and command not in (tree / runners[0]).read_text(encoding="utf-8"):
+                yield f"{command}: {runners[0]} does not run this"
 
 
-def strange_code(text, tree):
-    example = "".join(path.read_text(encoding="utf-8")
-                      for path in sorted((tree / "examples/host").glob("*")) if path.is_file())
-    for language, content in BLOCK.findall(text):
-        if language in ("c", "cpp", "cmake") and content not in example:
+def strange_code(blocks, tree):
+    files = [path for path in (tree / "examples/host").iterdir() if path.is_file()]
+    for language, content in blocks:
+        if language in ("c", "cpp", "cmake") and all(content not in path.read_text("utf-8") for path in files):
             yield f"not in examples/host:\n{content}"
 
 
 def main():
     tree, build, page = (Path(argument).resolve() for argument in sys.argv[1:])
-    text = page.read_text(encoding="utf-8")
-    problems = [*broken_links(page, text), *wrong_commands(text, tree, build), *strange_code(text, tree)]
+    blocks = BLOCK.findall(page.read_text(encoding="utf-8"))
+    problems = [*broken_links(page), *wrong_commands(blocks, tree, build), *strange_code(blocks, tree)]
     for problem in problems:
         print(f"{page.name}: {problem}")
     return 1 if problems else 0
