@@ -70,13 +70,10 @@ private slots:
     void keepsNothingOfTheLastCall()
     {
         double result = none;
-        QCOMPARE(zeb__bc_act("A=1; A", true, 0, &result), 0);
-        QCOMPARE(zeb__bc_act("A=5; A", true, 0, &result), 0);
+        for (const char* text : {"A=1; A", "A=5; A"})
+            QCOMPARE(zeb__bc_act(text, true, 0, &result), 0);
         QCOMPARE(result, 5.0);
         QVERIFY(zeb__bc_act("A", true, 0, &result) != 0);
-        QVERIFY(zeb__bc_act("A=1; A+", true, 0, &result) != 0);
-        QCOMPARE(zeb__bc_act("A=6; A", true, 0, &result), 0);
-        QCOMPARE(result, 6.0);
     }
 
     void knowsNoLocale()
@@ -88,13 +85,6 @@ private slots:
         std::locale::global(before);
         QCOMPARE(status, 0);
         QCOMPARE(result, 1500.0);
-    }
-
-    void exceptionKeepsItsMessages()
-    {
-        const char* outOfMemory = InternalException(824000).getMessage();
-        QVERIFY(QByteArray(InternalException(77).getMessage()).contains("77"));
-        QVERIFY(QByteArray(outOfMemory).contains("memory"));
     }
 };
 

@@ -53,7 +53,7 @@ private slots:
     {
         QTest::addColumn<int>("units");
         QTest::addColumn<QVariant>("value");
-        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("typed"); // null: a backspace
         QTest::addColumn<QVariant>("stored");
         const auto row = [](const char* name, Units units, QVariant value, const char* typed,
                              QVariant stored) {
@@ -65,12 +65,11 @@ private slots:
         row("host size limit", Mils, {}, "211367", 21136.0);
         row("looked at", Mils, unround, "", unround);
         row("typed anew", Mils, unround, "7.874", unround);
-        row("emptied", Microns, 5.0, "\b", {});
+        row("emptied", Microns, 5.0, nullptr, {});
         row("sign only", Microns, 5.0, "-", 5.0);
         row("plain text", Plain, "350", "351.25", 351.25);
         row("plain text looked at", Plain, "350", "", "350");
         row("plain maximum", Plain, {}, "200001", 20000.0);
-        row("plain maximum itself", Plain, {}, "200000", 200000.0);
         row("plain not negative", Plain, {}, "-4", 4.0);
         row("plain decimals", Plain, {}, "0.1234567", 0.123456);
     }
@@ -92,10 +91,9 @@ private slots:
             table.editItem(table.item(0, 0));
             auto* editor = table.findChild<QLineEdit*>();
             QVERIFY(editor);
-            if (typed == "\b")
+            if (typed.isNull())
                 QTest::keyClick(editor, Qt::Key_Backspace);
-            else
-                QTest::keyClicks(editor, typed);
+            QTest::keyClicks(editor, typed);
             if (leave == Qt::Key(0))
                 table.setCurrentCell(1, 0); // as by a click
             else

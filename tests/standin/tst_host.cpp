@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -29,15 +28,11 @@ private slots:
 
     void cleanup() { standin_reset(); }
 
-    void textsOfKeys()
+    void textsAndLog()
     {
-        const char* const cases[][2] = {
-            {"@$@#brox@$@#GENERAL@$@#12@$@#Two\n%d lines", "Two\n%d lines"},
-            {"@$@#brox@$@#GENERAL@$@#12@$@#a@$@#b", "a@$@#b"},
-            {"@$@#brox@$@#GENERAL@$@#12@$@#", ""},
+        const char* const cases[][2] = {{"@$@#brox@$@#GENERAL@$@#12@$@#a@$@#b", "a@$@#b"},
             {"@$@#brox@$@#GENERAL@$@#12", "@$@#brox@$@#GENERAL@$@#12"},
-            {"@$@#brox@$@#GENERAL@$@#x@$@#text", "@$@#brox@$@#GENERAL@$@#x@$@#text"},
-            {"x@$@#brox@$@#GENERAL@$@#12@$@#text", "x@$@#brox@$@#GENERAL@$@#12@$@#text"}};
+            {"@$@#brox@$@#GENERAL@$@#x@$@#text", "@$@#brox@$@#GENERAL@$@#x@$@#text"}};
         for (const auto& [key, text] : cases) {
             QByteArray given(key);
             const char* first = zeb__nls_nlst(given.constData());
@@ -45,18 +40,10 @@ private slots:
             zeb__nls_nlst("@$@#brox@$@#GENERAL@$@#1@$@#other");
             QCOMPARE(first, text);
         }
-    }
-
-    void log()
-    {
-        zeb__log_write("INTERNAL", "(%s) at %s %d\n", "a != b", "brox", 7);
-        zeb__log_write("ERROR", "@$@#brox@$@#GENERAL@$@#3@$@#Can't open %s", "f.xml");
-        zeb__log_status_check("brox", 9);
-        const QStringList expected{
-            "INTERNAL|(a != b) at brox 7\n", "ERROR|Can't open f.xml", "STATUS|brox 9"};
-        QCOMPARE(mLog, expected);
         QVERIFY(!standin_set_catalogue("/no/such/catalogue.qm"));
-        QCOMPARE(mLog.size(), 4);
+        zeb__log_write("ERROR", "@$@#brox@$@#GENERAL@$@#3@$@#Can't open %s %d", "f.xml", 7);
+        zeb__log_status_check("brox", 9);
+        QCOMPARE(mLog.mid(1), QStringList({"ERROR|Can't open f.xml 7", "STATUS|brox 9"}));
     }
 
     void memory()
@@ -68,8 +55,7 @@ private slots:
         QCOMPARE(text, "text");
         QCOMPARE(standin_live_blocks(), before + 2);
         QVERIFY(!zeb__mem_calloc(SIZE_MAX / 2 + 2, 2, 1, "test", __LINE__));
-        int foreign = 0;
-        QVERIFY(zeb__mem_free(&foreign, 1, "test", __LINE__) != 0);
+        QVERIFY(zeb__mem_free(this, 1, "test", __LINE__) != 0);
         for (void* block : {static_cast<void*>(numbers), static_cast<void*>(text)})
             QCOMPARE(zeb__mem_free(block, 1, "test", __LINE__), 0);
         QCOMPARE(standin_live_blocks(), before);
@@ -89,10 +75,6 @@ private slots:
         QCOMPARE(path, "");
         QCOMPARE(zeb__sarn_get_dir(2, "a.xml", path, length, &found), 0);
         QCOMPARE(QString(path), dir.filePath("a.xml"));
-        QVERIFY(!found);
-        QVERIFY(QFile(path).open(QFile::WriteOnly));
-        QCOMPARE(zeb__sarn_get_dir(2, "a.xml", path, 512, &found), 0);
-        QVERIFY(found);
     }
 
     void sizes()
@@ -125,22 +107,17 @@ private slots:
 
     void job()
     {
-        standin_set_job("board");
         const int step = standin_add_step(QByteArray(100, 'n').constData(), 0);
         const int through = standin_add_layer(step, "through");
         standin_add_layer(step, "copper");
         const int blind = standin_add_layer(step, "blind");
-        constexpr standin_tool tools[] = {{0, 0, 1, 2, 400, 5}, {1, 3, 0, 0, -1, 7}};
-        standin_add_tool(blind, &tools[0]);
-        standin_add_tool(through, &tools[0]);
-        standin_add_tool(through, &tools[1]);
+        constexpr standin_tool tool = {1, 3, 0, 2, -1, 7};
+        standin_add_tool(blind, &tool);
+        standin_add_tool(through, &tool);
 
         char name[65];
-        QCOMPARE(qor__data_id2parent(step, 0, name), 0);
-        QCOMPARE(name, "board");
         QCOMPARE(qor__data_id2name(step, name), 0);
         QCOMPARE(QByteArray(name), QByteArray(64, 'n'));
-
         int* ids = nullptr;
         int count = 0;
         QCOMPARE(qor__lst_lyr_stp_ids(step, "*", 192, 3, -1, &ids, &count), 0);
@@ -149,18 +126,9 @@ private slots:
 
         qor_drl_tools result = {};
         QCOMPARE(qor__drl_tools_get(through, true, &result), 0);
-        QCOMPARE(result.num_tools, 2);
-        QVERIFY(!result.tools);
+        QVERIFY(result.num_tools == 1 && !result.tools);
         QCOMPARE(qor__drl_tools_get(through, false, &result), 0);
-        QCOMPARE(result.tools[1].tool_sub_type, 3);
-        QCOMPARE(result.tools[0].max_tol, 2);
-
-        int vexNum = -1;
-        QCOMPARE(vex__data_stpid2vex_num(step, &vexNum), 0);
-        QVERIFY(vexNum >= 0 && vexNum != step);
-        standin_set_in_editor(step, false);
-        QCOMPARE(vex__data_stpid2vex_num(step, &vexNum), 0);
-        QVERIFY(vexNum < 0);
+        QVERIFY(result.tools[0].tool_sub_type == 3 && result.tools[0].max_tol == 2);
     }
 
     void failsOnce()
@@ -169,13 +137,9 @@ private slots:
         int vexNum = -7;
         standin_fail("vex__data_stpid2vex_num", 2, 55);
         QCOMPARE(vex__data_stpid2vex_num(step, &vexNum), 0);
-        vexNum = -7;
         QCOMPARE(vex__data_stpid2vex_num(step, &vexNum), 55);
-        QCOMPARE(vexNum, -7);
         QCOMPARE(vex__data_stpid2vex_num(step, &vexNum), 0);
         QCOMPARE(standin_calls("vex__data_stpid2vex_num"), 3);
-        standin_fail("no_such_operation", 1, 1);
-        QCOMPARE(mLog.size(), 1);
     }
 
 private:
