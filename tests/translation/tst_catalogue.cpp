@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "fixture.h"
 
-#include <QAction>
 #include <QFile>
 #include <QMainWindow>
 #include <QToolButton>
@@ -14,12 +13,6 @@ namespace {
 QSet<QByteArray> asked;
 
 constexpr char separator[] = "@$@#";
-
-/** The key of a message of a catalogue. */
-QByteArray keyOf(const QString& module, const QString& number, const QString& text)
-{
-    return (QStringList{"", module, "GENERAL", number, text}).join(separator).toUtf8();
-}
 
 } // namespace
 
@@ -47,102 +40,93 @@ class TestCatalogue : public QObject
 {
     Q_OBJECT
 
-private slots:
-    void initTestCase();
-    void isComplete();
-    void holdsWhatTheModuleAsks();
-
 private:
     QHash<QByteArray, QString> mTranslations; // finished ones by key
-};
 
-void TestCatalogue::initTestCase()
-{
-    QFile file(TS_FILE);
-    QVERIFY(file.open(QFile::ReadOnly));
-    QXmlStreamReader xml(&file);
-    QString module, source, number;
-    while (!xml.atEnd()) {
-        if (xml.readNext() != QXmlStreamReader::StartElement) {
-            continue;
-        }
-        if (xml.name() == u"name") {
-            module = xml.readElementText();
-        } else if (xml.name() == u"source") {
-            source = xml.readElementText();
-        } else if (xml.name() == u"comment") {
-            number = xml.readElementText();
-        } else if (xml.name() == u"translation") {
-            const auto type = xml.attributes().value("type");
-            QVERIFY2(type != u"unfinished", qPrintable(source));
-            if (type.isEmpty()) {
-                mTranslations.insert(keyOf(module, number, source), xml.readElementText());
+private slots:
+    void initTestCase()
+    {
+        QFile file(TS_FILE);
+        QVERIFY(file.open(QFile::ReadOnly));
+        QStringList key{"", "", "GENERAL", "", ""};
+        QXmlStreamReader xml(&file);
+        for (; !xml.atEnd(); xml.readNext()) {
+            if (!xml.isStartElement()) {
+                continue;
+            }
+            if (xml.name() == u"name") {
+                key[1] = xml.readElementText();
+            } else if (xml.name() == u"source") {
+                key[4] = xml.readElementText();
+            } else if (xml.name() == u"comment") {
+                key[3] = xml.readElementText();
+            } else if (xml.name() == u"translation") {
+                const auto type = xml.attributes().value("type");
+                QVERIFY2(type != u"unfinished", qPrintable(key[4]));
+                if (type.isEmpty()) {
+                    mTranslations[key.join(separator).toUtf8()] = xml.readElementText();
+                }
             }
         }
+        QVERIFY2(!xml.hasError(), qPrintable(xml.errorString()));
     }
-    QVERIFY2(!xml.hasError(), qPrintable(xml.errorString()));
-}
 
-/** A translation whose printf conversions are not those of the default text is not taken. */
-void TestCatalogue::isComplete()
-{
-    const Host host;
-    QVERIFY(standin_set_catalogue(QM_FILE));
-    QVERIFY(!mTranslations.isEmpty());
-    for (auto message = mTranslations.cbegin(); message != mTranslations.cend(); ++message) {
-        QVERIFY2(!message.value().isEmpty(), message.key());
-        QCOMPARE(QString::fromLocal8Bit(zeb__nls_nlst(message.key())), message.value());
-    }
-}
-
-void TestCatalogue::holdsWhatTheModuleAsks()
-{
-    asked.clear();
-    for (const char* file : {"brox.xml", "brox_drill_bits.xml"}) {
-        for (const char* content : {"<unfinished", "<Other/>"}) {
-            Host host;
-            host.write(file, content);
-            host.viewer();
+    /** A translation whose printf conversions are not those of the default text is not taken. */
+    void isTaken()
+    {
+        const Host host;
+        QVERIFY(standin_set_catalogue(QM_FILE));
+        for (auto message = mTranslations.cbegin(); message != mTranslations.cend(); ++message) {
+            QVERIFY2(!message.value().isEmpty(), message.key());
+            QCOMPARE(QString::fromLocal8Bit(zeb__nls_nlst(message.key())), message.value());
         }
     }
-    Host host;
-    QVERIFY(standin_set_catalogue(QM_FILE));
-    host.write("brox.xml", modelsXml({modelXml("A"), modelXml("B")}));
-    host.write("brox_drill_bits.xml", bitsXml({bitXml("0.30", "0.3")}));
-    QWidget* viewer = host.viewer();
-    const auto* jobTable = child<QTableWidget>(viewer, "jobDrillDataTableWidget");
-    QCOMPARE(jobTable->horizontalHeaderItem(0)->text(), "Lage");
-    QCOMPARE(child<QToolButton>(viewer, "saveToolButton")->toolTip(), "KRV-Modelle speichern");
 
-    const auto press = [viewer](
-                           const char* button) { child<QToolButton>(viewer, button)->click(); };
-    const auto reject = [](QDialog* dialog) { dialog->reject(); };
-    Answers answers{QMessageBox::Ok, QMessageBox::Cancel};
-    typeInto(child<QTableWidget>(viewer, "broxModelTableWidget"), 0, 0, "B");
-    press("deleteToolButton");
-    answers.add(reject);
-    press("loadToolButton");
+    void holdsWhatTheModuleAsks()
+    {
+        asked.clear();
+        for (const char* file : {"brox.xml", "brox_drill_bits.xml"}) {
+            for (const char* content : {"<unfinished", "<Other/>"}) {
+                Host host;
+                host.write(file, content);
+                host.viewer();
+            }
+        }
+        Host host;
+        QVERIFY(standin_set_catalogue(QM_FILE));
+        host.write("brox.xml", modelsXml({modelXml("A"), modelXml("B")}));
+        host.write("brox_drill_bits.xml", bitsXml({bitXml("0.30", "0.3")}));
+        QWidget* viewer = host.viewer();
+        const auto reject = [](QDialog* dialog) { dialog->reject(); };
+        Answers answers{QMessageBox::Ok, QMessageBox::Cancel};
+        typeInto(host.table("broxModelTableWidget"), 0, 0, "B");
+        click(viewer, "deleteToolButton");
+        answers.add(reject);
+        click(viewer, "loadToolButton");
 
-    press("openBitFileToolButton");
-    auto* bits = child<QMainWindow>(viewer, "BitsFileEditor");
-    answers.add(reject);
-    QMetaObject::invokeMethod(bits, "on_actionOpen_triggered"); // the action is hidden
-    QCOMPARE(bits->windowTitle(), "Bohrertabelle bearbeiten");
-    child<QAction>(bits, "actionAdd_Size")->trigger();
-    QCOMPARE(bits->windowTitle(), "Bohrertabelle bearbeiten *");
+        click(viewer, "openBitFileToolButton");
+        auto* bits = child<QMainWindow>(viewer, "BitsFileEditor");
+        answers.add(reject);
+        QMetaObject::invokeMethod(bits, "on_actionOpen_triggered"); // the action is hidden
+        click(bits, "actionAdd_Size");
 
-    QStringList titles;
-    for (const Answers::Seen& seen : answers.seen) {
-        titles << seen.title;
+        // A text of each kind: of a form's title, a header, a tool tip, and of dialogs.
+        QStringList shown{bits->windowTitle(),
+            host.table("jobDrillDataTableWidget")->horizontalHeaderItem(0)->text(),
+            child<QToolButton>(viewer, "saveToolButton")->toolTip()};
+        for (const Answers::Seen& seen : answers.seen) {
+            shown << seen.title;
+        }
+        QCOMPARE(shown,
+            (QStringList{"Bohrertabelle bearbeiten *", "Lage", "KRV-Modelle speichern",
+                "Bohrwerkzeuge einrichten", "KRV-Modell löschen",
+                "Datei der Bohrwerkzeug-Modelle (XML) laden …", "Bohrerdatei (XML) laden …"}));
+        for (const QByteArray& key : qAsConst(asked)) {
+            QVERIFY2(mTranslations.contains(key), key);
+        }
+        QVERIFY(asked.size() > mTranslations.size() * 9 / 10); // all but a few failures
     }
-    QCOMPARE(titles,
-        (QStringList{"Bohrwerkzeuge einrichten", "KRV-Modell löschen",
-            "Datei der Bohrwerkzeug-Modelle (XML) laden …", "Bohrerdatei (XML) laden …"}));
-    for (const QByteArray& key : qAsConst(asked)) {
-        QVERIFY2(mTranslations.contains(key), key);
-    }
-    QVERIFY(asked.size() > mTranslations.size() * 9 / 10); // all but a few failures
-}
+};
 
 QTEST_MAIN(TestCatalogue)
 #include "tst_catalogue.moc"
