@@ -62,7 +62,6 @@ private slots:
         addRows<TypingCase>({
             {"a letter completes", "|1", "~f", "FHS|", true},
             {"first of two names", "|1", "~m", "M[IN_TOL|]", true},
-            {"first name confirmed", "|1", "~mi", "MIN_TOL|", true},
             {"second of two names", "|1", "~ma", "MAX_TOL|", true},
             {"other key drops the rest", "|1", "~m+", "M+|", false},
             {"no name so long", "|1", "~fx", "FHSX|", false},
