@@ -79,7 +79,7 @@ private slots:
         QFETCH(int, units);
         QFETCH(QVariant, value);
         QFETCH(QString, typed);
-        for (const Qt::Key leave : {Qt::Key_Return, Qt::Key_Tab, Qt::Key(0)}) {
+        for (const bool byKey : {true, false}) {
             const auto delegate = makeDelegate(units);
             QTableWidget table(2, 1);
             table.setItemDelegate(delegate.get());
@@ -90,14 +90,13 @@ private slots:
             table.setCurrentCell(0, 0);
             table.editItem(table.item(0, 0));
             auto* editor = table.findChild<QLineEdit*>();
-            QVERIFY(editor);
             if (typed.isNull())
                 QTest::keyClick(editor, Qt::Key_Backspace);
             QTest::keyClicks(editor, typed);
-            if (leave == Qt::Key(0))
-                table.setCurrentCell(1, 0); // as by a click
+            if (byKey)
+                QTest::keyClick(editor, Qt::Key_Return);
             else
-                QTest::keyClick(editor, leave);
+                table.setCurrentCell(1, 0); // as by a click
             QCoreApplication::processEvents(); // Return commits when it is back in the event loop
             QTEST(table.item(0, 0)->data(Qt::DisplayRole), "stored");
         }

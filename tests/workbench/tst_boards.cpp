@@ -289,8 +289,10 @@ private slots:
         const QString none = write("j/board-blind.drl", program("", "METRIC"));
         QCOMPARE(outcome({inch, none, metric}),
             "pcb/board-NPTH 1xN1016000\npcb/board-PTH 1xP320000\npcb without 1, 0");
-        QCOMPARE(readBoard({inch, metric}).units, Units::Inch);
-        QCOMPARE(readBoard({none, metric}).units, Units::Metric);
+        const Board board = readBoard({inch, metric});
+        QVERIFY(board.units == Units::Inch && board.job == "board");
+        QVERIFY(readBoard({none, metric}).units == Units::Metric);
+        QCOMPARE(readBoard({metric, write("j/plated.drl", program("T1\nX1"))}).job, "j");
 
         const QString xml = write("j/board.xml", "\n <IPC-2581/>");
         const QString again = mFolder.filePath("j/../j/board-PTH.drl");
@@ -299,30 +301,6 @@ private slots:
         QVERIFY(outcome({metric, xml}).startsWith("j/board.xml:1: no drill file"));
         QVERIFY(outcome({metric, mFolder.filePath("gone")}).startsWith("gone:1: "));
         QVERIFY(outcome({metric, mFolder.filePath("j")}).startsWith("j:1: "));
-    }
-
-    void namesLayersAndJob()
-    {
-        const struct
-        {
-            QStringList files;
-            const char* names; // first the job's, then the layers'
-        } cases[] = {{{"power.v2.drl"}, "power.v2: power.v2"},
-            {{"power-PTH.drl", "power-NPTH.drl"}, "power: power-PTH power-NPTH"},
-            {{"plated.drl", "plugged.drl"}, "f: plated plugged"},
-            {{"a.drl", "a.txt"}, "a: a a.txt"}};
-        for (const auto& [files, names] : cases) {
-            QStringList paths;
-            for (const QString& file : files) {
-                paths << write("f/" + file, program("T1\nX1"));
-            }
-            const Board board = readBoard(paths);
-            QString got = board.job + ':';
-            for (const Layer& layer : board.steps[0].layers) {
-                got += ' ' + layer.name;
-            }
-            QCOMPARE(got, names);
-        }
     }
 
     /** Also across the borders of the chunks that are read. */
