@@ -1,13 +1,12 @@
 #!/bin/sh
 # SPDX-License-Identifier: MIT
 # Installs a build to a folder, builds a host against what is there, and runs it and the workbench:
-# install.sh CMAKE BUILD-FOLDER HOST-FOLDER BOARD [CMAKE-OPTION...]
+# install.sh CMAKE BUILD-FOLDER SOURCE-FOLDER [CMAKE-OPTION...]
 set -eu
 cmake=$1
 build=$2
-host=$3
-board=$4
-shift 4
+source=$3
+shift 3
 
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
@@ -21,22 +20,21 @@ fail() {
 }
 
 "$cmake" --install "$build" --prefix "$prefix" >/dev/null
-if grep -rl "$build" "$prefix" --include="*.cmake"; then
-    fail "these know the build folder"
-fi
+! grep -rl "$build" "$prefix" --include="*.cmake" || fail "these know the build folder"
 
-"$cmake" -S "$host" -B "$folder/host" -DCMAKE_PREFIX_PATH="$prefix" "$@" >/dev/null
+"$cmake" -S "$source/examples/host" -B "$folder/host" -DCMAKE_PREFIX_PATH="$prefix" "$@" >/dev/null
 "$cmake" --build "$folder/host"
-"$folder/host/brox_example_host" "$host/data"
+"$folder/host/brox_example_host" "$source/examples/host/data"
 
 # The same table as from the build folder, and no message, such as of icons that are not found.
 workbench=$prefix/bin/brox-workbench
-"$build/bin/brox-workbench" "$board" --table --data "$folder/data" >"$folder/expected"
-"$workbench" "$board" --table --data "$folder/data" --language de >"$folder/table" 2>"$folder/messages"
+set -- "$source/samples/controller.xml" --table --data "$folder/data"
+"$build/bin/brox-workbench" "$@" >"$folder/expected"
+"$workbench" "$@" --language de >"$folder/table" 2>"$folder/messages"
 cmp "$folder/expected" "$folder/table"
 [ ! -s "$folder/messages" ] || fail "$(cat "$folder/messages")"
 
-manual=$(find "$prefix" -name brox-workbench.1.gz)
 for option in $("$workbench" --help | grep -o -e '--[a-z-]*'); do
-    gzip -cd "$manual" | tr -d '\\' | grep -q -e "$option\>" || fail "the manual page does not tell of $option"
+    gzip -cd "$prefix"/share/man/man1/brox-workbench.1.gz | tr -d '\\' | grep -q -e "$option\>" ||
+        fail "the manual page does not tell of $option"
 done
