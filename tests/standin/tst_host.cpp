@@ -16,32 +16,6 @@ class TestHost : public QObject
 private slots:
     void cleanup() { standin_reset(); }
 
-    void keepsTexts()
-    {
-        constexpr const char* cases[][2] = {{"@$@#brox@$@#GENERAL@$@#12@$@#a@$@#b", "a@$@#b"},
-            {"@$@#brox@$@#GENERAL@$@#12", "@$@#brox@$@#GENERAL@$@#12"},
-            {"@$@#brox@$@#GENERAL@$@#x@$@#text", "@$@#brox@$@#GENERAL@$@#x@$@#text"}};
-        for (const auto& [key, text] : cases) {
-            QByteArray given(key);
-            const char* first = zeb__nls_nlst(given.constData());
-            given.fill('x');
-            zeb__nls_nlst("@$@#brox@$@#GENERAL@$@#1@$@#other");
-            QCOMPARE(first, text);
-        }
-    }
-
-    void knowsItsBlocks()
-    {
-        const size_t before = standin_live_blocks();
-        void* numbers = zeb__mem_calloc(100, sizeof(int), 1, "test", __LINE__);
-        QCOMPARE(standin_live_blocks(), before + 1);
-        QVERIFY(!zeb__mem_calloc(SIZE_MAX / 2 + 2, 2, 1, "test", __LINE__));
-        standin_set_log_sink([](const char*, const char*, void*) {}, nullptr);
-        QVERIFY(zeb__mem_free(this, 1, "test", __LINE__) != 0);
-        QCOMPARE(zeb__mem_free(numbers, 1, "test", __LINE__), 0);
-        QCOMPARE(standin_live_blocks(), before);
-    }
-
     void writesWithinLimits()
     {
         char bit[8];

