@@ -55,21 +55,18 @@ void readBitsFile()
     BroxBitsTable table(nullptr, {});
     table.setStepId(fuzzStep());
     constexpr int highest = std::numeric_limits<int>::max();
-    constexpr int lowest = std::numeric_limits<int>::min();
-    for (int dhs : {0, 400000, highest, lowest}) {
-        for (int tolerance : {0, 40000, highest, lowest}) {
-            QString designation;
+    for (int dhs : {0, 400000, highest, -highest - 1}) {
+        for (int tolerance : {0, 40000, highest, -highest - 1}) {
+            QString bit;
             int size = 0;
             bool found = false;
             bool outOfRange = false;
             bool exact = false;
-            table.findDrillBit(
-                dhs, tolerance, tolerance, &designation, &size, &found, &outOfRange, &exact);
+            table.findDrillBit(dhs, tolerance, tolerance, &bit, &size, &found, &outOfRange, &exact);
             fuzzCheck(found == (size > 0), "a bit that is found has a size");
             fuzzCheck(!exact || size == dhs, "an exact match has the size that was wanted");
         }
     }
-
     table.findChild<QAction*>("actionAdd_Size")->trigger();
     table.findChild<QAction*>("actionSave")->trigger();
     const BroxBitsTable again(nullptr, {});

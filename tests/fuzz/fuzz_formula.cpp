@@ -9,21 +9,16 @@
 
 #include <limits>
 
-namespace {
-
-void evaluate(const BroxDhsFormula& formula)
+static void evaluate(const BroxDhsFormula& formula)
 {
     constexpr int highest = std::numeric_limits<int>::max();
-    constexpr int lowest = std::numeric_limits<int>::min();
-    for (int fhs : {0, 400, highest, lowest}) {
+    for (int fhs : {0, 400, highest, -highest - 1}) {
         int result = -1;
         bool success = false;
-        formula.calculateDhs(25, fhs, lowest, highest, &result, &success);
+        formula.calculateDhs(25, fhs, -highest - 1, highest, &result, &success);
         fuzzCheck(success || result == 0, "a formula without a value gives 0");
     }
 }
-
-} // namespace
 
 /** Any text as a model's formula, and typed key by key. */
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
