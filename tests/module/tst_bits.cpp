@@ -66,10 +66,11 @@ private slots:
             {"at upper end", {120, 121}, 100, 20, 20, "A 120 found"},
             {"smaller never", {50, 200}, 100, 20, 20, "B 200 found out"},
             {"above beats inside", {55, 111}, 100, 50, 10, "B 111 found out"},
-            {"next but one never", {80, 130, 131}, 131, 50, -20, "B 130 found out"},
+            {"next but one never", {80, 111, 130, 131}, 131, 50, -20, "C 130 found out"},
             {"range upside down", {80, 130, 150}, 131, -10, -20, "- 0 out"},
             {"size 0 is no bit", {0}, 0, 0, 0, "- 0"},
             {"greatest range", {5}, INT_MAX, INT_MAX, INT_MAX, "A 5 found"},
+            {"range from below all sizes", {5}, -2, INT_MAX, 20, "A 5 found"},
             {"farther than a size", {5}, INT_MIN, INT_MAX, 0, "- 0 out"},
             {"above all", {5}, INT_MAX, 0, INT_MAX, "- 0 out"},
         });
