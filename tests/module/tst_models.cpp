@@ -3,7 +3,6 @@
 
 #include <QDomDocument>
 
-#include <climits>
 #include <optional>
 
 namespace {
