@@ -87,6 +87,9 @@ BroxBitsTable::BroxBitsTable(QWidget* parent, Qt::WindowFlags flags)
         table->setColumnWidth(column, numberColumnWidth);
     }
 
+    connect(
+        table->model(), &QAbstractItemModel::layoutChanged, this, &BroxBitsTable::takeTypedRows);
+
     loadDefaultBits();
     setDataChanged(false);
 }
@@ -252,6 +255,20 @@ void BroxBitsTable::on_drillBitsTableWidget_itemChanged(QTableWidgetItem* item)
         break;
     }
     setDataChanged(true);
+}
+
+/** Takes in what was typed into rows without cells: where the table is sorted by that column, it
+ *  puts the new cell in its place and tells of a new layout only, not of a changed cell. */
+void BroxBitsTable::takeTypedRows()
+{
+    const QTableWidget* table = ui.drillBitsTableWidget;
+    const int sortColumn = table->horizontalHeader()->sortIndicatorSection();
+    for (int row = 0; row < table->rowCount() && !mUpdating; ++row) {
+        QTableWidgetItem* cell = table->item(row, sortColumn);
+        if (cell && !isCompleteRow(row)) {
+            on_drillBitsTableWidget_itemChanged(cell);
+        }
+    }
 }
 
 bool BroxBitsTable::loadDefaultBits()

@@ -78,6 +78,7 @@ private:
     bool canClose();
     void showLoadDialog();
 
+    void takeTypedRows();
     void addRow();
     void deleteCurrentRow();
     bool isCompleteRow(int row) const;
