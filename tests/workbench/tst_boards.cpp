@@ -22,9 +22,8 @@ QString told(const Board& board)
             }
         }
         if (step.slotsLeftOut > 0 || step.holesLeftOut > 0) {
-            lines << step.name
-                    + QString::asprintf(
-                        " without %lld, %lld", step.slotsLeftOut, step.holesLeftOut);
+            lines << step.name + " without ";
+            lines.last() += QString::asprintf("%lld, %lld", step.slotsLeftOut, step.holesLeftOut);
         }
     }
     return lines.join('\n');
@@ -46,16 +45,18 @@ QByteArray feature(const QByteArray& layer, const QByteArray& holes)
     return "<LayerFeature layerRef='" + layer + "'><Set>" + holes + "</Set></LayerFeature>\n";
 }
 
-/** A file of layers D of drills, R of routs and C of copper; a step's content begins in line 5. */
+/** A file of layers D of drills, R of routs and C of copper; a step's content begins in line 8. */
 QByteArray ipc2581(const QByteArray& mainStep, const QByteArray& units = "MILLIMETER")
 {
-    return "<IPC-2581 xmlns='http://webstds.ipc.org/2581'><Content><StepRef "
-           "name='main'/></Content>\n"
-           "<Ecad name='job'><CadHeader units='"
-        + units
-        + "'/>\n"
-          "<CadData><Layer name='D' layerFunction='DRILL'/><Layer name='R' layerFunction='ROUT'/>\n"
-          "<Layer name='C' layerFunction='CONDUCTOR'/><Step name='main'>\n"
+    return QByteArray(R"(<IPC-2581 xmlns='http://webstds.ipc.org/2581'>
+<Content><StepRef name='main'/></Content>
+<Ecad name='job'><CadHeader units='UNITS'/><CadData>
+<Layer name='D' layerFunction='DRILL'/>
+<Layer name='R' layerFunction='ROUT'/>
+<Layer name='C' layerFunction='CONDUCTOR'/>
+<Step name='main'>
+)")
+               .replace("UNITS", units)
         + mainStep + "</Step></CadData></Ecad></IPC-2581>\n";
 }
 
@@ -208,32 +209,32 @@ private:
             "main/D 8xV120000 7xP400000\nmain without 7, 0\nb/D 1xV120000 1xP400000\nb without 1, "
             "0");
 
-        row("cut off", plain.chopped(20), ":7: ");
-        row("not well-formed", QByteArray(plain).replace("</Set>", "</Sat>"), ":6: ");
+        row("cut off", plain.chopped(20), ":10: ");
+        row("not well-formed", QByteArray(plain).replace("</Set>", "</Sat>"), ":9: ");
         row("other root", "\n<svg/>", ":2: no IPC-2581 file");
-        row("copper alone", ipc2581(feature("C", via)), ":8: the file has no drilled hole");
-        row("unknown units", ipc2581("", "CUBIT"), ":2: unknown units \"CUBIT\"");
-        row("units not told", QByteArray(plain).replace("CadHeader", "Header"), ":5: no CadHeader");
+        row("copper alone", ipc2581(feature("C", via)), ":11: the file has no drilled hole");
+        row("unknown units", ipc2581("", "CUBIT"), ":3: unknown units \"CUBIT\"");
+        row("units not told", QByteArray(plain).replace("CadHeader", "Header"), ":8: no CadHeader");
         row("too many boards",
             ipc2581("<StepRepeat stepRef='a' nx='9999' ny='9999'/></Step><Step name='a'>"
                     "<StepRepeat stepRef='b' nx='9999'/></Step><Step name='b'>"
                 + feature("D", via)),
-            ":5: too many holes");
+            ":8: too many holes");
         for (const QByteArray number : {"", "1,5", "0x10", "nan", "inf", "-1", "1e9"}) {
-            row(number, ipc2581(feature("D", hole("VIA", number))), ":5: diameter=");
+            row(number, ipc2581(feature("D", hole("VIA", number))), ":8: diameter=");
             const QByteArray tolerance = "plusTol='" + number + "'";
-            row(tolerance, ipc2581(feature("D", hole("VIA", "1", tolerance))), ":5: plusTol=");
+            row(tolerance, ipc2581(feature("D", hole("VIA", "1", tolerance))), ":8: plusTol=");
         }
         const QByteArray refused[][2] = {
-            {feature("D", hole("VIA", "0.0")), ":5: diameter=\"0.0\" is no size"},
-            {feature("D", "<Hole platingStatus='VIA'/>"), ":5: a hole without diameter"},
-            {feature("D", "<Hole diameter='1'/>"), ":5: a hole without platingStatus"},
-            {feature("D", hole("GLUED", "1")), ":5: unknown platingStatus"},
-            {"<StepRepeat nx='0'/>", ":5: nx=\"0\" is no number from"},
-            {"<StepRepeat stepRef='b'/>", ":5: no step \"b\" to repeat"},
-            {"<StepRepeat stepRef='main'/>", ":5: step \"main\" repeats itself"},
-            {"</Step><Step name='main'>", ":5: a second step"},
-            {QByteArray("<a>").repeated(2000), ":5: elements are nested"}};
+            {feature("D", hole("VIA", "0.0")), ":8: diameter=\"0.0\" is no size"},
+            {feature("D", "<Hole platingStatus='VIA'/>"), ":8: a hole without diameter"},
+            {feature("D", "<Hole diameter='1'/>"), ":8: a hole without platingStatus"},
+            {feature("D", hole("GLUED", "1")), ":8: unknown platingStatus"},
+            {"<StepRepeat nx='0'/>", ":8: nx=\"0\" is no number from"},
+            {"<StepRepeat stepRef='b'/>", ":8: no step \"b\" to repeat"},
+            {"<StepRepeat stepRef='main'/>", ":8: step \"main\" repeats itself"},
+            {"</Step><Step name='main'>", ":8: a second step"},
+            {QByteArray("<a>").repeated(2000), ":8: elements are nested"}};
         for (const auto& [content, error] : refused) {
             row(error, ipc2581(content), error);
         }
