@@ -4,7 +4,7 @@
 #include "standin.h"
 
 #include <QApplication>
-#include <QDir>
+#include <QDirIterator>
 #include <QTemporaryDir>
 
 #include <cstdlib>
@@ -59,3 +59,20 @@ void fuzzCheck(bool holds, const char* what)
         std::abort();
     }
 }
+
+#ifndef BROX_FUZZ
+/** Runs the inputs of a folder; fails if there are none. */
+int main(int, char* argv[])
+{
+    int inputs = 0;
+    for (QDirIterator files(argv[1], QDir::Files); files.hasNext(); ++inputs) {
+        QFile file(files.next());
+        qInfo("%s", qPrintable(file.fileName())); // the last one is the culprit
+        fuzzCheck(file.open(QFile::ReadOnly), "the input opens");
+        const QByteArray input = file.readAll();
+        LLVMFuzzerTestOneInput(
+            reinterpret_cast<const std::uint8_t*>(input.constData()), std::size_t(input.size()));
+    }
+    return inputs > 0 ? 0 : 1;
+}
+#endif
