@@ -137,8 +137,7 @@ private slots:
         QCOMPARE(isRed && !drill.bit.isEmpty(), row["Red"] == "yes");
     }
 
-    /** What the module makes of its own content and of odd content fits, what nobody may write
-     * doesn't. */
+    /** All that the module writes is valid, and not whatever one writes. */
     void schemas()
     {
         if (QByteArray(XMLLINT).endsWith("NOTFOUND")) {
