@@ -3,52 +3,55 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <limits>
 
-BitChoice nearestBit(const BitIndex& index, int dhs, qint64 lower, qint64 upper)
+void BitIndex::clear()
 {
-    constexpr qint64 lowest = std::numeric_limits<int>::min();
-    constexpr qint64 highest = std::numeric_limits<int>::max();
-    BitChoice choice{index.constEnd()};
+    mBits.clear();
+    mSizes.clear();
+}
+
+void BitIndex::insert(int size, const QString& designation)
+{
+    mBits.insert(size, designation);
+    mSizes.clear();
+}
+
+void BitIndex::remove(int size)
+{
+    mBits.remove(size);
+    mSizes.clear();
+}
+
+void BitIndex::move(int size, const QString& designation)
+{
+    remove(mBits.key(designation));
+    insert(size, designation);
+}
+
+std::optional<Bit> BitIndex::nearest(int dhs, qint64 lower, qint64 upper) const
+{
+    if (mSizes.empty()) {
+        mDesignations.assign(mBits.begin(), mBits.end());
+        mSizes.assign(mBits.keyBegin(), mBits.keyEnd());
+    }
     // One search finds all that are examined. The first bit above the range lies below it as well
     // if its ends are in the wrong order; then there is none.
-    const qint64 start = std::min(lower, upper + 1);
-    if (start > highest) {
-        return choice;
-    }
-    for (auto bit = index.lowerBound(int(std::max(start, lowest))); bit != index.constEnd();
-         ++bit) {
-        const qint64 distance = std::abs(qint64(dhs) - bit.key());
-        if (bit.key() >= lower && distance < choice.distance) {
-            choice = {bit, distance};
+    auto size = std::lower_bound(mSizes.begin(), mSizes.end(), std::min(lower, upper + 1));
+    auto nearest = mSizes.end();
+    qint64 best = std::numeric_limits<int>::max();
+    for (; size != mSizes.end(); ++size) {
+        const qint64 distance = std::abs(qint64(dhs) - *size);
+        if (*size >= lower && distance < best) {
+            best = distance;
+            nearest = size;
         }
-        if (bit.key() > upper) {
+        if (*size > upper) {
             break;
         }
     }
-    return choice;
-}
-
-void insertSize(BitIndex& index, int size, const QString& designation)
-{
-    if (size > 0) {
-        index.insert(size, designation);
+    if (nearest == mSizes.end()) {
+        return std::nullopt;
     }
-}
-
-void removeSize(BitIndex& index, int size)
-{
-    if (size > 0) {
-        index.remove(size);
-    }
-}
-
-void moveSize(BitIndex& index, int size, const QString& designation)
-{
-    index.remove(index.key(designation));
-    index.insert(size, designation);
-}
-
-void compact(BitIndex& index)
-{
-    index = QMap(index.toStdMap());
+    return Bit{*nearest, mDesignations[std::size_t(nearest - mSizes.begin())]};
 }

@@ -17,6 +17,7 @@
 #include <cmath>
 #include <limits>
 #include <optional>
+#include <utility>
 
 namespace {
 
@@ -56,6 +57,21 @@ QTableWidgetItem* newCell(int column, const QString& text)
 {
     return column == MicronsColumn || column == MilsColumn ? new NumericTableWidgetItem(text)
                                                            : new QTableWidgetItem(text);
+}
+
+/** Bits in and out of an index: a size of 0 or below is that of no bit. */
+void insertSize(BitIndex& index, int size, const QString& designation)
+{
+    if (size > 0) {
+        index.insert(size, designation);
+    }
+}
+
+void removeSize(BitIndex& index, int size)
+{
+    if (size > 0) {
+        index.remove(size);
+    }
 }
 
 } // namespace
@@ -123,16 +139,16 @@ void BroxBitsTable::findDrillBit(int dhs, int minTol, int maxTol, QString* drill
 
     const qint64 lower = qint64(dhs) - minTol;
     const qint64 upper = qint64(dhs) + maxTol;
-    const BitChoice choice = nearestBit(index, dhs, lower, upper);
-    *found = choice.bit != index.constEnd();
-    if (*found) {
-        *bitSize = choice.bit.key();
+    std::optional<Bit> bit = index.nearest(dhs, lower, upper);
+    *found = bit.has_value();
+    if (bit) {
+        *bitSize = bit->size;
         if (drillDes) {
-            *drillDes = choice.bit.value();
+            *drillDes = std::move(bit->designation);
         }
     }
     *outOfTolRange = *bitSize < lower || *bitSize > upper;
-    *exactMatch = choice.distance == 0;
+    *exactMatch = bit && bit->size == dhs;
 }
 
 int BroxBitsTable::textToSize(const QString& text, zeb_units_enum unit) const
@@ -239,10 +255,10 @@ void BroxBitsTable::on_drillBitsTableWidget_itemChanged(QTableWidgetItem* item)
         mInchBits.insert(inchSize, designation);
         break;
     case MicronsColumn:
-        moveSize(mMillimeterBits, mmSize, designation);
+        mMillimeterBits.move(mmSize, designation);
         break;
     case MilsColumn:
-        moveSize(mInchBits, inchSize, designation);
+        mInchBits.move(inchSize, designation);
         break;
     case ApprovedColumn:
         if (approved) {
@@ -333,8 +349,6 @@ bool BroxBitsTable::loadBitsFile(QString path)
         insertSize(mMillimeterBits, mmSize, designation);
         insertSize(mInchBits, inchSize, designation);
     }
-    compact(mMillimeterBits);
-    compact(mInchBits);
     return true;
 }
 
