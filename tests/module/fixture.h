@@ -14,6 +14,7 @@
 #include <functional>
 #include <list>
 #include <map>
+#include <optional>
 
 #include "brox_proxy.h"
 #include "standin.h"
@@ -152,6 +153,19 @@ protected:
 private:
     UnitsSource mUnitsSource;
     std::map<int, QPointer<QWidget>> mViewers; ///< those that are told of units, by step
+};
+
+/** Tests of which each has a host of its own. */
+class HostTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { mHost.emplace(); }
+    void cleanup() { mHost.reset(); }
+
+protected:
+    std::optional<Host> mHost;
 };
 
 /** A host with two layers of tools, two models and two bits, whose viewers stay hidden. */

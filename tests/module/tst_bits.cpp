@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <climits>
-#include <optional>
 
 #include "brox_bits_table.h"
 
@@ -45,16 +44,13 @@ constexpr char loaded[] = "100=A 200=A 300=B";
 } // namespace
 
 /** The drill bits: their lookup, their editor and their file. */
-class TestBits : public QObject
+class TestBits : public HostTest
 {
     Q_OBJECT
 
 private slots:
     // Numbers have a point, whatever the user's locale has.
     void initTestCase() { QLocale::setDefault(QLocale(QLocale::German)); }
-    void init() { mHost.emplace(); }
-    void cleanup() { mHost.reset(); }
-
     void lookup_data()
     {
         addRows<LookupCase>({
@@ -346,8 +342,6 @@ private:
         }
         return found.join(' ');
     }
-
-    std::optional<Host> mHost;
     QTableWidget* mTable = nullptr;
 };
 

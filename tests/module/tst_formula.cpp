@@ -4,7 +4,6 @@
 #include <QLineEdit>
 
 #include <climits>
-#include <optional>
 
 namespace {
 
@@ -21,14 +20,11 @@ struct TypingCase
 } // namespace
 
 /** The formula's language and the strip in which it is typed. */
-class TestFormula : public QObject
+class TestFormula : public HostTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { mHost.emplace(); }
-    void cleanup() { mHost.reset(); }
-
     void admission()
     {
         const struct
@@ -143,8 +139,6 @@ private:
         mHost->write("brox.xml", modelsXml({modelXml("M", escaped, "no", holeTypes)}));
         mEdit = child<QLineEdit>(mHost->viewer(), "dhsLineEdit");
     }
-
-    std::optional<Host> mHost;
     QLineEdit* mEdit = nullptr;
 };
 

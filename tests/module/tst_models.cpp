@@ -3,8 +3,6 @@
 
 #include <QDomDocument>
 
-#include <optional>
-
 namespace {
 
 const QByteArray defaultFormula = "FHS + AMOUNT + (MAX_TOL - MIN_TOL) / 2";
@@ -92,14 +90,11 @@ const std::vector<File> files = {
 } // namespace
 
 /** What models hold: the file and the table of amounts. */
-class TestModels : public QObject
+class TestModels : public HostTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { mHost.emplace(); }
-    void cleanup() { mHost.reset(); }
-
     void file_data() { addRows(files); }
 
     /** What is read is written, and what is written is read again as it was. */
@@ -205,8 +200,6 @@ private:
     }
 
     QTableWidget* amounts() { return mHost->table("amountsTableWidget"); }
-
-    std::optional<Host> mHost;
 };
 
 QTEST_MAIN(TestModels)

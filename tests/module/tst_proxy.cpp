@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "fixture.h"
 
-#include <optional>
-
 namespace {
 
 constexpr int millimeter = 400000;
@@ -47,15 +45,12 @@ const std::vector<Hole> holes = {
 } // namespace
 
 /** The eight functions, as a host without a display of its own would use them. */
-class TestProxy : public QObject
+class TestProxy : public HostTest
 {
     Q_OBJECT
 
 private slots:
     void initTestCase() { QCOMPARE(brox__proxy_set_model_renamed_deleted_cb(nullptr), 0); }
-    void init() { mHost.emplace(); }
-    void cleanup() { mHost.reset(); }
-
     void lifeOfViewers()
     {
         const int step = mHost->step;
@@ -167,9 +162,6 @@ private slots:
         }
         QVERIFY(mHost->log.isEmpty());
     }
-
-private:
-    std::optional<Host> mHost;
 };
 
 QTEST_MAIN(TestProxy)

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "fixture.h"
 
-#include <optional>
-
 namespace {
 
 bool isRed(const QTableWidget* table, int row, int column)
@@ -23,14 +21,11 @@ struct Test
 } // namespace
 
 /** The test bench and the job data. */
-class TestTables : public QObject
+class TestTables : public HostTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { mHost.emplace(); }
-    void cleanup() { mHost.reset(); }
-
     void tester_data()
     {
         addRows<Test>({
@@ -143,8 +138,6 @@ private:
     }
 
     QTableWidget* job() { return mHost->table("jobDrillDataTableWidget"); }
-
-    std::optional<Host> mHost;
 };
 
 QTEST_MAIN(TestTables)

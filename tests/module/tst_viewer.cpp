@@ -6,8 +6,6 @@
 #include <QLineEdit>
 #include <QScrollBar>
 
-#include <optional>
-
 #include "zeb_utils.h"
 
 namespace {
@@ -33,14 +31,11 @@ struct Computing
 } // namespace
 
 /** The viewer: its models table, and what follows what. */
-class TestViewer : public QObject
+class TestViewer : public HostTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { mHost.emplace(); }
-    void cleanup() { mHost.reset(); }
-
     void selectingIsNoChange()
     {
         const QByteArray types = "<HoleType name='NPth' amount='400'/>";
@@ -308,8 +303,6 @@ private:
     QTableWidget* tester() { return mHost->table("testerTableWidget"); }
     QLabel* nameLabel() { return in<QLabel>("broxModelNameLabel"); }
     QLineEdit* formula() { return in<QLineEdit>("dhsLineEdit"); }
-
-    std::optional<Host> mHost;
 };
 
 QTEST_MAIN(TestViewer)
