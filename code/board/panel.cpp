@@ -1,0 +1,242 @@
+// SPDX-License-Identifier: MIT
+#include "panel.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <map>
+#include <numbers>
+
+namespace {
+
+constexpr qint64 hostLimit = std::numeric_limits<int>::max();
+
+/** The product, or more than any limit. */
+qint64 times(qint64 number, qint64 factor)
+{
+    qint64 product = 0;
+    return __builtin_mul_overflow(number, factor, &product) ? std::numeric_limits<qint64>::max() / 4
+                                                            : product;
+}
+
+qint64 copies(const Repeat& repeat)
+{
+    return times(repeat.columns, repeat.rows);
+}
+
+void addTool(std::vector<StepTool>& tools, const StepTool& more, qint64 factor)
+{
+    auto found = std::find_if(tools.begin(), tools.end(),
+        [&](const StepTool& known) { return known.tool->isLike(*more.tool); });
+    if (found == tools.end()) {
+        found = tools.insert(tools.end(), {more.tool, 0, 0});
+    }
+    found->holes += times(more.holes, factor);
+    found->slotPaths += times(more.slotPaths, factor);
+    if (found->holes > hostLimit || found->slotPaths > hostLimit) {
+        throw PanelError(QStringLiteral("too many holes"));
+    }
+}
+
+void addLayer(std::vector<StepLayer>& layers, const StepLayer& more, qint64 factor)
+{
+    auto found = std::find_if(layers.begin(), layers.end(),
+        [&](const StepLayer& known) { return known.name == more.name; });
+    if (found == layers.end()) {
+        found = layers.insert(layers.end(), {more.name, more.span, {}, {}, 0, more.assumedFormat});
+    }
+    for (const StepTool& tool : more.tools) {
+        addTool(found->tools, tool, factor);
+    }
+    for (const StepTool& tool : more.backDrills) {
+        addTool(found->backDrills, tool, factor);
+    }
+    found->contours += times(more.contours, factor);
+    if (found->contours > hostLimit) {
+        throw PanelError(QStringLiteral("too many contours"));
+    }
+}
+
+StepLayer gathered(const Layer& layer)
+{
+    StepLayer own{
+        layer.name, layer.span, {}, {}, qint64(layer.contours.size()), layer.assumedFormat};
+    const auto count = [](const Tool& tool) {
+        return StepTool{&tool, qint64(tool.holes.size()), qint64(tool.slotPaths.size())};
+    };
+    for (const Tool& tool : layer.tools) {
+        addTool(own.tools, count(tool), 1);
+    }
+    for (const Tool& tool : layer.backDrills) {
+        addTool(own.backDrills, count(tool), 1);
+    }
+    return own;
+}
+
+/** Answers for each step once: panels of panels would ask without end otherwise. */
+class Gatherer
+{
+public:
+    explicit Gatherer(const Board& board)
+        : mBoard(board)
+    { }
+
+    const std::vector<StepLayer>& layers(size_t index)
+    {
+        const auto known = mLayers.find(index);
+        if (known != mLayers.end()) {
+            return known->second;
+        }
+        std::vector<StepLayer> sum;
+        for (const Layer& layer : mBoard.steps[index].layers) {
+            addLayer(sum, gathered(layer), 1);
+        }
+        for (const Repeat& repeat : mBoard.steps[index].repeats) {
+            for (const StepLayer& layer : layers(repeat.step)) {
+                addLayer(sum, layer, copies(repeat));
+            }
+        }
+        return mLayers[index] = std::move(sum);
+    }
+
+    qint64 copiesOf(size_t index)
+    {
+        const auto known = mCopies.find(index);
+        if (known != mCopies.end()) {
+            return known->second;
+        }
+        qint64 sum = 1;
+        for (const Repeat& repeat : mBoard.steps[index].repeats) {
+            sum = std::min(sum + times(copiesOf(repeat.step), copies(repeat)), copiesLimit + 1);
+        }
+        return mCopies[index] = sum;
+    }
+
+private:
+    const Board& mBoard;
+    std::map<size_t, std::vector<StepLayer>> mLayers;
+    std::map<size_t, qint64> mCopies;
+};
+
+void checkLimits(const Board& board, size_t step)
+{
+    Gatherer gatherer(board);
+    qint64 places = 0;
+    for (const StepLayer& layer : gatherer.layers(step)) {
+        for (const std::vector<StepTool>* tools : {&layer.tools, &layer.backDrills}) {
+            for (const StepTool& tool : *tools) {
+                places += tool.holes + tool.slotPaths;
+            }
+        }
+        places += layer.contours;
+    }
+    if (places > spreadLimit || gatherer.copiesOf(step) > copiesLimit) {
+        throw PanelError(
+            QStringLiteral("step \"%1\" is too large: more than %2 holes or %3 copies of steps")
+                .arg(board.steps[step].name)
+                .arg(spreadLimit)
+                .arg(copiesLimit));
+    }
+}
+
+void visitCopies(const Board& board, size_t step, const Transform& where,
+    const std::function<void(const Step&, const Transform&)>& visit)
+{
+    visit(board.steps[step], where);
+    for (const Repeat& repeat : board.steps[step].repeats) {
+        for (int row = 0; row < repeat.rows; ++row) {
+            for (int column = 0; column < repeat.columns; ++column) {
+                // In 64 bits: a grid may reach further than a place can.
+                const qint64 x = qint64(repeat.at.x) + qint64(column) * repeat.dx;
+                const qint64 y = qint64(repeat.at.y) + qint64(row) * repeat.dy;
+                if (x != Size(x) || y != Size(y)) {
+                    throw PanelError(
+                        QStringLiteral("step \"%1\" reaches too far").arg(board.steps[step].name));
+                }
+                visitCopies(board, repeat.step,
+                    where * Transform({Size(x), Size(y)}, repeat.angle, repeat.mirror), visit);
+            }
+        }
+    }
+}
+
+Size rounded(double coordinate)
+{
+    const double whole = std::round(coordinate);
+    if (!(std::abs(whole) <= std::numeric_limits<Size>::max())) {
+        throw PanelError(QStringLiteral("a panel reaches too far for places of 32 bits"));
+    }
+    return Size(whole);
+}
+
+} // namespace
+
+size_t StepLayer::indexOf(const Tool& tool) const
+{
+    const auto found = std::find_if(tools.begin(), tools.end(),
+        [&](const StepTool& known) { return known.tool->isLike(tool); });
+    return size_t(found - tools.begin());
+}
+
+std::vector<StepLayer> gatherLayers(const Board& board, size_t step)
+{
+    return Gatherer(board).layers(step);
+}
+
+Transform::Transform(Place move, double angle, bool mirror)
+    : mX(move.x)
+    , mY(move.y)
+{
+    // Quarter turns are exact; cos(90 degrees) would not be 0.
+    const double quarter = std::remainder(angle, 360.0) / 90.0;
+    const bool exact = quarter == std::round(quarter);
+    const double radians = quarter * std::numbers::pi / 2;
+    const double cosine = exact ? std::round(std::cos(radians)) : std::cos(radians);
+    const double sine = exact ? std::round(std::sin(radians)) : std::sin(radians);
+    const double side = mirror ? -1 : 1;
+    mXx = cosine * side;
+    mYx = -sine;
+    mXy = sine * side;
+    mYy = cosine;
+}
+
+Transform Transform::operator*(const Transform& inner) const
+{
+    Transform both;
+    both.mXx = mXx * inner.mXx + mYx * inner.mXy;
+    both.mYx = mXx * inner.mYx + mYx * inner.mYy;
+    both.mXy = mXy * inner.mXx + mYy * inner.mXy;
+    both.mYy = mXy * inner.mYx + mYy * inner.mYy;
+    both.mX = mXx * inner.mX + mYx * inner.mY + mX;
+    both.mY = mXy * inner.mX + mYy * inner.mY + mY;
+    return both;
+}
+
+Place Transform::map(Place place) const
+{
+    return {
+        rounded(mXx * place.x + mYx * place.y + mX), rounded(mXy * place.x + mYy * place.y + mY)};
+}
+
+Path Transform::map(const Path& path) const
+{
+    using enum Segment::Shape;
+    const bool mirrors = mXx * mYy - mYx * mXy < 0;
+    Path mapped{map(path.start), {}};
+    mapped.segments.reserve(path.segments.size());
+    for (const Segment& segment : path.segments) {
+        Segment::Shape shape = segment.shape;
+        if (mirrors && shape != Line) {
+            shape = shape == Clockwise ? CounterClockwise : Clockwise;
+        }
+        mapped.segments.push_back({shape, map(segment.to), map(segment.centre)});
+    }
+    return mapped;
+}
+
+void forEachCopy(const Board& board, size_t step,
+    const std::function<void(const Step&, const Transform&)>& visit)
+{
+    checkLimits(board, step);
+    visitCopies(board, step, {}, visit);
+}

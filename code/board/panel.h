@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: MIT
+#ifndef PANEL_H
+#define PANEL_H
+
+#include "board.h"
+
+#include <functional>
+#include <stdexcept>
+
+/** A step with the steps that it repeats: what it comes to, and where everything lies. */
+
+/** A panel that is too large to be spread, told in one line. */
+class PanelError : public std::runtime_error
+{
+public:
+    explicit PanelError(const QString& message)
+        : std::runtime_error(message.toStdString())
+    { }
+};
+
+/** Most holes and slots that a step is spread to, and most copies of steps. */
+constexpr qint64 spreadLimit = 50'000'000;
+constexpr qint64 copiesLimit = 1'000'000;
+
+/** A tool of a step together with those of repeated steps that are like it. */
+struct StepTool
+{
+    const Tool* tool = nullptr; ///< the first of them; lies in the board
+    qint64 holes = 0; ///< repeats included
+    qint64 slotPaths = 0;
+};
+
+struct StepLayer
+{
+    QString name;
+    std::optional<Span> span;
+    std::vector<StepTool> tools;
+    std::vector<StepTool> backDrills;
+    qint64 contours = 0;
+    QString assumedFormat;
+
+    /** Index in tools of the one that is like a tool; it must be there. */
+    size_t indexOf(const Tool& tool) const;
+};
+
+/** The layers of a step and of all it repeats, by name; nothing is spread.
+ *
+ * Pointers in it lie in the board.
+ *
+ * @throws PanelError  if a tool has more holes than a host can count (2^31 - 1)
+ */
+std::vector<StepLayer> gatherLayers(const Board& board, size_t step);
+
+/** A turn, perhaps a mirror image, and a move. */
+class Transform
+{
+public:
+    Transform() = default;
+    Transform(Place move, double angle, bool mirror);
+
+    /** First the inner one, then this. */
+    Transform operator*(const Transform& inner) const;
+
+    /** @throws PanelError  if the place lies where no number of 32 bits reaches */
+    Place map(Place place) const;
+    Path map(const Path& path) const;
+
+private:
+    double mXx = 1; ///< x to x
+    double mYx = 0; ///< y to x
+    double mXy = 0; ///< x to y
+    double mYy = 1; ///< y to y
+    double mX = 0;
+    double mY = 0;
+};
+
+/** Visits a step and every copy of the steps that it repeats, the outer before the inner.
+ *
+ * @throws PanelError  before the first visit, if there are too many copies, holes and slots
+ */
+void forEachCopy(const Board& board, size_t step,
+    const std::function<void(const Step& copied, const Transform& where)>& visit);
+
+#endif

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+#ifndef READING_H
+#define READING_H
+
+#include "board.h"
+
+#include <functional>
+#include <stdexcept>
+
+class QIODevice;
+
+/** What all readers of board files share. A reader reads a device from where it stands to its end,
+ *  in one pass, so that pipes and files in archives are read like others. */
+
+/** What is wrong with a board file, as one line "file:line: message". */
+class BoardError : public std::runtime_error
+{
+public:
+    BoardError(const QString& file, qint64 line, const QString& message)
+        : std::runtime_error(
+            QStringLiteral("%1:%2: %3").arg(file).arg(line).arg(message.simplified()).toStdString())
+    { }
+
+    QString message() const { return QString::fromUtf8(what()); }
+};
+
+/** The user has broken off the reading. */
+class BoardCancelled : public std::exception
+{ };
+
+/** Told every now and then how much of a file is read, in bytes; total is 0 if unknown.
+ *  The reading ends with BoardCancelled when it gives false. */
+using Progress = std::function<bool(qint64 done, qint64 total)>;
+
+struct ReadOptions
+{
+    std::optional<Units> fileUnits; ///< of drill files that tell none
+    Progress progress;
+};
+
+/** A drill file as a layer of a board. */
+struct DrillFile
+{
+    Layer layer; ///< named after the file
+    std::optional<Units> units; ///< told, or by the options
+    QStringList notes; ///< what the user should know of it, without the file's name
+};
+
+#endif
