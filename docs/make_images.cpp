@@ -7,7 +7,6 @@
 
 #include <QApplication>
 #include <QDir>
-#include <QDockWidget>
 #include <QLineEdit>
 #include <QTableWidget>
 #include <QTemporaryDir>
@@ -84,7 +83,6 @@ void saveBoard(HostSession& session, const QString& samples)
     window.resize(1000, 800);
     window.openBoard({samples + "/controller.xml"});
     window.show();
-    child<QDockWidget>(&window, "logDock")->hide();
     QWidget* viewer = session.viewer(0);
     auto* amounts = child<QWidget>(viewer, "broxAmountsWidget");
     auto* tester = child<QWidget>(viewer, "broxTesterWidget");

@@ -2,41 +2,37 @@
 #include "main_window.h"
 
 #include "board_reader.h"
+#include "error_bar.h"
 #include "host_session.h"
+#include "log_dock.h"
+#include "recent_boards.h"
+#include "step_tabs.h"
 
 #include <QActionGroup>
+#include <QBoxLayout>
 #include <QCloseEvent>
-#include <QDockWidget>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QLabel>
-#include <QMenuBar>
 #include <QMessageBox>
-#include <QPlainTextEdit>
+#include <QMimeData>
 #include <QProgressDialog>
+#include <QScreen>
 #include <QSettings>
 #include <QStackedWidget>
 #include <QStatusBar>
-#include <QTabBar>
-#include <QTabWidget>
-#include <algorithm>
 
 namespace {
 
-constexpr int logLines = 5000;
 constexpr int progressSteps = 1000;
 constexpr int longReading = 500; ///< milliseconds after which the progress is shown
+constexpr int readingTime = 10'000; ///< milliseconds that a message of the status bar stands
+
+constexpr QSize likedSize(1000, 1000);
+constexpr double shareOfScreen = 0.9; // the rest is for frames, which no screen tells of
 
 const char geometryKey[] = "geometry";
 const char stateKey[] = "state";
-const char boardKey[] = "board";
-
-QString boardName(const QStringList& paths)
-{
-    const QString first = QFileInfo(paths[0]).fileName();
-    return paths.size() == 1 ? first
-                             : MainWindow::tr("%1 and %2 more").arg(first).arg(paths.size() - 1);
-}
 
 QString contentText(const Step& step)
 {
@@ -55,97 +51,77 @@ QString contentText(const Step& step)
         .arg(step.slotsLeftOut);
 }
 
+QStringList localFiles(const QMimeData* data)
+{
+    QStringList paths;
+    for (const QUrl& url : data->urls()) {
+        if (url.isLocalFile()) {
+            paths << url.toLocalFile();
+        }
+    }
+    return paths;
+}
+
 } // namespace
 
 MainWindow::MainWindow(HostSession& session)
     : mSession(session)
+    , mErrorBar(new ErrorBar)
     , mPages(new QStackedWidget)
-    , mTabs(new QTabWidget)
+    , mHint(new QLabel)
+    , mTabs(new StepTabs(session))
+    , mLog(new LogDock(this))
+    , mContent(new QLabel)
 {
-    auto* hint = new QLabel(tr("Open a board to set up its drill tools."));
-    hint->setAlignment(Qt::AlignCenter);
-    mPages->addWidget(hint);
-    mPages->addWidget(mTabs);
-    setCentralWidget(mPages);
+    createPages();
+    addDockWidget(Qt::BottomDockWidgetArea, mLog);
+    createMenus();
+    mContent->setObjectName("contentLabel");
+    statusBar()->addPermanentWidget(mContent);
+    setAcceptDrops(true);
 
-    mTabs->setTabsClosable(true);
-    mTabs->setMovable(true);
-    mTabs->setDocumentMode(true);
-    connect(mTabs, &QTabWidget::tabCloseRequested, this, &MainWindow::closeTab);
-    connect(mTabs, &QTabWidget::currentChanged, this, &MainWindow::followCurrentTab);
-
-    createActions();
-    createLog();
+    connect(&session, &HostSession::logged, this, &MainWindow::tell);
     connect(&session, &HostSession::modelRenamed, this,
         [this](const QString& step, const QString& oldName, const QString& newName) {
             statusBar()->showMessage(
-                tr("Step %1: model \"%2\" is now \"%3\"").arg(step, oldName, newName));
+                tr("Step %1: model \"%2\" is now \"%3\"").arg(step, oldName, newName), readingTime);
         });
     connect(&session, &HostSession::modelDeleted, this,
         [this](const QString& step, const QString& name) {
-            statusBar()->showMessage(tr("Step %1: model \"%2\" is deleted").arg(step, name));
+            statusBar()->showMessage(
+                tr("Step %1: model \"%2\" is deleted").arg(step, name), readingTime);
         });
-    listSteps();
-    followCurrentTab();
-    setWindowTitle(tr("brox workbench"));
-    resize(1000, 1000);
+    followStep();
+    resize(likedSize);
 }
 
-MainWindow::~MainWindow()
+MainWindow::~MainWindow() = default;
+
+void MainWindow::createPages()
 {
-    mTabs->disconnect(this);
-    while (mTabs->count() > 0) {
-        mSession.closeViewer(stepOf(0));
+    mHint->setAlignment(Qt::AlignCenter);
+    mPages->addWidget(mHint);
+    mPages->addWidget(mTabs);
+    connect(mTabs, &QTabWidget::tabCloseRequested, this,
+        [this](int tab) { guard([&] { mTabs->closeTab(tab); }); });
+    connect(mTabs, &StepTabs::stepChanged, this, &MainWindow::followStep);
+
+    auto* centre = new QWidget;
+    auto* layout = new QVBoxLayout(centre);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(mErrorBar);
+    layout->addWidget(mPages, 1);
+    setCentralWidget(centre);
+}
+
+void MainWindow::tell(const QString& level, const QString& text)
+{
+    mLog->add(level, text);
+    if (level == "ERROR") {
+        mErrorBar->showError(text);
     }
 }
 
-void MainWindow::createActions()
-{
-    QMenu* file = menuBar()->addMenu(tr("&File"));
-    QAction* open = file->addAction(tr("&Open Board..."), this, &MainWindow::chooseBoard);
-    open->setShortcut(QKeySequence::Open);
-    mCloseStep =
-        file->addAction(tr("&Close Step"), this, [this] { closeTab(mTabs->currentIndex()); });
-    mCloseStep->setShortcut(QKeySequence::Close);
-    file->addSeparator();
-    QAction* quit = file->addAction(tr("&Quit"), this, &QWidget::close);
-    // The standard key for it is empty outside of desktops that define one.
-    quit->setShortcut(Qt::CTRL | Qt::Key_Q);
-
-    mStepMenu = menuBar()->addMenu(tr("&Step"));
-
-    QMenu* units = menuBar()->addMenu(tr("&Units"));
-    mUnits = new QActionGroup(this);
-    mInch = mUnits->addAction(tr("&Inch (mils)"));
-    mInch->setShortcut(Qt::CTRL | Qt::Key_I);
-    mMetric = mUnits->addAction(tr("&Metric (microns)"));
-    mMetric->setShortcut(Qt::CTRL | Qt::Key_M);
-    for (QAction* action : mUnits->actions()) {
-        action->setCheckable(true);
-    }
-    units->addActions(mUnits->actions());
-    connect(mUnits, &QActionGroup::triggered, this, &MainWindow::setUnits);
-}
-
-void MainWindow::createLog()
-{
-    mLog = new QPlainTextEdit;
-    mLog->setReadOnly(true);
-    mLog->setMaximumBlockCount(logLines);
-    auto* dock = new QDockWidget(tr("Log"));
-    dock->setObjectName("logDock");
-    dock->setWidget(mLog);
-    addDockWidget(Qt::BottomDockWidgetArea, dock);
-    resizeDocks({dock}, {90}, Qt::Vertical);
-    menuBar()->addMenu(tr("&View"))->addAction(dock->toggleViewAction());
-    dock->toggleViewAction()->setText(tr("&Log"));
-    connect(
-        &mSession, &HostSession::logged, mLog, [this](const QString& level, const QString& text) {
-            mLog->appendPlainText(level + ": " + text);
-        });
-}
-
-/** Runs a user's command; what can't be done is told in a box. */
 void MainWindow::guard(const std::function<void()>& work)
 {
     try {
@@ -158,28 +134,24 @@ void MainWindow::guard(const std::function<void()>& work)
 void MainWindow::remember()
 {
     mRemember = true;
+    resize(likedSize.boundedTo(screen()->availableSize() * shareOfScreen));
     const QSettings settings;
     restoreGeometry(settings.value(geometryKey).toByteArray());
     restoreState(settings.value(stateKey).toByteArray());
+    mLog->hide(); // until there is an entry
 }
 
 void MainWindow::reopenLastBoard()
 {
-    const QStringList paths = lastBoard();
-    const auto isFile = [](const QString& path) { return QFileInfo(path).isFile(); };
-    if (!paths.isEmpty() && std::all_of(paths.begin(), paths.end(), isFile)) {
+    const QStringList paths = RecentBoards::latest();
+    if (RecentBoards::exists(paths)) {
         guard([&] { openBoard(paths); });
     }
 }
 
-QStringList MainWindow::lastBoard()
-{
-    return QSettings().value(boardKey).toStringList();
-}
-
 void MainWindow::chooseBoard()
 {
-    const QStringList last = mBoardPaths.isEmpty() ? lastBoard() : mBoardPaths;
+    const QStringList last = mBoardPaths.isEmpty() ? RecentBoards::latest() : mBoardPaths;
     const QStringList paths =
         QFileDialog::getOpenFileNames(this, tr("Open Board"), QFileInfo(last.value(0)).path(),
             tr("Boards (*.xml *.cvg *.drl *.xln *.xnc *.drd *.exc *.ncd *.nc *.tap *.txt);;"
@@ -191,8 +163,8 @@ void MainWindow::chooseBoard()
 
 bool MainWindow::openBoard(const QStringList& paths, const std::function<size_t()>& chooseStep)
 {
-    const QString name = boardName(paths);
-    QProgressDialog dialog(tr("Reading %1").arg(name), tr("Cancel"), 0, progressSteps, this);
+    QProgressDialog dialog(
+        tr("Reading %1").arg(RecentBoards::name(paths)), tr("Cancel"), 0, progressSteps, this);
     dialog.setWindowModality(Qt::WindowModal);
     dialog.setMinimumDuration(longReading);
     dialog.setValue(0);
@@ -207,7 +179,7 @@ bool MainWindow::openBoard(const QStringList& paths, const std::function<size_t(
         return false;
     }
     dialog.reset();
-    if (!closeAllTabs()) {
+    if (!mTabs->closeAll()) {
         return false;
     }
     mSession.setBoard(std::move(board));
@@ -216,94 +188,43 @@ bool MainWindow::openBoard(const QStringList& paths, const std::function<size_t(
         mBoardPaths << QFileInfo(path).absoluteFilePath();
     }
     if (mRemember) {
-        QSettings().setValue(boardKey, mBoardPaths);
+        RecentBoards::add(mBoardPaths);
     }
-    setWindowTitle(tr("%1 - brox workbench").arg(name));
     listSteps();
-    openStep(chooseStep ? chooseStep() : mSession.board().mainStep);
+    followStep();
+    mTabs->openStep(chooseStep ? chooseStep() : mSession.board().mainStep);
     return true;
 }
 
-void MainWindow::listSteps()
+/** Menus, title and status bar tell of the step in front, or that there is none. */
+void MainWindow::followStep()
 {
-    mStepMenu->clear();
-    const std::vector<Step>& steps = mSession.board().steps;
-    for (size_t i = 0; i < steps.size(); ++i) {
-        const QString name = QString(steps[i].name).replace('&', "&&");
-        QAction* action =
-            mStepMenu->addAction(i < 9 ? QStringLiteral("&%1 %2").arg(i + 1).arg(name) : name);
-        connect(action, &QAction::triggered, this, [this, i] { guard([&] { openStep(i); }); });
-    }
-    mStepMenu->setEnabled(!steps.empty());
-}
-
-void MainWindow::openStep(size_t step)
-{
-    QWidget* viewer = mSession.viewer(step);
-    if (mTabs->indexOf(viewer) < 0) {
-        const QString name = mSession.board().steps[step].name;
-        const int tab = mTabs->addTab(viewer, QString(name).replace('&', "&&"));
-        mTabs->tabBar()->setTabData(tab, QVariant::fromValue(step));
-    }
-    mTabs->setCurrentWidget(viewer);
-    followCurrentTab();
-}
-
-size_t MainWindow::stepOf(int tab) const
-{
-    return mTabs->tabBar()->tabData(tab).value<size_t>();
-}
-
-/** Menus and status bar tell of the step whose viewer is in front. */
-void MainWindow::followCurrentTab()
-{
-    const int tab = mTabs->currentIndex();
-    mPages->setCurrentIndex(tab < 0 ? 0 : 1);
-    mUnits->setEnabled(tab >= 0);
-    mCloseStep->setEnabled(tab >= 0);
-    // A tab that is just being added has no step yet.
-    if (tab >= 0 && mTabs->tabBar()->tabData(tab).isValid()) {
-        const size_t step = stepOf(tab);
-        (mSession.units(step) == Units::Inch ? mInch : mMetric)->setChecked(true);
-        statusBar()->showMessage(contentText(mSession.board().steps[step]));
+    const std::optional<size_t> step = mTabs->currentStep();
+    mPages->setCurrentWidget(step ? static_cast<QWidget*>(mTabs) : mHint);
+    mHint->setText(mBoardPaths.isEmpty() ? tr("Open a board to set up its drill tools.")
+                                         : tr("Choose a step of the board in the menu Step."));
+    setWindowTitle(mBoardPaths.isEmpty()
+            ? tr("brox workbench")
+            : tr("%1 - brox workbench").arg(RecentBoards::name(mBoardPaths)));
+    mUnits->setEnabled(step.has_value());
+    mCloseStep->setEnabled(step.has_value());
+    mContent->setText(step ? contentText(mSession.board().steps[*step]) : QString());
+    if (step) {
+        (mSession.units(*step) == Units::Inch ? mInch : mMetric)->setChecked(true);
     }
 }
 
 void MainWindow::setUnits(QAction* action)
 {
-    mSession.setUnits(stepOf(mTabs->currentIndex()), action == mInch ? Units::Inch : Units::Metric);
-}
-
-void MainWindow::closeTab(int index)
-{
-    guard([&] {
-        if (mSession.canClose(stepOf(index))) {
-            mSession.closeViewer(stepOf(index));
-            followCurrentTab();
-        }
-    });
-}
-
-/** Closes all steps, or none if the user wants to keep one. */
-bool MainWindow::closeAllTabs()
-{
-    for (int i = 0; i < mTabs->count(); ++i) {
-        mTabs->setCurrentIndex(i);
-        if (!mSession.canClose(stepOf(i))) {
-            return false;
-        }
+    if (const std::optional<size_t> step = mTabs->currentStep()) {
+        mSession.setUnits(*step, action == mInch ? Units::Inch : Units::Metric);
     }
-    while (mTabs->count() > 0) {
-        mSession.closeViewer(stepOf(0));
-    }
-    followCurrentTab();
-    return true;
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)
 {
     bool closed = false;
-    guard([&] { closed = closeAllTabs(); });
+    guard([&] { closed = mTabs->closeAll(); });
     if (!closed) {
         event->ignore();
         return;
@@ -314,4 +235,20 @@ void MainWindow::closeEvent(QCloseEvent* event)
         settings.setValue(stateKey, saveState());
     }
     event->accept();
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (!localFiles(event->mimeData()).isEmpty()) {
+        event->acceptProposedAction();
+    }
+}
+
+void MainWindow::dropEvent(QDropEvent* event)
+{
+    const QStringList paths = localFiles(event->mimeData());
+    event->acceptProposedAction();
+    // Boxes would keep the program waiting that the files are dragged from.
+    QMetaObject::invokeMethod(
+        this, [this, paths] { guard([&] { openBoard(paths); }); }, Qt::QueuedConnection);
 }

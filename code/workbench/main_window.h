@@ -6,12 +6,14 @@
 #include <QStringList>
 #include <functional>
 
+class ErrorBar;
 class HostSession;
+class LogDock;
 class QAction;
 class QActionGroup;
-class QPlainTextEdit;
+class QLabel;
 class QStackedWidget;
-class QTabWidget;
+class StepTabs;
 
 /** The host's window: the viewers of a board's steps as tabs, and the host's log. */
 class MainWindow : public QMainWindow
@@ -25,7 +27,7 @@ public:
     /** Viewers that are still open are closed without a question. */
     ~MainWindow() override;
 
-    /** Takes geometry and dock of the last time, and keeps them and the board for the next. */
+    /** Takes geometry and docks of the last time, and keeps them and the board for the next. */
     void remember();
 
     /** Opens the board of the last time if it is still there; what is wrong with it is told in a
@@ -41,38 +43,40 @@ public:
      */
     bool openBoard(const QStringList& paths, const std::function<size_t()>& chooseStep = {});
 
-    /** Shows a step's viewer, which is opened if there is none yet.
-     *
-     * @throws HostError
-     */
-    void openStep(size_t step);
+    /** Runs a user's command; what can't be done is told in a box. */
+    void guard(const std::function<void()>& work);
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
-    void createActions();
-    void createLog();
-    void guard(const std::function<void()>& work);
-
-    static QStringList lastBoard();
-    void chooseBoard();
+    void createMenus();
+    void createFileMenu();
+    void createUnitsMenu();
     void listSteps();
+    void listRecentBoards();
+    void createPages();
+
+    void chooseBoard();
     void setUnits(QAction* action);
-    void closeTab(int index);
-    bool closeAllTabs();
-    void followCurrentTab();
-    size_t stepOf(int tab) const;
+    void followStep();
+    void tell(const QString& level, const QString& text);
 
     HostSession& mSession;
+    ErrorBar* mErrorBar;
     QStackedWidget* mPages;
-    QTabWidget* mTabs;
+    QLabel* mHint;
+    StepTabs* mTabs;
+    LogDock* mLog;
+    QLabel* mContent;
     QMenu* mStepMenu = nullptr;
+    QMenu* mRecentMenu = nullptr;
     QActionGroup* mUnits = nullptr;
     QAction* mInch = nullptr;
     QAction* mMetric = nullptr;
     QAction* mCloseStep = nullptr;
-    QPlainTextEdit* mLog = nullptr;
     QStringList mBoardPaths;
     bool mRemember = false;
 };

@@ -54,6 +54,7 @@ private:
     }
     QString tab() const { return mTabs->tabText(mTabs->currentIndex()); }
     QString status() const { return mWindow->statusBar()->currentMessage(); }
+    QString content() const { return mWindow->findChild<QLabel*>("contentLabel")->text(); }
 
     std::unique_ptr<QTemporaryDir> mData;
     std::unique_ptr<HostSession> mSession;
@@ -80,21 +81,21 @@ private slots:
 
     void opensStepsAsTabs()
     {
-        QCOMPARE(tab(), "panel");
-        QVERIFY(status().contains("1276 holes, 12 slots"));
+        QCOMPARE(tab(), "sensor: panel");
+        QVERIFY(content().contains("1276 holes, 12 slots"));
         for (const char* step : {"&1 board", "&2 panel", "&1 board"}) {
             choose(step);
         }
         QCOMPARE(mTabs->count(), 2);
-        QCOMPARE(tab(), "board");
-        QVERIFY(status().contains("106 holes, 1 slots"));
+        QCOMPARE(tab(), "sensor: board");
+        QVERIFY(content().contains("106 holes, 1 slots"));
 
         choose("&Close Step");
         QCOMPARE(mTabs->count(), 1);
         QVERIFY(open("controller.xml"));
         QCOMPARE(mTabs->count(), 1);
         QVERIFY_EXCEPTION_THROWN(open("make_boards.py"), BoardError);
-        QCOMPARE(tab(), "board");
+        QCOMPARE(tab(), "controller: board");
     }
 
     void switchesUnitsOfTheStepInFront()
@@ -116,7 +117,7 @@ private slots:
         QVERIFY(!mWindow->close());
         answerNextBox(QMessageBox::Cancel);
         QVERIFY(!open("controller.xml"));
-        QCOMPARE(tab(), "panel");
+        QCOMPARE(tab(), "sensor: panel");
 
         answerNextBox(QMessageBox::Save);
         QVERIFY(mWindow->close());

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+#include "log_dock.h"
+
+#include <QPlainTextEdit>
+
+namespace {
+
+constexpr int maxLines = 5000;
+
+} // namespace
+
+LogDock::LogDock(QWidget* parent)
+    : QDockWidget(tr("Log"), parent)
+    , mText(new QPlainTextEdit)
+{
+    setObjectName("logDock");
+    mText->setReadOnly(true);
+    mText->setTabChangesFocus(true);
+    mText->setMaximumBlockCount(maxLines);
+    setWidget(mText);
+    hide();
+}
+
+void LogDock::add(const QString& level, const QString& text)
+{
+    mText->appendPlainText(level + ": " + text);
+    if (!mHasEntries) {
+        mHasEntries = true; // who closes it afterwards does not want to see more
+        show();
+    }
+}

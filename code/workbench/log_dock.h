@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#ifndef LOG_DOCK_H
+#define LOG_DOCK_H
+
+#include <QDockWidget>
+
+class QPlainTextEdit;
+
+/** The host's log; it comes up with the first entry. */
+class LogDock : public QDockWidget
+{
+    Q_OBJECT
+
+public:
+    explicit LogDock(QWidget* parent);
+
+    void add(const QString& level, const QString& text);
+
+private:
+    QPlainTextEdit* mText;
+    bool mHasEntries = false;
+};
+
+#endif

@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: MIT
+#include "host_session.h"
+#include "log_dock.h"
+#include "main_window.h"
+#include "recent_boards.h"
+#include "step_tabs.h"
+
+#include <QActionGroup>
+#include <QMenuBar>
+
+namespace {
+
+/** A name as the text of an action or tab: no letter of it is a key. */
+QString plain(QString name)
+{
+    return name.replace('&', "&&");
+}
+
+/** The same with its number as key, as far as there are digits. */
+QString numbered(size_t index, const QString& name)
+{
+    return index < 9 ? QStringLiteral("&%1 %2").arg(index + 1).arg(plain(name)) : plain(name);
+}
+
+} // namespace
+
+void MainWindow::createMenus()
+{
+    createFileMenu();
+    mStepMenu = menuBar()->addMenu(tr("&Step"));
+    createUnitsMenu();
+    QMenu* view = menuBar()->addMenu(tr("&View"));
+    view->addAction(mLog->toggleViewAction());
+    mLog->toggleViewAction()->setText(tr("&Log"));
+    listSteps();
+}
+
+void MainWindow::createFileMenu()
+{
+    QMenu* file = menuBar()->addMenu(tr("&File"));
+    QAction* open = file->addAction(tr("&Open Board..."), this, &MainWindow::chooseBoard);
+    open->setShortcut(QKeySequence::Open);
+    mRecentMenu = file->addMenu(tr("Open &Recent"));
+    connect(file, &QMenu::aboutToShow, this, &MainWindow::listRecentBoards);
+    mCloseStep = file->addAction(tr("&Close Step"), this,
+        [this] { guard([&] { mTabs->closeTab(mTabs->currentIndex()); }); });
+    mCloseStep->setShortcut(QKeySequence::Close);
+    file->addSeparator();
+    QAction* quit = file->addAction(tr("&Quit"), this, &QWidget::close);
+    // The standard key for it is empty outside of desktops that define one.
+    quit->setShortcut(Qt::CTRL | Qt::Key_Q);
+}
+
+void MainWindow::listRecentBoards()
+{
+    mRecentMenu->clear();
+    const QList<QStringList> boards = RecentBoards::all();
+    for (qsizetype i = 0; i < boards.size(); ++i) {
+        QAction* action = mRecentMenu->addAction(numbered(size_t(i), RecentBoards::name(boards[i])),
+            this, [this, paths = boards[i]] { guard([&] { openBoard(paths); }); });
+        action->setStatusTip(boards[i].join("  "));
+        action->setEnabled(RecentBoards::exists(boards[i]));
+    }
+    mRecentMenu->setEnabled(!boards.isEmpty());
+}
+
+void MainWindow::createUnitsMenu()
+{
+    QMenu* units = menuBar()->addMenu(tr("&Units"));
+    mUnits = new QActionGroup(this);
+    mInch = mUnits->addAction(tr("&Inch (mils)"));
+    mInch->setShortcut(Qt::CTRL | Qt::Key_I);
+    mMetric = mUnits->addAction(tr("&Metric (microns)"));
+    mMetric->setShortcut(Qt::CTRL | Qt::Key_M);
+    for (QAction* action : mUnits->actions()) {
+        action->setCheckable(true);
+    }
+    units->addActions(mUnits->actions());
+    connect(mUnits, &QActionGroup::triggered, this, &MainWindow::setUnits);
+}
+
+void MainWindow::listSteps()
+{
+    mStepMenu->clear();
+    const std::vector<Step>& steps = mSession.board().steps;
+    for (size_t i = 0; i < steps.size(); ++i) {
+        mStepMenu->addAction(
+            numbered(i, steps[i].name), this, [this, i] { guard([&] { mTabs->openStep(i); }); });
+    }
+    mStepMenu->addSeparator();
+    const auto turnTo = [this](int offset) {
+        const int count = mTabs->count();
+        if (count > 0) {
+            mTabs->setCurrentIndex((mTabs->currentIndex() + count + offset) % count);
+        }
+    };
+    QAction* next = mStepMenu->addAction(tr("&Next Tab"), this, [turnTo] { turnTo(1); });
+    next->setShortcut(Qt::CTRL | Qt::Key_Tab);
+    QAction* previous = mStepMenu->addAction(tr("&Previous Tab"), this, [turnTo] { turnTo(-1); });
+    previous->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab);
+    mStepMenu->setEnabled(!steps.empty());
+}

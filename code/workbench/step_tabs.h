@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#ifndef STEP_TABS_H
+#define STEP_TABS_H
+
+#include <QTabWidget>
+#include <optional>
+
+class HostSession;
+
+/** The viewers of the open steps of a board, a tab each. */
+class StepTabs : public QTabWidget
+{
+    Q_OBJECT
+
+public:
+    /** @param session  outlives the tabs */
+    explicit StepTabs(HostSession& session);
+
+    /** Viewers that are still open are closed without a question. */
+    ~StepTabs() override;
+
+    /** Shows a step's viewer, which is opened if there is none yet.
+     *
+     * @throws HostError
+     */
+    void openStep(size_t step);
+
+    /** The step in front; null if none is open. */
+    std::optional<size_t> currentStep() const;
+
+    /** Closes a step unless the user wants to keep it.
+     *
+     * @throws HostError
+     */
+    void closeTab(int tab);
+
+    /** Closes all steps, or none if the user wants to keep one: then false.
+     *
+     * @throws HostError
+     */
+    bool closeAll();
+
+signals:
+    /** Another step is in front, or none is left. */
+    void stepChanged();
+
+private:
+    QString titleOf(size_t step) const;
+    size_t stepOf(int tab) const;
+    void discard(int tab);
+
+    HostSession& mSession;
+};
+
+#endif
