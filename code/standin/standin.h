@@ -18,7 +18,7 @@ extern "C" {
 
 #define STANDIN_EXPORT __attribute__((visibility("default")))
 
-/** Forgets job, steps, folders, log sink, language, failures and counts; live blocks stay. */
+/** Forgets job, steps, folders, hook, log sink, language, failures and counts; live blocks stay. */
 STANDIN_EXPORT void standin_reset(void);
 
 /* --- Job: steps and layers have ids from one sequence that never repeats --- */
@@ -63,6 +63,21 @@ STANDIN_EXPORT void standin_add_tool(int layer_id, const standin_tool* tool);
 
 /** The data folder, location 2 of zeb__sarn_get_dir; null: there is none, and it fails. */
 STANDIN_EXPORT void standin_set_data_dir(const char* path);
+
+/** Names the path of one of the module's files.
+ *
+ * @param name  the file's name in the data folder, such as "brox/brox.xml"
+ * @return the path to use, in memory of the program's that lives until the next question; null:
+ *         there is none, and zeb__sarn_get_dir fails as it does without a data folder
+ */
+typedef const char* (*standin_path_hook)(const char* name, void* context);
+
+/** Lets a program answer zeb__sarn_get_dir in place of the data folder; null: the folder again.
+ *
+ * The module asks before each load and before each save. It loads while a viewer is being made,
+ * and at no other time; a save for which there is no path stops, with all still unsaved.
+ */
+STANDIN_EXPORT void standin_set_path_hook(standin_path_hook hook, void* context);
 
 /** The resource folder, which zeb__sarn_get_epath gives. */
 STANDIN_EXPORT void standin_set_resource_dir(const char* path);

@@ -39,6 +39,8 @@ struct State
     int errorSounds = 0;
     QByteArray dataDir; ///< null when there is none
     QByteArray resourceDir;
+    standin_path_hook pathHook = nullptr;
+    void* pathContext = nullptr;
 };
 
 State state;
@@ -81,6 +83,16 @@ void writeEntry(const char* level, const std::string& text)
 QByteArray toLocal8Bit(const char* utf8)
 {
     return utf8 ? QString::fromUtf8(utf8).toLocal8Bit() : QByteArray();
+}
+
+/** Where a file of the data folder is; null if there is no place for it. */
+QByteArray pathOf(const char* name)
+{
+    if (state.pathHook) {
+        const QByteArray asked = QString::fromLocal8Bit(name).toUtf8();
+        return toLocal8Bit(state.pathHook(asked.constData(), state.pathContext));
+    }
+    return state.dataDir.isNull() ? QByteArray() : state.dataDir + '/' + name;
 }
 
 } // namespace
@@ -178,9 +190,9 @@ int zeb__sarn_get_dir(int location, const char* name, char* path, int size, bool
     constexpr int dataFolder = 2;
     if (location != dataFolder || !name || !path || !found)
         return BadArgument;
-    if (state.dataDir.isNull())
+    const QByteArray full = pathOf(name);
+    if (full.isNull())
         return NoFolder;
-    const QByteArray full = state.dataDir + '/' + name;
     if (full.size() > size)
         return PathTooLong;
     memcpy(path, full.constData(), size_t(full.size()) + 1);
@@ -213,6 +225,12 @@ const char* zeb__sarn_get_Units_str(zeb_units_enum units)
 void standin_set_data_dir(const char* path)
 {
     state.dataDir = toLocal8Bit(path);
+}
+
+void standin_set_path_hook(standin_path_hook hook, void* context)
+{
+    state.pathHook = hook;
+    state.pathContext = context;
 }
 
 void standin_set_resource_dir(const char* path)

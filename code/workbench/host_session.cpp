@@ -119,6 +119,7 @@ QByteArray catalogueOf(const QString& language)
 HostSession::HostSession(const QString& dataDir, const QString& language)
     : mDataDir(QDir(dataDir).absolutePath().toUtf8())
     , mCatalogue(catalogueOf(language))
+    , mGuard(QString::fromUtf8(mDataDir))
 {
     setUpHost();
     mModule = std::make_unique<Module>();
@@ -140,7 +141,7 @@ void HostSession::setUpHost()
 {
     standin_reset();
     standin_set_log_sink(log, this);
-    standin_set_data_dir(mDataDir.constData());
+    mGuard.answerHost();
     standin_set_system_dir(mDataDir.constData());
     standin_set_resource_dir(sharePath({}).toUtf8().constData());
     standin_set_catalogue(mCatalogue.isEmpty() ? nullptr : mCatalogue.constData());
@@ -195,20 +196,30 @@ QWidget* HostSession::viewer(size_t step)
 {
     OpenStep& open = mSteps.at(step);
     if (!open.viewer) {
-        check(mModule->open(open.stpid), "open a viewer");
         BroxViewer* viewer = nullptr;
-        check(mModule->get(open.stpid, &viewer), "give a viewer");
+        open.viewer = mGuard.open(mBoard.steps.at(step).name, [&] {
+            check(mModule->open(open.stpid), "open a viewer");
+            check(mModule->get(open.stpid, &viewer), "give a viewer");
+            return reinterpret_cast<QWidget*>(viewer);
+        });
         check(mModule->setParentViewer(viewer, open.parent.get()), "follow the units");
-        open.viewer = reinterpret_cast<QWidget*>(viewer);
     }
     return open.viewer;
 }
 
 bool HostSession::canClose(size_t step)
 {
-    int ok = 0;
-    check(mModule->canClose(mSteps.at(step).stpid, &ok), "ask whether a viewer may close");
-    return ok != 0;
+    const OpenStep& open = mSteps.at(step);
+    return !open.viewer || mGuard.canClose(open.viewer, [&] {
+        int ok = 0;
+        check(mModule->canClose(open.stpid, &ok), "ask whether a viewer may close");
+        return ok != 0;
+    });
+}
+
+bool HostSession::hasUnsaved(size_t step) const
+{
+    return mGuard.hasUnsaved(mSteps.at(step).viewer);
 }
 
 void HostSession::closeViewer(size_t step)

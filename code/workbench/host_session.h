@@ -3,6 +3,7 @@
 #define HOST_SESSION_H
 
 #include "board.h"
+#include "data_guard.h"
 #include "zeb_lowlevel.h"
 
 #include <QObject>
@@ -53,6 +54,8 @@ public:
     /** Viewers that are still open are deleted. */
     ~HostSession() override;
 
+    QString dataDir() const { return QString::fromUtf8(mDataDir); }
+
     /** Replaces the job; every viewer must be closed. */
     void setBoard(Board board);
     const Board& board() const { return mBoard; }
@@ -70,6 +73,12 @@ public:
 
     /** Whether the step's viewer may close; may ask the user. */
     bool canClose(size_t step);
+
+    /** Whether the step's viewer has models or bits that are in no file. */
+    bool hasUnsaved(size_t step) const;
+
+    /** Tells of saves and of what is unsaved. */
+    const DataGuard& guard() const { return mGuard; }
 
     /** Closes and deletes the step's viewer. */
     void closeViewer(size_t step);
@@ -112,6 +121,7 @@ private:
 
     QByteArray mDataDir;
     QByteArray mCatalogue; ///< path; null for the module's own texts
+    DataGuard mGuard;
     std::unique_ptr<Module> mModule;
     Board mBoard;
     std::vector<OpenStep> mSteps;

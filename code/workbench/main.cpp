@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "board_reader.h"
+#include "data_file.h"
+#include "data_start.h"
 #include "default_data.h"
 #include "drill_table.h"
 #include "main_window.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QFileInfo>
 #include <QStandardPaths>
 #include <cstdio>
 
@@ -51,9 +54,14 @@ Options::Options()
     parser.addOptions({table, csv, models, step, model, units, data, language, screenshot});
 }
 
-int fail(const QString& message)
+void warn(const QString& message)
 {
     fprintf(stderr, "%s\n", message.toUtf8().constData());
+}
+
+int fail(const QString& message)
+{
+    warn(message);
     return 1;
 }
 
@@ -151,25 +159,51 @@ int printModels(HostSession& session)
 
 int showWindow(const Options& options, HostSession& session, const QStringList& paths)
 {
+    DataStart start(session.dataDir());
+    if (!start.lock()) {
+        return 0;
+    }
     MainWindow window(session);
-    const bool stays = options.wantsWindow();
-    if (stays) {
-        window.remember();
-        window.show();
-    }
-    if (!paths.isEmpty()) {
-        // Units are set before there is a viewer: it takes a change for an edit.
-        window.openBoard(paths, [&] { return setUpStep(options, session); });
-    } else if (stays) {
+    window.remember();
+    window.show();
+    start.repair();
+    if (paths.isEmpty()) {
         window.reopenLastBoard();
+    } else {
+        // A box tells what is wrong: who starts it from the desktop sees nothing else. Units are
+        // set before there is a viewer: it takes a change for an edit.
+        window.guard([&] { window.openBoard(paths, [&] { return setUpStep(options, session); }); });
     }
-    if (stays) {
-        return QApplication::exec();
+    return QApplication::exec();
+}
+
+int takeScreenshot(const Options& options, HostSession& session, const QStringList& paths)
+{
+    MainWindow window(session);
+    if (!paths.isEmpty()) {
+        window.openBoard(paths, [&] { return setUpStep(options, session); });
     }
     window.show();
     QApplication::processEvents();
     const QString image = options.value(options.screenshot);
     return window.grab().save(image, "PNG") ? 0 : fail(image + ": the image can't be written");
+}
+
+/** Makes the data folder ready. A window tells of broken files itself. */
+void prepareData(const Options& options, const QString& dataDir)
+{
+    const bool isNew = !QFileInfo::exists(dataDir);
+    const QString error = createDefaultData(dataDir);
+    if (!error.isEmpty()) {
+        throw HostError(error);
+    }
+    if (isNew && options.isSet(options.data)) {
+        warn(QStringLiteral("made the data folder %1").arg(dataDir));
+    }
+    const QString complaints = DataFile::complaints(dataDir);
+    if (!options.wantsWindow() && !complaints.isEmpty()) {
+        throw HostError(complaints);
+    }
 }
 
 int run(const Options& options)
@@ -187,18 +221,21 @@ int run(const Options& options)
     const QString dataDir = options.isSet(options.data)
         ? options.value(options.data)
         : QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+    if (dataDir.isEmpty()) {
+        return fail("the name of the data folder is empty");
+    }
     const bool wantsModels = options.isSet(options.models);
     Board board;
     if ((wantsTable || wantsModels) && !paths.isEmpty()) {
         board = readBoard(paths);
     }
-    const QString error = createDefaultData(dataDir);
-    if (!error.isEmpty()) {
-        return fail(error);
-    }
+    prepareData(options, dataDir);
     HostSession session(dataDir, options.value(options.language));
-    if (!wantsTable && !wantsModels) {
+    if (options.wantsWindow()) {
         return showWindow(options, session, paths);
+    }
+    if (!wantsTable && !wantsModels) {
+        return takeScreenshot(options, session, paths);
     }
     QObject::connect(&session, &HostSession::logged, [](const QString& level, const QString& text) {
         if (level == "ERROR") {

@@ -91,6 +91,9 @@ MainWindow::MainWindow(HostSession& session)
             statusBar()->showMessage(
                 tr("Step %1: model \"%2\" is deleted").arg(step, name), readingTime);
         });
+    connect(&session.guard(), &DataGuard::saved, this, [this](const QString& path) {
+        statusBar()->showMessage(tr("%1 saved").arg(path), readingTime);
+    });
     followStep();
     resize(likedSize);
 }
@@ -205,7 +208,8 @@ void MainWindow::followStep()
                                          : tr("Choose a step of the board in the menu Step."));
     setWindowTitle(mBoardPaths.isEmpty()
             ? tr("brox workbench")
-            : tr("%1 - brox workbench").arg(RecentBoards::name(mBoardPaths)));
+            : tr("%1[*] - brox workbench").arg(RecentBoards::name(mBoardPaths)));
+    setWindowModified(mTabs->hasUnsaved());
     mUnits->setEnabled(step.has_value());
     mCloseStep->setEnabled(step.has_value());
     mContent->setText(step ? contentText(mSession.board().steps[*step]) : QString());

@@ -15,6 +15,7 @@ StepTabs::StepTabs(HostSession& session)
     setMovable(true);
     setDocumentMode(true);
     connect(this, &QTabWidget::currentChanged, this, &StepTabs::stepChanged);
+    connect(&session.guard(), &DataGuard::unsavedChanged, this, &StepTabs::markUnsaved);
 }
 
 StepTabs::~StepTabs()
@@ -40,26 +41,50 @@ void StepTabs::openStep(size_t step)
     page->setWidgetResizable(true);
     page->setWidget(viewer);
     page->setProperty("step", QVariant::fromValue(step));
-    setCurrentIndex(addTab(page, titleOf(step).replace('&', "&&")));
+    setCurrentIndex(addTab(page, titleOf(step)));
     if (auto* jobTable = viewer->findChild<QTableWidget*>("jobDrillDataTableWidget")) {
         jobTable->setFocus();
     }
 }
 
-/** Tells the steps of two boards apart, and two steps of one name. */
+void StepTabs::markUnsaved()
+{
+    for (int tab = 0; tab < count(); ++tab) {
+        setTabText(tab, titleOf(stepOf(tab)));
+    }
+    emit stepChanged();
+}
+
+/** Tells apart the steps of two boards, and two steps of one name; bears the unsaved mark. */
 QString StepTabs::titleOf(size_t step) const
 {
     const Board& board = mSession.board();
-    const QString title = QStringLiteral("%1: %2").arg(board.job, board.steps[step].name);
+    QString title = QStringLiteral("%1: %2").arg(board.job, board.steps[step].name);
     const auto isNamesake = [&](const Step& other) { return other.name == board.steps[step].name; };
     const auto begin = board.steps.begin();
     const auto before = std::count_if(begin, begin + qsizetype(step), isNamesake);
-    return before == 0 ? title : QStringLiteral("%1 (%2)").arg(title).arg(before + 1);
+    if (before > 0) {
+        title += QStringLiteral(" (%1)").arg(before + 1);
+    }
+    if (mSession.hasUnsaved(step)) {
+        title += " *";
+    }
+    return title.replace('&', "&&");
 }
 
 std::optional<size_t> StepTabs::currentStep() const
 {
     return currentIndex() < 0 ? std::optional<size_t>() : stepOf(currentIndex());
+}
+
+bool StepTabs::hasUnsaved() const
+{
+    for (int tab = 0; tab < count(); ++tab) {
+        if (mSession.hasUnsaved(stepOf(tab))) {
+            return true;
+        }
+    }
+    return false;
 }
 
 size_t StepTabs::stepOf(int tab) const

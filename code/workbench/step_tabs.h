@@ -28,6 +28,9 @@ public:
     /** The step in front; null if none is open. */
     std::optional<size_t> currentStep() const;
 
+    /** Whether any step has models or bits that are in no file. */
+    bool hasUnsaved() const;
+
     /** Closes a step unless the user wants to keep it.
      *
      * @throws HostError
@@ -41,10 +44,11 @@ public:
     bool closeAll();
 
 signals:
-    /** Another step is in front, or none is left. */
+    /** Another step is in front, or none is left, or something came to be saved or unsaved. */
     void stepChanged();
 
 private:
+    void markUnsaved();
     QString titleOf(size_t step) const;
     size_t stepOf(int tab) const;
     void discard(int tab);

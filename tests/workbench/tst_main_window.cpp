@@ -117,7 +117,7 @@ private slots:
         QVERIFY(!mWindow->close());
         answerNextBox(QMessageBox::Cancel);
         QVERIFY(!open("controller.xml"));
-        QCOMPARE(tab(), "sensor: panel");
+        QCOMPARE(tab(), "sensor: panel *");
 
         answerNextBox(QMessageBox::Save);
         QVERIFY(mWindow->close());

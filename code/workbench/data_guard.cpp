@@ -1,0 +1,284 @@
+// SPDX-License-Identifier: MIT
+#include "data_guard.h"
+
+#include "question.h"
+#include "standin.h"
+#include "step_data.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QScopedValueRollback>
+#include <QTimer>
+
+namespace {
+
+/** A mark of a content; null if there is none. */
+QByteArray markOf(const DataFile::Content& content)
+{
+    return content.exists ? QCryptographicHash::hash(content.bytes, QCryptographicHash::Sha256)
+                          : QByteArray();
+}
+
+StepData* dataOf(const QWidget* viewer)
+{
+    return viewer->findChild<StepData*>(QString(), Qt::FindDirectChildrenOnly);
+}
+
+} // namespace
+
+DataGuard::DataGuard(const QString& dataDir)
+    : mDataDir(dataDir)
+    , mBackups(dataDir)
+{ }
+
+DataGuard::~DataGuard() = default;
+
+void DataGuard::answerHost()
+{
+    standin_set_path_hook(
+        [](const char* name, void* guard) {
+            auto* self = static_cast<DataGuard*>(guard);
+            self->mAnswer = self->pathFor(QString::fromUtf8(name));
+            return self->mAnswer.isNull() ? nullptr : self->mAnswer.constData();
+        },
+        this);
+}
+
+QWidget* DataGuard::open(const QString& step, const std::function<QWidget*()>& make)
+{
+    const QScopedValueRollback opening(mIsOpening, true);
+    QWidget* viewer = make();
+    auto* data = new StepData(viewer, step);
+    for (DataFile::Kind kind : DataFile::kinds) {
+        data->file(kind).known = mRead[size_t(kind)];
+    }
+    connect(data, &StepData::edited, this, [this, data](DataFile::Kind kind, bool isEdited) {
+        if (!isEdited && mSave && mSave->kind == kind) {
+            finishSave(data);
+        }
+        emit unsavedChanged();
+    });
+    mSteps.removeAll(nullptr); // viewers that are gone
+    mSteps << data;
+    return viewer;
+}
+
+bool DataGuard::hasUnsaved(const QWidget* viewer) const
+{
+    const StepData* data = viewer ? dataOf(viewer) : nullptr;
+    return data && data->hasUnsaved();
+}
+
+bool DataGuard::canClose(QWidget* viewer, const std::function<bool()>& askModule)
+{
+    StepData* data = dataOf(viewer);
+    const QScopedValueRollback closing(mClosing, data);
+    if (!data->closeBits() || !askModule()) {
+        return false;
+    }
+    for (DataFile::Kind kind : DataFile::kinds) {
+        if (!canLose(data, kind)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+/** Only while a viewer is being made does the module ask for reading. */
+QByteArray DataGuard::pathFor(const QString& name)
+{
+    for (DataFile::Kind kind : DataFile::kinds) {
+        if (name == DataFile::nameOf(kind) && mIsOpening) {
+            mRead[size_t(kind)] = markOf(DataFile(mDataDir, kind).read());
+        } else if (name == DataFile::nameOf(kind)) {
+            return pathForSaving(kind);
+        }
+    }
+    return QDir(mDataDir).filePath(name).toUtf8();
+}
+
+QByteArray DataGuard::pathForSaving(DataFile::Kind kind)
+{
+    Save save{kind, saver(kind)};
+    if (!prepare(&save)) {
+        return {};
+    }
+    if (!mStage) {
+        mStage = std::make_unique<QTemporaryDir>();
+    }
+    const QString path = mStage->filePath("data.xml");
+    QFile::remove(path); // so that one that is there afterwards is new
+    mSave = save;
+    // The mark of the viewer goes down when the module is done. Should it not, this comes next.
+    QTimer::singleShot(0, this, [this] {
+        if (mSave) {
+            finishSave(mSave->data);
+        }
+    });
+    return path.toUtf8();
+}
+
+/** What the module has written takes the file's place. */
+void DataGuard::finishSave(StepData* data)
+{
+    Save save = *mSave;
+    mSave.reset();
+    save.data = data;
+    QFile staged(mStage->filePath("data.xml"));
+    QByteArray bytes;
+    QString fault;
+    if (staged.open(QIODevice::ReadOnly)) {
+        bytes = staged.readAll();
+        fault = DataFile::faultOf(save.kind, bytes);
+    } else {
+        fault = staged.errorString();
+    }
+    if (!fault.isEmpty()) {
+        settle(
+            save, {}, tr("nothing whole could be written to %1 (%2)").arg(QDir::tempPath(), fault));
+        return;
+    }
+    settle(save, bytes, replace(save, bytes));
+}
+
+/** What is to be known and decided before a file is replaced; false: it must not be. */
+bool DataGuard::prepare(Save* save)
+{
+    const DataFile file(mDataDir, save->kind);
+    save->before = file.read();
+    if (!save->before.exists) {
+        return true;
+    }
+    const QStringList answers{tr("Overwrite"), tr("Keep")};
+    const QString details =
+        tr("Overwrite: what stands there goes to the backups.\nKeep: nothing is saved.");
+    if (!save->before.fault.isEmpty()) {
+        if (ask(tr("%1 can't be read: %2").arg(file.path(), save->before.fault), details, answers)
+            != 0) {
+            return false;
+        }
+    } else if (save->data && save->data->file(save->kind).known != markOf(save->before)) {
+        if (ask(tr("%1 has changed since step %2 read it: another step or another program has "
+                   "saved it.")
+                    .arg(file.path(), save->data->step()),
+                details, answers)
+            != 0) {
+            return false;
+        }
+    }
+    if (save->before.bytes.isNull()) {
+        return true; // no copy can be made; it is moved itself
+    }
+    const QString error = mBackups.keep(save->kind, save->before.bytes);
+    save->hasBackup = error.isEmpty();
+    return save->hasBackup
+        || ask(tr("No backup of %1 could be made: %2").arg(file.path(), error),
+               tr("Save: if the computer stops meanwhile, the file may be lost.\n"
+                  "Cancel: nothing is saved."),
+               {tr("Save"), tr("Cancel")})
+        == 0;
+}
+
+/** Replaces the file and reads it back; if that fails, what was there before is there again. */
+QString DataGuard::replace(const Save& save, const QByteArray& bytes)
+{
+    const DataFile file(mDataDir, save.kind);
+    const bool isMoved = save.before.exists && save.before.bytes.isNull();
+    const QString moved = isMoved ? mBackups.take(file) : QString();
+    if (isMoved && moved.isNull()) {
+        return tr("%1 can't be moved to the backups").arg(file.path());
+    }
+    QString fault = file.write(bytes, !save.hasBackup);
+    if (fault.isEmpty() && file.read().bytes != bytes) {
+        fault = tr("what was read back is not what was saved");
+    }
+    if (fault.isEmpty()) {
+        mBackups.keep(save.kind, bytes); // in vain: the next save tries again
+        return {};
+    }
+    if (isMoved) {
+        QFile::remove(file.path());
+        QFile::rename(moved, file.path());
+    } else if (!save.before.exists) {
+        QFile::remove(file.path());
+    } else if (file.read().bytes != save.before.bytes) {
+        file.write(save.before.bytes, true);
+    }
+    return fault;
+}
+
+/** Tells what came of a save, and tries again as long as the user wants that.
+ *
+ * @param bytes  what was to be saved; null if there is nothing whole to try again with
+ */
+void DataGuard::settle(const Save& save, const QByteArray& bytes, QString fault)
+{
+    const QString path = DataFile(mDataDir, save.kind).path();
+    if (StepData* data = save.data) {
+        StepData::File& file = data->file(save.kind);
+        file.isLost = !fault.isEmpty();
+        file.unsaved = file.isLost ? bytes : QByteArray();
+        file.fault = fault;
+        if (!file.isLost) {
+            file.known = markOf({true, bytes, {}});
+        }
+    }
+    emit unsavedChanged();
+    if (fault.isEmpty()) {
+        emit saved(path);
+        return;
+    }
+    QStringList answers{tr("Close")};
+    if (!bytes.isNull()) {
+        answers.prepend(tr("Save Again"));
+    }
+    const qsizetype answer = ask(tr("%1 could not be saved: %2").arg(path, fault),
+        tr("What was saved before is still there. What was to be saved counts as unsaved."),
+        answers);
+    Save again{save.kind, save.data};
+    if (answer < answers.size() - 1 && prepare(&again)) {
+        settle(again, bytes, replace(again, bytes));
+    }
+}
+
+/** Whether what a save has lost may go with the viewer. */
+bool DataGuard::canLose(StepData* data, DataFile::Kind kind)
+{
+    const StepData::File& file = data->file(kind);
+    if (!file.isLost) {
+        return true;
+    }
+    QStringList answers{tr("Discard"), tr("Cancel")};
+    if (!file.unsaved.isNull()) {
+        answers.prepend(tr("Save Again"));
+    }
+    const qsizetype answer =
+        ask(tr("%1 could not be saved: %2").arg(DataFile(mDataDir, kind).path(), file.fault),
+            tr("Unsaved data will be lost."), answers);
+    if (answer < answers.size() - 2) {
+        Save again{kind, data};
+        if (prepare(&again)) {
+            settle(again, file.unsaved, replace(again, file.unsaved));
+        }
+        return !file.isLost;
+    }
+    return answer == answers.size() - 2;
+}
+
+/** The step that saves: the one that is being closed, or in front of the user. */
+StepData* DataGuard::saver(DataFile::Kind kind) const
+{
+    StepData* found = nullptr;
+    for (const QPointer<StepData>& data : mSteps) {
+        if (!data || !data->file(kind).isEdited) {
+            continue;
+        }
+        if (data == mClosing) {
+            return data;
+        }
+        if (!found || data->isInFront(kind)) {
+            found = data;
+        }
+    }
+    return found;
+}

@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: MIT
+#ifndef DATA_GUARD_H
+#define DATA_GUARD_H
+
+#include "backups.h"
+#include "data_file.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QTemporaryDir>
+#include <QWidget>
+#include <array>
+#include <functional>
+#include <memory>
+#include <optional>
+
+class StepData;
+
+/** Stands between the module and a data folder, so that no save loses what was saved before.
+ *
+ * The module writes in place, without a look at what is there or at what comes of it. So it is
+ * given a path of a temporary file for a save; what is in it then is looked at and takes the
+ * file's place. Before that the file as it stands goes to the backups. Where the file is not what
+ * the saving step has read, or is broken, or has no backup, the user decides.
+ */
+class DataGuard : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit DataGuard(const QString& dataDir);
+    ~DataGuard() override;
+
+    /** Lets the host's libraries ask here for the places of files; a reset makes them forget it. */
+    void answerHost();
+
+    /** Has a step's viewer made, which reads the files, and watches it from then on. */
+    QWidget* open(const QString& step, const std::function<QWidget*()>& make);
+
+    /** Whether something of a viewer is in no file: models, bits, or what a save has lost. */
+    bool hasUnsaved(const QWidget* viewer) const;
+
+    /** Whether a viewer may close. Asks for its bits, its models and what a save has lost.
+     *
+     * @param askModule  has the module ask for the models
+     */
+    bool canClose(QWidget* viewer, const std::function<bool()>& askModule);
+
+signals:
+    /** Something of a viewer came to be unsaved, or no longer is. */
+    void unsavedChanged();
+
+    void saved(const QString& path);
+
+private:
+    /** A save on its way. */
+    struct Save
+    {
+        DataFile::Kind kind;
+        QPointer<StepData> data; ///< of the step that saves
+        DataFile::Content before = {};
+        bool hasBackup = true;
+    };
+
+    QByteArray pathFor(const QString& name);
+    QByteArray pathForSaving(DataFile::Kind kind);
+    void finishSave(StepData* data);
+    bool prepare(Save* save);
+    QString replace(const Save& save, const QByteArray& bytes);
+    void settle(const Save& save, const QByteArray& bytes, QString fault);
+    bool canLose(StepData* data, DataFile::Kind kind);
+    StepData* saver(DataFile::Kind kind) const;
+
+    QString mDataDir;
+    Backups mBackups;
+    std::unique_ptr<QTemporaryDir> mStage; ///< where the module writes; made for the first save
+    QByteArray mAnswer; ///< the host's libraries use it until the next question
+    bool mIsOpening = false;
+    std::array<QByteArray, 2> mRead; ///< marks of what is being read, by kind
+    QList<QPointer<StepData>> mSteps;
+    StepData* mClosing = nullptr;
+    std::optional<Save> mSave; ///< the module is at it
+};
+
+#endif
