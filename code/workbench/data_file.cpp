@@ -116,7 +116,17 @@ QString writeDurably(const QString& path, const QByteArray& bytes, bool inPlaceA
     }
     QSaveFile file(path);
     file.setDirectWriteFallback(inPlaceAtNeed);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
+    if (!file.open(QIODevice::WriteOnly)) {
+        return file.errorString();
+    }
+    // A commit alone takes a file that was cut off when its buffer was written for a whole one.
+    if (file.write(bytes) != bytes.size() || !file.flush()) {
+        return file.errorString();
+    }
+    if (fsync(file.handle()) != 0) {
+        return qt_error_string();
+    }
+    if (!file.commit()) {
         return file.errorString();
     }
     syncFolder(folder);

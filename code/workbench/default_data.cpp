@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "default_data.h"
 
-#include <QDir>
+#include "data_file.h"
+
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QXmlStreamWriter>
 #include <functional>
 #include <vector>
@@ -105,29 +105,23 @@ void writeBits(QXmlStreamWriter& xml)
     xml.writeEndElement();
 }
 
-QString create(const QString& path, const std::function<void(QXmlStreamWriter&)>& write)
+QString create(const DataFile& file, const std::function<void(QXmlStreamWriter&)>& write)
 {
-    if (QFileInfo::exists(path)) {
+    if (QFileInfo::exists(file.path())) {
         return {};
     }
-    QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly)) {
-        QXmlStreamWriter xml(&file);
-        xml.setAutoFormatting(true);
-        write(xml);
-        file.write("\n");
-    }
-    return file.commit() ? QString() : QStringLiteral("%1: %2").arg(path, file.errorString());
+    QByteArray bytes;
+    QXmlStreamWriter xml(&bytes);
+    xml.setAutoFormatting(true);
+    write(xml);
+    const QString error = file.write(bytes + '\n');
+    return error.isEmpty() ? QString() : QStringLiteral("%1: %2").arg(file.path(), error);
 }
 
 } // namespace
 
 QString createDefaultData(const QString& dataDir)
 {
-    const QDir dir(dataDir);
-    if (!dir.mkpath("brox")) {
-        return QStringLiteral("%1: the folder brox can't be made").arg(dataDir);
-    }
-    const QString error = create(dir.filePath("brox/brox.xml"), writeModels);
-    return error.isEmpty() ? create(dir.filePath("brox/brox_drill_bits.xml"), writeBits) : error;
+    const QString error = create(DataFile(dataDir, DataFile::Kind::Models), writeModels);
+    return error.isEmpty() ? create(DataFile(dataDir, DataFile::Kind::Bits), writeBits) : error;
 }

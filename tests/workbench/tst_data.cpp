@@ -1,0 +1,269 @@
+// SPDX-License-Identifier: MIT
+#include "boxes.h"
+#include "data_file.h"
+#include "data_start.h"
+#include "default_data.h"
+#include "host_session.h"
+#include "main_window.h"
+
+#include <QAction>
+#include <QProcess>
+#include <QTableWidget>
+#include <QTemporaryDir>
+#include <QToolButton>
+#include <QtTest>
+#include <cstdio>
+#include <unistd.h>
+
+namespace {
+
+/** Changes models or bits of a step, each time otherwise, and saves them. */
+void edit(QWidget* viewer, DataFile::Kind kind, const QString& name)
+{
+    const bool isModel = kind == DataFile::Kind::Models;
+    auto* table =
+        viewer->findChild<QTableWidget*>(isModel ? "broxModelTableWidget" : "drillBitsTableWidget");
+    table->item(0, 0)->setText(name);
+}
+
+void save(QWidget* viewer, DataFile::Kind kind)
+{
+    if (kind == DataFile::Kind::Models) {
+        viewer->findChild<QToolButton*>("saveToolButton")->click();
+    } else {
+        viewer->findChild<QAction*>("actionSave")->trigger();
+    }
+}
+
+/** What befalls a data folder between the opening of a step and a save. */
+struct Accident
+{
+    const char* name;
+    const char* command; ///< for a shell; $FILE is the file, and the data folder is where it runs
+    QStringList answers; ///< to the boxes that come with the save
+    bool isSaved;
+};
+
+const Accident accidents[] = {
+    {"none", "", {}, true},
+    {"the same again", "touch $FILE", {}, true},
+    {"gone", "rm $FILE", {}, true},
+    {"broken, kept", "echo '<a' >$FILE", {"Keep"}, false},
+    {"broken, overwritten", "echo '<a' >$FILE", {"Overwrite"}, true},
+    {"cut off, kept", "truncate -s 400 $FILE", {"Keep"}, false},
+    {"another root", "echo '<a/>' >$FILE", {"Overwrite"}, true},
+    {"changed meanwhile, kept", "echo >>$FILE", {"Keep"}, false},
+    {"changed meanwhile, overwritten", "echo >>$FILE", {"Overwrite"}, true},
+    {"no rights to read", "chmod 0 $FILE", {"Overwrite"}, true},
+    {"no rights to write", "chmod 400 $FILE", {"Close"}, false},
+    {"a folder instead", "mv $FILE old && mkdir $FILE && mv old $FILE/x", {"Overwrite"}, true},
+    {"no place for backups, broken off", "touch backups", {"Cancel"}, false},
+    {"no place for backups, saved", "touch backups", {"Save"}, true},
+    {"no rights at all", "chmod 500 . brox", {"Save"}, true},
+    {"full disk", "cat /dev/zero >fill", {"Save", "Save Again", "Save", "Close"}, false},
+};
+
+} // namespace
+
+Q_DECLARE_METATYPE(Accident)
+
+/** Accidents of a data folder: whatever was saved before is there afterwards, in the file or among
+ *  the backups, and what could not be saved counts as unsaved. */
+class DataTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    static int shell(const QString& command, const QString& folder, const DataFile& file)
+    {
+        qputenv("FILE", file.path().toUtf8());
+        QProcess process;
+        process.setWorkingDirectory(folder);
+        process.start("sh", {"-c", command});
+        process.waitForFinished();
+        return process.exitCode();
+    }
+
+    /** Whether a content is in some file of the folder. */
+    static bool holds(const QString& folder, const QByteArray& content)
+    {
+        QDirIterator files(folder, QDir::Files, QDirIterator::Subdirectories);
+        while (files.hasNext()) {
+            QFile file(files.next());
+            if (file.open(QIODevice::ReadOnly) && file.readAll() == content) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+private slots:
+    void accident_data()
+    {
+        QTest::addColumn<Accident>("accident");
+        for (const Accident& accident : accidents) {
+            QTest::newRow(accident.name) << accident;
+        }
+    }
+
+    void accident()
+    {
+        QFETCH(const Accident, accident);
+        const bool isFull = QByteArray(accident.command).contains("fill");
+        if (!isFull && geteuid() == 0 && QByteArray(accident.command).contains("chmod")) {
+            QSKIP("root may do everything");
+        }
+        for (DataFile::Kind kind : DataFile::kinds) {
+            const QTemporaryDir folder;
+            const DataFile file(folder.path(), kind);
+            if (isFull && shell("mount -t tmpfs -o size=64k tmpfs .", folder.path(), file) != 0) {
+                QSKIP("a small disk can't be mounted");
+            }
+            const auto unmount = qScopeGuard([&] {
+                shell(
+                    isFull ? "cd / && umount -l $OLDPWD" : "chmod -R u+rwX .", folder.path(), file);
+            });
+            QCOMPARE(createDefaultData(folder.path()), "");
+            HostSession session(folder.path());
+            MainWindow window(session);
+            window.show();
+            window.openBoard({SAMPLES_DIR "/sensor.xml"});
+            QWidget* viewer = session.viewer(session.board().mainStep);
+            const QByteArray before = file.read().bytes;
+            QVERIFY(!before.isEmpty());
+            shell(accident.command, folder.path(), file);
+            const DataFile::Content harmed = file.read();
+
+            edit(viewer, kind, "Gold");
+            QVERIFY(window.isWindowModified());
+            Boxes boxes(accident.answers);
+            save(viewer, kind);
+            QVERIFY2(boxes.areAnswered(), qPrintable(boxes.seen.join('\n')));
+
+            const DataFile::Content after = file.read();
+            QCOMPARE(after.bytes.contains("Gold"), accident.isSaved);
+            QCOMPARE(window.isWindowModified(), !accident.isSaved);
+            QVERIFY(!accident.isSaved || after.fault.isEmpty());
+            QVERIFY(accident.isSaved || after.bytes == harmed.bytes);
+            const bool hasBackup = !accident.isSaved || !accident.answers.contains("Save");
+            QVERIFY(!hasBackup || harmed.bytes.isNull() || holds(folder.path(), harmed.bytes));
+            boxes.add({"Cancel"});
+            QCOMPARE(window.close(), accident.isSaved);
+        }
+    }
+
+    /** Ten backups, each once; the one that was current last is offered at the next start. */
+    void backups()
+    {
+        for (DataFile::Kind kind : DataFile::kinds) {
+            const QTemporaryDir folder;
+            const DataFile file(folder.path(), kind);
+            createDefaultData(folder.path());
+            HostSession session(folder.path());
+            session.setBoard({"job", Units::Metric, {{"step", {}, 0, 0}}, 0});
+            for (int i = 0; i < 24; ++i) {
+                edit(session.viewer(0), kind, QString("Gold %1").arg(i % 12));
+                save(session.viewer(0), kind);
+            }
+            const QByteArray last = file.read().bytes;
+            QVERIFY(last.contains("Gold 11"));
+            QCOMPARE(QDir(folder.filePath("backups")).entryList(QDir::Files).size(), 10);
+
+            QVERIFY(QFile::resize(file.path(), 400));
+            const QByteArray broken = file.read().bytes;
+            DataStart start(folder.path());
+            QVERIFY(start.lock());
+            Boxes boxes({"Leave", "Restore"});
+            start.repair();
+            QCOMPARE(file.read().bytes, broken);
+            start.repair();
+            QVERIFY(boxes.areAnswered());
+            QCOMPARE(file.read().bytes, last);
+            QVERIFY(holds(folder.path(), broken));
+
+            boxes.add({"Quit"});
+            QVERIFY(!DataStart(folder.path()).lock());
+        }
+    }
+
+    /** The later save of two steps asks before it takes away what the earlier one has saved. */
+    void twoSteps()
+    {
+        for (DataFile::Kind kind : DataFile::kinds) {
+            const QTemporaryDir folder;
+            createDefaultData(folder.path());
+            HostSession session(folder.path());
+            session.setBoard({"job", Units::Metric, {{"a", {}, 0, 0}, {"b", {}, 0, 0}}, 0});
+            for (size_t step : {0, 1}) {
+                edit(session.viewer(step), kind, QString("Gold %1").arg(step));
+            }
+            session.viewer(0)->show();
+            Boxes boxes;
+            save(session.viewer(0), kind);
+            session.viewer(0)->hide();
+            session.viewer(1)->show();
+            boxes.add({"Keep"});
+            save(session.viewer(1), kind);
+            QVERIFY2(boxes.areAnswered(), qPrintable(boxes.seen.join('\n')));
+            QVERIFY(session.hasUnsaved(1) && !session.hasUnsaved(0));
+            QVERIFY(DataFile(folder.path(), kind).read().bytes.contains("Gold 0"));
+        }
+    }
+
+    void killed_data()
+    {
+        QTest::addColumn<int>("moment");
+        for (int moment = 0; moment < 20; ++moment) {
+            QTest::newRow(qPrintable(QString::number(moment))) << moment;
+        }
+    }
+
+    /** A program that is killed while it saves again and again: what it said was saved is there. */
+    void killed()
+    {
+        QFETCH(const int, moment);
+        const QTemporaryDir folder;
+        QProcess program;
+        program.start(QCoreApplication::applicationFilePath(), {"saver", folder.path()});
+        QVERIFY(program.waitForReadyRead());
+        QTest::qSleep(moment);
+        program.kill();
+        QVERIFY(program.waitForFinished());
+        const QByteArray last = program.readAll().trimmed().split('\n').last();
+
+        DataStart start(folder.path());
+        QVERIFY(start.lock());
+        QCOMPARE(QDir(folder.filePath("brox")).entryList(QDir::Files).size(), 2);
+        const DataFile::Content content = DataFile(folder.path(), DataFile::Kind::Models).read();
+        QCOMPARE(content.fault, "");
+        const QByteArray next = QByteArray::number(last.toInt() + 1);
+        QVERIFY(content.bytes.contains("\"Gold " + last + '"')
+            || content.bytes.contains("\"Gold " + next + '"'));
+    }
+};
+
+/** Saves models until it is killed, and says how often. */
+int saveForEver(const QString& folder)
+{
+    createDefaultData(folder);
+    HostSession session(folder);
+    session.setBoard({"job", Units::Metric, {{"step", {}, 0, 0}}, 0});
+    for (int i = 0;; ++i) {
+        edit(session.viewer(0), DataFile::Kind::Models, QString("Gold %1").arg(i));
+        save(session.viewer(0), DataFile::Kind::Models);
+        printf("%d\n", i);
+        fflush(stdout);
+    }
+}
+
+int main(int argc, char** argv)
+{
+    QApplication app(argc, argv);
+    if (app.arguments().value(1) == "saver") {
+        return saveForEver(app.arguments().value(2));
+    }
+    DataTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_data.moc"
