@@ -1,0 +1,415 @@
+// SPDX-License-Identifier: MIT
+#include "drill_program.h"
+
+#include "file_set.h"
+#include "sweep.h"
+
+#include <QDir>
+#include <QSet>
+#include <algorithm>
+#include <charconv>
+
+namespace {
+
+constexpr int longestName = 240; ///< bytes of UTF-8; file systems take 255
+constexpr qsizetype longestComment = 200;
+
+/** What coordinates are counted in: the last digit that is written. */
+struct Resolution
+{
+    const char* keyword;
+    const char* unit;
+    int decimals;
+    qint64 numerator; ///< steps of the last digit in denominator host units
+    qint64 denominator;
+
+    qint64 round(qint64 size) const
+    {
+        const qint64 scaled = size * numerator;
+        return (scaled + (scaled < 0 ? -denominator : denominator) / 2) / denominator;
+    }
+};
+
+constexpr Resolution metric{"METRIC", "mm", 4, 1, 40};
+constexpr Resolution inch{"INCH", "inch", 5, 10, 1016};
+
+/** A place in steps of the last digit, with room for what lies opposite of it. */
+struct Point
+{
+    qint64 x;
+    qint64 y;
+};
+
+QString plainLine(const QString& text)
+{
+    QString line = text.simplified().left(longestComment);
+    for (QChar& letter : line) {
+        letter = letter.isPrint() || letter.isSurrogate() ? letter : QChar('?');
+    }
+    return line;
+}
+
+/** Writes the lines of a program. */
+class Writer
+{
+public:
+    explicit Writer(const Resolution& resolution)
+        : mResolution(resolution)
+    { }
+
+    void line(const QByteArray& text) { mText += text + '\n'; }
+    void comment(const QString& text) { line("; " + plainLine(text).toUtf8()); }
+    void indented(const QString& text) { line(";   " + plainLine(text).toUtf8()); }
+
+    /** A size with three decimals, or as many as it needs. */
+    QByteArray size(Size value) const
+    {
+        QByteArray text;
+        appendNumber(text, mResolution.round(value));
+        while (text.endsWith('0') && text.size() - text.indexOf('.') > 4) {
+            text.chop(1);
+        }
+        return text;
+    }
+
+    QByteArray sizeWithUnit(Size value) const { return size(value) + ' ' + mResolution.unit; }
+
+    Point point(Place place) const
+    {
+        return {mResolution.round(place.x), mResolution.round(place.y)};
+    }
+
+    void hole(Place place) { move("", point(place)); }
+
+    void slot(const Path& path)
+    {
+        Point from = point(path.start);
+        move("G00", from);
+        line("M15");
+        if (path.segments.empty()) { // the tool goes down and up
+            move("G01", from);
+        }
+        for (const Segment& segment : path.segments) {
+            const Point to = point(segment.to);
+            segment.shape == Segment::Shape::Line ? move("G01", to) : arc(segment, from, to);
+            from = to;
+        }
+        line("M16");
+    }
+
+    QByteArray text() const { return mText; }
+    void reserve(qint64 bytes) { mText.reserve(bytes); }
+
+private:
+    void appendNumber(QByteArray& text, qint64 value) const
+    {
+        char digits[24];
+        const auto end = std::to_chars(digits, digits + sizeof digits, std::abs(value)).ptr;
+        const auto count = int(end - digits);
+        if (value < 0) {
+            text += '-';
+        }
+        const int whole = count - mResolution.decimals;
+        if (whole > 0) {
+            text.append(digits, whole);
+        } else {
+            text += '0';
+        }
+        text += '.';
+        for (int i = whole; i < 0; ++i) {
+            text += '0';
+        }
+        text.append(digits + std::max(whole, 0), count - std::max(whole, 0));
+    }
+
+    void appendAxes(char horizontal, char vertical, Point point)
+    {
+        mText += horizontal;
+        appendNumber(mText, point.x);
+        mText += vertical;
+        appendNumber(mText, point.y);
+    }
+
+    void move(const char* command, Point to)
+    {
+        mText += command;
+        appendAxes('X', 'Y', to);
+        mText += '\n';
+    }
+
+    /** Centres stay exact where a radius would leave them to a square root. */
+    void arcTo(bool clockwise, Point from, Point to, Point centre)
+    {
+        mText += clockwise ? "G02" : "G03";
+        appendAxes('X', 'Y', to);
+        appendAxes('I', 'J', {centre.x - from.x, centre.y - from.y});
+        mText += '\n';
+    }
+
+    /** An arc of more than half a circle goes by the point opposite to its start. */
+    void arc(const Segment& segment, Point from, Point to)
+    {
+        const bool clockwise = segment.shape == Segment::Shape::Clockwise;
+        const Point centre = point(segment.centre);
+        const double turn = double(from.x - centre.x) * double(to.y - centre.y)
+            - double(from.y - centre.y) * double(to.x - centre.x);
+        const bool isFull = from.x == to.x && from.y == to.y;
+        if (isFull || (clockwise ? turn > 0 : turn < 0)) {
+            const Point opposite{2 * centre.x - from.x, 2 * centre.y - from.y};
+            arcTo(clockwise, from, opposite, centre);
+            from = opposite;
+        }
+        arcTo(clockwise, from, to, centre);
+    }
+
+    const Resolution& mResolution;
+    QByteArray mText;
+};
+
+/** "hits 12, slots 2" */
+QString hitsText(qint64 holes, qint64 slotPaths)
+{
+    QStringList parts;
+    if (holes > 0) {
+        parts << QStringLiteral("hits %1").arg(holes);
+    }
+    if (slotPaths > 0) {
+        parts << QStringLiteral("slots %1").arg(slotPaths);
+    }
+    return parts.join(", ");
+}
+
+QString rowText(const PlanRow& row, const Writer& writer)
+{
+    QString text = QStringLiteral("%1, finished %2, ")
+                       .arg(typeWord(row.type, row.isSlot),
+                           QString::fromLatin1(writer.sizeWithUnit(row.finishedSize)));
+    text += row.tolerance == Tolerance{}
+        ? QStringLiteral("no tolerance")
+        : QStringLiteral("tolerance +%1/-%2")
+              .arg(QString::fromLatin1(writer.size(row.tolerance.plus)),
+                  QString::fromLatin1(writer.size(row.tolerance.minus)));
+    text += ", " + (row.isSlot ? hitsText(0, row.count) : hitsText(row.count, 0));
+    for (const PlanFlag flag : row.flags) {
+        text += ", " + flagWord(flag);
+    }
+    return text;
+}
+
+/** The tool's number with two digits. */
+QByteArray toolName(const ProgramTool& tool)
+{
+    return 'T' + QByteArray::number(tool.number).rightJustified(2, '0');
+}
+
+/** What a layer pair is to the board, as far as numbers of layers tell. */
+QString spanLabel(const DrillPlan& plan, const Program& program)
+{
+    if (!program.isPlated) {
+        return QStringLiteral(",NPTH");
+    }
+    int first = INT_MAX;
+    int last = INT_MIN;
+    const auto numbers = [](const Span& span) {
+        bool fromOk = false;
+        bool toOk = false;
+        const auto [least, greatest] =
+            std::minmax({span.from.toInt(&fromOk), span.to.toInt(&toOk)});
+        return fromOk && toOk ? std::optional(std::pair(least, greatest)) : std::nullopt;
+    };
+    for (const StepLayer& layer : plan.layers) {
+        if (const auto pair = layer.span ? numbers(*layer.span) : std::nullopt) {
+            first = std::min(first, pair->first);
+            last = std::max(last, pair->second);
+        }
+    }
+    const auto own = numbers(*plan.layers[program.layer].span);
+    if (!own) {
+        return {};
+    }
+    const int ends = int(own->first == first) + int(own->second == last);
+    return ends == 2 ? ",PTH" : ends == 1 ? ",Blind" : ",Buried";
+}
+
+/** Tells readers, ours among them, what is plated. */
+void writePlating(Writer& writer, const DrillPlan& plan, const Program& program)
+{
+    const std::optional<Span>& span = plan.layers[program.layer].span;
+    if (!span) {
+        writer.line(program.isPlated ? ";TYPE=PLATED" : ";TYPE=NON_PLATED");
+        return;
+    }
+    const auto field = [](QString name) { return name.replace(',', '_'); };
+    writer.comment(QStringLiteral("#@! TF.FileFunction,%1,%2,%3%4")
+                       .arg(program.isPlated ? "Plated" : "NonPlated", field(span->from),
+                           field(span->to), spanLabel(plan, program)));
+}
+
+void writeHead(
+    Writer& writer, const Resolution& resolution, const DrillPlan& plan, const Program& program)
+{
+    writer.line("M48");
+    writer.comment(QStringLiteral("Drill program by brox %1").arg(OUTPUT_VERSION));
+    writer.comment("SIZES ARE DRILL SIZES, NOT FINISHED SIZES: do not add plating to them again");
+    writer.comment("Board: " + plan.board->job);
+    writer.comment("Step: " + plan.boardStep().name);
+    writer.comment("Drilled layer: " + plan.layers[program.layer].name);
+    writer.comment(program.isPlated ? "Drilled before plating" : "Not plated");
+    writer.comment(
+        "Model: " + plan.model + (plan.unsaved ? " (with edits that are not saved)" : ""));
+    writer.comment(QStringLiteral("Units: %1").arg(resolution.unit));
+    writePlating(writer, plan, program);
+    writer.line(resolution.keyword);
+    for (const ProgramTool& tool : program.tools) {
+        writer.comment(QStringLiteral("%1 drill %2, %3, %4")
+                           .arg(QString::fromLatin1(toolName(tool)),
+                               QString::fromLatin1(writer.sizeWithUnit(*tool.size)),
+                               tool.bit.isEmpty() ? QStringLiteral("no bit") : "bit " + tool.bit,
+                               hitsText(tool.holes, tool.slotPaths)));
+        for (const size_t row : tool.rows) {
+            writer.indented(rowText(plan.rows[row], writer));
+        }
+        writer.line(toolName(tool) + 'C' + writer.size(*tool.size));
+    }
+    writer.line("%");
+}
+
+void writeTool(Writer& writer, const ProgramTool& tool, const std::vector<RowPlaces>& places)
+{
+    std::vector<Place> holes;
+    std::vector<const Path*> slotPaths;
+    std::vector<Place> slotStarts;
+    for (const size_t row : tool.rows) {
+        holes.insert(holes.end(), places[row].holes.begin(), places[row].holes.end());
+        for (const Path& path : places[row].slotPaths) {
+            slotPaths.push_back(&path);
+            slotStarts.push_back(path.start);
+        }
+    }
+    writer.line(toolName(tool));
+    for (const std::uint32_t index : sweepOrder(holes)) {
+        writer.hole(holes[index]);
+    }
+    for (const std::uint32_t index : sweepOrder(slotStarts)) {
+        writer.slot(*slotPaths[index]);
+    }
+    if (!slotPaths.empty()) {
+        writer.line("G05");
+    }
+}
+
+const Resolution& resolutionOf(const DrillPlan& plan)
+{
+    return plan.units == Units::Inch ? inch : metric;
+}
+
+void checkRows(const DrillPlan& plan)
+{
+    if (plan.rows.empty()) {
+        throw OutputError(QStringLiteral("step \"%1\": no holes, so no drill program")
+                              .arg(plan.boardStep().name));
+    }
+    for (const PlanRow& row : plan.rows) {
+        if (!row.drillSize || resolutionOf(plan).round(*row.drillSize) <= 0) {
+            throw OutputError(
+                QStringLiteral("layer \"%1\": the tool \"%2\" of %3 %4 has no drill size by model "
+                               "\"%5\" and its formula")
+                    .arg(plan.layers[row.layer].name, typeWord(row.type, row.isSlot),
+                        sizeText(row.finishedSize, plan.units),
+                        plan.units == Units::Inch ? "mil" : "micron", plan.model));
+        }
+    }
+}
+
+void checkTools(const DrillPlan& plan, const std::vector<Program>& programs)
+{
+    for (const Program& program : programs) {
+        if (program.tools.size() > programToolLimit) {
+            throw OutputError(
+                QStringLiteral("layer \"%1\", %2: %3 tools; a drill program holds at most %4")
+                    .arg(plan.layers[program.layer].name,
+                        program.isPlated ? QStringLiteral("plated") : QStringLiteral("non-plated"))
+                    .arg(program.tools.size())
+                    .arg(programToolLimit));
+        }
+    }
+}
+
+/** A part of a file's name. */
+QString nameOf(const QString& text)
+{
+    QString name = text.simplified();
+    for (QChar& letter : name) {
+        const bool isFine = (letter.isPrint() || letter.isSurrogate())
+            && !QStringLiteral("/\\:*?\"<>|").contains(letter);
+        letter = isFine ? letter : QChar('_');
+    }
+    return name;
+}
+
+/** As many whole characters as fit into a file's name beside its end. */
+QString cut(QString stem, const QString& end)
+{
+    while ((stem + end).toUtf8().size() > longestName) {
+        stem.chop(stem.back().isLowSurrogate() ? 2 : 1);
+    }
+    return stem + end;
+}
+
+} // namespace
+
+QStringList programNames(const DrillPlan& plan, const std::vector<Program>& programs)
+{
+    QStringList names;
+    QSet<QString> taken;
+    for (const Program& program : programs) {
+        const QString stem = QStringList{nameOf(plan.board->job), nameOf(plan.boardStep().name),
+            nameOf(plan.layers[program.layer].name)}
+                                 .join('-');
+        const QString end = program.isPlated ? "-plated.drl" : "-nonplated.drl";
+        QString name = cut(stem, end);
+        for (int i = 2; taken.contains(name.toCaseFolded()); ++i) {
+            name = cut(stem, QStringLiteral("_%1%2").arg(i).arg(end));
+        }
+        taken.insert(name.toCaseFolded());
+        names << name;
+    }
+    return names;
+}
+
+QByteArray programText(
+    const DrillPlan& plan, const Program& program, const std::vector<RowPlaces>& places)
+{
+    constexpr qint64 bytesOfHole = 24;
+    Writer writer(resolutionOf(plan));
+    qint64 hits = 0;
+    for (const ProgramTool& tool : program.tools) {
+        hits += tool.hits();
+    }
+    writer.reserve(hits * bytesOfHole);
+    writeHead(writer, resolutionOf(plan), plan, program);
+    writer.line("G90");
+    writer.line("G05");
+    for (const ProgramTool& tool : program.tools) {
+        writeTool(writer, tool, places);
+    }
+    writer.line("M30");
+    return writer.text();
+}
+
+void addDrillPrograms(const DrillPlan& plan, const QString& folder, FileSet& files,
+    const std::function<void(int done, int total)>& advanced)
+{
+    checkRows(plan);
+    const std::vector<Program> programs = programsOf(plan);
+    checkTools(plan, programs);
+    const std::vector<RowPlaces> places = placesOf(plan);
+    const QStringList names = programNames(plan, programs);
+    for (size_t i = 0; i < programs.size(); ++i) {
+        if (advanced) {
+            advanced(int(i), int(programs.size()));
+        }
+        files.add(
+            QDir(folder).filePath(names[qsizetype(i)]), programText(plan, programs[i], places));
+    }
+}

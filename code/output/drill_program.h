@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#ifndef DRILL_PROGRAM_H
+#define DRILL_PROGRAM_H
+
+#include "program_tools.h"
+
+class FileSet;
+
+/** Drill programs for a machine, in the exchange subset of Excellon: absolute coordinates with a
+ *  point, metric with 4 decimals and inch with 5, so that no place moves by more than 0.13 micron.
+ *  Sizes are drill sizes. The same plan always gives the same bytes. */
+
+/** Most tools in a program; their numbers have two digits. */
+constexpr size_t programToolLimit = 99;
+
+/** "JOB-STEP-LAYER-plated.drl" or "-nonplated.drl" of each program.
+ *
+ * Characters that a file system minds are replaced. No two names are the same, also where capital
+ * and small letters are.
+ */
+QStringList programNames(const DrillPlan& plan, const std::vector<Program>& programs);
+
+/** A program's text.
+ *
+ * @param places  of the plan's rows
+ */
+QByteArray programText(
+    const DrillPlan& plan, const Program& program, const std::vector<RowPlaces>& places);
+
+/** Adds all programs of a plan to the files that are to be written.
+ *
+ * @param advanced  told how many programs of how many are made; may throw to break it off
+ * @throws OutputError  naming what can't be drilled by a program: a tool without a size, too many
+ *                      tools, nothing at all
+ * @throws PanelError
+ */
+void addDrillPrograms(const DrillPlan& plan, const QString& folder, FileSet& files,
+    const std::function<void(int done, int total)>& advanced = {});
+
+#endif
