@@ -6,7 +6,7 @@
 #include <map>
 
 #include "brox_bits_table.h"
-#include "brox_proxy_internal.h"
+#include "brox_step_data.h"
 #include "host.h"
 #include "zeb_utils.h"
 

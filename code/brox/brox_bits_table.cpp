@@ -3,9 +3,9 @@
 
 #include "brox_dialogs.h"
 #include "brox_nls.h"
-#include "brox_proxy_internal.h"
 #include "brox_report.h"
 #include "brox_sorting.h"
+#include "brox_step_data.h"
 #include "brox_xml_file.h"
 #include "zeb_gui.h"
 
@@ -120,7 +120,7 @@ void BroxBitsTable::setStepId(int stepId)
 void BroxBitsTable::findDrillBit(int dhs, int minTol, int maxTol, QString* drillDes, int* bitSize,
     bool* found, bool* outOfTolRange, bool* exactMatch) const
 {
-    if (!source.checkPointers({{bitSize, "bitSize"}})
+    if (!source.checkPointer(bitSize, "bitSize")
         || !source.checkPointers(
             {{found, "found"}, {outOfTolRange, "outOfTolRange"}, {exactMatch, "exactMatch"}})) {
         return;

@@ -98,7 +98,7 @@ void BroxDhsFormula::calculateDhs(
 void BroxDhsFormula::findDrillBit(int dhs, int minTol, int maxTol, QString* drillDes, int* bitSize,
     bool useBitFile, bool* found, bool* outOfTolRange, bool* exactMatch) const
 {
-    if (!source.checkPointers({{bitSize, "bitSize"}})
+    if (!source.checkPointer(bitSize, "bitSize")
         || !source.checkPointers(
             {{found, "found"}, {outOfTolRange, "outOfTolRange"}, {exactMatch, "exactMatch"}})) {
         return;
@@ -161,7 +161,7 @@ void BroxDhsFormula::on_openBitFileToolButton_clicked(bool)
 
 void BroxDhsFormula::checkFormula(const QString& formula, bool* isValid) const
 {
-    if (!source.checkPointers({{isValid, "isValid"}})) {
+    if (!source.checkPointer(isValid, "isValid")) {
         return;
     }
     *isValid = isAdmittedText(formula)

@@ -3,8 +3,8 @@
 
 #include "brox_looks.h"
 #include "brox_nls.h"
-#include "brox_proxy_internal.h"
 #include "brox_size_cell.h"
+#include "brox_step_data.h"
 #include "brox_viewer.h"
 #include "qor_data.h"
 

@@ -37,6 +37,11 @@ public:
             || reportPointers(pointers, line);
     }
 
+    bool checkPointer(const void* value, const char* name, int line = __builtin_LINE()) const
+    {
+        return checkPointers({{value, name}}, line);
+    }
+
     /** The status of a call, which is logged if it is not 0. */
     int checkStatus(int status, int line = __builtin_LINE()) const;
 

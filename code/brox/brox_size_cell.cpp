@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "brox_size_cell.h"
 
-#include "brox_proxy_internal.h"
+#include "brox_step_data.h"
 
 #include <QTableWidgetItem>
 

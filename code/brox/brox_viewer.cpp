@@ -4,8 +4,8 @@
 #include "brox_dialogs.h"
 #include "brox_models_file.h"
 #include "brox_nls.h"
-#include "brox_proxy_internal.h"
 #include "brox_report.h"
+#include "brox_step_data.h"
 
 #include <QFontMetrics>
 #include <QScopedValueRollback>
@@ -111,7 +111,7 @@ void BroxViewer::calcDrillSize(QString modelName, DrillTypeManager::DrillType dr
     int minTol, int maxTol, int* dhsValue, QString* drillDes, bool* success, bool* outOfTolRange,
     bool* exactMatch)
 {
-    if (!source.checkPointers({{dhsValue, "dhsValue"}})
+    if (!source.checkPointer(dhsValue, "dhsValue")
         || !source.checkPointers(
             {{success, "success"}, {outOfTolRange, "outOfTolRange"}, {exactMatch, "exactMatch"}})) {
         return;

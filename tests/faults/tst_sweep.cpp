@@ -8,7 +8,7 @@
 #include <optional>
 #include <set>
 
-#include "brox_proxy_internal.h"
+#include "brox_step_data.h"
 
 namespace {
 

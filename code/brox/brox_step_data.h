@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
-#ifndef BROX_PROXY_INTERNAL_H
-#define BROX_PROXY_INTERNAL_H
+#ifndef BROX_STEP_DATA_H
+#define BROX_STEP_DATA_H
 
-/** The module's own way to a step's data in the host; nothing of this is exported.
+/** The module's own way to a step's data in the host, and to the host's callback; nothing of this
+ * is exported.
  *
  * Each routine returns a status like the exported ones: 0, BROX_BAD_ARGUMENT for a bad pointer
  * (nothing is written then), BROX_OUT_OF_MEMORY, or a host's status. Failures are logged here.
@@ -11,6 +12,7 @@
  */
 
 #include "brox_man.h"
+#include "brox_types.h"
 
 /** A drill tool of a step. */
 struct drill_size_info
@@ -22,6 +24,9 @@ struct drill_size_info
     int max_tol;
     int fhs; ///< 0 if the tool has no finished size
 };
+
+/** Keeps the host's callback; the first one that is not null stays for good. */
+void registerRenamedDeletedCallback(brox_model_renamed_deleted_cb callback);
 
 /** Passes a rename on to the host's callback, or a deletion if new_name is null. */
 int brox__proxy_model_renamed_deleted(int stpid, const char* old_name, const char* new_name);
