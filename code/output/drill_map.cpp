@@ -1,0 +1,291 @@
+// SPDX-License-Identifier: MIT
+#include "drill_map.h"
+
+#include "map_shapes.h"
+
+#include <QPainter>
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr double margin = 100; // of a sheet; all in tenths of a millimetre
+constexpr double titleHeight = 150;
+constexpr double legendWidth = 760;
+constexpr double likedRowHeight = 52;
+constexpr double scaleHeight = 90;
+constexpr double likedSymbol = 9;
+constexpr double thinLine = 1.5;
+
+QFont fontOf(double height, bool bold = false)
+{
+    QFont font(QStringLiteral("DejaVu Sans"));
+    font.setStyleHint(QFont::SansSerif);
+    font.setPixelSize(std::max(1, int(height)));
+    font.setBold(bold);
+    return font;
+}
+
+void write(QPainter& painter, const QRectF& area, int alignment, const QString& text)
+{
+    const QFontMetricsF metrics(painter.font(), painter.device());
+    painter.drawText(area, alignment | Qt::TextSingleLine,
+        metrics.elidedText(text, Qt::ElideRight, area.width()));
+}
+
+QString unitOf(const DrillPlan& plan)
+{
+    return plan.units == Units::Inch ? QStringLiteral("mil") : QStringLiteral("micron");
+}
+
+/** Columns of the legend: where they begin, as a share of its width, and how they are aligned. */
+struct Column
+{
+    double begin;
+    double end;
+    int alignment;
+};
+constexpr Column symbolColumn{0, 0.09, Qt::AlignHCenter};
+constexpr Column toolColumn{0.1, 0.2, Qt::AlignLeft};
+constexpr Column platingColumn{0.2, 0.36, Qt::AlignLeft};
+constexpr Column bitColumn{0.37, 0.53, Qt::AlignLeft};
+constexpr Column sizeColumn{0.53, 0.72, Qt::AlignRight};
+constexpr Column hitsColumn{0.73, 0.88, Qt::AlignRight};
+constexpr Column slotsColumn{0.88, 1, Qt::AlignRight};
+
+QRectF cellOf(const QRectF& row, const Column& column)
+{
+    return {row.left() + column.begin * row.width(), row.top(),
+        (column.end - column.begin) * row.width(), row.height()};
+}
+
+void writeCell(QPainter& painter, const QRectF& row, const Column& column, const QString& text)
+{
+    write(painter, cellOf(row, column), column.alignment | Qt::AlignVCenter, text);
+}
+
+QPen linePen(const QColor& colour, double lineWidth)
+{
+    return QPen(colour, lineWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
+}
+
+/** Every second, fifth, tenth ... millimetre or tenth of an inch. */
+double roundLength(double atMost, double unit)
+{
+    const double power = std::pow(10, std::floor(std::log10(atMost / unit)));
+    for (const double step : {5.0, 2.0}) {
+        if (step * power * unit <= atMost) {
+            return step * power * unit;
+        }
+    }
+    return power * unit;
+}
+
+} // namespace
+
+/** How the board lies on the sheet. */
+class DrillMap::View
+{
+public:
+    View(const QRectF& extent, const QRectF& area, double room)
+    {
+        mScale = std::min(area.width() / std::max(extent.width(), 1e-3),
+            area.height() / std::max(extent.height(), 1e-3));
+        mOrigin = area.center() - mScale * extent.center();
+        mRoom = room * mScale;
+    }
+
+    double scale() const { return mScale; } ///< units of the sheet to the millimetre
+    QPointF map(QPointF point) const { return mScale * point + mOrigin; }
+    QPainterPath map(const QPainterPath& path) const
+    {
+        return QTransform(mScale, 0, 0, mScale, mOrigin.x(), mOrigin.y()).map(path);
+    }
+    double symbol(double holeRadius) const { return symbolRadius(holeRadius, mRoom, likedSymbol); }
+
+private:
+    double mScale;
+    double mRoom;
+    QPointF mOrigin;
+};
+
+DrillMap::DrillMap(const DrillPlan& plan)
+    : mPlan(plan)
+    , mPrograms(programsOf(plan))
+    , mPlaces(placesOf(plan))
+    , mOutlines(outlinesOf(plan))
+    , mExtent(extentOf(plan, mPlaces, mOutlines))
+{
+    for (const Program& program : mPrograms) {
+        if (mSheets.empty() || mSheets.back().layer != program.layer) {
+            mSheets.push_back({program.layer, {}});
+        }
+        for (const ProgramTool& tool : program.tools) {
+            mSheets.back().entries.push_back({&program, &tool});
+        }
+    }
+}
+
+QString DrillMap::title(size_t sheet) const
+{
+    const StepLayer& layer = mPlan.layers[mSheets[sheet].layer];
+    return layer.span
+        ? QStringLiteral("%1 (%2 to %3)").arg(layer.name, layer.span->from, layer.span->to)
+        : layer.name;
+}
+
+double DrillMap::layerRoom(const Sheet& sheet) const
+{
+    std::vector<RowPlaces> places;
+    for (const Entry& entry : sheet.entries) {
+        for (const size_t row : entry.tool->rows) {
+            places.push_back({mPlaces[row].holes, {}});
+        }
+    }
+    const double room = roomBetween(places);
+    return room > 0 ? room : 1000;
+}
+
+void DrillMap::paint(QPainter& painter, size_t index) const
+{
+    const Sheet& sheet = mSheets[index];
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QRectF all = QRectF(0, 0, width, height).marginsRemoved({margin, margin, margin, margin});
+    painter.setPen(linePen(Qt::black, thinLine));
+    painter.setFont(fontOf(56, true));
+    const QRectF head(all.left(), all.top(), all.width(), titleHeight);
+    write(painter, head, Qt::AlignLeft | Qt::AlignTop, "Drill map, layer " + title(index));
+    paintTitle(painter, sheet);
+    const QRectF body = all.adjusted(0, titleHeight, 0, 0);
+    const QRectF legend(body.right() - legendWidth, body.top(), legendWidth, body.height());
+    paintLegend(painter, sheet, legend);
+    paintBoard(painter, sheet, body.adjusted(0, 0, -legendWidth - margin / 2, 0));
+    painter.restore();
+}
+
+void DrillMap::paintTitle(QPainter& painter, const Sheet&) const
+{
+    painter.setFont(fontOf(32));
+    const QRectF line(margin, margin + 72, width - 2 * margin, 44);
+    write(painter, line, Qt::AlignLeft | Qt::AlignVCenter,
+        QStringLiteral("Board %1, step %2, model %3%4. Circles have the drill size; sizes in %5.")
+            .arg(mPlan.board->job, mPlan.boardStep().name, mPlan.model,
+                mPlan.unsaved ? " with edits that are not saved" : "", unitOf(mPlan)));
+}
+
+void DrillMap::paintLegend(QPainter& painter, const Sheet& sheet, const QRectF& area) const
+{
+    const double rows = double(sheet.entries.size()) + 1;
+    const double rowHeight = std::min(likedRowHeight, area.height() / rows);
+    QRectF row(area.left(), area.top(), area.width(), rowHeight);
+    painter.setPen(Qt::black);
+    painter.setFont(fontOf(0.5 * rowHeight, true));
+    writeCell(painter, row, toolColumn, "Tool");
+    writeCell(painter, row, bitColumn, "Bit");
+    writeCell(painter, row, sizeColumn, "Drill size");
+    writeCell(painter, row, hitsColumn, "Hits");
+    writeCell(painter, row, slotsColumn, "Slots");
+    painter.setPen(linePen(Qt::black, thinLine));
+    painter.drawLine(row.bottomLeft(), row.bottomRight());
+    painter.setFont(fontOf(0.56 * rowHeight));
+    for (size_t i = 0; i < sheet.entries.size(); ++i) {
+        row.translate(0, rowHeight);
+        paintLegendRow(painter, sheet, i, row);
+    }
+}
+
+void DrillMap::paintLegendRow(
+    QPainter& painter, const Sheet& sheet, size_t index, const QRectF& row) const
+{
+    const auto [program, tool] = sheet.entries[index];
+    const double radius = 0.3 * row.height();
+    const QPointF centre = cellOf(row, symbolColumn).center();
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(linePen(toolColour(index, false), 0.15 * radius));
+    painter.drawPath(
+        QTransform(radius, 0, 0, radius, centre.x(), centre.y()).map(toolSymbol(index)));
+    painter.setPen(Qt::black);
+    const auto number = [](qint64 count) { return count > 0 ? QString::number(count) : QString(); };
+    writeCell(painter, row, toolColumn,
+        tool->number > 0 ? QStringLiteral("T%1").arg(tool->number, 2, 10, QChar('0')) : QString());
+    writeCell(painter, row, platingColumn, program->isPlated ? "PTH" : "NPTH");
+    writeCell(painter, row, bitColumn, tool->bit);
+    writeCell(painter, row, sizeColumn,
+        tool->size ? sizeText(*tool->size, mPlan.units) : QStringLiteral("no size"));
+    writeCell(painter, row, hitsColumn, number(tool->holes));
+    writeCell(painter, row, slotsColumn, number(tool->slotPaths));
+}
+
+void DrillMap::paintBoard(QPainter& painter, const Sheet& sheet, const QRectF& area) const
+{
+    const View view(mExtent, area.adjusted(20, 0, -20, -scaleHeight), layerRoom(sheet));
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(linePen(QColor(0x60, 0x60, 0x60), 2.5));
+    for (const Path& outline : mOutlines) {
+        painter.drawPath(view.map(toMap(outline)));
+    }
+    for (size_t i = 0; i < sheet.entries.size(); ++i) {
+        paintTool(painter, *sheet.entries[i].tool, i, view);
+    }
+    paintScale(painter, view, area);
+}
+
+/** One path for all circles and one for all symbols: files stay small, and PDF readers fast. */
+void DrillMap::paintTool(
+    QPainter& painter, const ProgramTool& tool, size_t index, const View& view) const
+{
+    const QPainterPath unitSymbol = toolSymbol(index);
+    QPainterPath circles;
+    QPainterPath symbols;
+    circles.setFillRule(Qt::WindingFill);
+    double symbol = 0;
+    for (const size_t row : tool.rows) {
+        const Size size = shownSize(mPlan.rows[row]);
+        const double radius = view.scale() * toMillimetres(size) / 2;
+        symbol = view.symbol(radius);
+        const auto addSymbol = [&](QPointF at) {
+            symbols.addPath(QTransform(symbol, 0, 0, symbol, at.x(), at.y()).map(unitSymbol));
+        };
+        for (const Place& hole : mPlaces[row].holes) {
+            const QPointF at = view.map(toMap(hole));
+            circles.addEllipse(at, radius, radius);
+            addSymbol(at);
+        }
+        for (const Path& path : mPlaces[row].slotPaths) {
+            circles.addPath(view.map(slotArea(path, size)));
+            const QPainterPath middle = toMap(path);
+            addSymbol(view.map(
+                middle.length() > 0 ? middle.pointAtPercent(0.5) : middle.currentPosition()));
+        }
+    }
+    const QColor colour = toolColour(index, false);
+    QColor tint = colour;
+    tint.setAlphaF(0.18F);
+    const double line = std::clamp(0.16 * symbol, 0.2, 2.5);
+    painter.setBrush(tint);
+    painter.setPen(linePen(colour, 0.6 * line));
+    painter.drawPath(circles);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(linePen(colour, line));
+    painter.drawPath(symbols);
+}
+
+void DrillMap::paintScale(QPainter& painter, const View& view, const QRectF& area) const
+{
+    const bool isInch = mPlan.units == Units::Inch;
+    const double unit = isInch ? 25.4 : 1;
+    const double length = roundLength(0.25 * area.width() / view.scale(), unit);
+    const QPointF begin(area.left() + 20, area.bottom() - 20);
+    const QPointF end = begin + QPointF(length * view.scale(), 0);
+    painter.setPen(linePen(Qt::black, thinLine));
+    painter.drawLine(begin, end);
+    for (const QPointF& tick : {begin, end}) {
+        painter.drawLine(tick + QPointF(0, -12), tick + QPointF(0, 12));
+    }
+    painter.setFont(fontOf(28));
+    write(painter, QRectF(end.x() + 20, end.y() - 20, 600, 40), Qt::AlignLeft | Qt::AlignVCenter,
+        QStringLiteral("%1 %2, scale %3:1")
+            .arg(QString::number(length / unit, 'g', 6), isInch ? "inch" : "mm",
+                QString::number(view.scale() / 10, 'g', 3)));
+}

@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: MIT
+#ifndef DRILL_MAP_H
+#define DRILL_MAP_H
+
+#include "program_tools.h"
+
+#include <QRectF>
+
+class QPainter;
+
+/** The drill maps of a plan on paper: a sheet for each layer with holes or slots.
+ *
+ * Each hole is a circle of its drill size, with a symbol and a colour that say which tool; slots
+ * are the area that is cut. Beside it stands the legend, below it the scale.
+ */
+class DrillMap
+{
+public:
+    /** Size of a sheet in its own unit, a tenth of a millimetre: A4, the long side across. */
+    static constexpr int width = 2970;
+    static constexpr int height = 2100;
+
+    /** @param plan  outlives the map
+     *  @throws PanelError
+     */
+    explicit DrillMap(const DrillPlan& plan);
+
+    size_t sheetCount() const { return mSheets.size(); }
+
+    /** The sheet's layer. */
+    QString title(size_t sheet) const;
+
+    /** Paints a sheet with its corner at the painter's origin, a unit a tenth of a millimetre. */
+    void paint(QPainter& painter, size_t sheet) const;
+
+private:
+    struct Entry
+    {
+        const Program* program;
+        const ProgramTool* tool;
+    };
+    struct Sheet
+    {
+        size_t layer;
+        std::vector<Entry> entries;
+    };
+    class View; ///< how the board lies on a sheet
+
+    double layerRoom(const Sheet& sheet) const;
+    void paintTitle(QPainter& painter, const Sheet& sheet) const;
+    void paintLegend(QPainter& painter, const Sheet& sheet, const QRectF& area) const;
+    void paintLegendRow(
+        QPainter& painter, const Sheet& sheet, size_t index, const QRectF& area) const;
+    void paintBoard(QPainter& painter, const Sheet& sheet, const QRectF& area) const;
+    void paintTool(
+        QPainter& painter, const ProgramTool& tool, size_t index, const View& view) const;
+    void paintScale(QPainter& painter, const View& view, const QRectF& area) const;
+
+    const DrillPlan& mPlan;
+    std::vector<Program> mPrograms;
+    std::vector<RowPlaces> mPlaces;
+    std::vector<Path> mOutlines;
+    QRectF mExtent;
+    std::vector<Sheet> mSheets;
+};
+
+class FileSet;
+
+/** Adds a plan's map to the files that are to be written: SVG or PNG with the sheets one below
+ *  the other, or PDF with a page a sheet, by the file's suffix.
+ *
+ * @throws OutputError  also for another suffix, and if nothing is drilled
+ * @throws PanelError
+ */
+void addDrillMap(const DrillPlan& plan, const QString& path, FileSet& files);
+
+/** A sheet as the SVG element of a page. */
+QByteArray sheetAsSvg(const DrillMap& map, size_t sheet);
+
+#endif

@@ -1,0 +1,188 @@
+// SPDX-License-Identifier: MIT
+#include "map_shapes.h"
+
+#include <QPainterPathStroker>
+#include <QtMath>
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+
+namespace {
+
+/** Chosen to differ in brightness too, for those who see no red or no green. */
+constexpr QRgb coloursOnLight[] = {
+    0x0072b2, 0xd55e00, 0x009e73, 0xb0478f, 0x000000, 0xc98a00, 0x3fa0d8, 0x7a4a2b};
+constexpr QRgb coloursOnDark[] = {
+    0x56b4e9, 0xff8c42, 0x2fcf9f, 0xe59ac6, 0xf0f0f0, 0xe6b800, 0x8fa8ff, 0xc9a183};
+
+/** Spokes of a symbol, a bit each: north is the lowest, then clockwise by 45 degrees. */
+constexpr std::array<quint8, 13> spokeSets = {
+    0x55, 0xaa, 0xff, 0x44, 0x11, 0x22, 0x88, 0x29, 0x92, 0x54, 0x45, 0x15, 0x51};
+
+/** Corners of the outlines in degrees from north, clockwise. */
+const std::vector<std::vector<double>>& outlines()
+{
+    static const std::vector<std::vector<double>> corners = {{}, {45, 135, 225, 315},
+        {0, 90, 180, 270}, {0, 120, 240}, {60, 180, 300}, {30, 90, 150, 210, 270, 330},
+        {315, 45, 225, 135}, {315, 135, 45, 225}};
+    return corners;
+}
+
+QPointF onCircle(double degrees, double radius = 1)
+{
+    const double angle = qDegreesToRadians(degrees);
+    return {radius * std::sin(angle), -radius * std::cos(angle)};
+}
+
+void arcTo(QPainterPath& path, const Segment& segment)
+{
+    const QPointF centre = toMap(segment.centre);
+    const QPointF from = path.currentPosition() - centre;
+    const QPointF to = toMap(segment.to) - centre;
+    const double radius = std::hypot(from.x(), from.y());
+    const double start = qRadiansToDegrees(std::atan2(-from.y(), from.x()));
+    const double end = qRadiansToDegrees(std::atan2(-to.y(), to.x()));
+    const bool clockwise = segment.shape == Segment::Shape::Clockwise;
+    double sweep = std::remainder(end - start, 360);
+    if (clockwise ? sweep >= 0 : sweep <= 0) {
+        sweep += clockwise ? -360 : 360;
+    }
+    path.arcTo(
+        QRectF(centre.x() - radius, centre.y() - radius, 2 * radius, 2 * radius), start, sweep);
+}
+
+} // namespace
+
+QPainterPath toMap(const Path& path)
+{
+    QPainterPath drawn(toMap(path.start));
+    for (const Segment& segment : path.segments) {
+        if (segment.shape == Segment::Shape::Line) {
+            drawn.lineTo(toMap(segment.to));
+        } else {
+            arcTo(drawn, segment);
+        }
+    }
+    return drawn;
+}
+
+QPainterPath slotArea(const Path& path, Size width)
+{
+    const QPainterPath middle = toMap(path);
+    const double radius = toMillimetres(width) / 2;
+    if (middle.length() <= 0) {
+        QPainterPath circle;
+        circle.addEllipse(middle.currentPosition(), radius, radius);
+        return circle;
+    }
+    QPainterPathStroker stroker;
+    stroker.setWidth(2 * radius);
+    stroker.setCapStyle(Qt::RoundCap);
+    stroker.setJoinStyle(Qt::RoundJoin);
+    stroker.setCurveThreshold(0.02);
+    return stroker.createStroke(middle).simplified();
+}
+
+Size shownSize(const PlanRow& row)
+{
+    return row.drillSize.value_or(row.finishedSize);
+}
+
+QColor toolColour(size_t index, bool onDark)
+{
+    static_assert(std::size(coloursOnLight) == std::size(coloursOnDark));
+    return QColor((onDark ? coloursOnDark : coloursOnLight)[index % std::size(coloursOnLight)]);
+}
+
+QPainterPath toolSymbol(size_t index)
+{
+    const size_t shape = index % outlines().size();
+    const size_t round = index / outlines().size() % spokeSets.size();
+    QPainterPath symbol;
+    if (shape > 0) {
+        QPolygonF corners;
+        for (const double degrees : outlines()[shape]) {
+            corners << onCircle(degrees);
+        }
+        symbol.addPolygon(corners);
+        symbol.closeSubpath();
+    }
+    // Outlines come without spokes first; without an outline there are spokes at once.
+    const int spokes = shape == 0 ? spokeSets[round] : round == 0 ? 0 : spokeSets[round - 1];
+    for (int i = 0; i < 8; ++i) {
+        if (spokes >> i & 1) {
+            symbol.moveTo(0, 0);
+            symbol.lineTo(onCircle(45 * i, shape == 0 ? 1 : 0.6));
+        }
+    }
+    return symbol;
+}
+
+double symbolRadius(double holeRadius, double room, double liked)
+{
+    constexpr double inHole = 0.7;
+    if (inHole * holeRadius >= liked) {
+        return std::min(inHole * holeRadius, 2 * liked);
+    }
+    return std::max(inHole * holeRadius, std::min(liked, 0.45 * room));
+}
+
+double roomBetween(const std::vector<RowPlaces>& places)
+{
+    constexpr double share = 0.1; ///< of the holes may have less room
+    constexpr size_t mostCompared = 30'000'000;
+    constexpr size_t mostSamples = 500;
+    std::vector<Place> holes;
+    for (const RowPlaces& row : places) {
+        holes.insert(holes.end(), row.holes.begin(), row.holes.end());
+    }
+    if (holes.size() < 2) {
+        return 0;
+    }
+    const size_t samples = std::clamp<size_t>(mostCompared / holes.size(), 1, mostSamples);
+    const size_t stride = std::max<size_t>(1, holes.size() / samples);
+    std::vector<double> nearest;
+    for (size_t i = 0; i < holes.size(); i += stride) {
+        double best = std::numeric_limits<double>::max();
+        for (const Place& other : holes) {
+            const double dx = double(other.x) - holes[i].x;
+            const double dy = double(other.y) - holes[i].y;
+            const double squared = dx * dx + dy * dy;
+            best = squared > 0 && squared < best ? squared : best;
+        }
+        nearest.push_back(std::sqrt(best) / sizePerMillimetre);
+    }
+    const auto chosen = nearest.begin() + std::ptrdiff_t(share * double(nearest.size()));
+    std::nth_element(nearest.begin(), chosen, nearest.end());
+    return *chosen;
+}
+
+QRectF extentOf(
+    const DrillPlan& plan, const std::vector<RowPlaces>& places, const std::vector<Path>& outlines)
+{
+    QRectF extent;
+    const auto add = [&](const QRectF& area) {
+        extent = extent.isNull() ? area : extent.united(area);
+    };
+    for (size_t i = 0; i < places.size(); ++i) {
+        const double radius = std::max(1e-3, toMillimetres(shownSize(plan.rows[i])) / 2);
+        const QMarginsF margins(radius, radius, radius, radius);
+        if (!places[i].holes.empty()) {
+            Place least = places[i].holes.front();
+            Place greatest = least;
+            for (const Place& hole : places[i].holes) {
+                least = {std::min(least.x, hole.x), std::min(least.y, hole.y)};
+                greatest = {std::max(greatest.x, hole.x), std::max(greatest.y, hole.y)};
+            }
+            add(QRectF(toMap(least), toMap(greatest)).normalized().marginsAdded(margins));
+        }
+        for (const Path& path : places[i].slotPaths) {
+            add(toMap(path).boundingRect().marginsAdded(margins));
+        }
+    }
+    for (const Path& outline : outlines) {
+        add(toMap(outline).boundingRect());
+    }
+    return extent;
+}

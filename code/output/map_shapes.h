@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+#ifndef MAP_SHAPES_H
+#define MAP_SHAPES_H
+
+#include "program_tools.h"
+
+#include <QColor>
+#include <QPainterPath>
+
+/** What maps on paper and on the screen draw: places, slots, and how tools look. Maps count in
+ *  millimetres with y downwards. */
+
+constexpr double toMillimetres(Size size)
+{
+    return double(size) / sizePerMillimetre;
+}
+
+inline QPointF toMap(Place place)
+{
+    return {toMillimetres(place.x), -toMillimetres(place.y)};
+}
+
+QPainterPath toMap(const Path& path);
+
+/** The area that a slot's cutter takes away. */
+QPainterPath slotArea(const Path& path, Size width);
+
+/** What a map shows of a row: the drill size, or without one the finished size. */
+Size shownSize(const PlanRow& row);
+
+/** The colour of a tool; neighbours in the list differ for colour-blind people too. They repeat. */
+QColor toolColour(size_t index, bool onDark);
+
+/** The lines of a tool's symbol, which reaches from -1 to 1. No two of the first 104 are the
+ *  same, so that they tell tools apart without any colour. */
+QPainterPath toolSymbol(size_t index);
+
+/** How large a symbol is drawn on a hole: inside of a large one, around a small one as far as
+ *  the neighbours leave room. All in one unit.
+ *
+ * @param room   the usual distance from hole to hole
+ * @param liked  radius at which a symbol is easily read
+ */
+double symbolRadius(double holeRadius, double room, double liked);
+
+/** The distance in millimetres that most holes keep from their next one; 0 if there are none. */
+double roomBetween(const std::vector<RowPlaces>& places);
+
+/** What holes, slots and outlines take; empty if there is nothing. */
+QRectF extentOf(
+    const DrillPlan& plan, const std::vector<RowPlaces>& places, const std::vector<Path>& outlines);
+
+#endif
