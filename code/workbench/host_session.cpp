@@ -2,6 +2,8 @@
 #include "host_session.h"
 
 #include "brox_proxy.h"
+#include "language.h"
+#include "share.h"
 #include "standin.h"
 #include "vex_data.h"
 
@@ -69,7 +71,7 @@ namespace {
 void check(int status, const char* what)
 {
     if (status != 0) {
-        throw HostError(QStringLiteral("can't %1: status %2").arg(what).arg(status));
+        throw HostError(HostSession::tr("the library can't %1: status %2").arg(what).arg(status));
     }
 }
 
@@ -89,36 +91,11 @@ std::pair<int, int> hostType(HoleType type)
     return {0, 0};
 }
 
-/** Where icons and catalogues lie: in the build tree, else as installed. */
-QString sharePath(const QString& name)
-{
-    const QDir program(QCoreApplication::applicationDirPath());
-    const QString built = program.filePath("../share/all");
-    return QDir::cleanPath(
-        program.filePath((QFile::exists(built) ? "../share/" : WORKBENCH_SHARE_DIR "/") + name));
-}
-
-QByteArray catalogueOf(const QString& language)
-{
-    if (language.isEmpty() || language == "en") {
-        return {};
-    }
-    const QDir folder(sharePath("translations"));
-    const QString file = QStringLiteral("brox_%1.qm").arg(language);
-    QStringList known = folder.entryList({"brox_*.qm"}, QDir::Files);
-    if (!known.contains(file)) {
-        known.replaceInStrings("brox_", "").replaceInStrings(".qm", "").append("en");
-        throw HostError(
-            QStringLiteral("no language \"%1\"; there are: %2").arg(language, known.join(", ")));
-    }
-    return folder.filePath(file).toUtf8();
-}
-
 } // namespace
 
 HostSession::HostSession(const QString& dataDir, const QString& language)
     : mDataDir(QDir(dataDir).absolutePath().toUtf8())
-    , mCatalogue(catalogueOf(language))
+    , mCatalogue(moduleCatalogue(language).toUtf8())
     , mGuard(QString::fromUtf8(mDataDir))
 {
     setUpHost();
@@ -276,8 +253,8 @@ void HostSession::selectModel(size_t step, const QString& model)
     }
     const QStringList known = models(step);
     throw HostError(known.isEmpty()
-            ? QStringLiteral("no model \"%1\"; there are no models").arg(model)
-            : QStringLiteral("no model \"%1\"; there are: %2").arg(model, known.join(", ")));
+            ? tr("no model \"%1\"; there are no models").arg(model)
+            : tr("no model \"%1\"; there are: %2").arg(model, known.join(", ")));
 }
 
 HostSession::Drill HostSession::drill(size_t step, const QString& model, const Tool& tool)

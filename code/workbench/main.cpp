@@ -4,6 +4,7 @@
 #include "data_start.h"
 #include "default_data.h"
 #include "drill_table.h"
+#include "language.h"
 #include "main_window.h"
 
 #include <QApplication>
@@ -36,8 +37,8 @@ struct Options
     QCommandLineOption model{"model", "Select this model in the viewer.", "name"};
     QCommandLineOption units{"units", "Units of the step: inch or metric.", "units"};
     QCommandLineOption data{"data", "Folder of models and bits; filled if empty.", "folder"};
-    // Not the system's language: the window around the viewer speaks English only.
-    QCommandLineOption language{"language", "Language of the viewer: de or en.", "language"};
+    QCommandLineOption language{
+        "language", "Language of the window: de or en; else the system's.", "language"};
     QCommandLineOption screenshot{"screenshot", "Write the window to a PNG file and end.", "file"};
     QCommandLineParser parser;
     QCommandLineOption help = parser.addHelpOption();
@@ -84,7 +85,7 @@ size_t chosenStep(const Options& options, const Board& board)
         }
         names << board.steps[i].name;
     }
-    throw HostError(QStringLiteral("no step \"%1\"; there are: %2")
+    throw HostError(HostSession::tr("no step \"%1\"; there are: %2")
                         .arg(options.value(options.step), names.join(", ")));
 }
 
@@ -230,11 +231,19 @@ int run(const Options& options)
         board = readBoard(paths);
     }
     prepareData(options, dataDir);
-    HostSession session(dataDir, options.value(options.language));
+    // What is printed is for scripts too, and always English.
+    const bool prints = wantsTable || wantsModels;
+    const QString language = options.isSet(options.language) ? options.value(options.language)
+        : prints                                             ? QString()
+                                                             : systemLanguage();
+    HostSession session(dataDir, language);
+    if (!prints) {
+        speak(language);
+    }
     if (options.wantsWindow()) {
         return showWindow(options, session, paths);
     }
-    if (!wantsTable && !wantsModels) {
+    if (!prints) {
         return takeScreenshot(options, session, paths);
     }
     QObject::connect(&session, &HostSession::logged, [](const QString& level, const QString& text) {

@@ -55,6 +55,7 @@ private:
     void createMenus();
     void createFileMenu();
     void createUnitsMenu();
+    void createHelpMenu();
     void listSteps();
     void listRecentBoards();
     void createPages();

@@ -4,9 +4,12 @@
 #include "main_window.h"
 #include "recent_boards.h"
 #include "step_tabs.h"
+#include "user_guide.h"
 
 #include <QActionGroup>
+#include <QCoreApplication>
 #include <QMenuBar>
+#include <QMessageBox>
 
 namespace {
 
@@ -32,6 +35,7 @@ void MainWindow::createMenus()
     QMenu* view = menuBar()->addMenu(tr("&View"));
     view->addAction(mLog->toggleViewAction());
     mLog->toggleViewAction()->setText(tr("&Log"));
+    createHelpMenu();
     listSteps();
 }
 
@@ -77,6 +81,21 @@ void MainWindow::createUnitsMenu()
     }
     units->addActions(mUnits->actions());
     connect(mUnits, &QActionGroup::triggered, this, &MainWindow::setUnits);
+}
+
+void MainWindow::createHelpMenu()
+{
+    QMenu* help = menuBar()->addMenu(tr("&Help"));
+    QAction* guide = help->addAction(tr("&User Guide"), this, [this] { showUserGuide(this); });
+    guide->setShortcut(QKeySequence::HelpContents);
+    help->addAction(tr("&About brox workbench"), this, [this] {
+        QMessageBox::about(this, tr("About brox workbench"),
+            tr("<h3>brox workbench %1</h3>"
+               "<p>Sets up the drill tools of printed-circuit boards: finished hole sizes become "
+               "drill sizes, by models of the plating and a table of bits.</p>"
+               "<p>MIT licence. Models and bits are in<br>%2</p>")
+                .arg(QCoreApplication::applicationVersion(), mSession.dataDir().toHtmlEscaped()));
+    });
 }
 
 void MainWindow::listSteps()

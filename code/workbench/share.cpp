@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: MIT
+#include "share.h"
+
+#include <QCoreApplication>
+#include <QDir>
+
+QString sharePath(const QString& name)
+{
+    const QDir program(QCoreApplication::applicationDirPath());
+    const QString built = program.filePath("../share/all");
+    return QDir::cleanPath(
+        program.filePath((QFile::exists(built) ? "../share/" : WORKBENCH_SHARE_DIR "/") + name));
+}
