@@ -4,54 +4,56 @@
 #include <algorithm>
 #include <cstdlib>
 #include <limits>
+#include <utility>
 
-void BitIndex::clear()
+void BitIndex::assign(std::vector<Bit> bits)
 {
-    mBits.clear();
-    mSizes.clear();
+    // Last before first, so that of each size the last is the one that is kept.
+    std::ranges::reverse(bits);
+    std::ranges::stable_sort(bits, {}, &Bit::size);
+    const auto doubles = std::ranges::unique(bits, {}, &Bit::size);
+    bits.erase(doubles.begin(), doubles.end());
+    mBits = std::move(bits);
 }
 
 void BitIndex::insert(int size, const QString& designation)
 {
-    mBits.insert(size, designation);
-    mSizes.clear();
+    const auto bit = std::ranges::lower_bound(mBits, size, {}, &Bit::size);
+    if (bit != mBits.end() && bit->size == size) {
+        bit->designation = designation;
+    } else {
+        mBits.insert(bit, {size, designation});
+    }
 }
 
 void BitIndex::remove(int size)
 {
-    mBits.remove(size);
-    mSizes.clear();
+    const auto bits = std::ranges::equal_range(mBits, size, {}, &Bit::size);
+    mBits.erase(bits.begin(), bits.end());
 }
 
 void BitIndex::move(int size, const QString& designation)
 {
-    remove(mBits.key(designation));
+    const auto old = std::ranges::find(mBits, designation, &Bit::designation);
+    remove(old == mBits.end() ? 0 : old->size);
     insert(size, designation);
 }
 
-std::optional<Bit> BitIndex::nearest(int dhs, qint64 lower, qint64 upper) const
+const Bit* BitIndex::nearest(int dhs, qint64 lower, qint64 upper) const
 {
-    if (mSizes.empty()) {
-        mDesignations.assign(mBits.begin(), mBits.end());
-        mSizes.assign(mBits.keyBegin(), mBits.keyEnd());
+    auto bit = std::ranges::lower_bound(mBits, lower, {}, &Bit::size);
+    auto end = std::ranges::upper_bound(mBits, upper, {}, &Bit::size);
+    if (end != mBits.end()) {
+        ++end; // the first bit above the range is examined as well
     }
-    // One search finds all that are examined. The first bit above the range lies below it as well
-    // if its ends are in the wrong order; then there is none.
-    auto size = std::lower_bound(mSizes.begin(), mSizes.end(), std::min(lower, upper + 1));
-    auto nearest = mSizes.end();
+    const Bit* nearest = nullptr;
     qint64 best = std::numeric_limits<int>::max();
-    for (; size != mSizes.end(); ++size) {
-        const qint64 distance = std::abs(qint64(dhs) - *size);
-        if (*size >= lower && distance < best) {
+    for (; bit < end; ++bit) { // no bit if the ends of the range are in the wrong order
+        const qint64 distance = std::abs(qint64(dhs) - bit->size);
+        if (distance < best) {
             best = distance;
-            nearest = size;
-        }
-        if (*size > upper) {
-            break;
+            nearest = &*bit;
         }
     }
-    if (nearest == mSizes.end()) {
-        return std::nullopt;
-    }
-    return Bit{*nearest, mDesignations[std::size_t(nearest - mSizes.begin())]};
+    return nearest;
 }

@@ -4,6 +4,7 @@
 #include "brox_dialogs.h"
 #include "brox_nls.h"
 #include "brox_report.h"
+#include "brox_size.h"
 #include "brox_sorting.h"
 #include "brox_step_data.h"
 #include "brox_xml_file.h"
@@ -13,9 +14,6 @@
 #include <QDomDocument>
 #include <QScopedValueRollback>
 
-#include <algorithm>
-#include <cmath>
-#include <limits>
 #include <optional>
 #include <utility>
 
@@ -43,14 +41,9 @@ constexpr BroxXmlFile bitsFile(source, "brox_drill_bits.xml", "DrillSizeTable",
             "in line %d column %d."),
         BROX_KEY("brox_bits_table", "351", "%s is not a legal BROX Bits XML file.")});
 
-int roundedSize(double value)
+int roundedSize(double units)
 {
-    if (std::isnan(value)) {
-        return 0;
-    }
-    constexpr double lowest = std::numeric_limits<int>::min();
-    constexpr double highest = std::numeric_limits<int>::max();
-    return int(std::clamp(value < 0 ? value - 0.5 : value + 0.5, lowest, highest));
+    return sizeFrom(units < 0 ? units - 0.5 : units + 0.5);
 }
 
 QTableWidgetItem* newCell(int column, const QString& text)
@@ -69,6 +62,13 @@ void insertSize(BitIndex& index, int size, const QString& designation)
 
 void removeSize(BitIndex& index, int size)
 {
+void appendSize(std::vector<Bit>& bits, int size, const QString& designation)
+{
+    if (size > 0) {
+        bits.push_back({size, designation});
+    }
+}
+
     if (size > 0) {
         index.remove(size);
     }
@@ -139,12 +139,12 @@ void BroxBitsTable::findDrillBit(int dhs, int minTol, int maxTol, QString* drill
 
     const qint64 lower = qint64(dhs) - minTol;
     const qint64 upper = qint64(dhs) + maxTol;
-    std::optional<Bit> bit = index.nearest(dhs, lower, upper);
-    *found = bit.has_value();
+    const Bit* bit = index.nearest(dhs, lower, upper);
+    *found = bit != nullptr;
     if (bit) {
         *bitSize = bit->size;
         if (drillDes) {
-            *drillDes = std::move(bit->designation);
+            *drillDes = bit->designation;
         }
     }
     *outOfTolRange = *bitSize < lower || *bitSize > upper;
@@ -313,8 +313,8 @@ bool BroxBitsTable::loadBitsFile(QString path)
         return false;
     }
     const QScopedValueRollback updating(mUpdating, true);
-    mMillimeterBits.clear();
-    mInchBits.clear();
+    mMillimeterBits.assign({});
+    mInchBits.assign({});
     if (!bitsFile.checkRoot(path, document)) {
         return false;
     }
@@ -327,6 +327,8 @@ bool BroxBitsTable::loadBitsFile(QString path)
     table->setRowCount(root.childNodes().count());
     int row = 0;
     for (QDomNode node = root.firstChild(); !node.isNull(); node = node.nextSibling(), ++row) {
+    std::vector<Bit> millimeterBits;
+    std::vector<Bit> inchBits;
         const QDomElement drill = node.toElement();
         if (drill.tagName() != QLatin1String("Drill")) {
             continue;
@@ -346,11 +348,13 @@ bool BroxBitsTable::loadBitsFile(QString path)
         approved->setCheckState(
             drill.attribute("approved") == yesOrNo(true) ? Qt::Checked : Qt::Unchecked);
         table->setItem(row, ApprovedColumn, approved);
-        insertSize(mMillimeterBits, mmSize, designation);
-        insertSize(mInchBits, inchSize, designation);
+        appendSize(millimeterBits, mmSize, designation);
+        appendSize(inchBits, inchSize, designation);
     }
     return true;
 }
+    mMillimeterBits.assign(std::move(millimeterBits));
+    mInchBits.assign(std::move(inchBits));
 
 void BroxBitsTable::saveBitsFile(QString path)
 {

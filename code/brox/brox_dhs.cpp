@@ -2,17 +2,19 @@
 #include "brox_dhs.h"
 
 #include "brox_bits_table.h"
-#include "brox_local_text.h"
 #include "brox_looks.h"
 #include "brox_man.h"
 #include "brox_report.h"
+#include "brox_size.h"
 #include "zeb_utils.h"
 
 #include <QKeyEvent>
 #include <QRegularExpression>
+#include <QStringConverter>
+#include <QVarLengthArray>
 
 #include <algorithm>
-#include <cmath>
+#include <charconv>
 #include <limits>
 
 namespace {
@@ -25,20 +27,56 @@ int tolMedian(int minTol, int maxTol)
     return int((qint64(maxTol) - minTol) / 2);
 }
 
-/** A calculator's value as a size, cut toward zero.
- *
- * What is no number is 0, and what no size can hold is the nearest size there is: such a value
- * stands out in a table, which a wrapped one might not.
- */
-int truncatedSize(double value)
+/** What can be no part of a variable's name, and so stands between two of them. */
+const QRegularExpression& notOfName()
 {
-    if (std::isnan(value)) {
-        return 0;
-    }
-    constexpr double lowest = std::numeric_limits<int>::min();
-    constexpr double highest = std::numeric_limits<int>::max();
-    return int(std::clamp(value, lowest, highest));
+    static const QRegularExpression expression("[^A-Z_]");
+    return expression;
 }
+
+/** A text for the host in its 8-bit encoding, put together piece by piece.
+ *
+ * Strings become the bytes of QString::toLocal8Bit. These texts are made for each hole of a job,
+ * so one of usual length lies on the stack.
+ */
+class LocalText
+{
+public:
+    template <std::size_t Size>
+    LocalText& operator<<(const char (&literal)[Size])
+    {
+        mChars.append(literal, Size - 1);
+        return *this;
+    }
+
+    LocalText& operator<<(int number)
+    {
+        char digits[std::numeric_limits<int>::digits10 + 2]; // one more digit, and the sign
+        const char* end = std::to_chars(std::begin(digits), std::end(digits), number).ptr;
+        mChars.append(digits, end - digits);
+        return *this;
+    }
+
+    LocalText& operator<<(const QString& text)
+    {
+        QStringEncoder encoder(QStringEncoder::System, QStringEncoder::Flag::Stateless);
+        const auto size = mChars.size();
+        mChars.resize(size + encoder.requiredSpace(text.size()));
+        mChars.resize(encoder.appendToBuffer(mChars.data() + size, text) - mChars.data());
+        return *this;
+    }
+
+    /** Valid until the text changes. */
+    const char* data()
+    {
+        mChars.append('\0');
+        mChars.removeLast();
+        return mChars.constData();
+    }
+
+private:
+    QVarLengthArray<char, 512> mChars;
+};
 
 } // namespace
 
@@ -92,7 +130,7 @@ void BroxDhsFormula::calculateDhs(
          << formula;
     double value = 0.0;
     *success = zeb__bc_act(text.data(), true, 0, &value) == 0;
-    *result = truncatedSize(value);
+    *result = sizeFrom(value);
 }
 
 void BroxDhsFormula::findDrillBit(int dhs, int minTol, int maxTol, QString* drillDes, int* bitSize,
@@ -171,7 +209,6 @@ void BroxDhsFormula::checkFormula(const QString& formula, bool* isValid) const
 /** The rules that a text must meet before the calculator judges its syntax. */
 bool BroxDhsFormula::isAdmittedText(const QString& formula) const
 {
-    static const QRegularExpression notOfName("[^A-Z_]");
     static const QRegularExpression notOfFormula("[^A-Z_0-9()+\\-\\*/]");
     static const QString operators("(+-*/");
 
@@ -179,7 +216,7 @@ bool BroxDhsFormula::isAdmittedText(const QString& formula) const
         return false;
     }
     const QString copy = formula.simplified().remove(' ');
-    const QStringList names = copy.split(notOfName, Qt::SkipEmptyParts);
+    const QStringList names = copy.split(notOfName(), Qt::SkipEmptyParts);
     const bool namesAreKnown = std::all_of(names.begin(), names.end(),
         [this](const QString& name) { return mVariables.contains(name); });
     return namesAreKnown && (copy.isEmpty() || !operators.contains(copy.back()))
@@ -189,12 +226,10 @@ bool BroxDhsFormula::isAdmittedText(const QString& formula) const
 /** Completes the name that ends at the cursor; of two names that fit, the first is offered. */
 void BroxDhsFormula::completeVariable(QString& text, int cursorPos)
 {
-    static const QRegularExpression notOfName("[^A-Z_]");
-
     if (!mCompletionEnabled) {
         return;
     }
-    const QString token = text.left(cursorPos).section(notOfName, -1);
+    const QString token = text.left(cursorPos).section(notOfName(), -1);
     if (token.isEmpty()) {
         return;
     }
