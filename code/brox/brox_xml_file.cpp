@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "brox_xml_file.h"
 
-#include "brox_xml_depth.h"
 #include "zeb_lowlevel.h"
 
 #include <QDir>
@@ -9,20 +8,41 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QTextStream>
-
-#include <algorithm>
+#include <QXmlStreamReader>
 
 namespace {
 
 constexpr int dataLocation = 2;
 constexpr int maxPathLength = 512;
 constexpr int indent = 4;
+constexpr int maxDepth = 1000;
 
 /** Whether XML 1.0 can hold a code unit, surrogates aside. */
 bool isXmlCharacter(QChar character)
 {
     const char16_t code = character.unicode();
     return (code >= 0x20 && code < 0xfffe) || code == '\t' || code == '\n' || code == '\r';
+}
+
+/** Whether elements nest deeper than a document of ours ever would; tells where.
+ *
+ * A document object model is destroyed by recursion, so a file of many thousand levels would
+ * exhaust the stack: it has to be refused before it is built. A text that is no XML is not judged.
+ */
+bool nestsTooDeeply(const QByteArray& xml, QString* error, int* line, int* column)
+{
+    QXmlStreamReader reader(xml);
+    int depth = 0;
+    while (depth <= maxDepth && !reader.atEnd()) {
+        reader.readNext();
+        depth += reader.isStartElement() - reader.isEndElement();
+    }
+    if (depth > maxDepth) {
+        *error = QStringLiteral("elements are nested more than %1 deep").arg(maxDepth);
+        *line = int(reader.lineNumber());
+        *column = int(reader.columnNumber());
+    }
+    return depth > maxDepth;
 }
 
 } // namespace

@@ -56,14 +56,14 @@ QByteArray inside(const QByteArray& inner)
     return "<ROOT>" + inner + "</ROOT>";
 }
 
-QByteArray opening(const QByteArray& element = "<a>", int levels = deep)
+QByteArray opening()
 {
-    return element.repeated(levels);
+    return QByteArray("<a>").repeated(deep);
 }
 
-QByteArray nested(const QByteArray& element = "<a>", int levels = deep)
+QByteArray nested(int levels = deep)
 {
-    return opening(element, levels) + opening("</a>", levels);
+    return QByteArray("<a>").repeated(levels) + QByteArray("</a>").repeated(levels);
 }
 
 QByteArray entity(const QByteArray& value, const QByteArray& inner)
@@ -82,21 +82,9 @@ QByteArray bomb(const QByteArray& leaf, const QByteArray& use)
     return entity(value, use + "ENTRY").replace("ENTITY o", "ENTITY e0");
 }
 
-QByteArray declared(const QByteArray& encoding, const QByteArray& text, int blanks = 1)
+QByteArray declared(const QByteArray& encoding, const QByteArray& text)
 {
-    return "<?xml version=\"1.0\"" + QByteArray(blanks, ' ') + "encoding=\"" + encoding + "\"?>"
-        + text;
-}
-
-QByteArray utf16(const QByteArray& text)
-{
-    return QStringEncoder(QStringConverter::Utf16LE)(QString(text));
-}
-
-/** An encoding where no character is that of ASCII. */
-QByteArray ebcdic(QByteArray text)
-{
-    return text.replace('a', '\x81').replace('<', '\x4c').replace('>', '\x6e').replace('/', '\x61');
+    return "<?xml version=\"1.0\" encoding=\"" + encoding + "\"?>" + text;
 }
 
 const std::vector<Content> contents = {
@@ -121,18 +109,9 @@ const std::vector<Content> contents = {
     {"deep", inside(nested()), malformed},
     {"deep, never closed", inside(opening()), malformed},
     {"deep in UTF-16", inside(nested()), malformed, 0, QStringConverter::Utf16LE},
-    {"deep in Latin-1", declared("ISO-8859-1", inside(nested())), malformed},
-    {"deep in UTF-16 told late", declared("UTF-16LE", utf16(inside(nested())), 600), malformed},
-    {"deep, unlike ASCII", declared("IBM037", ebcdic(inside(nested())), 600), malformed},
-    {"deep with comments that close", inside(nested("<a><!-- </a> -->")), malformed},
-    {"deep with sections that close", inside(nested("<a><![CDATA[</a>]]>")), malformed},
-    {"deep with values that close", inside(nested("<a b=\"/>\">")), malformed},
     {"deep by entities", entity("'" + opening() + "'", "&o;"), malformed},
     {"deep by one entity", entity("'" + nested() + "'", "&o;"), malformed},
-    {"tags in a comment", inside("<!--" + opening() + "-->ENTRY"), nullptr},
-    {"tags in a section", inside("<![CDATA[" + opening() + "]]>ENTRY"), nullptr},
-    {"tags in an instruction", inside("<?p " + opening() + "?>ENTRY"), nullptr},
-    {"deep in no other's way", inside(nested("<a>", 900) + "ENTRY"), nullptr},
+    {"deep in no other's way", inside(nested(900) + "ENTRY"), nullptr},
 };
 
 QByteArray forKind(QByteArray text, const Kind& kind)
