@@ -34,12 +34,13 @@ constexpr double highestNumber = 200000.0; // mils or microns: below what 32 bit
 
 constexpr BroxSource source("brox_bits_table");
 constexpr BroxXmlFile bitsFile(source, "brox_drill_bits.xml", "DrillSizeTable",
-    {BROX_KEY("brox_bits_table", "318", "Unable to find BROX Bits XML file: %s"),
-        BROX_KEY("brox_bits_table", "331", "Error reading BROX Bits XML file: %s"),
-        BROX_KEY("brox_bits_table", "339",
+    {BROX_KEY("brox_bits_table", "Unable to find BROX Bits XML file: %s", "318"),
+        BROX_KEY("brox_bits_table", "Error reading BROX Bits XML file: %s", "331"),
+        BROX_KEY("brox_bits_table",
             "Error reading BROX Bits XML file: %s\nparsing error message: %s\n"
-            "in line %d column %d."),
-        BROX_KEY("brox_bits_table", "351", "%s is not a legal BROX Bits XML file.")});
+            "in line %d column %d.",
+            "339"),
+        BROX_KEY("brox_bits_table", "%s is not a legal BROX Bits XML file.", "351")});
 
 int roundedSize(double units)
 {
@@ -400,9 +401,9 @@ void BroxBitsTable::setDataChanged(bool changed)
 
 bool BroxBitsTable::canClose()
 {
-    return confirmClose(this, BROX_KEY("brox_bits_table", "103", "Drill Size Table Editor"),
-        BROX_KEY("brox_bits_table", "104",
-            "Unsaved data will be lost.\nClick 'Save' to save data before closing."),
+    return confirmClose(this, BROX_KEY("brox_bits_table", "Drill Size Table Editor", "103"),
+        BROX_KEY("brox_bits_table",
+            "Unsaved data will be lost.\nClick 'Save' to save data before closing.", "104"),
         mDataChanged, [this] { saveDefaultBits(); });
 }
 

@@ -7,11 +7,12 @@
 #include <QDomDocument>
 
 constinit const BroxXmlFile modelsFile(BroxSource("brox_viewer"), "brox.xml", "DrillToolModels",
-    {BROX_KEY("brox_viewer", "419", "Unable to find BROX XML file: %s"),
-        BROX_KEY("brox_viewer", "432", "Error reading BROX XML file: %s"),
-        BROX_KEY("brox_viewer", "440",
-            "Error reading BROX XML file: %s\nparsing error message: %s\nin line %d column %d."),
-        BROX_KEY("brox_viewer", "447", "%s is not a legal BROX XML file.")});
+    {BROX_KEY("brox_viewer", "Unable to find BROX XML file: %s", "419"),
+        BROX_KEY("brox_viewer", "Error reading BROX XML file: %s", "432"),
+        BROX_KEY("brox_viewer",
+            "Error reading BROX XML file: %s\nparsing error message: %s\nin line %d column %d.",
+            "440"),
+        BROX_KEY("brox_viewer", "%s is not a legal BROX XML file.", "447")});
 
 namespace {
 

@@ -83,9 +83,9 @@ void BroxViewer::setDataChanged(bool changed)
 
 bool BroxViewer::canClose()
 {
-    return confirmClose(this, BROX_KEY("brox_viewer", "144", "Drill Tool Manager Setup"),
-        BROX_KEY("brox_viewer", "145",
-            "Unsaved data will be lost.\nClick 'Save' to save data before closing."),
+    return confirmClose(this, BROX_KEY("brox_viewer", "Drill Tool Manager Setup", "144"),
+        BROX_KEY("brox_viewer",
+            "Unsaved data will be lost.\nClick 'Save' to save data before closing.", "145"),
         mDataChanged, [this] { saveDefaultModels(); });
 }
 

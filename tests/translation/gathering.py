@@ -8,11 +8,11 @@ from pathlib import Path
 
 FORM = '<ui><string comment="7">Size</string><string notr="true">QLabel {}</string><string/></ui>'
 SOURCE = r'''
-#define BROX_AMOUNTS_TEXT(text, number) broxText(BROX_KEY("brox_amounts", number, text))
-// BROX_KEY("brox_amounts", "1", "comment")
+#define BROX_AMOUNTS_TEXT(text, number) broxText(BROX_KEY("brox_amounts", text, number))
+// BROX_KEY("brox_amounts", "comment", "1")
 const char* quoted = "BROX_AMOUNTS_TEXT(\"x\", \"2\")";
 const char quote = '"';
-auto key = BROX_KEY("brox_amounts", "31", "%s" /* and */ "\"gone\"");
+auto key = BROX_KEY("brox_amounts", "%s" /* and */ "\"gone\"", "31");
 auto text = BROX_AMOUNTS_TEXT(
     "Sizes & \\", "8");
 '''
