@@ -53,7 +53,8 @@ QTableWidgetItem* newCell(int column, const QString& text)
                                                            : new QTableWidgetItem(text);
 }
 
-/** Bits in and out of an index: a size of 0 or below is that of no bit. */
+// Bits in and out of an index: a size of 0 or below is that of no bit.
+
 void insertSize(BitIndex& index, int size, const QString& designation)
 {
     if (size > 0) {
@@ -61,8 +62,6 @@ void insertSize(BitIndex& index, int size, const QString& designation)
     }
 }
 
-void removeSize(BitIndex& index, int size)
-{
 void appendSize(std::vector<Bit>& bits, int size, const QString& designation)
 {
     if (size > 0) {
@@ -70,6 +69,8 @@ void appendSize(std::vector<Bit>& bits, int size, const QString& designation)
     }
 }
 
+void removeSize(BitIndex& index, int size)
+{
     if (size > 0) {
         index.remove(size);
     }
@@ -290,8 +291,8 @@ void BroxBitsTable::takeTypedRows()
 
 bool BroxBitsTable::loadDefaultBits()
 {
-    const QString path = bitsFile.existingPath();
-    return !path.isNull() && loadBitsFile(path);
+    const std::optional<QString> path = bitsFile.existingPath();
+    return path && loadBitsFile(*path);
 }
 
 void BroxBitsTable::saveDefaultBits()
@@ -299,11 +300,11 @@ void BroxBitsTable::saveDefaultBits()
     if (!mDataChanged) {
         return;
     }
-    const QString path = bitsFile.pathForSaving();
-    if (path.isNull()) {
+    const std::optional<QString> path = bitsFile.pathForSaving();
+    if (!path) {
         return;
     }
-    saveBitsFile(path);
+    saveBitsFile(*path);
     setDataChanged(false);
 }
 
@@ -326,10 +327,10 @@ bool BroxBitsTable::loadBitsFile(QString path)
     // A sorted table would move each row away while its cells are still to come.
     const SortingPause pause(table);
     table->setRowCount(root.childNodes().count());
-    int row = 0;
-    for (QDomNode node = root.firstChild(); !node.isNull(); node = node.nextSibling(), ++row) {
     std::vector<Bit> millimeterBits;
     std::vector<Bit> inchBits;
+    int row = 0;
+    for (QDomNode node = root.firstChild(); !node.isNull(); node = node.nextSibling(), ++row) {
         const QDomElement drill = node.toElement();
         if (drill.tagName() != QLatin1String("Drill")) {
             continue;
@@ -352,10 +353,10 @@ bool BroxBitsTable::loadBitsFile(QString path)
         appendSize(millimeterBits, mmSize, designation);
         appendSize(inchBits, inchSize, designation);
     }
-    return true;
-}
     mMillimeterBits.assign(std::move(millimeterBits));
     mInchBits.assign(std::move(inchBits));
+    return true;
+}
 
 void BroxBitsTable::saveBitsFile(QString path)
 {

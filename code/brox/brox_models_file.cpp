@@ -70,10 +70,10 @@ void writeModel(const BroxModel& model, QDomDocument& document, QDomElement& par
 
 } // namespace
 
-bool readModels(const QString& path, BroxModelSet* models, int line)
+bool readModels(const QString& path, BroxModelSet* models)
 {
     QDomDocument document;
-    if (!modelsFile.read(path, &document, line) || !modelsFile.checkRoot(path, document, line)) {
+    if (!modelsFile.read(path, &document) || !modelsFile.checkRoot(path, document)) {
         return false;
     }
     models->clear();

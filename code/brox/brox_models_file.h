@@ -14,7 +14,7 @@ extern const BroxXmlFile modelsFile;
  * Within a models file nothing is a failure: what is unknown is skipped, a model without a name
  * too, and a number that is none leaves its value alone.
  */
-bool readModels(const QString& path, BroxModelSet* models, int line = __builtin_LINE());
+bool readModels(const QString& path, BroxModelSet* models);
 
 /** Writes all models of a set; false if the file can't be opened. */
 bool writeModels(const QString& path, const BroxModelSet& models);

@@ -5,30 +5,30 @@
 
 #include <string>
 
-bool BroxSource::check(bool holds, const char* condition, int line) const
+bool BroxSource::check(bool holds, const char* condition, const Place& place) const
 {
     if (!holds) {
-        zeb__log_write("INTERNAL", "(%s) at %s %d\n", condition, mName, line);
+        zeb__log_write("INTERNAL", "(%s) at %s %d\n", condition, mName, int(place.line()));
         zeb__err_sound();
     }
     return holds;
 }
 
 /** Always false: the condition that does not hold. */
-bool BroxSource::reportPointers(std::initializer_list<Pointer> pointers, int line) const
+bool BroxSource::reportPointers(std::initializer_list<Pointer> pointers, const Place& place) const
 {
     std::string condition;
     for (const Pointer& pointer : pointers) {
         condition += condition.empty() ? "" : " && ";
         condition += std::string("((ullong)(") + pointer.name + ") > 1000)";
     }
-    return check(false, condition.c_str(), line);
+    return check(false, condition.c_str(), place);
 }
 
-int BroxSource::checkStatus(int status, int line) const
+int BroxSource::checkStatus(int status, const Place& place) const
 {
     if (status != 0) {
-        zeb__log_status_check(mName, line);
+        zeb__log_status_check(mName, int(place.line()));
     }
     return status;
 }

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <initializer_list>
+#include <source_location>
 
 /** One of the module's sources, as the host's log names it.
  *
@@ -13,6 +14,8 @@
 class BroxSource
 {
 public:
+    using Place = std::source_location;
+
     /** A pointer argument and its name in the source. */
     struct Pointer
     {
@@ -27,23 +30,25 @@ public:
     constexpr const char* name() const { return mName; }
 
     /** Whether a condition holds; if not, its text is logged and the error sound comes. */
-    bool check(bool holds, const char* condition, int line = __builtin_LINE()) const;
+    bool check(bool holds, const char* condition, const Place& place = Place::current()) const;
 
     /** Whether all of the pointers are valid: 0 to 1000 are no addresses. They are one condition.
      */
-    bool checkPointers(std::initializer_list<Pointer> pointers, int line = __builtin_LINE()) const
+    bool checkPointers(
+        std::initializer_list<Pointer> pointers, const Place& place = Place::current()) const
     {
         return std::all_of(pointers.begin(), pointers.end(), isValid)
-            || reportPointers(pointers, line);
+            || reportPointers(pointers, place);
     }
 
-    bool checkPointer(const void* value, const char* name, int line = __builtin_LINE()) const
+    bool checkPointer(
+        const void* value, const char* name, const Place& place = Place::current()) const
     {
-        return checkPointers({{value, name}}, line);
+        return checkPointers({{value, name}}, place);
     }
 
     /** The status of a call, which is logged if it is not 0. */
-    int checkStatus(int status, int line = __builtin_LINE()) const;
+    int checkStatus(int status, const Place& place = Place::current()) const;
 
 private:
     static bool isValid(const Pointer& pointer)
@@ -51,7 +56,7 @@ private:
         return static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(pointer.value)) > 1000;
     }
 
-    bool reportPointers(std::initializer_list<Pointer> pointers, int line) const;
+    bool reportPointers(std::initializer_list<Pointer> pointers, const Place& place) const;
 
     const char* mName;
 };

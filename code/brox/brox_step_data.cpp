@@ -15,13 +15,6 @@ constexpr BroxSource source("brox_proxy"); // as the host's log knows these rout
 
 brox_model_renamed_deleted_cb modelRenamedDeleted = nullptr;
 
-/** The step's number in the editor's data, negative if it is not there. */
-int stepNumber(int stpid, int* number, int line = __builtin_LINE())
-{
-    *number = -1;
-    return source.checkStatus(vex__data_stpid2vex_num(stpid, number), line);
-}
-
 /** The ids of a step's layers, a block of the host's that goes back to it. */
 class LayerIds
 {
@@ -48,16 +41,13 @@ private:
     int mCount = 0;
 };
 
-/** Converts a size or number of a step; the output stays as it is if the step has no number. */
-template <typename Convert>
-int convertForStep(int stpid, Convert convert, int line = __builtin_LINE())
+/** Does something for the number of a step; nothing, and no failure, if the step has none. */
+template <typename Work>
+int withStepNumber(int stpid, Work work)
 {
     int number = -1;
-    const int status = stepNumber(stpid, &number, line);
-    if (status != 0 || number < 0) {
-        return status;
-    }
-    return source.checkStatus(convert(number), line);
+    const int status = source.checkStatus(vex__data_stpid2vex_num(stpid, &number));
+    return status != 0 || number < 0 ? status : work(number);
 }
 
 int toDrillSize(int layerId, const qor_drl_tool& tool, drill_size_info* info)
@@ -119,13 +109,10 @@ int brox__proxy_model_renamed_deleted(int stpid, const char* old_name, const cha
     if (!modelRenamedDeleted) {
         return 0;
     }
-    int number = -1;
-    const int status = stepNumber(stpid, &number);
-    if (status != 0 || number < 0) {
-        return status;
-    }
-    modelRenamedDeleted(number, old_name, new_name);
-    return 0;
+    return withStepNumber(stpid, [=](int number) {
+        modelRenamedDeleted(number, old_name, new_name);
+        return 0;
+    });
 }
 
 int brox__proxy_drill_type(int tool_type, int tool_sub_type, int* brox_drill_type)
@@ -191,17 +178,14 @@ int brox__proxy_get_units(int stpid, int* units)
     if (!source.checkPointer(units, "units")) {
         return BROX_BAD_ARGUMENT;
     }
-    int number = -1;
-    const int status = stepNumber(stpid, &number);
-    if (status != 0 || number < 0) {
+    return withStepNumber(stpid, [=](int number) {
+        int family = -1;
+        const int status = source.checkStatus(vex__data_get_units(number, &family));
+        if (status == 0) {
+            *units = family == 0 ? ZEB_UNITS_MILS : family == 1 ? ZEB_UNITS_MICRONS : family;
+        }
         return status;
-    }
-    int family = -1;
-    if (int unitsStatus = source.checkStatus(vex__data_get_units(number, &family))) {
-        return unitsStatus;
-    }
-    *units = family == 0 ? ZEB_UNITS_MILS : family == 1 ? ZEB_UNITS_MICRONS : family;
-    return 0;
+    });
 }
 
 int brox__proxy_get_units_str(int stpid, const char** units_str)
@@ -224,8 +208,9 @@ int brox__proxy_size_to_str(int stpid, int val, char* val_str)
         return BROX_BAD_ARGUMENT;
     }
     val_str[0] = '\0';
-    return convertForStep(
-        stpid, [=](int number) { return vex__size_p2s_milmicron(number, val, 1, val_str); });
+    return withStepNumber(stpid, [=](int number) {
+        return source.checkStatus(vex__size_p2s_milmicron(number, val, 1, val_str));
+    });
 }
 
 int brox__proxy_size_to_double(int stpid, int val, double* dval)
@@ -234,8 +219,9 @@ int brox__proxy_size_to_double(int stpid, int val, double* dval)
         return BROX_BAD_ARGUMENT;
     }
     *dval = 0.0;
-    return convertForStep(
-        stpid, [=](int number) { return vex__size_p2milmicron(number, val, 1, dval); });
+    return withStepNumber(stpid, [=](int number) {
+        return source.checkStatus(vex__size_p2milmicron(number, val, 1, dval));
+    });
 }
 
 int brox__proxy_double_to_size(int stpid, double dval, int* val)
@@ -244,6 +230,7 @@ int brox__proxy_double_to_size(int stpid, double dval, int* val)
         return BROX_BAD_ARGUMENT;
     }
     *val = 0;
-    return convertForStep(
-        stpid, [=](int number) { return vex__size_milmicron2p(number, dval, 1, val); });
+    return withStepNumber(stpid, [=](int number) {
+        return source.checkStatus(vex__size_milmicron2p(number, dval, 1, val));
+    });
 }

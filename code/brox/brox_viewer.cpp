@@ -4,7 +4,6 @@
 #include "brox_dialogs.h"
 #include "brox_models_file.h"
 #include "brox_nls.h"
-#include "brox_report.h"
 #include "brox_step_data.h"
 
 #include <QFontMetrics>
@@ -210,7 +209,7 @@ void BroxViewer::on_broxAmountsWidget_amountsChanged(
 
 void BroxViewer::on_broxDhsWidget_dhsFormulaChanged(QString dhsFormula)
 {
-    if (hasCurrentModel()) {
+    if (checkCurrentModel()) {
         mCurrentBroxModel->setDhsFormula(dhsFormula);
         ui.broxTesterWidget->retest();
         setDataChanged(true);
@@ -220,7 +219,7 @@ void BroxViewer::on_broxDhsWidget_dhsFormulaChanged(QString dhsFormula)
 void BroxViewer::on_broxDhsWidget_dhsFormulaEditingFinished()
 {
     // A text that was refused gives way to the last formula that was admitted.
-    if (hasCurrentModel()) {
+    if (checkCurrentModel()) {
         ui.broxDhsWidget->setDhsFormula(mCurrentBroxModel);
     }
 }
@@ -284,8 +283,8 @@ void BroxViewer::testerScrollBar_valueChanged(int sliderPosition)
 
 bool BroxViewer::loadDefaultModels()
 {
-    const QString path = modelsFile.existingPath();
-    return !path.isNull() && loadModelsFile(path);
+    const std::optional<QString> path = modelsFile.existingPath();
+    return path && loadModelsFile(*path);
 }
 
 void BroxViewer::saveDefaultModels()
@@ -293,11 +292,11 @@ void BroxViewer::saveDefaultModels()
     if (!mDataChanged) {
         return;
     }
-    const QString path = modelsFile.pathForSaving();
-    if (path.isNull()) {
+    const std::optional<QString> path = modelsFile.pathForSaving();
+    if (!path) {
         return;
     }
-    saveModelsFile(path);
+    saveModelsFile(*path);
     setDataChanged(false);
 }
 
@@ -384,7 +383,7 @@ void BroxViewer::renameCurrentModel(const QString& wantedName, QString& approved
 
 void BroxViewer::removeCurrentModel(const QString& name)
 {
-    if (!hasCurrentModel()
+    if (!checkCurrentModel()
         || !source.check(mCurrentBroxModel->modelName() == name,
             "this->mCurrentBroxModel->modelName() == broxModelName")) {
         return;
@@ -400,19 +399,18 @@ void BroxViewer::removeCurrentModel(const QString& name)
 }
 
 /** Tells the host of a rename, or of a deletion if there is no new name. */
-void BroxViewer::tellHost(const QString& oldName, const char* newName, int line)
+void BroxViewer::tellHost(const QString& oldName, const char* newName)
 {
     const int status = source.checkStatus(
-        brox__proxy_model_renamed_deleted(mStepId, oldName.toLocal8Bit().constData(), newName),
-        line);
+        brox__proxy_model_renamed_deleted(mStepId, oldName.toLocal8Bit().constData(), newName));
     if (status != 0) {
         throw InternalException(status);
     }
 }
 
-bool BroxViewer::hasCurrentModel(int line) const
+bool BroxViewer::checkCurrentModel(const BroxSource::Place& place) const
 {
-    return source.check(mCurrentBroxModel != nullptr, "this->mCurrentBroxModel != 0", line);
+    return source.check(mCurrentBroxModel != nullptr, "this->mCurrentBroxModel != 0", place);
 }
 
 void BroxViewer::disableModelWidgets()

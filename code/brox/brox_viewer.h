@@ -4,6 +4,7 @@
 
 #include "brox_icons.h"
 #include "brox_man.h"
+#include "brox_report.h"
 #include "ui_brox_viewer.h"
 #include "zeb_lowlevel.h"
 
@@ -92,8 +93,8 @@ private:
     void resetModelManager();
     void renameCurrentModel(const QString& wantedName, QString& approvedName);
     void removeCurrentModel(const QString& name);
-    void tellHost(const QString& oldName, const char* newName, int line = __builtin_LINE());
-    bool hasCurrentModel(int line = __builtin_LINE()) const;
+    void tellHost(const QString& oldName, const char* newName);
+    bool checkCurrentModel(const BroxSource::Place& place = BroxSource::Place::current()) const;
     void disableModelWidgets();
     void updateUnitsLabel();
     void updateModelNameLabel(QString name);

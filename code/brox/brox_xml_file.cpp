@@ -47,39 +47,37 @@ bool nestsTooDeeply(const QByteArray& xml, QString* error, int* line, int* colum
 
 } // namespace
 
-QString BroxXmlFile::existingPath() const
+std::optional<QString> BroxXmlFile::existingPath() const
 {
-    QString path;
-    bool found = false;
-    return locate(&path, &found) && found ? path : QString();
+    const std::optional<Location> location = locate();
+    return location && location->exists ? std::optional(location->path) : std::nullopt;
 }
 
-QString BroxXmlFile::pathForSaving() const
+std::optional<QString> BroxXmlFile::pathForSaving() const
 {
-    QString path;
-    bool found = false; // a file that is not there yet is as good
-    if (!locate(&path, &found)) {
-        return {};
+    const std::optional<Location> location = locate(); // a file that is not there yet is as good
+    if (!location) {
+        return std::nullopt;
     }
-    const QFileInfo info(path);
+    const QFileInfo info(location->path);
     const QDir folder = info.dir();
     if (!folder.exists() && !folder.mkpath(folder.path())) {
-        return {};
+        return std::nullopt;
     }
     return info.absoluteFilePath();
 }
 
-bool BroxXmlFile::read(const QString& path, QDomDocument* document, int line) const
+bool BroxXmlFile::read(const QString& path, QDomDocument* document) const
 {
     const QFileInfo info(path);
     const QByteArray localPath = info.filePath().toLocal8Bit();
-    if (!mSource.check(info.exists(), "fi.exists()", line)) {
+    if (!mSource.check(info.exists(), "fi.exists()", mPlace)) {
         zeb__log_write("ERROR", mMessages.missing, localPath.constData());
         return false;
     }
     QFile file(info.filePath());
     if (!mSource.check(file.open(QFile::ReadOnly | QFile::Text),
-            "file.open(QFile::ReadOnly | QFile::Text)", line)) {
+            "file.open(QFile::ReadOnly | QFile::Text)", mPlace)) {
         zeb__log_write("ERROR", mMessages.unreadable, localPath.constData());
         return false;
     }
@@ -91,20 +89,20 @@ bool BroxXmlFile::read(const QString& path, QDomDocument* document, int line) co
     int errorColumn = 0;
     const bool isXml = !nestsTooDeeply(content, &error, &errorLine, &errorColumn)
         && document->setContent(content, true, &error, &errorLine, &errorColumn);
-    if (!mSource.check(isXml, "setContentStatus == true", line)) {
+    if (!mSource.check(isXml, "setContentStatus == true", mPlace)) {
         zeb__log_write("ERROR", mMessages.malformed, localPath.constData(),
             error.toLocal8Bit().constData(), errorLine, errorColumn);
     }
     return isXml;
 }
 
-bool BroxXmlFile::checkRoot(const QString& path, const QDomDocument& document, int line) const
+bool BroxXmlFile::checkRoot(const QString& path, const QDomDocument& document) const
 {
     const QString tag = document.documentElement().tagName();
     const QByteArray condition =
         QByteArray("mainElement.tagName().compare(\"") + mRoot + "\", Qt::CaseInsensitive) == 0";
     if (!mSource.check(tag.compare(QLatin1String(mRoot), Qt::CaseInsensitive) == 0,
-            condition.constData(), line)) {
+            condition.constData(), mPlace)) {
         zeb__log_write(
             "ERROR", mMessages.foreign, QFileInfo(path).filePath().toLocal8Bit().constData());
         return false;
@@ -126,15 +124,15 @@ bool BroxXmlFile::write(const QString& path, const QDomDocument& document) const
     return true;
 }
 
-bool BroxXmlFile::locate(QString* path, bool* found) const
+std::optional<BroxXmlFile::Location> BroxXmlFile::locate() const
 {
     const QByteArray name = QByteArray("brox/") + mName;
     char buffer[maxPathLength + 1] = {};
-    if (zeb__sarn_get_dir(dataLocation, name.constData(), buffer, maxPathLength, found) != 0) {
-        return false;
+    bool found = false;
+    if (zeb__sarn_get_dir(dataLocation, name.constData(), buffer, maxPathLength, &found) != 0) {
+        return std::nullopt;
     }
-    *path = QString::fromLocal8Bit(buffer);
-    return true;
+    return Location{QString::fromLocal8Bit(buffer), found};
 }
 
 QString xmlText(const QString& text)

@@ -6,11 +6,14 @@
 
 #include <QString>
 
+#include <optional>
+
 class QDomDocument;
 
 /** One of the module's two XML files: where it is, how it is read and written.
  *
- * Failures go to the host's log under the name of the source that owns the file.
+ * Failures go to the host's log under the name of the source that owns the file, and the place
+ * where it is described.
  */
 class BroxXmlFile
 {
@@ -28,39 +31,46 @@ public:
      * @param name  the file's name, below the module's folder in the host's data folder
      * @param root  tag of the document element
      */
-    constexpr BroxXmlFile(BroxSource source, const char* name, const char* root, Messages messages)
+    constexpr BroxXmlFile(BroxSource source, const char* name, const char* root, Messages messages,
+        BroxSource::Place place = BroxSource::Place::current())
         : mSource(source)
         , mName(name)
         , mRoot(root)
         , mMessages(messages)
+        , mPlace(place)
     { }
 
     constexpr const char* name() const { return mName; }
     constexpr const char* root() const { return mRoot; }
 
-    /** The path of the file, or a null text if there is none; the host knows its place. */
-    QString existingPath() const;
+    /** The path of the file, if there is one; the host knows where. */
+    std::optional<QString> existingPath() const;
 
-    /** The path to write, its folder made if it was missing; a null text if that can't be. */
-    QString pathForSaving() const;
+    /** The path to write, its folder made if it was missing; none if that can't be. */
+    std::optional<QString> pathForSaving() const;
 
     /** Reads a file whole; false, and the document is of no use, if it is no XML. */
-    bool read(const QString& path, QDomDocument* document, int line = __builtin_LINE()) const;
+    bool read(const QString& path, QDomDocument* document) const;
 
     /** Whether a document that was read is one of this kind, letter case aside. */
-    bool checkRoot(
-        const QString& path, const QDomDocument& document, int line = __builtin_LINE()) const;
+    bool checkRoot(const QString& path, const QDomDocument& document) const;
 
     /** Writes a document in place; false if the file can't be opened. */
     bool write(const QString& path, const QDomDocument& document) const;
 
 private:
-    bool locate(QString* path, bool* found) const;
+    struct Location
+    {
+        QString path;
+        bool exists;
+    };
+    std::optional<Location> locate() const;
 
     BroxSource mSource;
     const char* mName;
     const char* mRoot;
     Messages mMessages;
+    BroxSource::Place mPlace;
 };
 
 /** A text without the characters that XML can't hold: they would make a file unreadable. */
