@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: MIT
+#include "excellon_reader.h"
+
+#include "excellon_program.h"
+#include "file_kind.h"
+
+#include <QFileInfo>
+#include <QIODevice>
+
+namespace {
+
+constexpr qint64 chunkSize = 1 << 16; ///< bytes between two reports of progress
+constexpr size_t maxLineLength = 4096;
+
+/** Cuts chunks into lines, which end with a line feed, a carriage return or both. */
+class LineCutter
+{
+public:
+    LineCutter(ExcellonProgram& program, const QString& name)
+        : mProgram(program)
+        , mName(name)
+    { }
+
+    void take(std::string_view chunk)
+    {
+        while (!chunk.empty()) {
+            if (mAfterReturn && chunk[0] == '\n') {
+                chunk.remove_prefix(1);
+                mAfterReturn = false;
+                continue;
+            }
+            const size_t end = chunk.find_first_of("\r\n");
+            mRest += chunk.substr(0, end);
+            if (mRest.size() > maxLineLength) {
+                throw BoardError(mName, mLine + 1,
+                    QStringLiteral("the line is longer than %1").arg(maxLineLength));
+            }
+            if (end == chunk.npos) {
+                return;
+            }
+            mAfterReturn = chunk[end] == '\r';
+            endLine();
+            chunk.remove_prefix(end + 1);
+        }
+    }
+
+    void finish()
+    {
+        if (!mRest.empty()) {
+            endLine();
+        }
+    }
+
+    qint64 lines() const { return mLine; }
+
+private:
+    void endLine()
+    {
+        ++mLine;
+        std::string_view line = mRest;
+        if (mLine == 1 && line.starts_with("\xef\xbb\xbf")) {
+            line.remove_prefix(3);
+        }
+        mProgram.readLine(line);
+        mRest.clear();
+    }
+
+    ExcellonProgram& mProgram;
+    QString mName;
+    std::string mRest;
+    qint64 mLine = 0;
+    bool mAfterReturn = false;
+};
+
+} // namespace
+
+DrillFile readExcellon(QIODevice& device, const QString& name, const ReadOptions& options)
+{
+    const QByteArray sample = device.peek(fileKindBytes);
+    ExcellonProgram program(name, {sample.constData(), size_t(sample.size())}, options.fileUnits);
+    LineCutter cutter(program, name);
+    QByteArray chunk(chunkSize, Qt::Uninitialized);
+    qint64 done = 0;
+    for (;;) {
+        const qint64 size = device.read(chunk.data(), chunkSize);
+        if (size < 0) {
+            throw BoardError(name, cutter.lines() + 1, device.errorString());
+        }
+        if (size == 0) {
+            break;
+        }
+        done += size;
+        if (options.progress
+            && !options.progress(done, device.isSequential() ? 0 : device.size())) {
+            throw BoardCancelled();
+        }
+        cutter.take({chunk.constData(), size_t(size)});
+    }
+    cutter.finish();
+    DrillFile file = program.finish();
+    file.layer.name = QFileInfo(name).completeBaseName();
+    return file;
+}
