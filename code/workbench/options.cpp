@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: MIT
+#include "options.h"
+
+Options::Options()
+{
+    parser.setApplicationDescription(
+        "Opens a board and sets up its drill tools, or prints their drill sizes.");
+    parser.addPositionalArgument("board",
+        "An IPC-2581 file, or all Excellon (XNC) drill files of a board; each is a layer then.",
+        "[board...]");
+    parser.addOptions({table, csv, models, step, model, units, data, language, screenshot});
+}
