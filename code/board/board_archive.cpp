@@ -1,0 +1,160 @@
+// SPDX-License-Identifier: MIT
+#include "board_archive.h"
+
+#include "file_kind.h"
+#include "reading.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <archive.h>
+#include <archive_entry.h>
+#include <limits>
+
+namespace {
+
+constexpr size_t blockSize = 1 << 16;
+
+/** An archive at the beginning of a file; knows how much of it has been unpacked. */
+class OpenArchive
+{
+public:
+    explicit OpenArchive(const QString& path)
+        : mPath(path)
+        , mArchive(archive_read_new(), archive_read_free)
+    {
+        if (!mArchive) {
+            throw std::bad_alloc();
+        }
+        archive_read_support_filter_all(mArchive.get());
+        archive_read_support_format_zip(mArchive.get());
+        archive_read_support_format_7zip(mArchive.get());
+        archive_read_support_format_tar(mArchive.get());
+        archive_read_support_format_raw(mArchive.get()); // a file that is only compressed
+        const QByteArray name = QFile::encodeName(path);
+        if (archive_read_open_filename(mArchive.get(), name.constData(), blockSize)
+            < ARCHIVE_WARN) {
+            fail();
+        }
+        mPackedSize = QFileInfo(path).size();
+    }
+
+    /** @return false after the last file */
+    bool next(QString* name)
+    {
+        for (;;) {
+            archive_entry* entry = nullptr;
+            const int status = archive_read_next_header(mArchive.get(), &entry);
+            if (status == ARCHIVE_EOF) {
+                return false;
+            }
+            if (status < ARCHIVE_WARN) {
+                fail();
+            }
+            if (++mEntries > maxArchiveEntries) {
+                refuse(QStringLiteral("more than %1 files").arg(maxArchiveEntries));
+            }
+            const bool isRaw = archive_format(mArchive.get()) == ARCHIVE_FORMAT_RAW;
+            if (isRaw || archive_entry_filetype(entry) == AE_IFREG) {
+                *name = isRaw ? QFileInfo(mPath).completeBaseName() : nameOf(entry);
+                return true;
+            }
+        }
+    }
+
+    /** @return 0 at the end of the file */
+    qint64 read(char* bytes, qint64 size)
+    {
+        const qint64 got = archive_read_data(mArchive.get(), bytes, size_t(size));
+        if (got < 0) {
+            fail();
+        }
+        mUnpacked += got;
+        const bool tooMuch = mUnpacked > maxUnpackedSize
+            || (mUnpacked > freeUnpackedSize && mUnpacked / maxUnpackedRatio > mPackedSize);
+        if (tooMuch) {
+            refuse(QStringLiteral("it unpacks to more than %1 GiB or %2 times its size")
+                       .arg(maxUnpackedSize >> 30)
+                       .arg(maxUnpackedRatio));
+        }
+        return got;
+    }
+
+private:
+    [[noreturn]] void refuse(const QString& why) const { throw BoardError(mPath, 1, why); }
+    [[noreturn]] void fail() const
+    {
+        const char* text = archive_error_string(mArchive.get());
+        refuse(QStringLiteral("the archive can't be read: %1")
+                   .arg(text ? QString::fromLocal8Bit(text) : QString()));
+    }
+
+    static QString nameOf(archive_entry* entry)
+    {
+        if (const char* name = archive_entry_pathname_utf8(entry)) {
+            return QString::fromUtf8(name);
+        }
+        return QString::fromLocal8Bit(archive_entry_pathname(entry));
+    }
+
+    QString mPath;
+    std::unique_ptr<struct archive, decltype(&archive_read_free)> mArchive;
+    qint64 mPackedSize = 0;
+    qint64 mUnpacked = 0;
+    int mEntries = 0;
+};
+
+/** The file that an archive stands at. */
+class EntryDevice : public QIODevice
+{
+public:
+    explicit EntryDevice(std::unique_ptr<OpenArchive> archive)
+        : mArchive(std::move(archive))
+    {
+        open(QIODevice::ReadOnly);
+    }
+
+    bool isSequential() const override { return true; }
+
+protected:
+    qint64 readData(char* data, qint64 maxSize) override { return mArchive->read(data, maxSize); }
+    qint64 writeData(const char*, qint64) override { return -1; }
+
+private:
+    std::unique_ptr<OpenArchive> mArchive;
+};
+
+} // namespace
+
+std::vector<ArchiveEntry> listArchive(const QString& path)
+{
+    OpenArchive archive(path);
+    std::vector<ArchiveEntry> entries;
+    ArchiveEntry entry;
+    while (archive.next(&entry.name)) {
+        QByteArray beginning(fileKindBytes, Qt::Uninitialized);
+        qint64 size = 0;
+        while (size < fileKindBytes) {
+            const qint64 got = archive.read(beginning.data() + size, fileKindBytes - size);
+            if (got == 0) {
+                break;
+            }
+            size += got;
+        }
+        beginning.truncate(size);
+        entry.beginning = beginning;
+        entries.push_back(std::exchange(entry, {}));
+    }
+    return entries;
+}
+
+std::unique_ptr<QIODevice> openArchiveEntry(const QString& path, const QString& entry)
+{
+    auto archive = std::make_unique<OpenArchive>(path);
+    QString name;
+    while (archive->next(&name)) {
+        if (name == entry) {
+            return std::make_unique<EntryDevice>(std::move(archive));
+        }
+    }
+    throw BoardError(path, 1, QStringLiteral("no file \"%1\" in the archive").arg(entry));
+}

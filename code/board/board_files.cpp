@@ -1,0 +1,255 @@
+// SPDX-License-Identifier: MIT
+#include "board_files.h"
+
+#include "board_archive.h"
+
+#include <QDirIterator>
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <algorithm>
+#include <cstdio>
+
+namespace {
+
+constexpr int maxFolderFiles = 10000;
+
+bool isIpc2581(QByteArrayView beginning)
+{
+    static const QRegularExpression root(QStringLiteral("<(?:[\\w.]+:)?IPC-2581[\\s>]"));
+    return beginning.startsWith("\xff\xfe") || beginning.startsWith("\xfe\xff")
+        || root.match(QString::fromUtf8(beginning)).hasMatch();
+}
+
+/** Whether a text that could be a drill program surely is one; folders hold all sorts of texts. */
+bool isSurelyDrillProgram(QByteArrayView beginning)
+{
+    static const QRegularExpression mark(
+        QStringLiteral("^\\s*(?:M48|T\\d+\\S*C[.\\d]+|G85|M71|M72|[XY][-+]?[.\\d]+\\S*)\\s*$"),
+        QRegularExpression::MultilineOption);
+    return mark.match(QString::fromLatin1(beginning)).hasMatch();
+}
+
+class Finder
+{
+public:
+    BoardFiles find(const QStringList& paths)
+    {
+        for (const QString& path : paths) {
+            addPath(path);
+        }
+        choose(paths);
+        return std::move(mFiles);
+    }
+
+private:
+    void addPath(const QString& path)
+    {
+        const QFileInfo info(path);
+        if (path == QLatin1String("-")) {
+            addStream(QStringLiteral("standard input"),
+                [](QFile& file) { return file.open(stdin, QIODevice::ReadOnly); });
+        } else if (info.isDir()) {
+            addFolder(path);
+        } else if (info.exists() && !info.isFile()) {
+            addStream(path, [&](QFile& file) {
+                file.setFileName(path);
+                return file.open(QIODevice::ReadOnly);
+            });
+        } else {
+            checkTwice(info, path);
+            addFile(path, path, false);
+        }
+    }
+
+    void checkTwice(const QFileInfo& info, const QString& path)
+    {
+        if (mCanonical.contains(info.canonicalFilePath()) && info.exists()) {
+            throw BoardError(path, 1, QStringLiteral("the file is named twice"));
+        }
+        mCanonical << info.canonicalFilePath();
+    }
+
+    void addFile(const QString& path, const QString& name, bool isFound)
+    {
+        QFile file(path);
+        if (!file.open(QIODevice::ReadOnly)) {
+            throw BoardError(path, 1, file.errorString());
+        }
+        const QByteArray beginning = file.peek(fileKindBytes);
+        if (fileKind(beginning) == FileKind::Archive) {
+            if (isFound) {
+                leave(name, QStringLiteral("an archive within a folder"));
+            } else {
+                addArchive(path);
+            }
+            return;
+        }
+        mFiles.totalSize += file.size();
+        add(name, beginning, isFound, [path]() -> std::unique_ptr<QIODevice> {
+            auto opened = std::make_unique<QFile>(path);
+            if (!opened->open(QIODevice::ReadOnly)) {
+                throw BoardError(path, 1, opened->errorString());
+            }
+            return opened;
+        });
+    }
+
+    /** A pipe gives its content only once. */
+    void addStream(const QString& name, const std::function<bool(QFile&)>& open)
+    {
+        auto file = std::make_shared<QFile>();
+        if (!open(*file)) {
+            throw BoardError(name, 1, file->errorString());
+        }
+        const QByteArray beginning = file->peek(fileKindBytes);
+        if (fileKind(beginning) == FileKind::Archive) {
+            throw BoardError(name, 1, QStringLiteral("an archive can't be read from a pipe"));
+        }
+        add(name, beginning, false,
+            [file]() -> std::unique_ptr<QIODevice> { return std::make_unique<Shared>(file); });
+    }
+
+    void addFolder(const QString& path)
+    {
+        mFiles.isSearched = true;
+        QStringList files;
+        QDirIterator all(path, QDir::Files, QDirIterator::Subdirectories);
+        while (all.hasNext()) {
+            files << all.next();
+            if (files.size() > maxFolderFiles) {
+                throw BoardError(path, 1, QStringLiteral("more than %1 files").arg(maxFolderFiles));
+            }
+        }
+        files.sort();
+        for (const QString& file : files) {
+            addFile(file, file, true);
+        }
+    }
+
+    void addArchive(const QString& path)
+    {
+        mFiles.isSearched = true;
+        std::vector<ArchiveEntry> entries = listArchive(path);
+        std::sort(entries.begin(), entries.end(),
+            [](const ArchiveEntry& a, const ArchiveEntry& b) { return a.name < b.name; });
+        for (const ArchiveEntry& entry : entries) {
+            const QString name = path + '/' + entry.name;
+            if (fileKind(entry.beginning) == FileKind::Archive) {
+                leave(name, QStringLiteral("an archive within an archive"));
+                continue;
+            }
+            add(name, entry.beginning, true,
+                [path, inside = entry.name] { return openArchiveEntry(path, inside); });
+        }
+    }
+
+    void add(const QString& name, const QByteArray& beginning, bool isFound,
+        std::function<std::unique_ptr<QIODevice>()> open)
+    {
+        const FileKind kind = fileKind(beginning);
+        BoardFile file{name, kind, isFound, std::move(open)};
+        if (!isFound) {
+            if (kind != FileKind::Xml && kind != FileKind::DrillProgram
+                && kind != FileKind::GerberDrill) {
+                throw BoardError(name, 1, QStringLiteral("no drill file: it is ") + kindText(kind));
+            }
+            mCandidates.push_back(std::move(file));
+            return;
+        }
+        const bool ofBoard = kind == FileKind::GerberDrill
+            || (kind == FileKind::Xml && isIpc2581(beginning))
+            || (kind == FileKind::DrillProgram && isSurelyDrillProgram(beginning));
+        if (ofBoard) {
+            mCandidates.push_back(std::move(file));
+        } else {
+            leave(name, kind == FileKind::DrillProgram ? kindText(FileKind::Text) : kindText(kind));
+        }
+    }
+
+    void leave(const QString& name, const QString& why)
+    {
+        mFiles.left << QStringLiteral("%1 (%2)").arg(name, why);
+    }
+
+    void choose(const QStringList& paths)
+    {
+        const auto count = [this](FileKind kind) {
+            return std::count_if(mCandidates.begin(), mCandidates.end(),
+                [&](const BoardFile& file) { return file.kind == kind; });
+        };
+        if (count(FileKind::Xml) > 0) {
+            chooseIpc2581();
+        } else if (count(FileKind::DrillProgram) > 0 && count(FileKind::GerberDrill) > 0) {
+            leaveRepeats();
+        }
+        mFiles.taken.insert(mFiles.taken.end(), std::make_move_iterator(mCandidates.begin()),
+            std::make_move_iterator(mCandidates.end()));
+        if (mFiles.taken.empty()) {
+            throw BoardError(paths.value(0), 1,
+                QStringLiteral("nothing of a board in it: %1")
+                    .arg(mFiles.left.isEmpty() ? QStringLiteral("it is empty")
+                                               : mFiles.left.join(QStringLiteral(", "))));
+        }
+    }
+
+    void chooseIpc2581()
+    {
+        const auto isXml = [](const BoardFile& file) { return file.kind == FileKind::Xml; };
+        const auto first = std::find_if(mCandidates.begin(), mCandidates.end(), isXml);
+        for (auto it = mCandidates.begin(); it != mCandidates.end(); ++it) {
+            if (it == first) {
+                continue;
+            }
+            if (!it->isFound || (isXml(*it) && first->isFound)) {
+                throw BoardError(first->name, 1,
+                    QStringLiteral("no drill file; an IPC-2581 file is a board of its own, open "
+                                   "it alone"));
+            }
+            leave(it->name, QStringLiteral("there is an IPC-2581 file"));
+        }
+        mFiles.taken.push_back(std::move(*first));
+        mCandidates.clear();
+    }
+
+    void leaveRepeats()
+    {
+        std::erase_if(mCandidates, [this](const BoardFile& file) {
+            const bool repeats = file.isFound && file.kind == FileKind::GerberDrill;
+            if (repeats) {
+                leave(file.name, QStringLiteral("there are Excellon files"));
+            }
+            return repeats;
+        });
+    }
+
+    /** Reads on from a pipe that was looked at. */
+    class Shared : public QIODevice
+    {
+    public:
+        explicit Shared(std::shared_ptr<QFile> file)
+            : mFile(std::move(file))
+        {
+            open(QIODevice::ReadOnly);
+        }
+        bool isSequential() const override { return true; }
+
+    protected:
+        qint64 readData(char* data, qint64 maxSize) override { return mFile->read(data, maxSize); }
+        qint64 writeData(const char*, qint64) override { return -1; }
+
+    private:
+        std::shared_ptr<QFile> mFile;
+    };
+
+    BoardFiles mFiles;
+    std::vector<BoardFile> mCandidates;
+    QStringList mCanonical;
+};
+
+} // namespace
+
+BoardFiles findBoardFiles(const QStringList& paths)
+{
+    return Finder().find(paths);
+}
