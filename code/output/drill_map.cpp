@@ -116,12 +116,13 @@ DrillMap::DrillMap(const DrillPlan& plan)
     , mOutlines(outlinesOf(plan))
     , mExtent(extentOf(plan, mPlaces, mOutlines))
 {
+    size_t look = 0;
     for (const Program& program : mPrograms) {
         if (mSheets.empty() || mSheets.back().layer != program.layer) {
             mSheets.push_back({program.layer, {}});
         }
         for (const ProgramTool& tool : program.tools) {
-            mSheets.back().entries.push_back({&program, &tool});
+            mSheets.back().entries.push_back({&program, &tool, look++});
         }
     }
 }
@@ -153,10 +154,7 @@ void DrillMap::paint(QPainter& painter, size_t index) const
     painter.setRenderHint(QPainter::Antialiasing);
     const QRectF all = QRectF(0, 0, width, height).marginsRemoved({margin, margin, margin, margin});
     painter.setPen(linePen(Qt::black, thinLine));
-    painter.setFont(fontOf(56, true));
-    const QRectF head(all.left(), all.top(), all.width(), titleHeight);
-    write(painter, head, Qt::AlignLeft | Qt::AlignTop, "Drill map, layer " + title(index));
-    paintTitle(painter, sheet);
+    paintTitle(painter, index);
     const QRectF body = all.adjusted(0, titleHeight, 0, 0);
     const QRectF legend(body.right() - legendWidth, body.top(), legendWidth, body.height());
     paintLegend(painter, sheet, legend);
@@ -164,11 +162,14 @@ void DrillMap::paint(QPainter& painter, size_t index) const
     painter.restore();
 }
 
-void DrillMap::paintTitle(QPainter& painter, const Sheet&) const
+void DrillMap::paintTitle(QPainter& painter, size_t sheet) const
 {
+    painter.setPen(Qt::black);
+    const QRectF head(margin, margin, width - 2 * margin, 72);
+    painter.setFont(fontOf(56, true));
+    write(painter, head, Qt::AlignLeft | Qt::AlignTop, "Drill map, layer " + title(sheet));
     painter.setFont(fontOf(32));
-    const QRectF line(margin, margin + 72, width - 2 * margin, 44);
-    write(painter, line, Qt::AlignLeft | Qt::AlignVCenter,
+    write(painter, head.translated(0, 72), Qt::AlignLeft | Qt::AlignTop,
         QStringLiteral("Board %1, step %2, model %3%4. Circles have the drill size; sizes in %5.")
             .arg(mPlan.board->job, mPlan.boardStep().name, mPlan.model,
                 mPlan.unsaved ? " with edits that are not saved" : "", unitOf(mPlan)));
@@ -189,22 +190,21 @@ void DrillMap::paintLegend(QPainter& painter, const Sheet& sheet, const QRectF& 
     painter.setPen(linePen(Qt::black, thinLine));
     painter.drawLine(row.bottomLeft(), row.bottomRight());
     painter.setFont(fontOf(0.56 * rowHeight));
-    for (size_t i = 0; i < sheet.entries.size(); ++i) {
+    for (const Entry& entry : sheet.entries) {
         row.translate(0, rowHeight);
-        paintLegendRow(painter, sheet, i, row);
+        paintLegendRow(painter, entry, row);
     }
 }
 
-void DrillMap::paintLegendRow(
-    QPainter& painter, const Sheet& sheet, size_t index, const QRectF& row) const
+void DrillMap::paintLegendRow(QPainter& painter, const Entry& entry, const QRectF& row) const
 {
-    const auto [program, tool] = sheet.entries[index];
+    const auto& [program, tool, look] = entry;
     const double radius = 0.3 * row.height();
     const QPointF centre = cellOf(row, symbolColumn).center();
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(linePen(toolColour(index, false), 0.15 * radius));
+    painter.setPen(linePen(toolColour(look, false), 0.15 * radius));
     painter.drawPath(
-        QTransform(radius, 0, 0, radius, centre.x(), centre.y()).map(toolSymbol(index)));
+        QTransform(radius, 0, 0, radius, centre.x(), centre.y()).map(toolSymbol(look)));
     painter.setPen(Qt::black);
     const auto number = [](qint64 count) { return count > 0 ? QString::number(count) : QString(); };
     writeCell(painter, row, toolColumn,
@@ -225,22 +225,21 @@ void DrillMap::paintBoard(QPainter& painter, const Sheet& sheet, const QRectF& a
     for (const Path& outline : mOutlines) {
         painter.drawPath(view.map(toMap(outline)));
     }
-    for (size_t i = 0; i < sheet.entries.size(); ++i) {
-        paintTool(painter, *sheet.entries[i].tool, i, view);
+    for (const Entry& entry : sheet.entries) {
+        paintTool(painter, entry, view);
     }
     paintScale(painter, view, area);
 }
 
 /** One path for all circles and one for all symbols: files stay small, and PDF readers fast. */
-void DrillMap::paintTool(
-    QPainter& painter, const ProgramTool& tool, size_t index, const View& view) const
+void DrillMap::paintTool(QPainter& painter, const Entry& entry, const View& view) const
 {
-    const QPainterPath unitSymbol = toolSymbol(index);
+    const QPainterPath unitSymbol = toolSymbol(entry.look);
     QPainterPath circles;
     QPainterPath symbols;
     circles.setFillRule(Qt::WindingFill);
     double symbol = 0;
-    for (const size_t row : tool.rows) {
+    for (const size_t row : entry.tool->rows) {
         const Size size = shownSize(mPlan.rows[row]);
         const double radius = view.scale() * toMillimetres(size) / 2;
         symbol = view.symbol(radius);
@@ -259,7 +258,7 @@ void DrillMap::paintTool(
                 middle.length() > 0 ? middle.pointAtPercent(0.5) : middle.currentPosition()));
         }
     }
-    const QColor colour = toolColour(index, false);
+    const QColor colour = toolColour(entry.look, false);
     QColor tint = colour;
     tint.setAlphaF(0.18F);
     const double line = std::clamp(0.16 * symbol, 0.2, 2.5);

@@ -38,6 +38,7 @@ private:
     {
         const Program* program;
         const ProgramTool* tool;
+        size_t look; ///< of toolSymbol and toolColour; counted through all sheets
     };
     struct Sheet
     {
@@ -47,13 +48,11 @@ private:
     class View; ///< how the board lies on a sheet
 
     double layerRoom(const Sheet& sheet) const;
-    void paintTitle(QPainter& painter, const Sheet& sheet) const;
+    void paintTitle(QPainter& painter, size_t sheet) const;
     void paintLegend(QPainter& painter, const Sheet& sheet, const QRectF& area) const;
-    void paintLegendRow(
-        QPainter& painter, const Sheet& sheet, size_t index, const QRectF& area) const;
+    void paintLegendRow(QPainter& painter, const Entry& entry, const QRectF& row) const;
     void paintBoard(QPainter& painter, const Sheet& sheet, const QRectF& area) const;
-    void paintTool(
-        QPainter& painter, const ProgramTool& tool, size_t index, const View& view) const;
+    void paintTool(QPainter& painter, const Entry& entry, const View& view) const;
     void paintScale(QPainter& painter, const View& view, const QRectF& area) const;
 
     const DrillPlan& mPlan;

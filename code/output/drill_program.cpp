@@ -106,20 +106,16 @@ private:
         char digits[24];
         const auto end = std::to_chars(digits, digits + sizeof digits, std::abs(value)).ptr;
         const auto count = int(end - digits);
-        if (value < 0) {
-            text += '-';
-        }
-        const int whole = count - mResolution.decimals;
-        if (whole > 0) {
-            text.append(digits, whole);
-        } else {
-            text += '0';
-        }
-        text += '.';
-        for (int i = whole; i < 0; ++i) {
-            text += '0';
-        }
-        text.append(digits + std::max(whole, 0), count - std::max(whole, 0));
+        const int zeros = std::max(0, mResolution.decimals + 1 - count); // one before the point
+        char number[32];
+        char* at = number;
+        *at = '-';
+        at += value < 0;
+        at = std::fill_n(at, zeros, '0');
+        at = std::copy(digits, end, at);
+        std::copy_backward(at - mResolution.decimals, at, at + 1);
+        at[-mResolution.decimals] = '.';
+        text.append(number, at + 1 - number);
     }
 
     void appendAxes(char horizontal, char vertical, Point point)

@@ -131,7 +131,7 @@ double symbolRadius(double holeRadius, double room, double liked)
 double roomBetween(const std::vector<RowPlaces>& places)
 {
     constexpr double share = 0.1; ///< of the holes may have less room
-    constexpr size_t mostCompared = 30'000'000;
+    constexpr size_t mostCompared = 10'000'000;
     constexpr size_t mostSamples = 500;
     std::vector<Place> holes;
     for (const RowPlaces& row : places) {
