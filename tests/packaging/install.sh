@@ -34,7 +34,15 @@ set -- "$source/samples/controller.xml" --table --data "$folder/data"
 cmp "$folder/expected" "$folder/table"
 [ ! -s "$folder/messages" ] || fail "$(cat "$folder/messages")"
 
-for option in $("$workbench" --help | grep -o -e '--[a-z-]*'); do
+ls "$(PKG_CONFIG_PATH=$(dirname "$prefix"/lib*/pkgconfig/brox.pc) pkg-config --variable=libdir brox)/libbrox.so"
+
+options=$("$workbench" --help | grep -o -e '--[a-z][a-z0-9-]*' | sort -u)
+completed=$(bash -c 'PATH=$1/bin:$PATH; . "$1"/share/bash-completion/completions/brox-workbench
+    COMP_WORDS=(brox-workbench --) COMP_CWORD=1; _brox_workbench; printf "%s\n" "${COMPREPLY[@]}" | sort -u' \
+    bash "$prefix")
+[ "$options" = "$completed" ] || fail "bash completes $completed"
+
+for option in $options; do
     gzip -cd "$prefix"/share/man/man1/brox-workbench.1.gz | tr -d '\\' | grep -q -e "$option\>" ||
         fail "the manual page does not tell of $option"
 done
