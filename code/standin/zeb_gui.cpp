@@ -20,8 +20,9 @@ const AtReset reset([] { systemDir = {}; });
 
 constexpr int mostDecimals = 6;
 
-/** Numbers with a decimal point whatever the locale; a key that leads beyond the range is
- *  refused at once, so that leaving the editor by the mouse can't lose a number. */
+/** Numbers with a decimal point whatever the locale, for which a comma may be typed. A key that
+ *  leads beyond the range is refused at once, so that leaving the editor by the mouse can't lose a
+ *  number. */
 class NumberValidator : public QDoubleValidator
 {
 public:
@@ -38,6 +39,7 @@ public:
     {
         if (input.isEmpty())
             return Acceptable;
+        input.replace(',', '.');
         bool isNumber = false;
         const double number = input.toDouble(&isNumber);
         if (isNumber && (number < bottom() || number > top()))

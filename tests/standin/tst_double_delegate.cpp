@@ -60,14 +60,14 @@ private slots:
             QTest::newRow(name) << int(units) << value << QString(typed) << stored;
         };
         const double unround = 80000 / 10160.0; // shows as 7.874
-        row("letters are refused", Microns, {}, "1a2.,e3", 12.3);
+        row("comma; no letter, no second point", Microns, {}, "1a2,.e,3", 12.3);
         row("negative", Microns, {}, "-3", -3.0);
         row("host size limit", Mils, {}, "211367", 21136.0);
         row("looked at", Mils, unround, "", unround);
         row("typed anew", Mils, unround, "7.874", unround);
         row("emptied", Microns, 5.0, nullptr, {});
         row("sign only", Microns, 5.0, "-", 5.0);
-        row("plain text", Plain, "350", "351.25", 351.25);
+        row("plain text", Plain, "350", "351,25", 351.25);
         row("plain text looked at", Plain, "350", "", "350");
         row("plain maximum", Plain, {}, "200001", 20000.0);
         row("plain not negative", Plain, {}, "-4", 4.0);
