@@ -76,7 +76,7 @@ Mit „Speichern“ werden sie vor dem Schließen gespeichert.</translation>
     <message>
         <source>Microns</source>
         <comment>146</comment>
-        <translation>Mikrometer</translation>
+        <translation>µm</translation>
     </message>
     <message>
         <source>Mils</source>
@@ -150,7 +150,7 @@ Mit „Speichern“ werden sie vor dem Schließen gespeichert.</translation>
     <message>
         <source>Approved</source>
         <comment>165</comment>
-        <translation>Freigegeben</translation>
+        <translation>Freigabe</translation>
     </message>
     <message>
         <source>File</source>
