@@ -3,8 +3,6 @@
 
 #include "brox_looks.h"
 #include "brox_nls.h"
-#include "brox_size_cell.h"
-#include "zeb_gui.h"
 
 #include <QHeaderView>
 #include <QScopedValueRollback>
@@ -37,10 +35,7 @@ BroxAmounts::~BroxAmounts() = default;
 void BroxAmounts::setStepId(int stpid)
 {
     mStepId = stpid;
-    // initTable has set the only delegate that the table ever has.
-    if (auto* delegate = static_cast<DoubleDelegate*>(ui.amountsTableWidget->itemDelegate())) {
-        delegate->setStepId(stpid);
-    }
+    mCells.setStepId(stpid);
 }
 
 void BroxAmounts::setBroxModel(BroxModel* model)
@@ -71,7 +66,7 @@ void BroxAmounts::refreshUnits(int stpid)
     // The last report of a row has all its cells in the new units, so the model ends right.
     for (int row = 0; row < ui.amountsTableWidget->rowCount(); ++row) {
         for (int column = 0; column < ColumnCount; ++column) {
-            refreshCell(stpid, row, column);
+            mCells.refresh(row, column, stpid);
         }
     }
 }
@@ -97,11 +92,11 @@ void BroxAmounts::on_amountsTableWidget_itemChanged(QTableWidgetItem* item)
     const int row = item->row();
     {
         const QScopedValueRollback updating(mUpdating, true);
-        item->setData(Qt::UserRole, cellValue(row, item->column()));
+        item->setData(Qt::UserRole, mCells.shownSize(row, item->column()));
     }
-    const int amount = cellValue(row, AmountColumn);
-    const int oversized = cellValue(row, OversizedColumn);
-    const int osAmount = cellValue(row, OsAmountColumn);
+    const int amount = mCells.shownSize(row, AmountColumn);
+    const int oversized = mCells.shownSize(row, OversizedColumn);
+    const int osAmount = mCells.shownSize(row, OsAmountColumn);
     if (const QTableWidgetItem* header = ui.amountsTableWidget->verticalHeaderItem(row)) {
         emit amountsChanged(DrillTypeManager::instance()->drillTypeFromName(header->text()), amount,
             oversized, osAmount);
@@ -112,7 +107,7 @@ void BroxAmounts::initTable()
 {
     const QScopedValueRollback updating(mUpdating, true);
     QTableWidget* table = ui.amountsTableWidget;
-    table->setItemDelegate(new DoubleDelegate(this));
+    mCells.attach(table);
 
     const DrillTypeManager* manager = DrillTypeManager::instance();
     table->setRowCount(manager->drillTypeCount());
@@ -138,15 +133,5 @@ void BroxAmounts::setCell(int row, int column, int value)
         table->setItem(row, column, new QTableWidgetItem(QString()));
     }
     table->item(row, column)->setData(Qt::UserRole, value);
-    refreshCell(mStepId, row, column);
-}
-
-void BroxAmounts::refreshCell(int stpid, int row, int column)
-{
-    showSizeAsNumber(ui.amountsTableWidget->item(row, column), stpid);
-}
-
-int BroxAmounts::cellValue(int row, int column) const
-{
-    return shownSize(ui.amountsTableWidget->item(row, column), mStepId);
+    mCells.refresh(row, column, mStepId);
 }

@@ -2,8 +2,9 @@
 #include "brox_size_cell.h"
 
 #include "brox_step_data.h"
+#include "zeb_gui.h"
 
-#include <QTableWidgetItem>
+#include <QTableWidget>
 
 namespace {
 
@@ -28,15 +29,6 @@ void showText(QTableWidgetItem* cell, int size, int stepId)
 
 } // namespace
 
-void showSizeAsNumber(QTableWidgetItem* cell, int stepId)
-{
-    int size = 0;
-    double number = 0.0;
-    if (readSize(cell, &size) && brox__proxy_size_to_double(stepId, size, &number) == 0) {
-        cell->setData(Qt::DisplayRole, number);
-    }
-}
-
 void showSizeAsText(QTableWidgetItem* cell, int stepId)
 {
     int size = 0;
@@ -58,13 +50,37 @@ int heldSize(const QTableWidgetItem* cell)
     return size;
 }
 
-int shownSize(const QTableWidgetItem* cell, int stepId)
+void NumberCells::attach(QTableWidget* table)
 {
+    mTable = table;
+    mDelegate = new DoubleDelegate(table->parent());
+    table->setItemDelegate(mDelegate);
+}
+
+void NumberCells::setStepId(int stepId)
+{
+    mStepId = stepId;
+    mDelegate->setStepId(stepId);
+}
+
+void NumberCells::refresh(int row, int column, int stepId) const
+{
+    QTableWidgetItem* cell = mTable->item(row, column);
+    int size = 0;
+    double number = 0.0;
+    if (readSize(cell, &size) && brox__proxy_size_to_double(stepId, size, &number) == 0) {
+        cell->setData(Qt::DisplayRole, number);
+    }
+}
+
+int NumberCells::shownSize(int row, int column) const
+{
+    const QTableWidgetItem* cell = mTable->item(row, column);
     if (!cell) {
         return 0;
     }
     bool isNumber = false;
     const double number = cell->data(Qt::DisplayRole).toDouble(&isNumber);
     int size = 0;
-    return isNumber && brox__proxy_double_to_size(stepId, number, &size) == 0 ? size : 0;
+    return isNumber && brox__proxy_double_to_size(mStepId, number, &size) == 0 ? size : 0;
 }

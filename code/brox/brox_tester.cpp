@@ -3,8 +3,6 @@
 
 #include "brox_looks.h"
 #include "brox_nls.h"
-#include "brox_size_cell.h"
-#include "zeb_gui.h"
 
 #include <QScrollBar>
 
@@ -43,19 +41,15 @@ BroxTester::~BroxTester() = default;
 
 void BroxTester::setStepId(int stepId)
 {
-    mStepId = stepId;
-    // initTable has set the only delegate that the table ever has.
-    if (auto* delegate = static_cast<DoubleDelegate*>(ui.testerTableWidget->itemDelegate())) {
-        delegate->setStepId(stepId);
-    }
+    mCells.setStepId(stepId);
 }
 
 void BroxTester::retest()
 {
     for (int row = 0; row < ui.testerTableWidget->rowCount(); ++row) {
-        const int fhs = cellValue(row, FhsColumn);
-        const int minTol = cellValue(row, MinTolColumn);
-        const int maxTol = cellValue(row, MaxTolColumn);
+        const int fhs = mCells.shownSize(row, FhsColumn);
+        const int minTol = mCells.shownSize(row, MinTolColumn);
+        const int maxTol = mCells.shownSize(row, MaxTolColumn);
         if (fhs != 0 || minTol != 0 || maxTol != 0) {
             announceRow(row, fhs, minTol, maxTol);
         }
@@ -74,7 +68,7 @@ void BroxTester::setTestResult(int stepId, DrillTypeManager::DrillType type, int
         return;
     }
     dhsCell->setData(Qt::UserRole, dhs);
-    refreshCell(stepId, row, DhsColumn);
+    mCells.refresh(row, DhsColumn, stepId);
 
     if (QTableWidgetItem* desCell = ui.testerTableWidget->item(row, DrillDesColumn)) {
         desCell->setForeground(textColor(ui.testerTableWidget, !outOfTolRange));
@@ -86,7 +80,7 @@ void BroxTester::refreshUnits(int stepId)
 {
     for (int row = 0; row < ui.testerTableWidget->rowCount(); ++row) {
         for (int col = FhsColumn; col <= DhsColumn; ++col) {
-            refreshCell(stepId, row, col);
+            mCells.refresh(row, col, stepId);
         }
     }
 }
@@ -110,11 +104,11 @@ void BroxTester::on_testerTableWidget_itemChanged(QTableWidgetItem* item)
         return;
     }
     const int row = item->row();
-    item->setData(Qt::UserRole, cellValue(row, item->column()));
+    item->setData(Qt::UserRole, mCells.shownSize(row, item->column()));
 
-    const int fhs = cellValue(row, FhsColumn);
-    const int minTol = cellValue(row, MinTolColumn);
-    const int maxTol = cellValue(row, MaxTolColumn);
+    const int fhs = mCells.shownSize(row, FhsColumn);
+    const int minTol = mCells.shownSize(row, MinTolColumn);
+    const int maxTol = mCells.shownSize(row, MaxTolColumn);
     const QTableWidgetItem* fhsCell = ui.testerTableWidget->item(row, FhsColumn);
     if (fhs == 0 && fhsCell && fhsCell->text().isEmpty()) {
         ui.testerTableWidget->item(row, DhsColumn)->setText(QString());
@@ -127,7 +121,7 @@ void BroxTester::on_testerTableWidget_itemChanged(QTableWidgetItem* item)
 void BroxTester::initTable()
 {
     QTableWidget* table = ui.testerTableWidget;
-    table->setItemDelegate(new DoubleDelegate(this));
+    mCells.attach(table);
 
     const DrillTypeManager* manager = DrillTypeManager::instance();
     table->setRowCount(manager->drillTypeCount());
@@ -141,16 +135,6 @@ void BroxTester::initTable()
     for (int column = 0; column < ColumnCount; ++column) {
         table->setColumnWidth(column, columnWidth);
     }
-}
-
-int BroxTester::cellValue(int row, int col) const
-{
-    return shownSize(ui.testerTableWidget->item(row, col), mStepId);
-}
-
-void BroxTester::refreshCell(int stepId, int row, int col)
-{
-    showSizeAsNumber(ui.testerTableWidget->item(row, col), stepId);
 }
 
 void BroxTester::announceRow(int row, int fhs, int minTol, int maxTol)

@@ -3,6 +3,7 @@
 #define BROX_TESTER_H
 
 #include "brox_man.h"
+#include "brox_size_cell.h"
 #include "ui_brox_tester.h"
 
 #include <QWidget>
@@ -45,13 +46,11 @@ private slots:
 
 private:
     void initTable();
-    int cellValue(int row, int col) const;
-    void refreshCell(int stepId, int row, int col);
     void announceRow(int row, int fhs, int minTol, int maxTol);
     int findRow(DrillTypeManager::DrillType type) const;
 
     Ui::BroxTester ui;
-    int mStepId = -1;
+    NumberCells mCells;
 };
 
 #endif
