@@ -164,7 +164,7 @@ Sides readBoard(const Scale& scale)
 std::span<const Ratio> fileRatios()
 {
     static const Ratio ratios[] = {
-        {"loading 10,000 models / parsing them into a document", 1.6, 21, loadModels},
+        {"loading 10,000 models / parsing them into a document", 2.2, 21, loadModels},
         {"saving 10,000 models / building and saving a document", 1.3, 21, saveModels},
         {"reading a board of 1,000,000 holes / QXmlStreamReader", 1.5, 7, readBoard},
     };
