@@ -98,7 +98,7 @@ public:
         const bool hasTools = std::any_of(mStep.layers.begin(), mStep.layers.end(),
             [](const Layer& layer) { return !layer.tools.empty(); });
         if (!hasTools) {
-            throw BoardError(lastFile, 1, noHoleText());
+            throw BoardError(lastFile, 1, noHoleText(mStep.layers));
         }
         mStep.name = QStringLiteral("pcb");
         mBoard.job = job;
@@ -108,21 +108,6 @@ public:
     }
 
 private:
-    QString noHoleText() const
-    {
-        size_t contours = 0;
-        size_t backDrills = 0;
-        for (const Layer& layer : mStep.layers) {
-            contours += layer.contours.size();
-            for (const Tool& tool : layer.backDrills) {
-                backDrills += tool.holes.size();
-            }
-        }
-        return QStringLiteral("no drilled hole and no slot; contours: %1, back drills: %2")
-            .arg(contours)
-            .arg(backDrills);
-    }
-
     const ReadOptions& mOptions;
     Board mBoard;
     Step mStep;

@@ -590,6 +590,7 @@ void ExcellonProgram::beginCut()
     if (!mCutting) {
         use("a slot");
         mCutting = true;
+        mCutCompensated = mCompensated;
         mCut = {place(mAt), {}};
     }
 }
@@ -602,7 +603,7 @@ void ExcellonProgram::endCut()
     mCutting = false;
     Use& to = mUses[*mUse];
     // Beside the path the cutter makes an outline whose width is not the tool's.
-    (mCompensated ? to.contours : to.slotPaths).push_back(std::exchange(mCut, {}));
+    (mCutCompensated ? to.contours : to.slotPaths).push_back(std::exchange(mCut, {}));
     if (to.slotPaths.size() > maxPlaces) {
         fail(QStringLiteral("too many slots"));
     }
@@ -763,7 +764,7 @@ Size ExcellonProgram::sizeOf(const DrillTool& tool) const
     const double size = std::round(tool.diameter * (inch ? sizePerInch : sizePerMillimetre));
     if (size < 1 || size > maxDiameter) {
         fail(tool.line,
-            QStringLiteral("tool T%1: %2 %3 is too %4 for a drill")
+            QStringLiteral("tool T%1: %2 %3 is too %4")
                 .arg(tool.number)
                 .arg(QString::fromStdString(tool.text), inch ? "inch" : "mm",
                     size < 1 ? QStringLiteral("small")

@@ -142,6 +142,7 @@ private:
     Segment::Shape mShape = Segment::Shape::Line;
     bool mCompensated = false; ///< the cutter runs beside the path
     bool mCutting = false;
+    bool mCutCompensated = false; ///< it was when the cut began
     Path mCut;
     Point mAt;
     Pattern mPattern = Pattern::None;

@@ -159,6 +159,7 @@ private:
     void resolveRepeats();
     void checkCircles(size_t step, std::vector<char>& state, int depth) const;
     void dropEmptyTolerances();
+    void checkHoles() const;
     void finish();
 
     QIODevice& mDevice;
@@ -942,15 +943,25 @@ void Reader::dropEmptyTolerances()
     }
 }
 
+void Reader::checkHoles() const
+{
+    std::vector<Layer> layers;
+    for (const Step& step : mBoard.steps) {
+        for (const Layer& layer : step.layers) {
+            if (!layer.tools.empty()) {
+                return;
+            }
+            layers.push_back(layer);
+        }
+    }
+    fail(noHoleText(layers));
+}
+
 void Reader::finish()
 {
     resolveRepeats();
     dropEmptyTolerances();
-    const bool isEmpty = std::all_of(mBoard.steps.begin(), mBoard.steps.end(),
-        [](const Step& step) { return step.layers.empty(); });
-    if (isEmpty) {
-        fail(QStringLiteral("the file has no drilled hole, no slot and no contour"));
-    }
+    checkHoles();
     mBoard.mainStep = mSteps.value(mMainStep, 0);
     for (size_t i = 0; i < mBoard.steps.size(); ++i) {
         try {

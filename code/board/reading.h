@@ -32,6 +32,9 @@ class BoardCancelled : public std::exception
  *  The reading ends with BoardCancelled when it gives false. */
 using Progress = std::function<bool(qint64 done, qint64 total)>;
 
+/** Why a step's layers are no board: what they have without a hole and a slot. */
+QString noHoleText(const std::vector<Layer>& layers);
+
 struct ReadOptions
 {
     std::optional<Units> fileUnits; ///< of drill files that tell none

@@ -1,0 +1,460 @@
+// SPDX-License-Identifier: MIT
+#include "board_reader.h"
+
+#include <QTemporaryDir>
+#include <QtTest>
+
+namespace {
+
+/** A place in millimetres, as drill files have it. */
+QString told(const Place& place)
+{
+    return QStringLiteral("%1,%2").arg(place.x / 4e5).arg(place.y / 4e5);
+}
+
+QString told(const Path& path)
+{
+    QString text = '~' + told(path.start);
+    for (const Segment& segment : path.segments) {
+        const bool isArc = segment.shape != Segment::Shape::Line;
+        text += ">()"[int(segment.shape)] + told(segment.to)
+            + (isArc ? '*' + told(segment.centre) : QString());
+    }
+    return text;
+}
+
+/** Type, size, tolerances in millimetres, then places: "P0.8-0.1+0.2 1,1 2,1 ~0,0>5,0". A type
+ *  that was guessed has a question mark; of many holes the number is told. */
+QString told(const Tool& tool)
+{
+    QString text = "PNVF"[int(tool.type)] + QString(tool.typeAssumed ? "?" : "")
+        + QString::number(tool.finishedSize / 4e5);
+    if (tool.tolerance) {
+        text += QStringLiteral("-%1+%2")
+                    .arg(tool.tolerance->minus / 4e5)
+                    .arg(tool.tolerance->plus / 4e5);
+    }
+    if (tool.holes.size() > 12) {
+        return text + QStringLiteral(" x%1").arg(tool.holes.size());
+    }
+    for (const Place& hole : tool.holes) {
+        text += ' ' + told(hole);
+    }
+    for (const Path& path : tool.slotPaths) {
+        text += ' ' + told(path);
+    }
+    return text;
+}
+
+QString told(const Board& board)
+{
+    QStringList lines;
+    for (const Step& step : board.steps) {
+        for (const Layer& layer : step.layers) {
+            QStringList parts;
+            for (const Tool& tool : layer.tools) {
+                parts << told(tool);
+            }
+            for (const Tool& tool : layer.backDrills) {
+                parts << "back" + told(tool).sliced(1);
+            }
+            for (const Contour& contour : layer.contours) {
+                parts << "PN"[int(contour.type)] + told(contour.outline);
+            }
+            const QString span = layer.span ? layer.span->from + '-' + layer.span->to : QString();
+            lines << step.name + '/' + layer.name + span + ": " + parts.join("; ");
+            if (!layer.assumedFormat.isEmpty()) {
+                lines.last() += " [" + layer.assumedFormat + ']';
+            }
+        }
+    }
+    return (lines + board.notes).join('\n');
+}
+
+/** A drill program, of a tool of 0.8 mm if nothing else is said; its body then begins in line 5. */
+QByteArray program(const QByteArray& body, const QByteArray& header = "METRIC\nT1C0.8")
+{
+    return "M48\n" + header + "\n%\n" + body + "\nM30\n";
+}
+
+QByteArray hole(const QByteArray& status, const QByteArray& diameter, const QByteArray& more = {})
+{
+    return "<Hole platingStatus='" + status + "' diameter='" + diameter + "' x='1' y='2' " + more
+        + "/>\n";
+}
+
+QByteArray feature(const QByteArray& layer, const QByteArray& holes)
+{
+    return "<LayerFeature layerRef='" + layer + "'><Set>" + holes + "</Set></LayerFeature>\n";
+}
+
+QByteArray slot(const QByteArray& shape)
+{
+    return "<SlotCavity platingStatus='PLATED'>" + shape + "</SlotCavity>";
+}
+
+/** A file of layers D of drills, R of routs, B of back drills and C of copper; a step's content
+ *  begins in line 10. */
+QByteArray ipc2581(const QByteArray& mainStep, const QByteArray& units = "MILLIMETER")
+{
+    return QByteArray(
+               R"(<IPC-2581 xmlns='http://webstds.ipc.org/2581'><Content><StepRef name='main'/>
+<DictionaryStandard units='INCH'><EntryStandard id='o'><Oval width='.4' height='.1'/></EntryStandard>
+</DictionaryStandard></Content><Ecad name='job'><CadHeader units='UNITS'>
+<Spec name='bd'><Backdrill type='START_LAYER'/></Spec></CadHeader><CadData>
+<Layer name='D' layerFunction='DRILL'><Span fromLayer='TOP' toLayer='BOT'/></Layer>
+<Layer name='R' layerFunction='ROUT'/>
+<Layer name='B' layerFunction='DRILL'><SpecRef id='bd'/></Layer>
+<Layer name='C' layerFunction='CONDUCTOR'/>
+<Step name='main'>
+)")
+               .replace("UNITS", units)
+        + mainStep + "</Step></CadData></Ecad></IPC-2581>\n";
+}
+
+/** A Gerber drill file; its body begins in line 5. */
+QByteArray gerber(const QByteArray& body)
+{
+    return "%FSLAX34Y34*%%MOMM*%\n%TF.FileFunction,Plated,1,2,PTH,Drill*%\n"
+           "%TA.AperFunction,ViaDrill*%\n%ADD10C,0.3*%%TD*%%ADD11O,1X3*%%ADD12R,1X1*%\n"
+        + body + "\nM02*\n";
+}
+
+} // namespace
+
+class ReadersTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    QString write(const QString& name, const QByteArray& content) const
+    {
+        const QString path = mFolder.filePath(name);
+        QDir().mkpath(QFileInfo(path).path());
+        QFile file(path);
+        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size()) {
+            qFatal("no test file");
+        }
+        return path;
+    }
+
+    /** The board in files, or why there is none. */
+    QString outcome(const QStringList& paths, const ReadOptions& options = {}) const
+    {
+        QString text;
+        try {
+            text = told(readBoard(paths, options));
+        } catch (const BoardError& error) {
+            text = error.message();
+        }
+        return text.remove(mFolder.path() + '/');
+    }
+
+    static void row(const QByteArray& name, const QByteArray& content, const QString& expected)
+    {
+        QTest::newRow(name.constData()) << content << expected;
+    }
+
+    static void addDrillFiles()
+    {
+        const QByteArray plain = program("T1\nX1.Y1.");
+        row("carriage returns", QByteArray(plain).replace('\n', '\r'), "P?0.8 1,1");
+        row("lower case, blanks, byte order mark, no last end",
+            "\xef\xbb\xbf" + plain.toLower().replace("\n", "  \r\n\n").trimmed(), "P?0.8 1,1");
+        row("tools alike stay two, unused ones none, order of definition, axes kept",
+            program("T3\nX1.\nT2\nY-1.5\nX+2.Y.5\nT1\nX1.Y1.", "METRIC\nT1C1\nT2C1\nT3C.80\nT4C2."),
+            "P?1 1,1; P?1 1,-1.5 2,0.5; P?0.8 1,0");
+        row("inch, units after the tools, trailing zeros left out",
+            program("T1\nX0254Y01", "FMAT,2\nT01F00S00C0.0310H500Z-1.\nINCH,LZ"),
+            "P?0.7874 64.516,25.4 [2:4, trailing zeros left out]");
+        row("units with fields", program("T1\nX1000Y2", "M71,TZ,0000.00\nT1C0.8"), "P?0.8 10,0.02");
+        row("digits told by a comment", program("T1\nX1000", ";FILE_FORMAT=4:4\nMETRIC,LZ\nT1C1."),
+            "P?1 1000,0");
+        row("suppressed zeros told by a comment",
+            program("T1\nX1",
+                "; FORMAT={3:3/ absolute / metric / suppress trailing zeros}\nMETRIC\nT1C1."),
+            "P?1 100,0");
+        row("zeros guessed from the file", program("T1\nX001Y0155\nX00123Y01", "INCH\nT1C.1"),
+            "P?2.54 2.54,39.37 3.1242,25.4 [2:4, trailing zeros left out]");
+        row("incremental places", program("T1\nX1.\nG91\nX1.Y1.\nX1.\nG90\nX9."),
+            "P?0.8 1,0 2,1 3,1 9,1");
+        row("incremental by the header", program("T1\nX1.\nX1.", "METRIC\nICI,ON\nT1C0.8"),
+            "P?0.8 1,0 2,0");
+        row("no header, a tool by the number 0", "%\nM72\nG90\nT0C0.1\nX1.Y1.\nT9\nX2.\nM00",
+            ":7: tool T9 has no diameter");
+        row("tool 0 with a diameter, and none",
+            program("T0\nX1.\nT1\nX2.\nT0", "METRIC\nT0C1.\nT1C2."), "P?1 1,0; P?2 2,0");
+        row("another diameter", program("T1\nX1.\nT1C0.8\nX2.\nT1C0.9\nX3."),
+            "P?0.8 1,0 2,0; P?0.9 3,0");
+        row("back drills",
+            program("T1\nX1.\nT2\nX2.",
+                "METRIC\n; #@! TA.AperFunction,NonPlated,BackDrill\nT1C1.\n; #@! TD\nT2C2."),
+            "P?2 2,0; back1 1,0");
+        row("repeats", program("T1X1.Y1.\nR02X2.\nR1Y1.\nX0."), "P?0.8 1,1 3,1 5,1 5,2 0,2");
+        row("pattern, each repeat from the last",
+            program("T1\nX9.\nM25\nX1.\nX2.Y0.G85X3.\nM01\nM02X10.\nM02Y10.\nM08\nX4."),
+            "P?0.8 9,0 1,0 11,0 11,10 4,0 ~2,0>3,0 ~12,0>13,0 ~12,10>13,10");
+        row("pattern without a beginning", program("T1\nX1.\nM01\nM02X5.R2\nM02"),
+            "P?0.8 1,0 6,0 11,0");
+        row("stop, then M02 ends", QByteArray(plain).replace("M30", "M01\nM02"), "P?0.8 1,1");
+        row("routed paths, arcs by radius and by centre",
+            program("T1\nG00X0.Y0.\nM15\nG01X2.\nG03X4.Y2.A2.\nM16\nG00X9.\nM15\nG02X9.Y2.I1.J0.\n"
+                    "M17\nG05\nX5."),
+            "P?0.8 5,2 ~0,0>2,0)4,2*2,2 ~9,2(9,2*10,2");
+        row("path without tool down; a cutter beside its path makes a contour",
+            program("T1\nG00X1.Y1.\nG01X2.\nG00X5.\nG41\nM15\nG01X3.\nG40\nM16"),
+            "P?0.8 ~1,1>2,1; P~5,1>3,1");
+        row("a skipped block, comments, what sets the machine up",
+            program(
+                "(a)\n/\nT1\n/X3.\nT1M06\nM09 ; X1Y1\nM47,X5Y5 GO\nG93X0Y0\nN10X1.Y1.F10\n%\nM18",
+                "METRIC\nVER,1\nR,H\nDETECT,ON\nATC,ON\nT1C0.8"),
+            "P?0.8 3,0 1,1");
+
+        row("empty", "", ":1: no drill file: it is an empty file");
+        row("tape", "\x80\x01\x02\x80\x03\x80\x80", ":1: no drill file: it is a tape in EIA code");
+        row("job file", "{ \"Header\": 1 }", ":1: no drill file: it is a job file");
+        row("copper", "%FSLAX34Y34*%\n%ADD10C,1*%\nD10*\nX1D03*\nM02*\n",
+            ":1: no drill file: it is a Gerber file");
+        row("long line", "M48\n;" + QByteArray(5000, 'x') + '\n', ":2: the line is longer");
+        row("cut off in the header", plain.left(18), ":3: the header does not end");
+        row("cut off in the body", plain.chopped(4), ":6: the program does not end");
+        row("more after the end", plain + "X1\n", ":8: \"X1\" after the program's end");
+        row("no units", program("T1\nX1.", "T1C0.8"),
+            ":2: nothing tells whether T1 is in millimetres or inches; --file-units");
+        row("too large in later units", program("T1\nX1.", "T1C90.\nINCH"),
+            ":2: tool T1: 90. inch is too large, the most are 500 mm");
+        constexpr const char* refused[][2] = {{"T1\nX1G82", ":6: unknown command G82"},
+            {"X1.G85X2.", ":5: a slot before a tool"}, {"M50", ":5: unknown command M50"},
+            {"X1V1", ":5: no command of a drill file: \"X1V1\""},
+            {"T1\nX1.2.3", ":6: X\"1.2.3\" is no coordinate"},
+            {"T1\nR5", ":6: a repeat without a distance"}, {"R10001X1", ":5: R10001 is no"},
+            {"T1\nM25\nX1.\nM02X1.", ":8: no pattern to repeat"},
+            {"T1\nM25\nX1.\nM01\nM02X1.M80", ":9: a pattern that is turned or mirrored"},
+            {"T1\nM15\nM16\nX1.", ":8: neither a hole"}, {"T1\nX6000.", ":6: a place further than"},
+            {"T1\nG02X5.A1.", ":6: no arc of this radius"},
+            {"T2C0.", ":5: diameter \"0.\" is not above 0"},
+            {"T2C080", ":5: diameter \"080\" has no decimal point"}, {"", ":1: no drilled hole"}};
+        for (const auto& [body, error] : refused) {
+            row(error, program(body), error);
+        }
+    }
+
+    static void addGerberFiles()
+    {
+        row("Gerber: flashes, strokes, obrounds, regions",
+            gerber(
+                "D10*\nX10000Y0D03*\nX20000D03*\nX0Y0D02*\nG01*\nX0Y50000D01*\nG75*\n"
+                "G03X0Y70000I0J10000D01*\nD11*\nX0Y0D03*\nG01*\nG36*\nX0Y0D02*\nX10000D01*\nX0D01*"
+                "\nG37*"),
+            "1-2: V0.3 1,0 2,0 ~0,0>0,5)0,7*0,6; P1 ~0,-1>0,1; P~0,0>1,0>0,0");
+        row("Gerber: a square hole", gerber("D12*\nX0Y0D03*"), ":6: aperture D12 is not round");
+        row("Gerber: cut off", gerber("D10*\nX0Y0D03*").chopped(5), ":7: the file does not end");
+    }
+
+    static void addPanels()
+    {
+        const QByteArray via = hole("VIA", "0.3");
+        const QByteArray plain = ipc2581(feature("D", via));
+        row("prefixed namespace",
+            QByteArray(plain)
+                .replace("xmlns", "xmlns:i")
+                .replace("<", "<i:")
+                .replace("<i:/", "</i:"),
+            "main/DTOP-BOT: V0.3 1,2");
+        row("inch, rounded half up",
+            ipc2581(feature("D", hole("PLATED", "0.03", "plusTol='0.00000005'")), "inch"),
+            "main/DTOP-BOT: P0.762-0+2.5e-06 25.4,50.8");
+        row("order of first appearance, all of the key counts, vias by what closes them",
+            ipc2581(feature("D",
+                        hole("PLATED", "1", "plusTol='1e-1' minusTol='0.05'")
+                            + hole("NONPLATED", "1") + hole("PLATED", "1", "plusTol='0.1'"))
+                + feature("R", via) + feature("D", hole("VIA_CAPPED", "0.3"))),
+            "main/DTOP-BOT: P1-0.05+0.1 1,2; N1-0+0 1,2; P1-0+0.1 1,2; V0.3-0+0 1,2\n"
+            "main/R: V0.3-0+0 1,2");
+        row("back drills, holes of copper and stacks",
+            ipc2581("<PadStackDef><PadstackHoleDef diameter='x'/></PadStackDef>" + feature("B", via)
+                + feature("C", via) + feature("D", via)),
+            "main/B: back0.3 1,2\nmain/DTOP-BOT: V0.3 1,2");
+        row("sets that are turned and moved",
+            ipc2581(
+                feature("D", "<Location x='10' y='0'/><Xform rotation='90' mirror='true'/>" + via)),
+            "main/DTOP-BOT: V0.3 8,-1");
+        row("slots: of a dictionary, turned, rounded, drawn",
+            ipc2581(feature("R",
+                slot("<Location x='20' y='1'/><Xform rotation='90'/><StandardPrimitiveRef id='o'/>")
+                    + slot("<RectRound width='1' height='3' radius='0.5'/>")
+                    + slot(
+                        "<Outline><Polygon><PolyBegin x='0' y='0'/><PolyStepSegment x='4' y='0'/>"
+                        "<PolyStepCurve x='4' y='2' centerX='4' centerY='1' clockwise='false'/>"
+                        "<PolyStepSegment x='0' y='2'/>"
+                        "<PolyStepCurve x='0' y='0' centerX='0' centerY='1' clockwise='false'/>"
+                        "</Polygon></Outline>")
+                    + slot("<Polyline><PolyBegin x='0' y='0'/><PolyStepSegment x='1' y='0'/>"
+                           "<LineDesc lineWidth='.5'/></Polyline>"))),
+            "main/R: P2.54 ~20,-2.81>20,4.81; P1 ~0,-1>0,1; P2 ~0,1>4,1; P0.5 ~0,0>1,0");
+        row("a slot with corners is a contour",
+            ipc2581(feature("R", slot("<RectCenter width='2' height='1'/>") + via)),
+            "main/R: V0.3 1,2; P~-1,-0.5>1,-0.5>1,0.5>-1,0.5>-1,-0.5");
+
+        row("cut off", plain.chopped(20), ":12: ");
+        row("not well-formed", QByteArray(plain).replace("</Set>", "</Sat>"), ":11: ");
+        row("other root", "\n<svg/>", ":2: no IPC-2581 file");
+        row("contours alone", ipc2581(feature("R", slot("<RectCenter width='2' height='1'/>"))),
+            ":12: no drilled hole and no slot; contours: 1, back drills: 0");
+        row("unknown units", ipc2581("", "CUBIT"), ":3: unknown units \"CUBIT\"");
+        row("too many boards",
+            ipc2581("<StepRepeat stepRef='a' nx='9999' ny='9999'/></Step><Step name='a'>"
+                    "<StepRepeat stepRef='b' nx='9999'/></Step><Step name='b'>"
+                + feature("D", via)),
+            ":13: too many holes");
+        for (const QByteArray number : {"", "1,5", "0x10", "nan", "inf", "-1", "1e9"}) {
+            row(number, ipc2581(feature("D", hole("VIA", number))), ":10: diameter=");
+        }
+        const QByteArray refused[][2] = {
+            {feature("D", hole("VIA", "0.0")), ":10: diameter=\"0.0\" is no size"},
+            {feature("D", "<Hole diameter='1'/>"), ":10: a hole without platingStatus"},
+            {feature("D", hole("GLUED", "1")), ":10: unknown platingStatus"},
+            {feature("R", slot("")), ":10: a slot without a shape"},
+            {feature("R", slot("<UserPrimitiveRef id='x'/>")), ":10: no shape \"x\""},
+            {"<StepRepeat nx='0'/>", ":10: nx=\"0\" is no number from"},
+            {"<StepRepeat stepRef='b'/>", ":10: no step \"b\" to repeat"},
+            {"<StepRepeat stepRef='main'/>", ":10: step \"main\" repeats itself"},
+            {"</Step><Step name='main'>", ":10: a second step"},
+            {QByteArray("<a>").repeated(2000), ":10: elements are nested"}};
+        for (const auto& [content, error] : refused) {
+            row(error, ipc2581(content), error);
+        }
+    }
+
+    QTemporaryDir mFolder;
+
+private slots:
+    void reads_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QString>("expected"); // the board, or the beginning of the error
+        addDrillFiles();
+        addGerberFiles();
+        addPanels();
+    }
+
+    void reads()
+    {
+        QFETCH(QByteArray, content);
+        QFETCH(QString, expected);
+        const QString got = outcome({write("file", content)})
+                                .remove(QRegularExpression("^(pcb/file(: )?|file(?=:))"));
+        QCOMPARE(expected.startsWith(':') ? got.left(expected.size()) : got, expected);
+    }
+
+    void platingAndTolerances()
+    {
+        constexpr struct
+        {
+            const char* comments;
+            const char* tool;
+        } cases[] = {{"; #@! TF.FileFunction,Plated,1,4,PTH", "1-4: P0.8"},
+            {"; #@! TF.FileFunction,NonPlated,1,2,NPTH\n; #@! TA.AperFunction,Plated,PTH,ViaDrill",
+                "1-2: V0.8"},
+            {"; #@! TF.FileFunction,MixedPlating,1,2\n;#@! TA.AperFunction,ComponentDrill,PressFit",
+                "1-2: F0.8"},
+            {"; #@! TA.AperFunction,NonPlated,NPTH,ViaDrill\n; #@! TD", ": P?0.8"},
+            {"; #@! TA.DrillTolerance,0.02,0.01\n; #@! TA.AperFunction,NonPlated,NPTH",
+                ": N0.8-0.01+0.02"},
+            {";TYPE=NON_PLATED\n; type=plated", ": P0.8"},
+            {";TYPE=PLATED\nT5C1.\n;TYPE=NON_PLATED", ": N0.8"},
+            {";T1 Holesize 1. = 9.0 Tolerance = +0.1/-0.2 NON_PLATED MM Quantity = 1",
+                ": N0.8-0.2+0.1"},
+            {"; NON-PLATED HOLES START AT T1\n; THROUGH (PLATED) HOLES START AT T100", ": N0.8"},
+            {";Layer: NPTH_Through", ": N0.8"}, {";Layer: PTH_Through_Via", ": V0.8"},
+            {";Layer: Drill PTH", ": P0.8"}, {"; Contents: Thru / Drill / Non-Plated", ": N0.8"}};
+        for (const auto& [comments, tool] : cases) {
+            const QByteArray header = QByteArray("METRIC\n") + comments + "\nT1C0.8";
+            QCOMPARE(outcome({write("board.drl", program("T1\nX1.Y1.", header))}),
+                QLatin1String("pcb/board") + tool + " 1,1");
+        }
+        const QByteArray below = program("T1\n;TYPE=PLATED\nT1\nX1.\n;TYPE=NON_PLATED\nT1\nX2.",
+            ";TYPE=NON_PLATED\nMETRIC\nT1C0.8");
+        QCOMPARE(outcome({write("below.drl", below)}), "pcb/below: P0.8 1,0; N0.8 2,0");
+        const QByteArray remark = program("T1\nX1.\nX2.",
+            ";T1 Holesize 1. = 10.0 Tolerance = +0/-0 PLATED MILS Quantity = 3\nINCH");
+        QCOMPARE(outcome({write("remark.drl", remark)}),
+            "pcb/remark: P0.254 25.4,0 50.8,0\n"
+            "remark.drl: T1 drills 2 holes where a comment tells 3");
+        QCOMPARE(outcome({write("a-NPTH.drl", program("T1\nX1."))}), "pcb/a-NPTH: N0.8 1,0");
+    }
+
+    void joinsDrillFiles()
+    {
+        const QString metric = write("j/board-PTH.drl", program("T1\nX1.\nX1.Y1.G85X2."));
+        const QString inch = write("j/board-NPTH.drl", program("T1\nX1.", "INCH\nT1C0.1"));
+        const QString none = write("j/board-blind.drl", program("", "METRIC"));
+        QCOMPARE(outcome({inch, none, metric}),
+            "pcb/board-NPTH: N2.54 25.4,0\npcb/board-PTH: P0.8 1,0 ~1,1>2,1\n"
+            "j/board-blind.drl: nothing to drill");
+        const Board board = readBoard({inch, metric});
+        QVERIFY(board.units == Units::Inch && board.job == "board");
+        QCOMPARE(readBoard({metric, write("j/plated.drl", program("T1\nX1."))}).job, "j");
+        const QString unitless = write("u.drl", program("T1\nX1.", "T1C0.1"));
+        QCOMPARE(outcome({unitless}, {Units::Inch, {}}), "pcb/u: P?2.54 25.4,0");
+
+        const QString xml = write("j/board.xml", ipc2581(""));
+        const QString again = mFolder.filePath("j/../j/board-PTH.drl");
+        QVERIFY(outcome({metric, again}).contains(":1: the file is named twice"));
+        QVERIFY(outcome({metric, xml}).startsWith("j/board.xml:1: no drill file"));
+        QVERIFY(outcome({metric, mFolder.filePath("gone")}).startsWith("gone:1: "));
+    }
+
+    /** What lies in a folder and in archives of it. */
+    void archives()
+    {
+        write("a/order/b.drl", program("T1\nX1."));
+        write("a/order/copy.drl", program("T1\nX1."));
+        write("a/order/top.gbr", "%FSLAX34Y34*%\n%ADD10C,1*%\nM02*\n");
+        write("a/order/readme.txt", "T and X\n");
+        const QString folder = mFolder.filePath("a/order");
+        for (const char* pack : {"tar czf a/order.tar.gz a/order", "gzip -k a/order/b.drl",
+                 "python3 -m zipfile -c a/order.zip a/order/"}) {
+            QProcess process;
+            process.setWorkingDirectory(mFolder.path());
+            process.startCommand(pack);
+            QVERIFY(process.waitForFinished() && process.exitCode() == 0);
+        }
+        const QString drilled = "pcb/b: P?0.8 1,0";
+        for (const char* name : {"a/order", "a/order.tar.gz", "a/order.zip"}) {
+            const QString got = outcome({mFolder.filePath(name)});
+            QVERIFY2(got.startsWith(drilled + "\ntaken: a/order"), qPrintable(got));
+            QVERIFY2(got.contains("top.gbr (a Gerber file)"), qPrintable(got));
+            QVERIFY2(got.contains("copy.drl: left out, it drills the same as b"), qPrintable(got));
+        }
+        QCOMPARE(readBoard({mFolder.filePath("a/order.zip")}).job, "order");
+        QVERIFY(outcome({mFolder.filePath("a/order/b.drl.gz")}).startsWith(drilled));
+        write("a/order/board.xml", ipc2581(feature("D", hole("VIA", "0.3"))));
+        QVERIFY(outcome({folder}).startsWith("main/DTOP-BOT: V0.3 1,2"));
+        QVERIFY(outcome({write("cut.zip", "PK\x03\x04 and no more")}).startsWith("cut.zip:1: "));
+    }
+
+    /** Also across the borders of the chunks that are read. */
+    void tellsProgress()
+    {
+        const QByteArray drilled =
+            program("T1\n" + QByteArray("X001.250Y-02.5\r\n").repeated(50000));
+        const QByteArray panel = ipc2581(feature("D", hole("VIA", "0.3").repeated(50000)));
+        for (const QByteArray& content : {drilled, panel}) {
+            const QString path = write("long", content);
+            qint64 most = 0;
+            const auto all = [&](qint64 done, qint64 total) {
+                most = done;
+                return total == content.size();
+            };
+            const Board board = readBoard({path}, {{}, all});
+            QCOMPARE(board.steps[0].layers[0].tools[0].holes.size(), size_t(50000));
+            QVERIFY(most > content.size() / 2);
+            const auto half = [](qint64 done, qint64 total) { return done < total / 2; };
+            QVERIFY_EXCEPTION_THROWN(readBoard({path}, {{}, half}), BoardCancelled);
+        }
+    }
+};
+
+QTEST_GUILESS_MAIN(ReadersTest)
+#include "tst_readers.moc"
