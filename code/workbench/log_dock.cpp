@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "log_dock.h"
 
+#include <QMainWindow>
 #include <QPlainTextEdit>
 
 namespace {
 
 constexpr int maxLines = 5000;
+constexpr int firstHeight = 110;
 
 } // namespace
 
@@ -27,5 +29,8 @@ void LogDock::add(const QString& level, const QString& text)
     if (!mHasEntries) {
         mHasEntries = true; // who closes it afterwards does not want to see more
         show();
+        if (auto* window = qobject_cast<QMainWindow*>(parentWidget())) {
+            window->resizeDocks({this}, {firstHeight}, Qt::Vertical);
+        }
     }
 }

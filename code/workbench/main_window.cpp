@@ -98,7 +98,10 @@ MainWindow::MainWindow(HostSession& session)
     resize(likedSize);
 }
 
-MainWindow::~MainWindow() = default;
+MainWindow::~MainWindow()
+{
+    delete mTabs; // a viewer that ends may have something to tell this window
+}
 
 void MainWindow::createPages()
 {

@@ -48,10 +48,10 @@ void MainWindow::createFileMenu()
     connect(file, &QMenu::aboutToShow, this, &MainWindow::listRecentBoards);
     mCloseStep = file->addAction(tr("&Close Step"), this,
         [this] { guard([&] { mTabs->closeTab(mTabs->currentIndex()); }); });
-    mCloseStep->setShortcut(QKeySequence::Close);
+    // The standard keys for these two differ from desktop to desktop, and may be none.
+    mCloseStep->setShortcuts({Qt::CTRL | Qt::Key_W, Qt::CTRL | Qt::Key_F4});
     file->addSeparator();
     QAction* quit = file->addAction(tr("&Quit"), this, &QWidget::close);
-    // The standard key for it is empty outside of desktops that define one.
     quit->setShortcut(Qt::CTRL | Qt::Key_Q);
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "step_data.h"
 
+#include <QCloseEvent>
+#include <QCoreApplication>
 #include <algorithm>
 
 StepData::StepData(QWidget* viewer, const QString& step)
@@ -29,7 +31,16 @@ bool StepData::isInFront(DataFile::Kind kind) const
 
 bool StepData::closeBits()
 {
-    return !mBits || mBits->close();
+    if (!mBits) {
+        return true;
+    }
+    // Not by close(): a window that was closed before would not be asked again.
+    QCloseEvent event;
+    QCoreApplication::sendEvent(mBits, &event);
+    if (event.isAccepted()) {
+        mBits->hide();
+    }
+    return event.isAccepted();
 }
 
 void StepData::modelsChanged(bool isEdited)

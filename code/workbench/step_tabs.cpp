@@ -35,7 +35,9 @@ void StepTabs::openStep(size_t step)
         }
     }
     QWidget* viewer = mSession.viewer(step);
-    // A viewer has a size below which its parts would be cut; a small screen scrolls instead.
+    // Below a share of the size that the viewer comes with its parts are cut: a small screen, or
+    // one with a large scale, scrolls instead.
+    viewer->setMinimumSize(viewer->width(), viewer->height() / 2);
     auto* page = new QScrollArea;
     page->setFrameShape(QFrame::NoFrame);
     page->setWidgetResizable(true);

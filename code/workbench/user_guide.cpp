@@ -16,6 +16,23 @@ namespace {
 
 constexpr QSize likedSize(760, 800);
 
+/** A page whose pictures are no wider than it is. */
+class Page : public QTextBrowser
+{
+public:
+    QVariant loadResource(int type, const QUrl& name) override
+    {
+        const QVariant resource = QTextBrowser::loadResource(type, name);
+        const QImage picture = QImage::fromData(resource.toByteArray());
+        if (type != QTextDocument::ImageResource || picture.isNull()) {
+            return resource;
+        }
+        const int room = viewport()->width() - 2 * int(document()->documentMargin());
+        return picture.width() <= room ? picture
+                                       : picture.scaledToWidth(room, Qt::SmoothTransformation);
+    }
+};
+
 /** Where a heading of the page stands that a link of the page leads to, by the rule for Markdown:
  *  small letters, and a hyphen for a blank. */
 QTextCursor headingOf(const QTextDocument* page, const QString& anchor)
@@ -37,7 +54,7 @@ void showUserGuide(QWidget* parent)
     window->setAttribute(Qt::WA_DeleteOnClose);
     window->setObjectName("userGuide");
     window->setWindowTitle(QCoreApplication::translate("UserGuide", "brox user guide"));
-    auto* page = new QTextBrowser;
+    auto* page = new Page;
     page->setFrameShape(QFrame::NoFrame);
     page->setOpenLinks(false);
     QObject::connect(page, &QTextBrowser::anchorClicked, page, [page](const QUrl& link) {
@@ -47,11 +64,12 @@ void showUserGuide(QWidget* parent)
             page->ensureCursorVisible();
         }
     });
-    page->setSource(QUrl::fromLocalFile(sharePath("docs/user-guide.md")));
 
     auto* layout = new QVBoxLayout(window);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(page);
     window->resize(likedSize.boundedTo(window->screen()->availableSize()));
     window->show();
+    // Not before: pictures are to fit the page.
+    page->setSource(QUrl::fromLocalFile(sharePath("docs/user-guide.md")));
 }

@@ -1,60 +1,81 @@
 // SPDX-License-Identifier: MIT
+#include "boxes.h"
+#include "data_file.h"
 #include "default_data.h"
 #include "host_session.h"
 #include "main_window.h"
 
+#include <QAction>
+#include <QFileDialog>
 #include <QLabel>
-#include <QMenuBar>
-#include <QMessageBox>
+#include <QLineEdit>
+#include <QMimeData>
 #include <QPlainTextEdit>
-#include <QPushButton>
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QTableWidget>
 #include <QTemporaryDir>
 #include <QtTest>
 
-/** The window with a panel of boards open. */
+/** The window of a user. */
 class MainWindowTest : public QObject
 {
     Q_OBJECT
 
 private:
-    bool open(const char* file) { return mWindow->openBoard({QString(SAMPLES_DIR "/") + file}); }
-
-    void choose(const char* entry)
+    /** Where the next key goes. */
+    static QWidget* target()
     {
-        for (QMenu* menu : mWindow->menuBar()->findChildren<QMenu*>()) {
-            for (QAction* action : menu->actions()) {
-                if (action->text() == entry) {
-                    return action->trigger();
-                }
+        for (QWidget* widget : {QApplication::activePopupWidget(), QApplication::focusWidget()}) {
+            if (widget) {
+                return widget;
             }
         }
-        qFatal("no %s", entry);
+        return QApplication::activeWindow();
     }
 
-    /** Presses a button of the message box that comes next. */
-    static void answerNextBox(QMessageBox::StandardButton button)
+    /** What a window manager does. */
+    void activate()
     {
-        QTimer::singleShot(0, qApp, [button] {
-            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-            QVERIFY(box);
-            box->button(button)->click();
-        });
+        mWindow->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(mWindow.get()));
     }
 
+    static void press(const char* keys)
+    {
+        for (int i = 0; i < QKeySequence(keys).count(); ++i) {
+            const QKeyCombination key = QKeySequence(keys)[uint(i)];
+            QTest::keyClick(target(), key.key(), key.keyboardModifiers());
+            QCoreApplication::processEvents(); // an editor commits later
+        }
+    }
+
+    static void type(const QString& text) { QTest::keyClicks(target(), text); }
+
+    /** Presses Tab until a widget has the focus. */
+    static void tabTo(const char* name)
+    {
+        for (int i = 0; i < 50 && target()->objectName() != name; ++i) {
+            press("Tab");
+        }
+        QCOMPARE(target()->objectName(), name);
+    }
+
+    template <typename Widget = QLabel>
+    Widget* child(const char* name) const
+    {
+        return mWindow->findChild<Widget*>(name);
+    }
     QString units() const
     {
         return mTabs->currentWidget()->findChild<QLabel*>("unitsLabel")->text();
     }
-    QTableWidgetItem* model() const
-    {
-        return mTabs->currentWidget()->findChild<QTableWidget*>("broxModelTableWidget")->item(0, 0);
-    }
     QString tab() const { return mTabs->tabText(mTabs->currentIndex()); }
     QString status() const { return mWindow->statusBar()->currentMessage(); }
-    QString content() const { return mWindow->findChild<QLabel*>("contentLabel")->text(); }
+    QByteArray saved(DataFile::Kind kind) const
+    {
+        return DataFile(mData->path(), kind).read().bytes;
+    }
 
     std::unique_ptr<QTemporaryDir> mData;
     std::unique_ptr<HostSession> mSession;
@@ -70,7 +91,7 @@ private slots:
         mWindow = std::make_unique<MainWindow>(*mSession);
         mTabs = mWindow->findChild<QTabWidget*>();
         mWindow->show();
-        QVERIFY(open("sensor.xml"));
+        activate();
     }
 
     void cleanup()
@@ -79,57 +100,95 @@ private slots:
         mSession.reset();
     }
 
-    void opensStepsAsTabs()
+    void aDayByKeyboard()
     {
+        QTimer::singleShot(0, this, [] {
+            auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+            dialog->selectFile(SAMPLES_DIR "/sensor.xml");
+            auto* name = dialog->findChild<QLineEdit*>("fileNameEdit");
+            name->setText(SAMPLES_DIR "/sensor.xml"); // typing brings up a list of files
+            QTest::keyClick(name, Qt::Key_Return);
+        });
+        press("Ctrl+O");
+        activate();
         QCOMPARE(tab(), "sensor: panel");
-        QVERIFY(content().contains("1276 holes, 12 slots"));
-        for (const char* step : {"&1 board", "&2 panel", "&1 board"}) {
-            choose(step);
-        }
-        QCOMPARE(mTabs->count(), 2);
+        QCOMPARE(target()->objectName(), "jobDrillDataTableWidget");
+        QVERIFY(child("contentLabel")->text().contains("1276 holes, 12 slots"));
+        press("Alt+S, 1");
         QCOMPARE(tab(), "sensor: board");
-        QVERIFY(content().contains("106 holes, 1 slots"));
+        press("Ctrl+I");
+        QCOMPARE(units(), "Mils");
+        press("Ctrl+Tab");
+        QCOMPARE(tab(), "sensor: panel");
+        QCOMPARE(units(), "Microns");
 
-        choose("&Close Step");
+        tabTo("broxModelTableWidget");
+        press("F2");
+        type("Gold");
+        press("Return");
+        QCOMPARE(status(), "Step panel: model \"ENIG\" is now \"Gold\"");
+        QCOMPARE(tab(), "sensor: panel *");
+        QVERIFY(mWindow->isWindowModified());
+        tabTo("saveToolButton");
+        press("Space");
+        QVERIFY(status().endsWith("brox.xml saved"));
+        QVERIFY(saved(DataFile::Kind::Models).contains("Gold"));
+        QCOMPARE(tab(), "sensor: panel");
+
+        tabTo("openBitFileToolButton");
+        press("Space");
+        QCOMPARE(QApplication::activeWindow()->objectName(), "BitsFileEditor");
+        QApplication::activeWindow()->findChild<QTableWidget*>()->setFocus();
+        press("Ctrl+N");
+        QCOMPARE(tab(), "sensor: panel *");
+        press("Ctrl+S");
+        QVERIFY(status().endsWith("brox_drill_bits.xml saved"));
+        QVERIFY(saved(DataFile::Kind::Bits).contains("designation=\"\""));
+        press("Ctrl+N");
+
+        // A discard closes the bits, but they stay. Then the user keeps them; then the models of
+        // the other step; then all may go.
+        Boxes boxes({"Discard", "Cancel", "Discard", "Cancel", "Discard", "Discard"});
+        press("Ctrl+F4");
+        for (const char* keys : {"Ctrl+W", "Ctrl+Q", "Ctrl+Q"}) {
+            QVERIFY(mWindow->isVisible() && mTabs->count() == 2);
+            activate();
+            press(keys);
+        }
+        QVERIFY2(boxes.areAnswered(), qPrintable(boxes.seen.join('\n')));
+        QVERIFY(!mWindow->isVisible());
+    }
+
+    void opensWhatIsDropped()
+    {
+        const auto drop = [this](const char* file) {
+            QMimeData data;
+            data.setUrls({QUrl::fromLocalFile(QString(SAMPLES_DIR "/") + file)});
+            QDragEnterEvent enter({}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+            QApplication::sendEvent(mWindow.get(), &enter);
+            QVERIFY(enter.isAccepted());
+            QDropEvent event({}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+            QApplication::sendEvent(mWindow.get(), &event);
+            QCoreApplication::processEvents();
+        };
+        drop("sensor.xml");
+        drop("controller.xml");
         QCOMPARE(mTabs->count(), 1);
-        QVERIFY(open("controller.xml"));
-        QCOMPARE(mTabs->count(), 1);
-        QVERIFY_EXCEPTION_THROWN(open("make_boards.py"), BoardError);
+        Boxes boxes({"OK"});
+        drop("make_boards.py");
+        QVERIFY(boxes.areAnswered());
         QCOMPARE(tab(), "controller: board");
     }
 
-    void switchesUnitsOfTheStepInFront()
-    {
-        choose("&1 board");
-        choose("&Inch (mils)");
-        QCOMPARE(units(), "Mils");
-        mTabs->setCurrentIndex(0);
-        QCOMPARE(units(), "Microns");
-    }
-
-    void asksBeforeUnsavedModelsGo()
-    {
-        model()->setText("Gold");
-        QCOMPARE(status(), "Step panel: model \"ENIG\" is now \"Gold\"");
-        answerNextBox(QMessageBox::Cancel);
-        choose("&Close Step");
-        answerNextBox(QMessageBox::Cancel);
-        QVERIFY(!mWindow->close());
-        answerNextBox(QMessageBox::Cancel);
-        QVERIFY(!open("controller.xml"));
-        QCOMPARE(tab(), "sensor: panel *");
-
-        answerNextBox(QMessageBox::Save);
-        QVERIFY(mWindow->close());
-        QCOMPARE(mTabs->count(), 0);
-        QCOMPARE(mSession->models(0).first(), "Gold");
-    }
-
-    void showsTheLog()
+    void showsErrors()
     {
         QVERIFY(QFile::resize(mData->filePath("brox/brox.xml"), 0));
-        choose("&1 board");
-        QVERIFY(mWindow->findChild<QPlainTextEdit*>()->toPlainText().contains("ERROR"));
+        QVERIFY(!child<QWidget>("logDock")->isVisible());
+        mWindow->openBoard({SAMPLES_DIR "/sensor.xml"});
+        QVERIFY(child<QWidget>("logDock")->isVisible());
+        QVERIFY(child("errorLabel")->text().contains("brox.xml"));
+        QTest::mouseClick(child("errorLabel"), Qt::LeftButton);
+        QVERIFY(!child<QWidget>("errorBar")->isVisible());
     }
 };
 
