@@ -74,12 +74,20 @@ private slots:
     {
         QCOMPARE(run("--models"), 0);
         QVERIFY(mOut.startsWith("ENIG\n"));
-        QFile models(mData.filePath("brox/brox.xml"));
-        QVERIFY(models.open(QIODevice::WriteOnly));
-        models.write("<DrillToolModels><DrillToolModel name='Own'/></DrillToolModels>");
-        models.close();
-        QCOMPARE(run("--models"), 0);
-        QCOMPARE(mOut, "Own\n");
+        const QByteArray own = "<DrillToolModels><DrillToolModel name='Own'/></DrillToolModels>";
+        for (const QByteArray& content : {own, own.chopped(1)}) {
+            QFile models(mData.filePath("brox/brox.xml"));
+            QVERIFY(models.open(QIODevice::ReadWrite | QIODevice::Truncate));
+            models.write(content);
+            models.flush();
+            const bool isWhole = content == own;
+            QCOMPARE(run("--models"), isWhole ? 0 : 1);
+            QCOMPARE(mOut, isWhole ? "Own\n" : "");
+            QCOMPARE(mError.contains("brox/brox.xml: line 1"), !isWhole);
+            models.seek(0);
+            QCOMPARE(models.readAll(), content);
+            QVERIFY(models.remove()); // the next run fills it again
+        }
     }
 
     void takesAScreenshot()
