@@ -5,329 +5,332 @@
     <name>DataFile</name>
     <message>
         <source>line %1: nested too deeply</source>
-        <translation type="unfinished"></translation>
+        <translation>Zeile %1: zu tief verschachtelt</translation>
     </message>
     <message>
         <source>line %1: the root element is &quot;%2&quot;, not &quot;%3&quot;</source>
-        <translation type="unfinished"></translation>
+        <translation>Zeile %1: Das Wurzelelement ist „%2“, nicht „%3“</translation>
     </message>
     <message>
         <source>line %1, column %2: %3</source>
-        <translation type="unfinished"></translation>
+        <translation>Zeile %1, Spalte %2: %3</translation>
     </message>
     <message>
         <source>the folder %1 can&apos;t be made</source>
-        <translation type="unfinished"></translation>
+        <translation>der Ordner %1 kann nicht angelegt werden</translation>
     </message>
 </context>
 <context>
     <name>DataGuard</name>
     <message>
         <source>nothing whole could be written to %1 (%2)</source>
-        <translation type="unfinished"></translation>
+        <translation>nach %1 konnte nichts vollständig geschrieben werden (%2)</translation>
     </message>
     <message>
         <source>Overwrite</source>
-        <translation type="unfinished"></translation>
+        <translation>Überschreiben</translation>
     </message>
     <message>
         <source>Keep</source>
-        <translation type="unfinished"></translation>
+        <translation>Behalten</translation>
     </message>
     <message>
         <source>Overwrite: what stands there goes to the backups.
 Keep: nothing is saved.</source>
-        <translation type="unfinished"></translation>
+        <translation>Überschreiben: Was dort steht, kommt zu den Sicherungen.
+Behalten: Nichts wird gespeichert.</translation>
     </message>
     <message>
         <source>%1 can&apos;t be read: %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 kann nicht gelesen werden: %2</translation>
     </message>
     <message>
         <source>%1 has changed since step %2 read it: another step or another program has saved it.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 ist anders, als Step %2 es gelesen hat: Ein anderer Step oder ein anderes Programm hat es gespeichert.</translation>
     </message>
     <message>
         <source>No backup of %1 could be made: %2</source>
-        <translation type="unfinished"></translation>
+        <translation>Von %1 konnte keine Sicherung angelegt werden: %2</translation>
     </message>
     <message>
         <source>Save: if the computer stops meanwhile, the file may be lost.
 Cancel: nothing is saved.</source>
-        <translation type="unfinished"></translation>
+        <translation>Speichern: Bleibt der Rechner währenddessen stehen, kann die Datei verloren sein.
+Abbrechen: Nichts wird gespeichert.</translation>
     </message>
     <message>
         <source>Save</source>
-        <translation type="unfinished"></translation>
+        <translation>Speichern</translation>
     </message>
     <message>
         <source>Cancel</source>
-        <translation type="unfinished"></translation>
+        <translation>Abbrechen</translation>
     </message>
     <message>
         <source>%1 can&apos;t be moved to the backups</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 kann nicht zu den Sicherungen verschoben werden</translation>
     </message>
     <message>
         <source>what was read back is not what was saved</source>
-        <translation type="unfinished"></translation>
+        <translation>was zurückgelesen wurde, ist nicht, was gespeichert wurde</translation>
     </message>
     <message>
         <source>Close</source>
-        <translation type="unfinished"></translation>
+        <translation>Schließen</translation>
     </message>
     <message>
         <source>Save Again</source>
-        <translation type="unfinished"></translation>
+        <translation>Nochmals speichern</translation>
     </message>
     <message>
         <source>%1 could not be saved: %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 konnte nicht gespeichert werden: %2</translation>
     </message>
     <message>
         <source>What was saved before is still there. What was to be saved counts as unsaved.</source>
-        <translation type="unfinished"></translation>
+        <translation>Was zuvor gespeichert war, ist noch da. Was gespeichert werden sollte, gilt als ungespeichert.</translation>
     </message>
     <message>
         <source>Discard</source>
-        <translation type="unfinished"></translation>
+        <translation>Verwerfen</translation>
     </message>
     <message>
         <source>Unsaved data will be lost.</source>
-        <translation type="unfinished"></translation>
+        <translation>Ungespeicherte Daten gehen verloren.</translation>
     </message>
 </context>
 <context>
     <name>DataStart</name>
     <message>
         <source>Another workbench is open on %1 (process %2 on %3).</source>
-        <translation type="unfinished"></translation>
+        <translation>Eine andere Workbench arbeitet mit %1 (Prozess %2 auf %3).</translation>
     </message>
     <message>
         <source>Neither sees what the other changes until it opens a step. A save over what the other has saved is asked about first.</source>
-        <translation type="unfinished"></translation>
+        <translation>Keine sieht die Änderungen der anderen, bis sie einen Step öffnet. Bevor die eine überschreibt, was die andere gespeichert hat, wird gefragt.</translation>
     </message>
     <message>
         <source>Open</source>
-        <translation type="unfinished"></translation>
+        <translation>Öffnen</translation>
     </message>
     <message>
         <source>Quit</source>
-        <translation type="unfinished"></translation>
+        <translation>Beenden</translation>
     </message>
     <message>
         <source>%1 can&apos;t be read: %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 kann nicht gelesen werden: %2</translation>
     </message>
     <message>
         <source>There is no backup of it. It is not touched until you save, and then you are asked.</source>
-        <translation type="unfinished"></translation>
+        <translation>Es gibt davon keine Sicherung. Die Datei bleibt, wie sie ist, bis Sie speichern; dann werden Sie gefragt.</translation>
     </message>
     <message>
         <source>Close</source>
-        <translation type="unfinished"></translation>
+        <translation>Schließen</translation>
     </message>
     <message>
         <source>Restore: the backup of %1 takes its place, and what stands there goes to the backups.
 Leave: it is not touched until you save, and then you are asked.</source>
-        <translation type="unfinished"></translation>
+        <translation>Wiederherstellen: Die Sicherung vom %1 tritt an ihre Stelle, und was dort steht, kommt zu den Sicherungen.
+Belassen: Die Datei bleibt, wie sie ist, bis Sie speichern; dann werden Sie gefragt.</translation>
     </message>
     <message>
         <source>Restore</source>
-        <translation type="unfinished"></translation>
+        <translation>Wiederherstellen</translation>
     </message>
     <message>
         <source>Leave</source>
-        <translation type="unfinished"></translation>
+        <translation>Belassen</translation>
     </message>
     <message>
         <source>%1 can&apos;t be restored: %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 kann nicht wiederhergestellt werden: %2</translation>
     </message>
     <message>
         <source>it can&apos;t be moved to the backups</source>
-        <translation type="unfinished"></translation>
+        <translation>die Datei kann nicht zu den Sicherungen verschoben werden</translation>
     </message>
 </context>
 <context>
     <name>ErrorBar</name>
     <message>
         <source>A click takes this line away; the log keeps it.</source>
-        <translation type="unfinished"></translation>
+        <translation>Ein Klick nimmt diese Zeile weg; im Protokoll bleibt sie.</translation>
     </message>
 </context>
 <context>
     <name>HostSession</name>
     <message>
         <source>the library can&apos;t %1: status %2</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Bibliothek meldet Status %2 (%1)</translation>
     </message>
     <message>
         <source>no model &quot;%1&quot;; there are no models</source>
-        <translation type="unfinished"></translation>
+        <translation>kein Modell „%1“; es gibt keine Modelle</translation>
     </message>
     <message>
         <source>no model &quot;%1&quot;; there are: %2</source>
-        <translation type="unfinished"></translation>
+        <translation>kein Modell „%1“; es gibt: %2</translation>
     </message>
     <message>
         <source>no language &quot;%1&quot;; there are: %2</source>
-        <translation type="unfinished"></translation>
+        <translation>keine Sprache „%1“; es gibt: %2</translation>
     </message>
     <message>
         <source>no step &quot;%1&quot;; there are: %2</source>
-        <translation type="unfinished"></translation>
+        <translation>kein Step „%1“; es gibt: %2</translation>
     </message>
 </context>
 <context>
     <name>LogDock</name>
     <message>
         <source>Log</source>
-        <translation type="unfinished"></translation>
+        <translation>Protokoll</translation>
     </message>
 </context>
 <context>
     <name>MainWindow</name>
     <message>
         <source>Step %1: %2 tools, %3 holes, %4 slots left out</source>
-        <translation type="unfinished"></translation>
+        <translation>Step %1: %2 Werkzeuge, %3 Löcher, %4 Langlöcher ausgelassen</translation>
     </message>
     <message>
         <source>Step %1: model &quot;%2&quot; is now &quot;%3&quot;</source>
-        <translation type="unfinished"></translation>
+        <translation>Step %1: Das Modell „%2“ heißt jetzt „%3“</translation>
     </message>
     <message>
         <source>Step %1: model &quot;%2&quot; is deleted</source>
-        <translation type="unfinished"></translation>
+        <translation>Step %1: Das Modell „%2“ ist gelöscht</translation>
     </message>
     <message>
         <source>%1 saved</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 gespeichert</translation>
     </message>
     <message>
         <source>brox workbench</source>
-        <translation type="unfinished"></translation>
+        <translation>brox-Workbench</translation>
     </message>
     <message>
         <source>Open Board</source>
-        <translation type="unfinished"></translation>
+        <translation>Leiterplatte öffnen</translation>
     </message>
     <message>
         <source>Boards (*.xml *.cvg *.drl *.xln *.xnc *.drd *.exc *.ncd *.nc *.tap *.txt);;IPC-2581 (*.xml *.cvg);;All files (*)</source>
-        <translation type="unfinished"></translation>
+        <translation>Leiterplatten (*.xml *.cvg *.drl *.xln *.xnc *.drd *.exc *.ncd *.nc *.tap *.txt);;IPC-2581 (*.xml *.cvg);;Alle Dateien (*)</translation>
     </message>
     <message>
         <source>Reading %1</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 wird gelesen</translation>
     </message>
     <message>
         <source>Cancel</source>
-        <translation type="unfinished"></translation>
+        <translation>Abbrechen</translation>
     </message>
     <message>
         <source>Open a board to set up its drill tools.</source>
-        <translation type="unfinished"></translation>
+        <translation>Öffnen Sie eine Leiterplatte, um ihre Bohrwerkzeuge einzurichten.</translation>
     </message>
     <message>
         <source>Choose a step of the board in the menu Step.</source>
-        <translation type="unfinished"></translation>
+        <translation>Wählen Sie im Menü Step einen Step der Leiterplatte.</translation>
     </message>
     <message>
         <source>%1[*] - brox workbench</source>
-        <translation type="unfinished"></translation>
+        <translation>%1[*] – brox-Workbench</translation>
     </message>
     <message>
         <source>&amp;Step</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Step</translation>
     </message>
     <message>
         <source>&amp;View</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Ansicht</translation>
     </message>
     <message>
         <source>&amp;Log</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Protokoll</translation>
     </message>
     <message>
         <source>&amp;File</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Datei</translation>
     </message>
     <message>
         <source>&amp;Open Board...</source>
-        <translation type="unfinished"></translation>
+        <translation>Leiterplatte ö&amp;ffnen …</translation>
     </message>
     <message>
         <source>Open &amp;Recent</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Zuletzt geöffnet</translation>
     </message>
     <message>
         <source>&amp;Close Step</source>
-        <translation type="unfinished"></translation>
+        <translation>Step s&amp;chließen</translation>
     </message>
     <message>
         <source>&amp;Quit</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Beenden</translation>
     </message>
     <message>
         <source>&amp;Units</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Einheit</translation>
     </message>
     <message>
         <source>&amp;Inch (mils)</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Zoll (Mil)</translation>
     </message>
     <message>
         <source>&amp;Metric (microns)</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Metrisch (Mikrometer)</translation>
     </message>
     <message>
         <source>&amp;Next Tab</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Nächste Karte</translation>
     </message>
     <message>
         <source>&amp;Previous Tab</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Vorige Karte</translation>
     </message>
     <message>
         <source>&amp;Help</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Hilfe</translation>
     </message>
     <message>
         <source>&amp;User Guide</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Benutzerhandbuch (englisch)</translation>
     </message>
     <message>
         <source>&amp;About brox workbench</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Über brox-Workbench</translation>
     </message>
     <message>
         <source>About brox workbench</source>
-        <translation type="unfinished"></translation>
+        <translation>Über brox-Workbench</translation>
     </message>
     <message>
         <source>&lt;h3&gt;brox workbench %1&lt;/h3&gt;&lt;p&gt;Sets up the drill tools of printed-circuit boards: finished hole sizes become drill sizes, by models of the plating and a table of bits.&lt;/p&gt;&lt;p&gt;MIT licence. Models and bits are in&lt;br&gt;%2&lt;/p&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;h3&gt;brox-Workbench %1&lt;/h3&gt;&lt;p&gt;Richtet die Bohrwerkzeuge von Leiterplatten ein: Aus Endmaßen von Löchern werden Bohrmaße, nach Modellen der Metallisierung und einer Tabelle der Bohrer.&lt;/p&gt;&lt;p&gt;MIT-Lizenz. Modelle und Bohrer liegen in&lt;br&gt;%2&lt;/p&gt;</translation>
     </message>
 </context>
 <context>
     <name>Question</name>
     <message>
         <source>brox workbench</source>
-        <translation type="unfinished"></translation>
+        <translation>brox-Workbench</translation>
     </message>
 </context>
 <context>
     <name>RecentBoards</name>
     <message>
         <source>%1 and %2 more</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 und %2 weitere</translation>
     </message>
 </context>
 <context>
     <name>UserGuide</name>
     <message>
         <source>brox user guide</source>
-        <translation type="unfinished"></translation>
+        <translation>brox-Benutzerhandbuch</translation>
     </message>
 </context>
 </TS>
