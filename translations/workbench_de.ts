@@ -98,6 +98,10 @@ Abbrechen: Nichts wird gespeichert.</translation>
         <source>Unsaved data will be lost.</source>
         <translation>Ungespeicherte Daten gehen verloren.</translation>
     </message>
+    <message>
+        <source>Nothing could be saved: %1</source>
+        <translation>Es konnte nichts gespeichert werden: %1</translation>
+    </message>
 </context>
 <context>
     <name>DataStart</name>

@@ -103,8 +103,12 @@ QByteArray DataGuard::pathForSaving(DataFile::Kind kind)
     if (!prepare(&save)) {
         return {};
     }
-    if (!mStage) {
+    if (!mStage || !mStage->isValid()) {
         mStage = std::make_unique<QTemporaryDir>();
+    }
+    if (!mStage->isValid()) {
+        ask(tr("Nothing could be saved: %1").arg(mStage->errorString()), {}, {tr("Close")});
+        return {};
     }
     const QString path = mStage->filePath("data.xml");
     QFile::remove(path); // so that one that is there afterwards is new
