@@ -32,6 +32,17 @@ std::optional<double> toNumber(std::string_view text)
     return ok && std::isfinite(number) ? std::optional(number) : std::nullopt;
 }
 
+/** Old commands that mirror, scale, turn or move all places. */
+bool movesPlaces(std::string_view text)
+{
+    constexpr std::string_view harmless[] = {
+        "MIA0B0", "SFA1B1", "SFA1.0B1.0", "OFA0B0", "OFA0.0B0.0", "IR0", "ASAXBY"};
+    constexpr std::string_view names[] = {"MI", "SF", "OF", "IR", "AS"};
+    return std::any_of(std::begin(names), std::end(names), [&](std::string_view name) {
+        return text.starts_with(name);
+    }) && std::find(std::begin(harmless), std::end(harmless), text) == std::end(harmless);
+}
+
 /** Runs the commands of a file, one after the other. */
 class GerberDrill
 {
@@ -81,6 +92,7 @@ private:
     Place mAt;
     Segment::Shape mShape = Segment::Shape::Line;
     int mLastOperation = 0;
+    bool mQuadrants = false; ///< arcs lie in one, their centres are given without a sign
     bool mInRegion = false;
     bool mEnded = false;
     Path mPath;
@@ -96,8 +108,11 @@ void GerberDrill::extended(std::string_view text)
         defineAperture(text.substr(3));
     } else if (text.starts_with("TF.") || text.starts_with("TA.") || text.starts_with("TD")) {
         mAttributes.read("#@! " + QString::fromUtf8(text.data(), qsizetype(text.size())), mFormat);
-    } else if (text.starts_with("SR") && text != "SR" && text.find("X1Y1") == text.npos) {
+    } else if (text.starts_with("SR") && text != "SR" && text != "SRX1Y1"
+        && !text.starts_with("SRX1Y1I")) {
         fail(QStringLiteral("steps and repeats are not read"));
+    } else if (text.starts_with("AB") || movesPlaces(text)) {
+        fail(QStringLiteral("%1 is not read: it moves what is drilled").arg(shown(text)));
     } else if (text.starts_with("LPC") || text.starts_with("LM") || text.starts_with("LR")
         || text.starts_with("LS")) {
         if (text != "LMN" && text != "LR0" && text != "LR0.0" && text != "LS1" && text != "LS1.0") {
@@ -111,6 +126,10 @@ void GerberDrill::setFormat(std::string_view text)
 {
     const size_t x = text.find('X');
     if (x == text.npos || x + 2 >= text.size() || text.find('I') < x) {
+        fail(QStringLiteral("unknown format of numbers: ") + shown(text));
+    }
+    const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+    if (!isDigit(text[x + 1]) || !isDigit(text[x + 2])) {
         fail(QStringLiteral("unknown format of numbers: ") + shown(text));
     }
     if (text.find('T') < x) {
@@ -183,7 +202,7 @@ void GerberDrill::command(std::string_view text)
         const size_t end = std::min(text.find_first_not_of("+-0123456789", 1), text.size());
         const std::string_view digits = text.substr(1, end - 1);
         text.remove_prefix(end);
-        const int code = int(toNumber(digits).value_or(-1));
+        const int code = int(std::clamp(toNumber(digits).value_or(-1), -1.0, 1e9));
         switch (letter) {
         case 'X':
             to.x = coordinate(digits);
@@ -217,10 +236,12 @@ void GerberDrill::command(std::string_view text)
                 mInRegion = code == 36;
             } else if (code == 70 || code == 71) {
                 mFormat.setUnits(code == 70 ? Units::Inch : Units::Metric);
+            } else if (code == 74 || code == 75) {
+                mQuadrants = code == 74;
             } else if (code == 91) {
                 fail(QStringLiteral("incremental places are not read"));
             }
-            break; // G54, G74, G75, G90 and the like
+            break; // G54, G90 and the like
         case 'M':
             endPath();
             mEnded = code == 2 || code == 0 || code == 30;
@@ -240,8 +261,10 @@ void GerberDrill::command(std::string_view text)
         if (i || j) {
             const qint64 x = mAt.x + i.value_or(0);
             const qint64 y = mAt.y + j.value_or(0);
-            centre = Place{Size(std::clamp<qint64>(x, -2'000'000'000, 2'000'000'000)),
-                Size(std::clamp<qint64>(y, -2'000'000'000, 2'000'000'000))};
+            if (x != Size(x) || y != Size(y)) {
+                fail(QStringLiteral("the centre of an arc lies further than 5 m from the origin"));
+            }
+            centre = Place{Size(x), Size(y)};
         }
         operate(operation, to, centre);
     }
@@ -301,8 +324,9 @@ void GerberDrill::draw(const Place& to, const std::optional<Place>& centre)
     if (mPath.segments.empty()) {
         mPath.start = mAt;
     }
-    if (mShape != Segment::Shape::Line && !centre) {
-        fail(QStringLiteral("an arc without a centre"));
+    if (mShape != Segment::Shape::Line && (!centre || mQuadrants)) {
+        fail(mQuadrants ? QStringLiteral("arcs of a single quadrant (G74) are not read")
+                        : QStringLiteral("an arc without a centre"));
     }
     mPath.segments.push_back({mShape, to, mShape == Segment::Shape::Line ? Place{} : *centre});
 }
