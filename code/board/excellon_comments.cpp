@@ -44,7 +44,7 @@ void ExcellonComments::read(const QString& comment, ExcellonFormat& format)
         readAttribute(text.sliced(3).trimmed());
     } else if (const auto match = type.match(text); match.hasMatch()) {
         mSection = platingOf(match.captured(1));
-    } else if (!readRemark(text) && !readRange(text) && !readWholeFile(text)) {
+    } else if (!readRemark(text, format) && !readRange(text) && !readWholeFile(text)) {
         readFormat(text, format);
     }
 }
@@ -70,7 +70,11 @@ void ExcellonComments::readAttribute(const QString& attribute)
         readAperFunction(fields);
     } else if (name == QLatin1String("TA.DRILLTOLERANCE") && !fields.isEmpty()) {
         // One number stands for both.
-        mTolerance = {std::abs(fields.first().toDouble()), std::abs(fields.last().toDouble())};
+        const double plus = std::abs(fields.first().toDouble());
+        const double minus = std::abs(fields.last().toDouble());
+        if (std::isfinite(plus) && std::isfinite(minus)) {
+            mTolerance = {plus, minus};
+        }
     } else if (name == QLatin1String("TD")) {
         mAttributes = {};
         mTolerance.reset();
@@ -128,7 +132,7 @@ void ExcellonComments::readAperFunction(const QStringList& fields)
 }
 
 /** "T08 Holesize 8. = 128.000000 Tolerance = +5.000000/-5.000000 NON_PLATED MILS Quantity = 2" */
-bool ExcellonComments::readRemark(const QString& comment)
+bool ExcellonComments::readRemark(const QString& comment, ExcellonFormat& format)
 {
     static const QRegularExpression remark(
         QStringLiteral("^T(\\d{1,6})\\s+Holesize\\s+\\S+\\s*=\\s*([.\\d]+)"
@@ -141,6 +145,8 @@ bool ExcellonComments::readRemark(const QString& comment)
         return false;
     }
     const double unit = unitOf(match.captured(6));
+    const bool inch = unit == sizePerMil || unit == sizePerInch;
+    format.setLikelyUnits(inch ? Units::Inch : Units::Metric);
     ToolRemark told;
     told.size = sizeOf(match.captured(2), unit);
     const Tolerance tolerance{sizeOf(match.captured(4), unit), sizeOf(match.captured(3), unit)};
@@ -199,8 +205,7 @@ bool ExcellonComments::readWholeFile(const QString& comment)
 void ExcellonComments::readFormat(const QString& comment, ExcellonFormat& format)
 {
     static const QRegularExpression digits(
-        QStringLiteral("\\bFORMAT\\s*[=:]\\s*\\{?\\s*([-\\d])\\s*[:.]\\s*([-\\d])"),
-        QRegularExpression::CaseInsensitiveOption);
+        QStringLiteral("\\bFORMAT\\s*[=:]\\s*\\{?\\s*([-\\d])\\s*[:.]\\s*([-\\d])"), caseless);
     static const QRegularExpression fileFormat(
         QStringLiteral("FILE_FORMAT\\s*[=:]\\s*(\\d)\\s*[:.]\\s*(\\d)"), caseless);
     auto match = fileFormat.match(comment);
@@ -212,6 +217,11 @@ void ExcellonComments::readFormat(const QString& comment, ExcellonFormat& format
     }
     if (match.captured(1) != QLatin1String("-") && match.captured(2) != QLatin1String("-")) {
         format.setDigits(match.captured(1).toInt(), match.captured(2).toInt());
+    }
+    static const QRegularExpression unit(QStringLiteral("/\\s*(inch|metric)\\b"), caseless);
+    if (const auto told = unit.match(comment); told.hasMatch()) {
+        const bool inch = told.captured(1).startsWith('i', Qt::CaseInsensitive);
+        format.setFallbackUnits(inch ? Units::Inch : Units::Metric);
     }
     if (comment.contains(QLatin1String("suppress leading"), Qt::CaseInsensitive)) {
         format.setZeros(ExcellonFormat::Zeros::TrailingKept);

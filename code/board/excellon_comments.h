@@ -58,7 +58,7 @@ private:
     void readAttribute(const QString& attribute);
     void readFileFunction(const QStringList& fields);
     void readAperFunction(const QStringList& fields);
-    bool readRemark(const QString& comment);
+    bool readRemark(const QString& comment, ExcellonFormat& format);
     bool readRange(const QString& comment);
     bool readWholeFile(const QString& comment);
     static void readFormat(const QString& comment, ExcellonFormat& format);

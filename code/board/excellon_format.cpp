@@ -129,7 +129,7 @@ std::optional<qint64> ExcellonFormat::read(std::string_view number)
         const bool isFull = int(digits) == mBefore + mAfter;
         mGuessUsed = mGuessUsed || (value != 0 && (mDigitsGuessed || (mZerosGuessed && !isFull)));
     }
-    mGuessUsed = mGuessUsed || (!units() && value != 0);
+    mUnitsGuessed = mUnitsGuessed || (!units() && value != 0);
     const double unit = isInch() ? sizePerInch : sizePerMillimetre;
     const double size = double(value) * unit / powerOfTen(decimals);
     if (size > 9e18) {
@@ -140,11 +140,13 @@ std::optional<qint64> ExcellonFormat::read(std::string_view number)
 
 QString ExcellonFormat::guess() const
 {
-    if (!mGuessUsed) {
+    if (!mGuessUsed && !mUnitsGuessed) {
         return {};
     }
     const QString zeros = mZeros == Zeros::LeadingKept ? QStringLiteral("trailing zeros left out")
                                                        : QStringLiteral("leading zeros left out");
     const QString digits = QStringLiteral("%1:%2, %3").arg(mBefore).arg(mAfter).arg(zeros);
-    return units() ? digits : QStringLiteral("inches, ") + digits;
+    const QString unit =
+        mLikelyUnits == Units::Inch ? QStringLiteral("inches, ") : QStringLiteral("millimetres, ");
+    return mUnitsGuessed ? unit + digits : digits;
 }

@@ -30,6 +30,9 @@ public:
     /** For a file that tells none. */
     void setFallbackUnits(std::optional<Units> units) { mFallbackUnits = units; }
 
+    /** What a guess may go by. */
+    void setLikelyUnits(Units units) { mLikelyUnits = units; }
+
     /** Told by the file or by the fallback, never guessed. */
     std::optional<Units> units() const { return mUnits ? mUnits : mFallbackUnits; }
 
@@ -57,11 +60,12 @@ private:
 
     static Sample takeSample(std::string_view text);
     void settle();
-    bool isInch() const { return units().value_or(Units::Inch) == Units::Inch; }
+    bool isInch() const { return units().value_or(mLikelyUnits) == Units::Inch; }
 
     Sample mSample;
     std::optional<Units> mUnits;
     std::optional<Units> mFallbackUnits;
+    Units mLikelyUnits = Units::Inch;
     int mBefore = 0; ///< digits before the point; 0 and 0 after it: not known
     int mAfter = 0;
     Zeros mZeros = Zeros::Unknown;
@@ -69,6 +73,7 @@ private:
     bool mDigitsGuessed = false;
     bool mZerosGuessed = false;
     bool mGuessUsed = false;
+    bool mUnitsGuessed = false;
 };
 
 #endif

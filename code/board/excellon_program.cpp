@@ -12,7 +12,8 @@ namespace {
 
 constexpr size_t maxTools = 1000;
 constexpr int maxRepeats = 10000;
-constexpr size_t maxPlaces = std::numeric_limits<int>::max(); ///< that a host can count
+/** Holes and slots' segments, so that a few repeats of repeats do not fill the memory. */
+constexpr qint64 maxDrilled = 50'000'000;
 constexpr double maxDiameter = 500.0 * sizePerMillimetre;
 /** What drills nothing: tool changes and stops, messages, clamps, a scale of the whole. */
 constexpr int harmlessMiscellaneous[] = {6, 9, 18, 60, 61, 62};
@@ -82,6 +83,10 @@ struct ExcellonProgram::Words
     bool has(int code) const
     {
         return std::find(preparations.begin(), preparations.end(), code) != preparations.end();
+    }
+    bool hasCode(int code) const
+    {
+        return std::find(miscellaneous.begin(), miscellaneous.end(), code) != miscellaneous.end();
     }
 };
 
@@ -153,6 +158,9 @@ bool ExcellonProgram::readKeyword(std::string_view line)
     }
     if (name == "ICI") {
         mIncremental = trimmed(fields) == "ON";
+        if (!mIncremental && trimmed(fields) != "OFF") {
+            fail(QStringLiteral("ICI is neither ON nor OFF"));
+        }
         return true;
     }
     const bool isSetup = isWord(name) && name.size() > (comma < line.size() ? 0U : 1U);
@@ -263,6 +271,15 @@ void ExcellonProgram::readCommands(std::string_view line)
     for (int code : words.preparations) {
         preparation(code, words);
     }
+    // The tool moves before it goes down or up.
+    const bool lifts = words.hasCode(16) || words.hasCode(17);
+    const bool lowers = words.hasCode(14) || words.hasCode(15);
+    if (words.hasPlace && mMode == Mode::Move && (words.has(0) || lowers)) {
+        moveTo(words);
+        words.hasPlace = false;
+    } else if (words.hasPlace && mMode == Mode::Cut && lifts) {
+        cutTo(words);
+    }
     for (int code : words.miscellaneous) {
         miscellaneous(code, words);
     }
@@ -347,6 +364,9 @@ void ExcellonProgram::miscellaneous(int code, Words& words)
         mEnded = true;
         break;
     case 1:
+        if (words.hasPlace) {
+            fail(QStringLiteral("coordinates beside the pattern's end"));
+        }
         // Without M25 the pattern begins with the program or where the last one ended.
         endPattern();
         break;
@@ -492,6 +512,9 @@ void ExcellonProgram::defineTool(int number, std::string_view diameter)
     if (known != mToolOfNumber.end()) {
         DrillTool& old = mTools[known->second];
         if (old.diameter == tool.diameter && old.units == tool.units) {
+            if (mInHeader && tool.facts.type && old.facts.type != tool.facts.type) {
+                old.facts.type.reset(); // told to be both
+            }
             return;
         }
         const bool isUsed = std::any_of(mUses.begin(), mUses.end(), [&](const Use& use) {
@@ -535,7 +558,7 @@ void ExcellonProgram::selectTool(int number)
         [&](const Use& use) { return use.tool == tool && use.type == type; });
     mUse = size_t(same - mUses.begin());
     if (same == mUses.end()) {
-        mUses.push_back({tool, type, {}, {}, {}, 0, 0, 0, 0});
+        mUses.push_back({tool, type, {}, {}, {}, {}, {}});
     }
 }
 
@@ -552,6 +575,14 @@ ExcellonProgram::Use& ExcellonProgram::use(const char* what)
     return mUses[*mUse];
 }
 
+void ExcellonProgram::count(qint64 more)
+{
+    mDrilled += more;
+    if (mDrilled > maxDrilled) {
+        fail(QStringLiteral("too many holes and slots, the most are %1").arg(maxDrilled));
+    }
+}
+
 void ExcellonProgram::addHoles(const Words& words)
 {
     if (mMode == Mode::Up) {
@@ -562,13 +593,15 @@ void ExcellonProgram::addHoles(const Words& words)
     if (tool.diameter == 0 && !mComments.remark(tool.number)) {
         fail(QStringLiteral("tool T%1 has no diameter").arg(tool.number));
     }
-    if (to.holes.size() + size_t(qMax(1, words.repeats)) > maxPlaces) {
-        fail(QStringLiteral("too many holes"));
-    }
+    count(qMax(1, words.repeats));
     if (words.repeats == 0) {
         mAt = target(words.x, words.y);
         to.holes.push_back(place(mAt));
+        mAfterHole = true;
         return;
+    }
+    if (!mAfterHole) {
+        fail(QStringLiteral("a repeat that follows no hole"));
     }
     for (int i = 0; i < words.repeats; ++i) {
         mAt = {mAt.x + words.x.value_or(0), mAt.y + words.y.value_or(0)};
@@ -579,6 +612,7 @@ void ExcellonProgram::addHoles(const Words& words)
 void ExcellonProgram::moveTo(const Words& words)
 {
     mHasPlaces = true;
+    mAfterHole = false;
     mAt = target(words.x, words.y);
     place(mAt);
 }
@@ -589,7 +623,9 @@ void ExcellonProgram::beginCut()
     mMode = Mode::Cut;
     if (!mCutting) {
         use("a slot");
+        count(1);
         mCutting = true;
+        mAfterHole = false;
         mCutCompensated = mCompensated;
         mCut = {place(mAt), {}};
     }
@@ -601,12 +637,10 @@ void ExcellonProgram::endCut()
         return;
     }
     mCutting = false;
+    mMode = Mode::Up;
     Use& to = mUses[*mUse];
     // Beside the path the cutter makes an outline whose width is not the tool's.
     (mCutCompensated ? to.contours : to.slotPaths).push_back(std::exchange(mCut, {}));
-    if (to.slotPaths.size() > maxPlaces) {
-        fail(QStringLiteral("too many slots"));
-    }
 }
 
 void ExcellonProgram::cutTo(const Words& words)
@@ -615,6 +649,7 @@ void ExcellonProgram::cutTo(const Words& words)
         fail(QStringLiteral("a repeat within a routed path"));
     }
     const Point to = target(words.x, words.y);
+    count(1);
     mCut.segments.push_back(segmentTo(to, words));
     mAt = to;
 }
@@ -656,19 +691,19 @@ Place ExcellonProgram::arcCentre(const Point& to, const Words& words) const
 void ExcellonProgram::addCannedSlot(const Words& words)
 {
     endCut();
+    if (words.repeats > 0) {
+        fail(QStringLiteral("a repeat of a slot"));
+    }
+    count(1);
+    mAfterHole = false;
     const Point first = target(words.x, words.y);
     if (words.canned == 32 || words.canned == 33) {
-        addCircle(first, words.radius.value_or(0));
+        addCircle(first, words.radius.value_or(0), use("a circle").slotPaths);
         return;
     }
     if (words.canned == 84) {
         // The circle's diameter stands where a second place would.
-        use("a circle").contours.push_back({});
-        mAt = first;
-        const qint64 radius = std::abs(words.x2.value_or(0)) / 2;
-        const Place start = place({first.x + radius, first.y});
-        mUses[*mUse].contours.back() = {
-            start, {{Segment::Shape::CounterClockwise, start, place(first)}}};
+        addCircle(first, std::abs(words.x2.value_or(0)) / 2, use("a circle").contours);
         return;
     }
     if (!words.x2 && !words.y2) {
@@ -681,23 +716,21 @@ void ExcellonProgram::addCannedSlot(const Words& words)
     to.slotPaths.push_back({start, {{Segment::Shape::Line, place(mAt), {}}}});
 }
 
-void ExcellonProgram::addCircle(Point centre, qint64 radius)
+void ExcellonProgram::addCircle(const Point& centre, qint64 radius, std::vector<Path>& to)
 {
     if (radius <= 0) {
-        fail(QStringLiteral("a routed circle without a radius"));
+        fail(QStringLiteral("a routed circle without a size"));
     }
-    Use& to = use("a circle");
     mAt = centre;
     const Place start = place({centre.x + radius, centre.y});
-    to.slotPaths.push_back({start, {{Segment::Shape::Clockwise, start, place(centre)}}});
+    to.push_back({start, {{Segment::Shape::Clockwise, start, place(centre)}}});
 }
 
 void ExcellonProgram::beginPattern()
 {
     endCut();
     for (Use& use : mUses) {
-        use.patternHoles = use.holes.size();
-        use.patternSlots = use.slotPaths.size();
+        use.patternBegin = use.end();
     }
     mPatternAt = {};
 }
@@ -706,11 +739,11 @@ void ExcellonProgram::endPattern()
 {
     endCut();
     for (Use& use : mUses) {
-        use.patternHolesEnd = use.holes.size();
-        use.patternSlotsEnd = use.slotPaths.size();
+        use.patternEnd = use.end();
     }
     mPattern = Pattern::Repeated;
     mPatternAt = {};
+    mAfterHole = false;
 }
 
 /** Each repeat is moved against the last. */
@@ -719,31 +752,42 @@ void ExcellonProgram::repeatPattern(const Point& by, int times)
     if (mPattern != Pattern::Repeated) {
         fail(QStringLiteral("no pattern to repeat"));
     }
+    for (const Use& use : mUses) {
+        count(times * qint64(use.patternEnd.holes - use.patternBegin.holes));
+    }
     for (int i = 0; i < times; ++i) {
         mPatternAt = {mPatternAt.x + by.x, mPatternAt.y + by.y};
-        const auto moved = [&](const Place& from) {
-            return place({from.x + mPatternAt.x, from.y + mPatternAt.y});
-        };
         for (Use& use : mUses) {
-            if (use.holes.size() + use.patternHolesEnd - use.patternHoles > maxPlaces) {
-                fail(QStringLiteral("too many holes"));
-            }
-            for (size_t hole = use.patternHoles; hole < use.patternHolesEnd; ++hole) {
+            const auto& [holes, slotPaths, contours] = use.patternBegin;
+            for (size_t hole = holes; hole < use.patternEnd.holes; ++hole) {
                 use.holes.push_back(moved(use.holes[hole]));
             }
-            for (size_t slot = use.patternSlots; slot < use.patternSlotsEnd; ++slot) {
-                Path path = use.slotPaths[slot];
-                path.start = moved(path.start);
-                for (Segment& segment : path.segments) {
-                    segment.to = moved(segment.to);
-                    if (segment.shape != Segment::Shape::Line) {
-                        segment.centre = moved(segment.centre);
-                    }
-                }
-                use.slotPaths.push_back(std::move(path));
+            for (size_t slot = slotPaths; slot < use.patternEnd.slotPaths; ++slot) {
+                use.slotPaths.push_back(moved(use.slotPaths[slot]));
+            }
+            for (size_t contour = contours; contour < use.patternEnd.contours; ++contour) {
+                use.contours.push_back(moved(use.contours[contour]));
             }
         }
     }
+}
+
+Place ExcellonProgram::moved(const Place& from) const
+{
+    return place({from.x + mPatternAt.x, from.y + mPatternAt.y});
+}
+
+Path ExcellonProgram::moved(const Path& from)
+{
+    count(1 + qint64(from.segments.size()));
+    Path path{moved(from.start), from.segments};
+    for (Segment& segment : path.segments) {
+        segment.to = moved(segment.to);
+        if (segment.shape != Segment::Shape::Line) {
+            segment.centre = moved(segment.centre);
+        }
+    }
+    return path;
 }
 
 /** The finished size; 0 if no one tells it. */
@@ -751,7 +795,7 @@ Size ExcellonProgram::sizeOf(const DrillTool& tool) const
 {
     if (tool.diameter == 0) {
         const ToolRemark* remark = mComments.remark(tool.number);
-        return remark ? remark->size : 0;
+        return remark && remark->size <= maxDiameter ? remark->size : 0;
     }
     const auto units = tool.units ? tool.units : mFormat.units();
     if (!units) {
@@ -819,6 +863,9 @@ void ExcellonProgram::addTo(Layer& layer, Use& use, QStringList& notes) const
     }
     if (use.holes.empty() && use.slotPaths.empty()) {
         return;
+    }
+    if (!use.holes.empty() && sizeOf(drill) == 0) {
+        fail(drill.line, QStringLiteral("tool T%1 has no diameter").arg(drill.number));
     }
     Tool tool;
     tool.number = drill.number;

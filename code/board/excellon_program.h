@@ -45,6 +45,14 @@ private:
         std::optional<Units> units; ///< at its definition; null: those of the file
     };
 
+    /** How much a tool has made. */
+    struct Extent
+    {
+        size_t holes = 0;
+        size_t slotPaths = 0;
+        size_t contours = 0;
+    };
+
     /** A tool as it is selected: the same drill may make plated holes and unplated ones. */
     struct Use
     {
@@ -53,10 +61,10 @@ private:
         std::vector<Place> holes;
         std::vector<Path> slotPaths;
         std::vector<Path> contours;
-        size_t patternHoles = 0; ///< where the pattern that is repeated begins and ends
-        size_t patternHolesEnd = 0;
-        size_t patternSlots = 0;
-        size_t patternSlotsEnd = 0;
+        Extent patternBegin; ///< of the pattern that is repeated
+        Extent patternEnd;
+
+        Extent end() const { return {holes.size(), slotPaths.size(), contours.size()}; }
     };
 
     struct Words;
@@ -100,19 +108,22 @@ private:
     void selectTool(int number);
     Use& use(const char* what);
 
+    void count(qint64 more);
     void addHoles(const Words& words);
     void moveTo(const Words& words);
     void cutTo(const Words& words);
     void beginCut();
     void endCut();
     void addCannedSlot(const Words& words);
-    void addCircle(Point centre, qint64 radius);
+    void addCircle(const Point& centre, qint64 radius, std::vector<Path>& to);
     Segment segmentTo(const Point& to, const Words& words) const;
     Place arcCentre(const Point& to, const Words& words) const;
 
     void beginPattern();
     void endPattern();
     void repeatPattern(const Point& by, int times);
+    Place moved(const Place& from) const;
+    Path moved(const Path& from);
 
     Size sizeOf(const DrillTool& tool) const;
     std::optional<Tolerance> toleranceOf(const DrillTool& tool) const;
@@ -138,6 +149,8 @@ private:
     bool mMayEnd = false; ///< the last line was one that ends some programs
     bool mIncremental = false;
     bool mHasPlaces = false;
+    bool mAfterHole = false; ///< which a repeat would copy
+    qint64 mDrilled = 0;
     Mode mMode = Mode::Drill;
     Segment::Shape mShape = Segment::Shape::Line;
     bool mCompensated = false; ///< the cutter runs beside the path

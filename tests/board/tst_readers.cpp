@@ -204,6 +204,13 @@ private:
         row("path without tool down; a cutter beside its path makes a contour",
             program("T1\nG00X1.Y1.\nG01X2.\nG00X5.\nG41\nM15\nG01X3.\nG40\nM16"),
             "P?0.8 ~1,1>2,1; P~5,1>3,1");
+        row("tool down and up beside places", program("T1\nG00X1.Y1.M15\nG01X2.M16\nG05\nX9."),
+            "P?0.8 9,1 ~1,1>2,1");
+        row("a pattern repeats contours too", program("T1\nX9.\nM25\nX1.Y0.G84X2.\nM01\nM02X5."),
+            "P?0.8 9,0; P~2,0(2,0*1,0; P~7,0(7,0*6,0");
+        row("units by a comment",
+            program("T1\nX1000", "; FORMAT={3:3/ absolute / metric / keep zeros}\nT1C1."),
+            "P?1 1,0");
         row("a skipped block, comments, what sets the machine up",
             program(
                 "(a)\n/\nT1\n/X3.\nT1M06\nM09 ; X1Y1\nM47,X5Y5 GO\nG93X0Y0\nN10X1.Y1.F10\n%\nM18",
@@ -227,8 +234,11 @@ private:
             {"X1.G85X2.", ":5: a slot before a tool"}, {"M50", ":5: unknown command M50"},
             {"X1V1", ":5: no command of a drill file: \"X1V1\""},
             {"T1\nX1.2.3", ":6: X\"1.2.3\" is no coordinate"},
-            {"T1\nR5", ":6: a repeat without a distance"}, {"R10001X1", ":5: R10001 is no"},
-            {"T1\nM25\nX1.\nM02X1.", ":8: no pattern to repeat"},
+            {"T1\nR5", ":6: a repeat without a distance"},
+            {"T1\nR5X1.", ":6: a repeat that follows no"},
+            {"T1\nG00X1.\nM15\nT1\nX2.", ":9: neither a hole"},
+            {"T1\nX0\nM25\nR9999X0\nM01\nM02X0R9999", ":10: too many holes and slots"},
+            {"R10001X1", ":5: R10001 is no"}, {"T1\nM25\nX1.\nM02X1.", ":8: no pattern to repeat"},
             {"T1\nM25\nX1.\nM01\nM02X1.M80", ":9: a pattern that is turned or mirrored"},
             {"T1\nM15\nM16\nX1.", ":8: neither a hole"}, {"T1\nX6000.", ":6: a place further than"},
             {"T1\nG02X5.A1.", ":6: no arc of this radius"},
@@ -248,6 +258,9 @@ private:
                 "\nG37*"),
             "1-2: V0.3 1,0 2,0 ~0,0>0,5)0,7*0,6; P1 ~0,-1>0,1; P~0,0>1,0>0,0");
         row("Gerber: a square hole", gerber("D12*\nX0Y0D03*"), ":6: aperture D12 is not round");
+        row("Gerber: copies", gerber("%SRX1Y10I0J1*%"), ":5: steps and repeats are not read");
+        row("Gerber: format", "%FSLAXZ4Y34*%\n%ADD10C,1*%\nX1D03*\n" + gerber(""),
+            ":1: unknown format");
         row("Gerber: cut off", gerber("D10*\nX0Y0D03*").chopped(5), ":7: the file does not end");
     }
 
