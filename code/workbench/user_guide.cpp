@@ -57,6 +57,7 @@ void showUserGuide(QWidget* parent)
     auto* page = new Page;
     page->setFrameShape(QFrame::NoFrame);
     page->setOpenLinks(false);
+    page->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn); // its room is not a picture's
     QObject::connect(page, &QTextBrowser::anchorClicked, page, [page](const QUrl& link) {
         const QTextCursor heading = headingOf(page->document(), link.fragment());
         if (!heading.isNull()) {
