@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Makes the pictures of the pages: make_images SAMPLES-FOLDER IMAGE-FOLDER
+#include "board_reader.h"
 #include "default_data.h"
 #include "host_session.h"
-#include "ipc2581_reader.h"
 #include "main_window.h"
 
 #include <QApplication>
@@ -112,7 +112,7 @@ void saveBoard(HostSession& session, const QString& samples)
 
 void saveNoModels(HostSession& session, const QString& samples)
 {
-    session.setBoard(readIpc2581(samples + "/sensor.xml"));
+    session.setBoard(readBoard({samples + "/sensor.xml"}));
     QWidget* viewer = session.viewer(session.board().mainStep);
     viewer->resize(900, 620);
     viewer->show();

@@ -55,7 +55,7 @@ struct DrillPlan
     QList<PlanAmount> amounts;
     QStringList rules; ///< the shop's rules that are in force, a line each
     std::vector<StepLayer> layers; ///< pointers in it lie in the board
-    std::vector<PlanRow> rows; ///< by layer, tool, holes before slots
+    std::vector<PlanRow> rows; ///< by layer, holes before slots, tool: as the viewer lists them
 
     const StepTool& tool(const PlanRow& row) const { return layers[row.layer].tools[row.tool]; }
     const Step& boardStep() const { return board->steps[step]; }

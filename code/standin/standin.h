@@ -104,6 +104,14 @@ STANDIN_EXPORT int standin_error_sounds(void);
  */
 STANDIN_EXPORT bool standin_set_catalogue(const char* path);
 
+/* --- Calculator --- */
+
+/** What the calculator gave at its last evaluation.
+ *
+ * @return false if it gave nothing; *value is then as it was
+ */
+STANDIN_EXPORT bool standin_last_value(double* value);
+
 /* --- Failures and counts --- */
 
 /** Lets a host operation fail at its nth call from now on, once.

@@ -5,15 +5,18 @@
 
 #include <exception>
 #include <map>
+#include <optional>
 #include <string>
 
 #include "calculator.h"
 #include "operation.h"
+#include "standin.h"
 
 namespace {
 
 const Operation bcAct("zeb__bc_act");
 Calculator calculator;
+std::optional<double> lastValue;
 
 /** Messages that were given out; callers may keep the pointers. */
 std::map<int, std::string> messages;
@@ -34,15 +37,26 @@ std::string messageOf(int status)
 
 int zeb__bc_act(const char* text, bool, int, double* result)
 {
+    lastValue.reset();
     if (const int status = bcAct.enter())
         return status;
     if (!text)
         return BadArgument;
     try {
-        return calculator.act(text, result);
+        const int status = calculator.act(text, result);
+        if (status == 0 && result)
+            lastValue = *result;
+        return status;
     } catch (const std::exception&) {
         return OutOfMemory;
     }
+}
+
+bool standin_last_value(double* value)
+{
+    if (lastValue)
+        *value = *lastValue;
+    return lastValue.has_value();
 }
 
 InternalException::InternalException(int status)

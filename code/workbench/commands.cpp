@@ -5,44 +5,34 @@
 #include "data_file.h"
 #include "data_start.h"
 #include "default_data.h"
-#include "drill_table.h"
 #include "language.h"
 #include "main_window.h"
 #include "options.h"
+#include "printing.h"
 
 #include <QApplication>
 #include <QFileInfo>
 #include <QStandardPaths>
-#include <cstdio>
 
 namespace {
 
-void warn(const QString& message)
+/** The shop's rules with the changes of this run. */
+ShopRules shopRules(const Options& options, const QString& dataDir)
 {
-    fprintf(stderr, "%s\n", message.toUtf8().constData());
-}
-
-int print(const QString& text)
-{
-    const QByteArray bytes = text.toUtf8();
-    fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout);
-    return fflush(stdout) == 0 ? 0 : fail("the output can't be written");
-}
-
-size_t chosenStep(const Options& options, const Board& board)
-{
-    if (!options.isSet(options.step)) {
-        return board.mainStep;
-    }
-    QStringList names;
-    for (size_t i = 0; i < board.steps.size(); ++i) {
-        if (board.steps[i].name == options.value(options.step)) {
-            return i;
+    ShopRules rules = ShopRules::load(dataDir);
+    const auto change = [&options](const QCommandLineOption& option, const auto& apply) {
+        for (const QString& value : options.parser.values(option)) {
+            try {
+                apply(value);
+            } catch (const RulesError& error) {
+                throw RulesError(QStringLiteral("--%1: %2")
+                                     .arg(option.names().first(), QString::fromUtf8(error.what())));
+            }
         }
-        names << board.steps[i].name;
-    }
-    throw HostError(HostSession::tr("no step \"%1\"; there are: %2")
-                        .arg(options.value(options.step), names.join(", ")));
+    };
+    change(options.tolerance, [&](const QString& value) { rules.changeTolerances(value); });
+    change(options.viasUpTo, [&](const QString& value) { rules.changeViasUpTo(value); });
+    return rules;
 }
 
 /** The chosen step with the chosen units and model. */
@@ -50,68 +40,12 @@ size_t setUpStep(const Options& options, HostSession& session)
 {
     const size_t step = chosenStep(options, session.board());
     if (options.isSet(options.units)) {
-        session.setUnits(
-            step, options.value(options.units) == "inch" ? Units::Inch : Units::Metric);
+        session.setUnits(step, unitsOf(options, options.units));
     }
     if (options.isSet(options.model)) {
         session.selectModel(step, options.value(options.model));
     }
     return step;
-}
-
-QString leftOutText(const Step& step)
-{
-    QString text;
-    if (step.slotsLeftOut > 0) {
-        text += QStringLiteral("slots left out: %1 (no one tool drills a slot)\n")
-                    .arg(step.slotsLeftOut);
-    }
-    if (step.holesLeftOut > 0) {
-        text += QStringLiteral("holes left out: %1 (on layers that are not drilled)\n")
-                    .arg(step.holesLeftOut);
-    }
-    return text;
-}
-
-int printTable(const Options& options, HostSession& session)
-{
-    const size_t index = setUpStep(options, session);
-    const Step& step = session.board().steps[index];
-    const QString model = session.selectedModel(index);
-    if (model.isEmpty()) {
-        return fail("no drill tool model is selected; the models file may be empty or unreadable");
-    }
-    const DrillTable table(session, index, model);
-    const QString leftOut = leftOutText(step);
-    int status = 0;
-    if (options.isSet(options.csv)) {
-        status = print(table.toCsv());
-        fputs(leftOut.toUtf8().constData(), stderr);
-    } else {
-        status = print(QStringLiteral("%1, step %2, model %3\n\n%4%5%6")
-                           .arg(session.board().job, step.name, model, table.toText(),
-                               leftOut.isEmpty() ? "" : "\n", leftOut));
-    }
-    if (table.toolsWithoutDrill() > 0) {
-        return fail(QStringLiteral("%1 tools have no drill size by model \"%2\" and its formula")
-                        .arg(table.toolsWithoutDrill())
-                        .arg(model));
-    }
-    return status;
-}
-
-int printModels(HostSession& session)
-{
-    if (session.board().steps.empty()) {
-        Board board; // models are those of any step
-        board.steps.emplace_back().name = QStringLiteral("models");
-        session.setBoard(std::move(board));
-    }
-    QString text;
-    for (const QString& model : session.models(session.board().mainStep)) {
-        text += model + '\n';
-    }
-    return print(text);
 }
 
 int showWindow(const Options& options, HostSession& session, const QStringList& paths)
@@ -121,9 +55,15 @@ int showWindow(const Options& options, HostSession& session, const QStringList& 
         return 0;
     }
     MainWindow window(session);
+    window.setReadOptions(readOptions(options));
     window.remember();
     window.show();
     start.repair();
+    window.guard([&] {
+        window.lockRules(true); // until it is known that their file is whole
+        session.setRules(shopRules(options, session.dataDir()));
+        window.lockRules(false);
+    });
     if (paths.isEmpty()) {
         window.reopenLastBoard();
     } else {
@@ -136,7 +76,9 @@ int showWindow(const Options& options, HostSession& session, const QStringList& 
 
 int takeScreenshot(const Options& options, HostSession& session, const QStringList& paths)
 {
+    session.setRules(shopRules(options, session.dataDir()));
     MainWindow window(session);
+    window.setReadOptions(readOptions(options));
     if (!paths.isEmpty()) {
         window.openBoard(paths, [&] { return setUpStep(options, session); });
     }
@@ -163,34 +105,47 @@ void prepareData(const Options& options, const QString& dataDir)
     }
 }
 
+/** The reason why options don't go together; empty: they do. */
+QString contradiction(const Options& options)
+{
+    const bool hasBoards = options.isSet(options.boards);
+    const bool hasPaths = !options.parser.positionalArguments().isEmpty();
+    if (hasBoards && (!options.isSet(options.csv) || hasPaths)) {
+        return QStringLiteral("--boards goes with --csv, and instead of a board");
+    }
+    if (options.wantsPlan() && !hasBoards && !hasPaths) {
+        return QStringLiteral("a board file is needed");
+    }
+    if (options.isSet(options.strict) && !options.wantsPlan()) {
+        return QStringLiteral("--strict needs --table, --csv or --json");
+    }
+    return {};
+}
+
 } // namespace
 
 int run(const Options& options)
 {
+    if (const QString reason = contradiction(options); !reason.isEmpty()) {
+        return fail(reason);
+    }
+    if (options.isSet(options.units)) {
+        unitsOf(options, options.units); // before anything is read or made
+    }
     const QStringList paths = options.parser.positionalArguments();
-    const bool wantsTable = options.isSet(options.table) || options.isSet(options.csv);
-    if (wantsTable && paths.isEmpty()) {
-        return fail("a board file is needed");
-    }
-    const QString units = options.value(options.units);
-    if (options.isSet(options.units) && units != "inch" && units != "metric") {
-        return fail(QStringLiteral("no units \"%1\"; there are: inch, metric").arg(units));
-    }
-
     const QString dataDir = options.isSet(options.data)
         ? options.value(options.data)
         : QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
     if (dataDir.isEmpty()) {
         return fail("the name of the data folder is empty");
     }
-    const bool wantsModels = options.isSet(options.models);
+    // What is printed is for scripts too, and always English.
+    const bool prints = options.wantsPlan() || options.isSet(options.models);
     Board board;
-    if ((wantsTable || wantsModels) && !paths.isEmpty()) {
-        board = readBoard(paths);
+    if (prints && !paths.isEmpty()) {
+        board = readBoard(paths, readOptions(options));
     }
     prepareData(options, dataDir);
-    // What is printed is for scripts too, and always English.
-    const bool prints = wantsTable || wantsModels;
     const QString language = options.isSet(options.language) ? options.value(options.language)
         : prints                                             ? QString()
                                                              : systemLanguage();
@@ -206,15 +161,14 @@ int run(const Options& options)
     }
     QObject::connect(&session, &HostSession::logged, [](const QString& level, const QString& text) {
         if (level == "ERROR") {
-            fail(text);
+            warn(text);
         }
     });
-    session.setBoard(std::move(board));
-    return wantsModels ? printModels(session) : printTable(options, session);
-}
-
-int fail(const QString& message)
-{
-    warn(message);
-    return 1;
+    session.setRules(shopRules(options, dataDir));
+    openCalculator(session);
+    if (options.isSet(options.models)) {
+        return printModels(session);
+    }
+    return options.isSet(options.boards) ? printBoards(options, session)
+                                         : printPlan(options, session, board);
 }

@@ -9,11 +9,8 @@ struct Options;
 /** Does what the command line asks for.
  *
  * @return the program's exit status
- * @throws BoardError, HostError
+ * @throws BoardError, HostError, PanelError, RulesError
  */
 int run(const Options& options);
-
-/** Tells on standard error what is wrong; the exit status that goes with it. */
-int fail(const QString& message);
 
 #endif

@@ -2,6 +2,7 @@
 #include "default_data.h"
 
 #include "data_file.h"
+#include "shop_rules.h"
 
 #include <QFileInfo>
 #include <QXmlStreamWriter>
@@ -83,24 +84,24 @@ void writeModels(QXmlStreamWriter& xml)
 
 void writeBits(QXmlStreamWriter& xml)
 {
-    const auto writeBit = [&](const QString& designation, double inches, bool approved) {
+    const auto writeBit = [&](const QString& designation, double inches) {
         xml.writeEmptyElement("Drill");
         xml.writeAttribute("designation", designation);
         xml.writeAttribute("millimeters", QString::number(inches * 25.4, 'g', 6));
-        // With four decimals some metric drills would take the places of number drills.
-        xml.writeAttribute("inches", QString::number(inches, 'f', 5));
-        xml.writeAttribute("approved", approved ? "yes" : "no");
+        // As many digits as the module keeps of them.
+        xml.writeAttribute("inches", QString::number(inches, 'g', 6));
+        xml.writeAttribute("approved", "yes");
     };
     xml.writeStartElement("DrillSizeTable");
     for (int size = 10; size <= 635; size += 5) {
         // Large drills are stocked in steps of a tenth.
-        writeBit(
-            QString::number(size / 100.0, 'f', 2), size / 2540.0, size <= 320 || size % 10 == 0);
+        if (size <= 320 || size % 10 == 0) {
+            writeBit(QString::number(size / 100.0, 'f', 2), size / 2540.0);
+        }
     }
-    for (int number = 80; number >= 1; --number) {
-        // The finest break too easily in laminate, the largest are hardly asked for.
-        writeBit(QStringLiteral("#%1").arg(number), numberDrills[number - 1] / 10000.0,
-            number <= 76 && number > 8);
+    // The finest break too easily in laminate, the largest are hardly asked for.
+    for (int number = 76; number > 8; --number) {
+        writeBit(QStringLiteral("#%1").arg(number), numberDrills[number - 1] / 10000.0);
     }
     xml.writeEndElement();
 }
@@ -123,5 +124,15 @@ QString create(const DataFile& file, const std::function<void(QXmlStreamWriter&)
 QString createDefaultData(const QString& dataDir)
 {
     const QString error = create(DataFile(dataDir, DataFile::Kind::Models), writeModels);
-    return error.isEmpty() ? create(DataFile(dataDir, DataFile::Kind::Bits), writeBits) : error;
+    if (!error.isEmpty()) {
+        return error;
+    }
+    if (!QFileInfo::exists(ShopRules::path(dataDir))) {
+        try {
+            ShopRules::starter().save(dataDir);
+        } catch (const RulesError& failure) {
+            return QString::fromUtf8(failure.what());
+        }
+    }
+    return create(DataFile(dataDir, DataFile::Kind::Bits), writeBits);
 }

@@ -7,10 +7,15 @@
 #include "standin.h"
 #include "vex_data.h"
 
+#include <QCheckBox>
 #include <QCoreApplication>
 #include <QDir>
 #include <QLibrary>
+#include <QLineEdit>
 #include <QTableWidget>
+#include <algorithm>
+#include <cmath>
+#include <limits>
 
 HostSession* HostSession::sSession = nullptr;
 
@@ -126,22 +131,59 @@ void HostSession::setUpHost()
 
 void HostSession::setBoard(Board board)
 {
-    mSteps.clear();
-    mBoard = std::move(board);
+    auto own = std::make_unique<Board>(std::move(board));
+    std::vector<OpenStep> steps;
+    for (size_t i = 0; i < own->steps.size(); ++i) {
+        steps.push_back(
+            {0, own->units, draftPlan(*own, i, mRules), std::make_unique<ParentViewer>(), {}});
+    }
+    mSteps = std::move(steps);
+    mBoard = std::move(own);
+    mChoices.clear();
+    fillHost();
+}
+
+void HostSession::setRules(const ShopRules& rules)
+{
+    mRules = rules;
+    for (size_t i = 0; i < mSteps.size(); ++i) {
+        mSteps[i].draft = draftPlan(*mBoard, i, mRules, mChoices);
+    }
+    fillHost();
+}
+
+void HostSession::chooseType(const QString& layer, const Tool& tool, std::optional<HoleType> type)
+{
+    mChoices.removeIf([&](const TypeChoice& choice) {
+        return choice.layer == layer && choice.tool.isLike(tool);
+    });
+    if (type) {
+        mChoices << TypeChoice{layer, tool, *type};
+    }
+    setRules(ShopRules(mRules));
+}
+
+/** Puts the board's steps into a host that starts anew. */
+void HostSession::fillHost()
+{
     setUpHost();
-    standin_set_job(mBoard.job.toUtf8().constData());
-    for (const Step& step : mBoard.steps) {
-        const int stpid = standin_add_step(step.name.toUtf8().constData(), int(mBoard.units));
-        for (const Layer& layer : step.layers) {
-            const int layerId = standin_add_layer(stpid, layer.name.toUtf8().constData());
-            for (const Tool& tool : layer.tools) {
-                const auto [type, subType] = hostType(tool.type);
-                const standin_tool hostTool{
-                    type, subType, tool.minusTol, tool.plusTol, tool.finishedSize, int(tool.count)};
-                standin_add_tool(layerId, &hostTool);
+    standin_set_job(mBoard->job.toUtf8().constData());
+    for (OpenStep& step : mSteps) {
+        const DrillPlan& draft = step.draft;
+        step.stpid = standin_add_step(draft.boardStep().name.toUtf8().constData(), int(step.units));
+        const PlanRow* last = nullptr;
+        int layer = 0;
+        for (const PlanRow& row : draft.rows) {
+            if (!last || last->layer != row.layer || last->isSlot != row.isSlot) {
+                layer =
+                    standin_add_layer(step.stpid, hostLayerName(draft, row).toUtf8().constData());
             }
+            last = &row;
+            const auto [type, subType] = hostType(row.type);
+            const standin_tool tool{type, subType, row.tolerance.minus, row.tolerance.plus,
+                row.finishedSize, int(row.count)};
+            standin_add_tool(layer, &tool);
         }
-        mSteps.push_back({stpid, mBoard.units, std::make_unique<ParentViewer>(), {}});
     }
 }
 
@@ -156,25 +198,12 @@ void HostSession::setUnits(size_t step, Units units)
     emit open.parent->unitsChanged(units == Units::Inch ? ZEB_UNITS_MILS : ZEB_UNITS_MICRONS);
 }
 
-QString HostSession::sizeText(size_t step, int size) const
-{
-    int stepNumber = -1;
-    double number = 0;
-    check(vex__data_stpid2vex_num(mSteps.at(step).stpid, &stepNumber), "number a step");
-    check(vex__size_p2milmicron(stepNumber, size, 1, &number), "convert a size");
-    QString text = QString::number(number, 'f', 3);
-    while (text.endsWith('0')) {
-        text.chop(1);
-    }
-    return text.endsWith('.') ? text.chopped(1) : text;
-}
-
 QWidget* HostSession::viewer(size_t step)
 {
     OpenStep& open = mSteps.at(step);
     if (!open.viewer) {
         BroxViewer* viewer = nullptr;
-        open.viewer = mGuard.open(mBoard.steps.at(step).name, [&] {
+        open.viewer = mGuard.open(mBoard->steps.at(step).name, [&] {
             check(mModule->open(open.stpid), "open a viewer");
             check(mModule->get(open.stpid, &viewer), "give a viewer");
             return reinterpret_cast<QWidget*>(viewer);
@@ -225,13 +254,20 @@ QStringList HostSession::models(size_t step)
 
 namespace {
 
-QTableWidget* modelTable(QWidget* viewer)
+/** A widget of a viewer. */
+template <typename Widget>
+Widget* part(const QWidget* viewer, const char* name)
 {
-    auto* table = viewer->findChild<QTableWidget*>("broxModelTableWidget");
-    if (!table) {
-        throw HostError(QStringLiteral("the viewer has no models table"));
+    auto* widget = viewer->findChild<Widget*>(name);
+    if (!widget) {
+        throw HostError(QStringLiteral("the viewer has no %1").arg(QLatin1String(name)));
     }
-    return table;
+    return widget;
+}
+
+QTableWidget* modelTable(const QWidget* viewer)
+{
+    return part<QTableWidget>(viewer, "broxModelTableWidget");
 }
 
 } // namespace
@@ -257,16 +293,76 @@ void HostSession::selectModel(size_t step, const QString& model)
             : tr("no model \"%1\"; there are: %2").arg(model, known.join(", ")));
 }
 
-HostSession::Drill HostSession::drill(size_t step, const QString& model, const Tool& tool)
+DrillPlan HostSession::plan(size_t step)
 {
-    viewer(step);
+    DrillPlan plan = draft(step);
+    plan.units = units(step);
+    calculate(plan, step);
+    return plan;
+}
+
+void HostSession::calculate(DrillPlan& draft, size_t step)
+{
+    describeModel(draft, step);
+    for (PlanRow& row : draft.rows) {
+        calculateRow(draft, row, step);
+        std::sort(row.flags.begin(), row.flags.end());
+    }
+    numberProgramTools(draft);
+}
+
+/** Reads what the viewer shows of its selected model, which is what the module goes by. */
+void HostSession::describeModel(DrillPlan& plan, size_t step)
+{
+    plan.model = selectedModel(step);
+    plan.unsaved = hasUnsaved(step);
+    const auto* formula = part<QLineEdit>(viewer(step), "dhsLineEdit");
+    plan.formula = formula->text();
+    plan.usesBits = part<QCheckBox>(viewer(step), "useBitFileCheckBox")->isChecked();
+    const auto* table = part<QTableWidget>(viewer(step), "amountsTableWidget");
+    for (int row = 0; row < table->rowCount(); ++row) {
+        const auto size = [&](int column) {
+            const QTableWidgetItem* item = table->item(row, column);
+            return item ? Size(item->data(Qt::UserRole).toInt()) : 0;
+        };
+        if (table->item(row, 0)) {
+            plan.amounts << PlanAmount{
+                table->verticalHeaderItem(row)->text(), size(0), size(1), size(2)};
+        }
+    }
+}
+
+void HostSession::calculateRow(const DrillPlan& plan, PlanRow& row, size_t step)
+{
     int size = 0;
     char bit[8] = "";
-    const auto [type, subType] = hostType(tool.type);
-    check(mModule->calcDrillSize(mSteps.at(step).stpid, model.toLocal8Bit().constData(), type,
-              subType, tool.minusTol, tool.plusTol, tool.finishedSize, &size, bit),
-        "calculate a drill size");
-    return {size, QString::fromLocal8Bit(bit)};
+    const auto [type, subType] = hostType(row.type);
+    if (!plan.model.isEmpty()) {
+        check(mModule->calcDrillSize(mSteps.at(step).stpid, plan.model.toLocal8Bit().constData(),
+                  type, subType, row.tolerance.minus, row.tolerance.plus, row.finishedSize, &size,
+                  bit),
+            "calculate a drill size");
+    }
+    if (size <= 0) {
+        row.flags << PlanFlag::NoSize;
+        return;
+    }
+    row.drillSize = size;
+    row.bit = QString::fromLocal8Bit(bit);
+    if (!plan.usesBits) {
+        return;
+    }
+    // The size is the bit's by now. What the formula gave, about which the tolerances lie, only
+    // the host's calculator still knows.
+    double value = 0;
+    standin_last_value(&value);
+    value = std::trunc(std::clamp<double>(
+        value, std::numeric_limits<Size>::min(), std::numeric_limits<Size>::max()));
+    if (row.bit.isEmpty() && size == value) {
+        row.flags << PlanFlag::NoBit;
+    } else if (size < value - row.tolerance.minus || size > value + row.tolerance.plus) {
+        row.flags << PlanFlag::OutOfTolerance;
+    }
 }
 
 void HostSession::log(const char* level, const char* text, void* session)
@@ -287,7 +383,7 @@ void HostSession::modelRenamedOrDeleted(int stepNumber, const char* oldName, con
             || number != stepNumber) {
             continue;
         }
-        const QString& step = sSession->mBoard.steps[i].name;
+        const QString& step = sSession->mBoard->steps[i].name;
         if (newName) {
             emit sSession->modelRenamed(step, from, QString::fromLocal8Bit(newName));
         } else {

@@ -2,8 +2,8 @@
 #ifndef HOST_SESSION_H
 #define HOST_SESSION_H
 
-#include "board.h"
 #include "data_guard.h"
+#include "step_plan.h"
 #include "zeb_lowlevel.h"
 
 #include <QObject>
@@ -56,17 +56,36 @@ public:
 
     QString dataDir() const { return QString::fromUtf8(mDataDir); }
 
-    /** Replaces the job; every viewer must be closed. */
+    /** Replaces the job; every viewer must be closed. Types that were chosen are forgotten.
+     *
+     * @throws PanelError  and all stays as it was
+     */
     void setBoard(Board board);
-    const Board& board() const { return mBoard; }
+    const Board& board() const { return *mBoard; }
+
+    /** The rules of the shop; none at first. */
+    const ShopRules& rules() const { return mRules; }
+
+    /** Lets other rules act on all steps; every viewer must be closed. */
+    void setRules(const ShopRules& rules);
+
+    /** Gives a tool of the board another type, or its own again; every viewer must be closed. */
+    void chooseType(const QString& layer, const Tool& tool, std::optional<HoleType> type);
+
+    /** A step's tools after the rules, without drills; rows as its viewer lists them. */
+    const DrillPlan& draft(size_t step) const { return mSteps.at(step).draft; }
+
+    /** What the selected model and the current formula of a step's viewer make of the step, saved
+     *  or not. Nothing that the viewer shows is changed. */
+    DrillPlan plan(size_t step);
+
+    /** Fills in the drills of a draft, which may be that of another board, by a step's viewer. */
+    void calculate(DrillPlan& draft, size_t step);
 
     Units units(size_t step) const { return mSteps.at(step).units; }
 
     /** Changes a step's units and tells its viewer. */
     void setUnits(size_t step, Units units);
-
-    /** A size as the user reads it, in mils or microns by the step's units. */
-    QString sizeText(size_t step, int size) const;
 
     /** The step's viewer, which is opened if there is none yet. */
     QWidget* viewer(size_t step);
@@ -91,13 +110,6 @@ public:
     /** Selects a model in the step's viewer, as a user does. */
     void selectModel(size_t step, const QString& model);
 
-    struct Drill
-    {
-        int size; ///< 0 if model and formula give none
-        QString bit; ///< designation, empty if no bit was chosen
-    };
-    Drill drill(size_t step, const QString& model, const Tool& tool);
-
 signals:
     void logged(const QString& level, const QString& text);
     void modelRenamed(const QString& step, const QString& oldName, const QString& newName);
@@ -108,11 +120,15 @@ private:
     {
         int stpid;
         Units units;
+        DrillPlan draft;
         std::unique_ptr<ParentViewer> parent;
         QPointer<QWidget> viewer;
     };
     struct Module;
 
+    void fillHost();
+    void describeModel(DrillPlan& plan, size_t step);
+    void calculateRow(const DrillPlan& plan, PlanRow& row, size_t step);
     void setUpHost();
     static void log(const char* level, const char* text, void* session);
     static void modelRenamedOrDeleted(int stepNumber, const char* oldName, const char* newName);
@@ -123,7 +139,9 @@ private:
     QByteArray mCatalogue; ///< path; null for the module's own texts
     DataGuard mGuard;
     std::unique_ptr<Module> mModule;
-    Board mBoard;
+    std::unique_ptr<Board> mBoard = std::make_unique<Board>(); ///< drafts point into it
+    ShopRules mRules;
+    QList<TypeChoice> mChoices;
     std::vector<OpenStep> mSteps;
 };
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "commands.h"
 #include "options.h"
+#include "printing.h"
 
 #include <QApplication>
 

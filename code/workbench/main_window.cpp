@@ -6,6 +6,7 @@
 #include "host_session.h"
 #include "log_dock.h"
 #include "recent_boards.h"
+#include "rules_dialog.h"
 #include "step_tabs.h"
 
 #include <QActionGroup>
@@ -34,21 +35,21 @@ constexpr double shareOfScreen = 0.9; // the rest is for frames, which no screen
 const char geometryKey[] = "geometry";
 const char stateKey[] = "state";
 
-QString contentText(const Step& step)
+QString contentText(const DrillPlan& draft)
 {
-    qint64 tools = 0;
     qint64 holes = 0;
-    for (const Layer& layer : step.layers) {
-        tools += qint64(layer.tools.size());
-        for (const Tool& tool : layer.tools) {
-            holes += tool.count;
-        }
+    qint64 slotPaths = 0;
+    for (const PlanRow& row : draft.rows) {
+        (row.isSlot ? slotPaths : holes) += row.count;
     }
-    return MainWindow::tr("Step %1: %2 tools, %3 holes, %4 slots left out")
-        .arg(step.name)
-        .arg(tools)
-        .arg(holes)
-        .arg(step.slotsLeftOut);
+    QStringList parts = {MainWindow::tr("Step %1: %2 tools, %3 holes, %4 slots")
+                             .arg(draft.boardStep().name)
+                             .arg(draft.rows.size())
+                             .arg(holes)
+                             .arg(slotPaths)};
+    parts << assumedText(draft) << leftOut(draft);
+    parts.removeAll(QString());
+    return parts.join("; ");
 }
 
 QStringList localFiles(const QMimeData* data)
@@ -111,6 +112,10 @@ void MainWindow::createPages()
     connect(mTabs, &QTabWidget::tabCloseRequested, this,
         [this](int tab) { guard([&] { mTabs->closeTab(tab); }); });
     connect(mTabs, &StepTabs::stepChanged, this, &MainWindow::followStep);
+    connect(mTabs, &StepTabs::typeChosen, this,
+        [this](const QString& layer, const Tool& tool, std::optional<HoleType> type) {
+            guard([&] { mTabs->remake([&] { mSession.chooseType(layer, tool, type); }); });
+        });
 
     auto* centre = new QWidget;
     auto* layout = new QVBoxLayout(centre);
@@ -176,11 +181,13 @@ bool MainWindow::openBoard(const QStringList& paths, const std::function<size_t(
     dialog.setValue(0);
     Board board;
     try {
-        board = readBoard(paths, [&](qint64 done, qint64 total) {
+        ReadOptions options = mReadOptions;
+        options.progress = [&](qint64 done, qint64 total) {
             // The last step would close the dialog before the end.
             dialog.setValue(total > 0 ? int((progressSteps - 1) * done / total) : 0);
             return !dialog.wasCanceled();
-        });
+        };
+        board = readBoard(paths, options);
     } catch (const BoardCancelled&) {
         return false;
     }
@@ -199,7 +206,39 @@ bool MainWindow::openBoard(const QStringList& paths, const std::function<size_t(
     listSteps();
     followStep();
     mTabs->openStep(chooseStep ? chooseStep() : mSession.board().mainStep);
+    tellNotes();
     return true;
+}
+
+/** What the reader has to say, and what was assumed, for the log. */
+void MainWindow::tellNotes()
+{
+    for (const QString& note : mSession.board().notes) {
+        mLog->add("NOTE", note);
+    }
+    if (const std::optional<size_t> step = mTabs->currentStep()) {
+        const QString assumed = assumedText(mSession.draft(*step));
+        if (!assumed.isEmpty()) {
+            mLog->add("NOTE", assumed);
+        }
+    }
+}
+
+void MainWindow::lockRules(bool locked)
+{
+    mRulesAction->setEnabled(!locked);
+}
+
+void MainWindow::editRules()
+{
+    RulesDialog dialog(mSession.rules(), this);
+    if (dialog.exec() == QDialog::Accepted && dialog.rules() != mSession.rules()) {
+        mTabs->remake([&] {
+            dialog.rules().save(mSession.dataDir());
+            mSession.setRules(dialog.rules());
+        });
+        followStep();
+    }
 }
 
 /** Menus, title and status bar tell of the step in front, or that there is none. */
@@ -215,7 +254,7 @@ void MainWindow::followStep()
     setWindowModified(mTabs->hasUnsaved());
     mUnits->setEnabled(step.has_value());
     mCloseStep->setEnabled(step.has_value());
-    mContent->setText(step ? contentText(mSession.board().steps[*step]) : QString());
+    mContent->setText(step ? contentText(mSession.draft(*step)) : QString());
     if (step) {
         (mSession.units(*step) == Units::Inch ? mInch : mMetric)->setChecked(true);
     }

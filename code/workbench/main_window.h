@@ -2,6 +2,8 @@
 #ifndef MAIN_WINDOW_H
 #define MAIN_WINDOW_H
 
+#include "reading.h"
+
 #include <QMainWindow>
 #include <QStringList>
 #include <functional>
@@ -43,8 +45,14 @@ public:
      */
     bool openBoard(const QStringList& paths, const std::function<size_t()>& chooseStep = {});
 
+    /** How boards are read from now on. */
+    void setReadOptions(const ReadOptions& options) { mReadOptions = options; }
+
     /** Runs a user's command; what can't be done is told in a box. */
     void guard(const std::function<void()>& work);
+
+    /** Keeps the rules of the shop from being edited, or no longer. */
+    void lockRules(bool locked);
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -61,8 +69,10 @@ private:
     void createPages();
 
     void chooseBoard();
+    void editRules();
     void setUnits(QAction* action);
     void followStep();
+    void tellNotes();
     void tell(const QString& level, const QString& text);
 
     HostSession& mSession;
@@ -78,7 +88,9 @@ private:
     QAction* mInch = nullptr;
     QAction* mMetric = nullptr;
     QAction* mCloseStep = nullptr;
+    QAction* mRulesAction = nullptr;
     QStringList mBoardPaths;
+    ReadOptions mReadOptions;
     bool mRemember = false;
 };
 

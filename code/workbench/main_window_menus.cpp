@@ -46,6 +46,8 @@ void MainWindow::createFileMenu()
     open->setShortcut(QKeySequence::Open);
     mRecentMenu = file->addMenu(tr("Open &Recent"));
     connect(file, &QMenu::aboutToShow, this, &MainWindow::listRecentBoards);
+    mRulesAction =
+        file->addAction(tr("Shop &Rules..."), this, [this] { guard([&] { editRules(); }); });
     mCloseStep = file->addAction(tr("&Close Step"), this,
         [this] { guard([&] { mTabs->closeTab(mTabs->currentIndex()); }); });
     // The standard keys for these two differ from desktop to desktop, and may be none.

@@ -15,16 +15,30 @@ struct Options
     /** Whether a window is to stay on the screen. */
     bool wantsWindow() const
     {
-        return !isSet(table) && !isSet(csv) && !isSet(models) && !isSet(screenshot) && !isSet(help)
+        return !wantsPlan() && !isSet(models) && !isSet(screenshot) && !isSet(help)
             && !isSet(version);
     }
 
+    /** Whether drill sizes are to be calculated and told. */
+    bool wantsPlan() const { return isSet(table) || isSet(csv) || isSet(json); }
+
     QCommandLineOption table{"table", "Print the drill tools with their drill sizes."};
     QCommandLineOption csv{"csv", "The same as comma-separated values."};
+    QCommandLineOption json{"json", "All of it as JSON."};
+    QCommandLineOption strict{"strict",
+        "End with status 2, and write no file, if a tool has no size or no bit that fits."};
+    QCommandLineOption boards{
+        "boards", "With --csv: all boards of a list, a name a line; - reads it.", "list"};
     QCommandLineOption models{"models", "List the drill tool models."};
     QCommandLineOption step{"step", "Take this step instead of the main one.", "name"};
     QCommandLineOption model{"model", "Select this model in the viewer.", "name"};
     QCommandLineOption units{"units", "Units of the step: inch or metric.", "units"};
+    QCommandLineOption fileUnits{
+        "file-units", "Units of drill files that tell none: inch or metric.", "units"};
+    QCommandLineOption tolerance{"tolerance",
+        "Tolerance where the board tells none: none, or such as plated=-0.05/+0.10 (mm).", "rule"};
+    QCommandLineOption viasUpTo{
+        "vias-up-to", "Plated holes up to this size (mm) are vias where none are told.", "size"};
     QCommandLineOption data{"data", "Folder of models and bits; filled if empty.", "folder"};
     QCommandLineOption language{
         "language", "Language of the window: de or en; else the system's.", "language"};

@@ -2,11 +2,13 @@
 #include "step_tabs.h"
 
 #include "host_session.h"
+#include "job_table.h"
 
 #include <QScrollArea>
 #include <QTabBar>
 #include <QTableWidget>
 #include <algorithm>
+#include <exception>
 
 StepTabs::StepTabs(HostSession& session)
     : mSession(session)
@@ -34,19 +36,66 @@ void StepTabs::openStep(size_t step)
             return;
         }
     }
+    mSession.viewer(step); // without it there is no tab
+    auto* page = new QScrollArea;
+    page->setFrameShape(QFrame::NoFrame);
+    page->setWidgetResizable(true);
+    page->setProperty("step", QVariant::fromValue(step));
+    const int tab = addTab(page, titleOf(step));
+    fill(tab);
+    setCurrentIndex(tab);
+    if (auto* jobTable = page->findChild<QTableWidget*>("jobDrillDataTableWidget")) {
+        jobTable->setFocus();
+    }
+}
+
+/** Puts a step's viewer into its tab. */
+void StepTabs::fill(int tab)
+{
+    const size_t step = stepOf(tab);
     QWidget* viewer = mSession.viewer(step);
     // Below a share of the size that the viewer comes with its parts are cut: a small screen, or
     // one with a large scale, scrolls instead.
     viewer->setMinimumSize(viewer->width(), viewer->height() / 2);
-    auto* page = new QScrollArea;
-    page->setFrameShape(QFrame::NoFrame);
-    page->setWidgetResizable(true);
-    page->setWidget(viewer);
-    page->setProperty("step", QVariant::fromValue(step));
-    setCurrentIndex(addTab(page, titleOf(step)));
-    if (auto* jobTable = viewer->findChild<QTableWidget*>("jobDrillDataTableWidget")) {
-        jobTable->setFocus();
+    static_cast<QScrollArea*>(widget(tab))->setWidget(viewer);
+    auto* jobTable = new JobTable(viewer, mSession.draft(step));
+    connect(jobTable, &JobTable::typeChosen, this,
+        [this](const QString& layer, const Tool& tool, std::optional<HoleType> type) {
+            // Later: the viewer that asks will be closed for it.
+            QMetaObject::invokeMethod(
+                this, [=, this] { emit typeChosen(layer, tool, type); }, Qt::QueuedConnection);
+        });
+}
+
+bool StepTabs::remake(const std::function<void()>& change)
+{
+    QStringList models;
+    for (int tab = 0; tab < count(); ++tab) {
+        if (!mSession.canClose(stepOf(tab))) {
+            return false;
+        }
+        models << mSession.selectedModel(stepOf(tab));
     }
+    for (int tab = 0; tab < count(); ++tab) {
+        mSession.closeViewer(stepOf(tab));
+    }
+    std::exception_ptr failure;
+    try {
+        change();
+    } catch (...) {
+        failure = std::current_exception(); // the viewers come back all the same
+    }
+    for (int tab = 0; tab < count(); ++tab) {
+        fill(tab);
+        if (mSession.models(stepOf(tab)).contains(models[tab])) {
+            mSession.selectModel(stepOf(tab), models[tab]);
+        }
+    }
+    markUnsaved();
+    if (failure) {
+        std::rethrow_exception(failure);
+    }
+    return true;
 }
 
 void StepTabs::markUnsaved()

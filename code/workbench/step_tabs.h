@@ -2,7 +2,10 @@
 #ifndef STEP_TABS_H
 #define STEP_TABS_H
 
+#include "board.h"
+
 #include <QTabWidget>
+#include <functional>
 #include <optional>
 
 class HostSession;
@@ -43,7 +46,18 @@ public:
      */
     bool closeAll();
 
+    /** Has all open viewers made anew around a change of the session's that needs them closed.
+     *  Each shows the model again that was selected.
+     *
+     * @return false, without the change, if the user wants to keep a viewer as it is
+     * @throws HostError
+     */
+    bool remake(const std::function<void()>& change);
+
 signals:
+    /** The user wants another type for a tool of the board; null: its own again. */
+    void typeChosen(const QString& layer, const Tool& tool, std::optional<HoleType> type);
+
     /** Another step is in front, or none is left, or something came to be saved or unsaved. */
     void stepChanged();
 
@@ -52,6 +66,7 @@ private:
     QString titleOf(size_t step) const;
     size_t stepOf(int tab) const;
     void discard(int tab);
+    void fill(int tab);
 
     HostSession& mSession;
 };

@@ -2,13 +2,10 @@
 #include "board_reader.h"
 #include "fuzz_host.h"
 
-#include <limits>
-
 /** Any bytes as a board file, drilled or in XML. */
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     const QString path = fuzzFile("board", data, size);
-    constexpr int most = std::numeric_limits<int>::max();
     try {
         const Board board = readBoard({path});
         fuzzCheck(board.mainStep < board.steps.size(), "there is a main step");
@@ -16,8 +13,9 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
             for (const Layer& layer : step.layers) {
                 for (const Tool& tool : layer.tools) {
                     fuzzCheck(tool.finishedSize > 0, "a hole has a size");
-                    fuzzCheck(tool.minusTol >= 0 && tool.plusTol >= 0, "tolerances are magnitudes");
-                    fuzzCheck(tool.count > 0 && tool.count <= most, "a host can hold the count");
+                    const Tolerance tolerance = tool.tolerance.value_or(Tolerance());
+                    fuzzCheck(tolerance.minus >= 0 && tolerance.plus >= 0, "they are magnitudes");
+                    fuzzCheck(!tool.holes.empty() || !tool.slotPaths.empty(), "a tool is used");
                 }
             }
         }

@@ -35,19 +35,19 @@ private slots:
     {
         QCOMPARE(run("controller.xml --table"), 0);
         QCOMPARE(mError, "");
-        QCOMPARE(mOut.count('\n'), 33);
+        QCOMPARE(mOut.count('\n'), 32);
         mOut.replace(QRegularExpression(" +"), " ");
         for (const char* line :
             {"DRILL_1-6 Via 120 250 50 50 300 0.30", "DRILL_1-2 Via 96 100 0 0 150 0.15",
-                "DRILL_NPTH Non-plated 6 3200 50 50 3200 3.20",
-                "slots left out: 6 (no one tool drills a slot)"}) {
+                "DRILL_NPTH Non-plated 6 3200 50 50 3200 3.20"}) {
             QVERIFY2(mOut.contains(line), line);
         }
         QCOMPARE(run("backplane.xml --csv"), 0);
-        QCOMPARE(mError, "slots left out: 3 (no one tool drills a slot)\n");
-        QVERIFY(
-            mOut.startsWith("Layer,Type,Count,FHS [mil],-Tol [mil],+Tol [mil],DHS [mil],Bit\n"));
-        QVERIFY(mOut.contains("drill_1-4,Via,140,10,0,0,13.5,#80\n"));
+        QCOMPARE(mError, "");
+        QVERIFY(mOut.startsWith(
+            "Layer,Type,Count,FHS [mil],-Tol [mil],+Tol [mil],DHS [mil],Bit,Tool,Flags\n"));
+        QVERIFY(mOut.contains("drill_1-4,Via,140,10,0,0,13.78,0.35,1,out-of-tolerance\n"));
+        QVERIFY(mOut.contains("ROUT,Plated slot,3,30,1.5,1.5,33.465,0.85,1,\n"));
     }
 
     void refuses()
@@ -59,6 +59,8 @@ private slots:
                 "Unplated\n"},
             {"sensor.xml --csv --units foot", "no units \"foot\"; there are: inch, metric\n"},
             {"--table", "a board file is needed\n"},
+            {"sensor.xml --csv --tolerance plated=5",
+                "--tolerance: \"5\" is no tolerance such as -0.05/+0.10 or +-2mil\n"},
             {"none --table", "none:1: No such file or directory\n"},
             {"make_boards.py --screenshot none.png",
                 "make_boards.py:1: no command of a drill file: \"#!/USR/BIN/ENV PYTHON3\"\n"},

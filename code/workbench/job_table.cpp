@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: MIT
+#include "job_table.h"
+
+#include <QMenu>
+#include <QTableWidget>
+
+namespace {
+
+/** Columns of the viewer's table. */
+enum Column
+{
+    TypeColumn = 1,
+    MinTolColumn = 4,
+    MaxTolColumn = 5
+};
+
+QString toolTipOf(const PlanRow& row)
+{
+    QString text = row.rule;
+    if (row.flags.contains(PlanFlag::TypeAssumed)) {
+        text += (text.isEmpty() ? QString() : QStringLiteral("\n"))
+            + JobTable::tr("The board does not tell the type.");
+    }
+    return text;
+}
+
+} // namespace
+
+JobTable::JobTable(QWidget* viewer, const DrillPlan& draft)
+    : QObject(viewer)
+    , mDraft(draft)
+    , mTable(viewer->findChild<QTableWidget*>("jobDrillDataTableWidget"))
+{
+    if (!mTable || mTable->rowCount() != int(draft.rows.size())) {
+        return;
+    }
+    mark();
+    mTable->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(mTable, &QWidget::customContextMenuRequested, this, &JobTable::offerTypes);
+}
+
+/** What was assumed is slanted, and a rule that acted is told in a tip. */
+void JobTable::mark()
+{
+    for (int i = 0; i < mTable->rowCount(); ++i) {
+        const PlanRow& row = mDraft.rows[size_t(i)];
+        const QString tip = toolTipOf(row);
+        for (int column = 0; column < mTable->columnCount(); ++column) {
+            QTableWidgetItem* item = mTable->item(i, column);
+            item->setToolTip(tip);
+            const bool isTolerance = column == MinTolColumn || column == MaxTolColumn;
+            QFont font = item->font();
+            font.setItalic((column == TypeColumn && row.flags.contains(PlanFlag::TypeAssumed))
+                || (isTolerance && row.flags.contains(PlanFlag::ToleranceAssumed)));
+            item->setFont(font);
+        }
+    }
+}
+
+void JobTable::offerTypes(const QPoint& place)
+{
+    // The menu key asks at the current row, the mouse where it is.
+    const QTableWidgetItem* item = mTable->itemAt(place);
+    const int index = item ? item->row() : mTable->currentRow();
+    if (index < 0) {
+        return;
+    }
+    const PlanRow& row = mDraft.rows[size_t(index)];
+    const QString layer = mDraft.layers[row.layer].name;
+    Tool tool = *mDraft.tool(row).tool;
+    tool.holes.clear();
+    tool.slotPaths.clear();
+
+    QMenu menu;
+    menu.setObjectName("toolTypeMenu");
+    std::vector<HoleType> types = {HoleType::Plated, HoleType::NonPlated};
+    if (!row.isSlot) {
+        types.insert(types.end(), {HoleType::Via, HoleType::PressFit});
+    }
+    for (const HoleType type : types) {
+        QAction* action = menu.addAction(typeWord(type, row.isSlot));
+        action->setCheckable(true);
+        action->setChecked(type == row.type);
+        action->setData(int(type));
+    }
+    menu.addSeparator();
+    menu.addAction(tr("As the &Board Has It"));
+    if (const QAction* chosen = menu.exec(mTable->viewport()->mapToGlobal(place))) {
+        const QVariant type = chosen->data();
+        emit typeChosen(
+            layer, tool, type.isValid() ? std::optional(HoleType(type.toInt())) : std::nullopt);
+    }
+}

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#ifndef PLAN_TABLES_H
+#define PLAN_TABLES_H
+
+#include "drill_plan.h"
+
+/** A plan as the command line prints it. */
+
+/** Columns side by side, numbers to the right. */
+QString planText(const DrillPlan& plan);
+
+/** Names of the columns as comma-separated values.
+ *
+ * @param units   in which the sizes are told
+ * @param before  a column that comes before the plan's; empty: none
+ */
+QString planCsvHeader(Units units, const QString& before = {});
+
+/** Rows as comma-separated values.
+ *
+ * @param before  what stands in the column before; null: there is no such column
+ */
+QString planCsvRows(const DrillPlan& plan, Units units, const QString& before = {});
+
+/** All of a plan; the members are told in the page on file formats. */
+QByteArray planJson(const DrillPlan& plan);
+
+#endif

@@ -1,0 +1,212 @@
+// SPDX-License-Identifier: MIT
+#include "printing.h"
+
+#include "board_reader.h"
+#include "options.h"
+#include "plan_tables.h"
+
+#include <QFile>
+#include <algorithm>
+#include <cstdio>
+
+namespace {
+
+int print(const QString& text)
+{
+    const QByteArray bytes = text.toUtf8();
+    fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout);
+    return fflush(stdout) == 0 ? 0 : fail("the output can't be written");
+}
+
+/** What the reader has to say, and what was assumed: for people, so on standard error.
+ *
+ * @param name  of the board where there are several; else empty
+ */
+void warnOf(const DrillPlan& plan, const QString& name)
+{
+    QStringList lines = plan.board->notes;
+    lines << assumedText(plan);
+    lines.removeAll(QString());
+    for (const QString& line : lines) {
+        warn(name.isEmpty() ? line : name + ": " + line);
+    }
+}
+
+/** The names in a file, or in standard input for "-". */
+QStringList readList(const QString& path)
+{
+    QFile file(path);
+    const bool isOpen =
+        path == "-" ? file.open(stdin, QFile::ReadOnly) : file.open(QFile::ReadOnly);
+    if (!isOpen) {
+        throw HostError(QStringLiteral("%1: %2").arg(path, file.errorString()));
+    }
+    QStringList names;
+    for (const QByteArray& line : file.readAll().split('\n')) {
+        names << QString::fromLocal8Bit(line).trimmed();
+    }
+    names.removeAll(QString());
+    return names;
+}
+
+} // namespace
+
+void warn(const QString& message)
+{
+    fprintf(stderr, "%s\n", message.toUtf8().constData());
+}
+
+int fail(const QString& message)
+{
+    warn(message);
+    return 1;
+}
+
+Units unitsOf(const Options& options, const QCommandLineOption& option)
+{
+    const QString units = options.value(option);
+    if (units != "inch" && units != "metric") {
+        throw HostError(QStringLiteral("no units \"%1\"; there are: inch, metric").arg(units));
+    }
+    return units == "inch" ? Units::Inch : Units::Metric;
+}
+
+ReadOptions readOptions(const Options& options)
+{
+    ReadOptions reading;
+    if (options.isSet(options.fileUnits)) {
+        reading.fileUnits = unitsOf(options, options.fileUnits);
+    }
+    return reading;
+}
+
+size_t chosenStep(const Options& options, const Board& board)
+{
+    if (!options.isSet(options.step)) {
+        return board.mainStep;
+    }
+    QStringList names;
+    for (size_t i = 0; i < board.steps.size(); ++i) {
+        if (board.steps[i].name == options.value(options.step)) {
+            return i;
+        }
+        names << board.steps[i].name;
+    }
+    throw HostError(HostSession::tr("no step \"%1\"; there are: %2")
+                        .arg(options.value(options.step), names.join(", ")));
+}
+
+/** A job of two empty steps, one for each of the units. Boards of any number are calculated by
+ *  their viewers: making a viewer takes longer than reading a board. */
+void openCalculator(HostSession& session)
+{
+    Board board;
+    board.job = board.steps.emplace_back().name = QStringLiteral("inch");
+    board.steps.emplace_back().name = QStringLiteral("metric");
+    session.setBoard(std::move(board));
+    session.setUnits(0, Units::Inch); // before there is a viewer, which takes it for an edit
+}
+
+DrillPlan planOf(const Options& options, HostSession& session, const Board& board)
+{
+    DrillPlan plan = draftPlan(board, chosenStep(options, board), session.rules());
+    if (options.isSet(options.units)) {
+        plan.units = unitsOf(options, options.units);
+    }
+    const size_t step = plan.units == Units::Inch ? 0 : 1;
+    if (options.isSet(options.model)
+        && session.selectedModel(step) != options.value(options.model)) {
+        session.selectModel(step, options.value(options.model));
+    }
+    session.calculate(plan, step);
+    if (plan.model.isEmpty()) {
+        throw HostError(
+            "no drill tool model is selected; the models file may be empty or unreadable");
+    }
+    return plan;
+}
+
+int statusOf(const Options& options, const DrillPlan& plan, const QString& name)
+{
+    const QString before = name.isEmpty() ? QString() : name + ": ";
+    const auto without = std::count_if(
+        plan.rows.begin(), plan.rows.end(), [](const PlanRow& row) { return !row.drillSize; });
+    if (without > 0) {
+        warn(before
+            + QStringLiteral("%1 tools have no drill size by model \"%2\" and its formula")
+                  .arg(without)
+                  .arg(plan.model));
+    }
+    if (const int flagged = strictRows(plan); options.isSet(options.strict) && flagged > 0) {
+        warn(before
+            + QStringLiteral("%1 tools are flagged out-of-tolerance, no-bit or no-size")
+                  .arg(flagged));
+        return strictStatus;
+    }
+    return without > 0 ? 1 : 0;
+}
+
+int printPlan(const Options& options, HostSession& session, const Board& board)
+{
+    const DrillPlan plan = planOf(options, session, board);
+    const QStringList left = leftOut(plan);
+    int status = 0;
+    if (options.isSet(options.json)) {
+        status = print(QString::fromUtf8(planJson(plan)));
+    } else if (options.isSet(options.csv)) {
+        status = print(planCsvHeader(plan.units) + planCsvRows(plan, plan.units));
+        for (const QString& line : left) {
+            warn(line);
+        }
+    } else {
+        const QString end = left.isEmpty() ? QString() : '\n' + left.join('\n') + '\n';
+        status = print(QStringLiteral("%1, step %2, model %3\n\n%4%5")
+                           .arg(board.job, plan.boardStep().name, plan.model, planText(plan), end));
+    }
+    warnOf(plan, {});
+    return qMax(status, statusOf(options, plan, {}));
+}
+
+/** Boards one after the other. Sizes are told in the units of the first, or those asked for, so
+ *  that a column has one unit; each board is calculated in its own. */
+int printBoards(const Options& options, HostSession& session)
+{
+    std::optional<Units> units;
+    bool hasFailed = false;
+    bool isStrict = false;
+    for (const QString& name : readList(options.value(options.boards))) {
+        try {
+            const Board board = readBoard({name}, readOptions(options));
+            const DrillPlan plan = planOf(options, session, board);
+            QString text;
+            if (!units) {
+                units = plan.units;
+                text = planCsvHeader(*units, "Board");
+            }
+            if (print(text + planCsvRows(plan, *units, name)) != 0) {
+                return 1;
+            }
+            for (const QString& line : leftOut(plan)) {
+                warn(name + ": " + line);
+            }
+            warnOf(plan, name);
+            const int status = statusOf(options, plan, name);
+            isStrict = isStrict || status == strictStatus;
+            hasFailed = hasFailed || status == 1;
+        } catch (const std::exception& error) {
+            const QString message = QString::fromUtf8(error.what());
+            warn(message.startsWith(name + ':') ? message : name + ": " + message);
+            hasFailed = true;
+        }
+    }
+    return hasFailed ? 1 : isStrict ? strictStatus : 0;
+}
+
+int printModels(HostSession& session)
+{
+    QString text;
+    for (const QString& model : session.models(0)) {
+        text += model + '\n';
+    }
+    return print(text);
+}

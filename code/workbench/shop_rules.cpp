@@ -1,0 +1,298 @@
+// SPDX-License-Identifier: MIT
+#include "shop_rules.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QRegularExpression>
+#include <QSaveFile>
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr HoleType types[] = {
+    HoleType::Plated, HoleType::NonPlated, HoleType::Via, HoleType::PressFit};
+
+constexpr double largest = 1000; ///< millimetres; far below what a size can hold
+
+const QString tolerancesKey = QStringLiteral("tolerances");
+const QString viasKey = QStringLiteral("viasUpTo");
+
+double millimetres(Size size)
+{
+    return double(size) / sizePerMillimetre;
+}
+
+QString numberText(Size size)
+{
+    return QString::number(millimetres(size), 'g', 9);
+}
+
+std::optional<HoleType> typeOf(QString name)
+{
+    name = name.trimmed().toLower();
+    if (name == "non-plated" || name == "unplated") {
+        return HoleType::NonPlated;
+    }
+    if (name == "pressfit") {
+        return HoleType::PressFit;
+    }
+    for (const HoleType type : types) {
+        if (name == typeKey(type)) {
+            return type;
+        }
+    }
+    return std::nullopt;
+}
+
+HoleType neededType(const QString& name)
+{
+    if (const std::optional<HoleType> type = typeOf(name)) {
+        return *type;
+    }
+    throw RulesError(
+        QStringLiteral("no type \"%1\"; there are: plated, nonplated, via, press-fit").arg(name));
+}
+
+/** A size of an option; "mil" behind it goes before the unit that is given. */
+Size sizeOf(QString text, bool isMil)
+{
+    text = text.trimmed();
+    if (text.endsWith("mil")) {
+        isMil = true;
+        text.chop(3);
+    }
+    bool isNumber = false;
+    const double number = text.trimmed().toDouble(&isNumber);
+    const double unit = isMil ? sizePerMil : sizePerMillimetre;
+    if (!isNumber || !(number >= 0) || number * unit > largest * sizePerMillimetre) {
+        throw RulesError(QStringLiteral("\"%1\" is no size from 0 to 1000 mm").arg(text));
+    }
+    return Size(std::lround(number * unit));
+}
+
+/** Such as "-0.05/+0.10", "+0.1/-0.05", "+-2mil". */
+Tolerance toleranceOf(const QString& text)
+{
+    static const QRegularExpression form(
+        QStringLiteral("^(?:\\+-|\u00b1)([^+/-]+)$|^([+-])([^+/-]+)/([+-])([^+/-]+)$"));
+    const QRegularExpressionMatch match = form.match(text.trimmed());
+    if (!match.hasMatch() || (match.hasCaptured(2) && match.captured(2) == match.captured(4))) {
+        throw RulesError(
+            QStringLiteral("\"%1\" is no tolerance such as -0.05/+0.10 or +-2mil").arg(text));
+    }
+    if (!match.captured(1).isEmpty()) {
+        const Size both = sizeOf(match.captured(1), false);
+        return {both, both};
+    }
+    const bool isMil = match.captured(5).trimmed().endsWith("mil");
+    const Size first = sizeOf(match.captured(3), isMil);
+    const Size second = sizeOf(match.captured(5), false);
+    return match.captured(2) == "-" ? Tolerance{first, second} : Tolerance{second, first};
+}
+
+Size jsonSize(const QJsonValue& value, const QString& where)
+{
+    const double number = value.toDouble(-1);
+    if (!value.isDouble() || number < 0 || number > largest) {
+        throw RulesError(where + ": no number of millimetres from 0 to 1000");
+    }
+    return Size(std::lround(number * sizePerMillimetre));
+}
+
+void checkKeys(const QJsonObject& object, const QStringList& known, const QString& where)
+{
+    for (const QString& key : object.keys()) {
+        if (!known.contains(key)) {
+            throw RulesError(QStringLiteral("%1unknown member \"%2\"").arg(where, key));
+        }
+    }
+}
+
+ToleranceRule ruleOf(const QJsonValue& value, const QString& where)
+{
+    const QJsonObject object = value.toObject();
+    checkKeys(object, {"type", "from", "minus", "plus"}, where + ": ");
+    ToleranceRule rule;
+    try {
+        rule.type = neededType(object["type"].toString());
+    } catch (const RulesError& error) {
+        throw RulesError(where + ".type: " + error.what());
+    }
+    rule.from = object.contains("from") ? jsonSize(object["from"], where + ".from") : 0;
+    rule.tolerance = {
+        jsonSize(object["minus"], where + ".minus"), jsonSize(object["plus"], where + ".plus")};
+    return rule;
+}
+
+} // namespace
+
+QString typeKey(HoleType type)
+{
+    switch (type) {
+    case HoleType::Plated:
+        return QStringLiteral("plated");
+    case HoleType::NonPlated:
+        return QStringLiteral("nonplated");
+    case HoleType::Via:
+        return QStringLiteral("via");
+    case HoleType::PressFit:
+        return QStringLiteral("press-fit");
+    }
+    return {};
+}
+
+QString toleranceText(const Tolerance& tolerance)
+{
+    return QStringLiteral("-%1/+%2 mm")
+        .arg(numberText(tolerance.minus), numberText(tolerance.plus));
+}
+
+ShopRules ShopRules::starter()
+{
+    constexpr Size tenth = sizePerMillimetre / 10;
+    constexpr Size twentieth = sizePerMillimetre / 20;
+    ShopRules rules;
+    rules.tolerances = {{HoleType::Plated, 0, {tenth, tenth}},
+        {HoleType::NonPlated, 0, {twentieth, twentieth}}, {HoleType::Via, 0, {tenth, tenth}},
+        {HoleType::PressFit, 0, {twentieth, twentieth}}};
+    return rules;
+}
+
+QString ShopRules::path(const QString& dataDir)
+{
+    return QDir(dataDir).filePath("brox/shop_rules.json");
+}
+
+ShopRules ShopRules::load(const QString& dataDir)
+{
+    QFile file(path(dataDir));
+    if (!file.exists()) {
+        return starter();
+    }
+    if (!file.open(QFile::ReadOnly)) {
+        throw RulesError(QStringLiteral("%1: %2").arg(file.fileName(), file.errorString()));
+    }
+    try {
+        return fromJson(file.readAll());
+    } catch (const RulesError& error) {
+        throw RulesError(QStringLiteral("%1:%2").arg(file.fileName(), QString(error.what())));
+    }
+}
+
+void ShopRules::save(const QString& dataDir) const
+{
+    QSaveFile file(path(dataDir));
+    QDir().mkpath(QFileInfo(file.fileName()).path());
+    if (!file.open(QFile::WriteOnly) || file.write(toJson()) < 0 || !file.commit()) {
+        throw RulesError(QStringLiteral("%1: %2").arg(file.fileName(), file.errorString()));
+    }
+}
+
+ShopRules ShopRules::fromJson(const QByteArray& json)
+{
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(json, &error);
+    if (error.error != QJsonParseError::NoError) {
+        const auto line = json.left(error.offset).count('\n') + 1;
+        throw RulesError(QStringLiteral("%1: %2").arg(line).arg(error.errorString()));
+    }
+    const QJsonObject object = document.object();
+    checkKeys(object, {tolerancesKey, viasKey}, QStringLiteral(" "));
+    if (!document.isObject() || !object[tolerancesKey].isArray()) {
+        throw RulesError(QStringLiteral(" no list of tolerances"));
+    }
+    ShopRules rules;
+    const QJsonArray list = object[tolerancesKey].toArray();
+    for (qsizetype i = 0; i < list.size(); ++i) {
+        rules.tolerances.push_back(ruleOf(list[i], QStringLiteral(" tolerances[%1]").arg(i)));
+    }
+    if (object.contains(viasKey)) {
+        rules.viasUpTo = jsonSize(object[viasKey], ' ' + viasKey);
+    }
+    rules.sort();
+    return rules;
+}
+
+QByteArray ShopRules::toJson() const
+{
+    QJsonArray list;
+    for (const ToleranceRule& rule : tolerances) {
+        list << QJsonObject{{"type", typeKey(rule.type)}, {"from", millimetres(rule.from)},
+            {"minus", millimetres(rule.tolerance.minus)},
+            {"plus", millimetres(rule.tolerance.plus)}};
+    }
+    return QJsonDocument(QJsonObject{{tolerancesKey, list}, {viasKey, millimetres(viasUpTo)}})
+        .toJson();
+}
+
+void ShopRules::changeTolerances(const QString& text)
+{
+    for (const QString& part : text.split(',')) {
+        const qsizetype equals = part.indexOf('=');
+        if (equals < 0) {
+            if (part.trimmed().toLower() != "none") {
+                throw RulesError(
+                    QStringLiteral("\"%1\" is neither none nor such as plated=-0.05/+0.10")
+                        .arg(part));
+            }
+            tolerances.clear();
+            continue;
+        }
+        const HoleType type = neededType(part.left(equals));
+        std::erase_if(tolerances, [type](const ToleranceRule& rule) { return rule.type == type; });
+        const QString tolerance = part.mid(equals + 1);
+        if (tolerance.trimmed().toLower() != "none") {
+            tolerances.push_back({type, 0, toleranceOf(tolerance)});
+        }
+    }
+    sort();
+}
+
+void ShopRules::changeViasUpTo(const QString& text)
+{
+    viasUpTo = text.trimmed().toLower() == "none" ? 0 : sizeOf(text, false);
+}
+
+const ToleranceRule* ShopRules::find(HoleType type, Size finishedSize) const
+{
+    const ToleranceRule* found = nullptr;
+    for (const ToleranceRule& rule : tolerances) {
+        if (rule.type == type && rule.from <= finishedSize) {
+            found = &rule;
+        }
+    }
+    return found;
+}
+
+void ShopRules::sort()
+{
+    const auto key = [](const ToleranceRule& rule) { return std::pair(rule.type, rule.from); };
+    std::stable_sort(tolerances.begin(), tolerances.end(),
+        [&](const ToleranceRule& a, const ToleranceRule& b) { return key(a) < key(b); });
+    const auto twin = std::adjacent_find(tolerances.begin(), tolerances.end(),
+        [&](const ToleranceRule& a, const ToleranceRule& b) { return key(a) == key(b); });
+    if (twin != tolerances.end()) {
+        throw RulesError(QStringLiteral(" tolerances: two for %1 from %2 mm")
+                             .arg(typeKey(twin->type), numberText(twin->from)));
+    }
+}
+
+QStringList ShopRules::lines() const
+{
+    QStringList lines;
+    for (const ToleranceRule& rule : tolerances) {
+        const QString band =
+            rule.from == 0 ? QString() : QStringLiteral(" from %1 mm").arg(numberText(rule.from));
+        lines << QStringLiteral("%1%2: %3 where the board tells no tolerance")
+                     .arg(typeKey(rule.type), band, toleranceText(rule.tolerance));
+    }
+    if (viasUpTo > 0) {
+        lines << QStringLiteral("plated up to %1 mm: vias where the board does not tell them apart")
+                     .arg(numberText(viasUpTo));
+    }
+    return lines;
+}

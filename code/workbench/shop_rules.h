@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+#ifndef SHOP_RULES_H
+#define SHOP_RULES_H
+
+#include "board.h"
+
+#include <stdexcept>
+
+/** A rule that can't be read, told in one line. */
+class RulesError : public std::runtime_error
+{
+public:
+    explicit RulesError(const QString& message)
+        : std::runtime_error(message.toStdString())
+    { }
+};
+
+/** A tolerance for holes and slots of a type, from a finished size on. */
+struct ToleranceRule
+{
+    HoleType type = HoleType::Plated;
+    Size from = 0; ///< up to where the next rule of the type begins
+    Tolerance tolerance;
+    bool operator==(const ToleranceRule&) const = default;
+};
+
+/** What a shop assumes where a board tells nothing. */
+class ShopRules
+{
+public:
+    /** Those of a new data folder. */
+    static ShopRules starter();
+
+    /** Reads the folder's rules; the starter set if there is no file.
+     *
+     * @throws RulesError  naming the file and what is wrong in it
+     */
+    static ShopRules load(const QString& dataDir);
+
+    /** @throws RulesError  if it can't be written; an earlier file is then as it was */
+    void save(const QString& dataDir) const;
+
+    static QString path(const QString& dataDir);
+
+    /** @throws RulesError  "line: what" or "member: what" */
+    static ShopRules fromJson(const QByteArray& json);
+    QByteArray toJson() const;
+
+    /** Changes rules by a text such as "none" or "plated=-0.05/+0.10,via=+-2mil".
+     *
+     * Millimetres, unless mil stands behind. "none" takes all tolerances away, "via=none" those
+     * of a type; any other replaces those of its type.
+     *
+     * @throws RulesError
+     */
+    void changeTolerances(const QString& text);
+
+    /** By a size such as "0.45" or "18mil"; 0 or "none": never.
+     *
+     * @throws RulesError
+     */
+    void changeViasUpTo(const QString& text);
+
+    std::vector<ToleranceRule> tolerances; ///< by type and size, no two of the same
+    Size viasUpTo = 0; ///< plated holes up to this size are vias; 0: no such rule
+
+    /** The rule for a finished size; null: none. */
+    const ToleranceRule* find(HoleType type, Size finishedSize) const;
+
+    /** Puts tolerances in order.
+     *
+     * @throws RulesError  if two are for the same type and size
+     */
+    void sort();
+
+    /** A line for each rule that is in force. */
+    QStringList lines() const;
+
+    bool operator==(const ShopRules&) const = default;
+};
+
+/** "plated", "nonplated", "via", "press-fit". */
+QString typeKey(HoleType type);
+
+/** "-0.05/+0.1 mm", by the units in mils or millimetres. */
+QString toleranceText(const Tolerance& tolerance);
+
+#endif
