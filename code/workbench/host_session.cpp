@@ -50,8 +50,7 @@ HostSession::Module::Module()
     // In the build tree, then as installed, then wherever the system finds it.
     const QDir program(QCoreApplication::applicationDirPath());
     const QString places[] = {program.filePath("../lib/libbrox.so"),
-        program.filePath(QStringLiteral(WORKBENCH_MODULE)),
-        QStringLiteral("libbrox.so")};
+        program.filePath(QStringLiteral(WORKBENCH_MODULE)), QStringLiteral("libbrox.so")};
     for (const QString& place : places) {
         if (place == places[2] || QFile::exists(place)) {
             library.setFileName(QDir::cleanPath(place));

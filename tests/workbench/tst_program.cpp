@@ -35,7 +35,7 @@ private slots:
     {
         QCOMPARE(run("controller.xml --table"), 0);
         QCOMPARE(mError, "");
-        QCOMPARE(mOut.count('\n'), 32);
+        QCOMPARE(mOut.count('\n'), 33);
         mOut.replace(QRegularExpression(" +"), " ");
         for (const char* line :
             {"DRILL_1-6 Via 120 250 50 50 300 0.30", "DRILL_1-2 Via 96 100 0 0 150 0.15",
@@ -63,7 +63,7 @@ private slots:
                 "--tolerance: \"5\" is no tolerance such as -0.05/+0.10 or +-2mil\n"},
             {"none --table", "none:1: No such file or directory\n"},
             {"make_boards.py --screenshot none.png",
-                "make_boards.py:1: no command of a drill file: \"#!/USR/BIN/ENV PYTHON3\"\n"},
+                "make_boards.py:1: no drill file: it is a text without drill commands\n"},
             {"sensor.xml", "no display to open a window on; --table and --csv need none\n"}};
         for (const auto& [arguments, error] : cases) {
             QCOMPARE(run(arguments), 1);
