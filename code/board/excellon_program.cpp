@@ -21,7 +21,11 @@ std::string_view trimmed(std::string_view text)
 
 std::string_view takeNumber(std::string_view& line)
 {
-    const size_t length = std::min(line.find_first_not_of("+-.0123456789"), line.size());
+    const auto isPart = [](char c) {
+        return (c >= '0' && c <= '9') || (c >= '+' && c <= '.' && c != ',');
+    };
+    const auto end = std::find_if_not(line.begin(), line.end(), isPart);
+    const size_t length = size_t(end - line.begin());
     const std::string_view number = line.substr(0, length);
     line = trimmed(line.substr(length));
     return number;

@@ -6,6 +6,7 @@
 
 #include <QFileInfo>
 #include <QIODevice>
+#include <algorithm>
 
 namespace {
 
@@ -29,7 +30,9 @@ public:
                 mAfterReturn = false;
                 continue;
             }
-            const size_t end = chunk.find_first_of("\r\n");
+            const auto isEnd = [](char c) { return c == '\n' || c == '\r'; };
+            const auto found = std::find_if(chunk.begin(), chunk.end(), isEnd);
+            const size_t end = found == chunk.end() ? chunk.npos : size_t(found - chunk.begin());
             mRest += chunk.substr(0, end);
             if (mRest.size() > maxLineLength) {
                 throw BoardError(mName, mLine + 1,
