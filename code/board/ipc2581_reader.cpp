@@ -8,6 +8,7 @@
 #include <QSet>
 #include <charconv>
 #include <cmath>
+#include <cstring>
 #include <expat.h>
 #include <limits>
 #include <memory>
@@ -30,6 +31,7 @@ enum class Element
     Content,
     StandardDictionary,
     UserDictionary,
+    LineDictionary, ///< with its entries
     Entry,
     Ecad,
     CadHeader,
@@ -56,17 +58,17 @@ public:
         : mList(list)
     { }
 
-    const char* value(std::string_view name) const
+    const char* value(const char* name) const
     {
         for (const XML_Char** at = mList; *at; at += 2) {
-            if (name == *at) {
+            if (**at == *name && std::strcmp(*at, name) == 0) {
                 return at[1];
             }
         }
         return nullptr;
     }
 
-    QString text(std::string_view name) const { return QString::fromUtf8(value(name)); }
+    QString text(const char* name) const { return QString::fromUtf8(value(name)); }
 
 private:
     const XML_Char** mList;
@@ -133,7 +135,10 @@ private:
     Element startFeature(Element parent, std::string_view name, const Attributes& attributes);
     Element startShape(std::string_view name, const Attributes& attributes);
     Element startPolygon(std::string_view name, const Attributes& attributes);
+    bool readLineWidth(std::string_view name, const Attributes& attributes);
 
+    Place shapePlace(const Attributes& attributes, const char* x, const char* y) const;
+    Segment arcTo(Place end, const Attributes& attributes) const;
     double unitOf(const Attributes& attributes) const;
     double number(const char* text, const char* name) const;
     double numberOr(const Attributes& attributes, const char* name, double other) const;
@@ -184,6 +189,7 @@ private:
 
     Ipc2581Shapes mStandardShapes;
     Ipc2581Shapes mUserShapes;
+    std::unordered_map<std::string, double> mLineWidths;
     bool mEntryIsUser = false;
     std::string mEntry;
     Ipc2581Shape mShape;
@@ -199,6 +205,12 @@ private:
     bool mSquare = false;
     bool mToleranceTold = false; ///< one that is not 0
 };
+
+std::string idOf(const Attributes& attributes)
+{
+    const char* id = attributes.value("id");
+    return id ? id : "";
+}
 
 std::string_view localName(const XML_Char* name)
 {
@@ -256,6 +268,7 @@ void Reader::start(std::string_view name, const Attributes& attributes)
     case Element::Content:
     case Element::StandardDictionary:
     case Element::UserDictionary:
+    case Element::LineDictionary:
         element = startContent(name, attributes);
         break;
     case Element::Ecad:
@@ -354,10 +367,21 @@ Element Reader::startContent(std::string_view name, const Attributes& attributes
         mShapeUnit = unitOf(attributes);
         return name == "DictionaryUser" ? Element::UserDictionary : Element::StandardDictionary;
     }
+    if (name == "DictionaryLineDesc") {
+        mShapeUnit = unitOf(attributes);
+        return Element::LineDictionary;
+    }
+    if (name == "EntryLineDesc") {
+        mEntry = idOf(attributes);
+        return Element::LineDictionary;
+    }
+    if (name == "LineDesc") {
+        mLineWidths[mEntry] = length(attributes, "lineWidth");
+        return Element::Leaf;
+    }
     if (name == "EntryStandard" || name == "EntryUser") {
         mEntryIsUser = name == "EntryUser";
-        const char* id = attributes.value("id");
-        mEntry = id ? id : "";
+        mEntry = idOf(attributes);
         mShape = {};
         return Element::Entry;
     }
@@ -436,8 +460,7 @@ Element Reader::startFeature(Element parent, std::string_view name, const Attrib
         }
         beginOpening(attributes);
         mTool.finishedSize = sizeOf(attributes, "diameter", true);
-        const QString type = attributes.text("type").toUpper();
-        mSquare = type == QLatin1String("SQUARE");
+        mSquare = qstricmp(attributes.value("type"), "SQUARE") == 0;
         const char* x = attributes.value("x");
         const char* y = attributes.value("y");
         mOwnPosition.x = x ? number(x, "x") * mUnit : 0;
@@ -484,8 +507,7 @@ Element Reader::startShape(std::string_view name, const Attributes& attributes)
     const auto refer = [&](Kind kind) {
         if (mShape.kind == Kind::None) {
             mShape.kind = kind;
-            const char* id = attributes.value("id");
-            mShape.reference = id ? id : "";
+            mShape.reference = idOf(attributes);
         }
         return Element::Leaf;
     };
@@ -519,17 +541,20 @@ Element Reader::startShape(std::string_view name, const Attributes& attributes)
         }
         return Element::Leaf;
     }
-    if (name == "Line" && mShape.kind == Kind::None) {
+    if ((name == "Line" || name == "Arc") && mShape.kind == Kind::None) {
         mShape.kind = Kind::Stroke;
-        const auto at = [&](const char* x, const char* y) {
-            return place(
-                numberOr(attributes, x, 0) * mShapeUnit, numberOr(attributes, y, 0) * mShapeUnit);
-        };
-        mShape.path = {at("startX", "startY"), {{Segment::Shape::Line, at("endX", "endY"), {}}}};
+        const Place end = shapePlace(attributes, "endX", "endY");
+        mShape.path = {shapePlace(attributes, "startX", "startY"),
+            {name == "Line" ? Segment{Segment::Shape::Line, end, {}} : arcTo(end, attributes)}};
         return Element::Shape; // with the line's width
     }
-    if (name == "LineDesc") {
-        mShape.lineWidth = numberOr(attributes, "lineWidth", 0) * mShapeUnit;
+    if (name == "RectCorner" && mShape.kind == Kind::None) {
+        mShape.kind = Kind::Outline;
+        mShape.path = rectanglePath(shapePlace(attributes, "lowerLeftX", "lowerLeftY"),
+            shapePlace(attributes, "upperRightX", "upperRightY"));
+        return Element::Leaf;
+    }
+    if (readLineWidth(name, attributes)) {
         return Element::Leaf;
     }
     if (name == "StandardPrimitiveRef") {
@@ -545,25 +570,45 @@ Element Reader::startShape(std::string_view name, const Attributes& attributes)
 
 Element Reader::startPolygon(std::string_view name, const Attributes& attributes)
 {
-    const auto at = [&](const char* x, const char* y) {
-        return place(
-            numberOr(attributes, x, 0) * mShapeUnit, numberOr(attributes, y, 0) * mShapeUnit);
-    };
     Path& path = mShape.path;
     if (name == "PolyBegin") {
-        path = {at("x", "y"), {}};
+        path = {shapePlace(attributes, "x", "y"), {}};
     } else if (name == "PolyStepSegment") {
-        path.segments.push_back({Segment::Shape::Line, at("x", "y"), {}});
+        path.segments.push_back({Segment::Shape::Line, shapePlace(attributes, "x", "y"), {}});
     } else if (name == "PolyStepCurve") {
-        const char* clockwise = attributes.value("clockwise");
-        const bool isClockwise = clockwise && std::string_view(clockwise) == "true";
-        path.segments.push_back(
-            {isClockwise ? Segment::Shape::Clockwise : Segment::Shape::CounterClockwise,
-                at("x", "y"), at("centerX", "centerY")});
-    } else if (name == "LineDesc") {
-        mShape.lineWidth = numberOr(attributes, "lineWidth", 0) * mShapeUnit;
+        path.segments.push_back(arcTo(shapePlace(attributes, "x", "y"), attributes));
+    } else {
+        readLineWidth(name, attributes);
     }
     return Element::Leaf;
+}
+
+/** @return whether the element tells the width of a stroke, itself or by the dictionary */
+bool Reader::readLineWidth(std::string_view name, const Attributes& attributes)
+{
+    if (name == "LineDesc") {
+        mShape.lineWidth = length(attributes, "lineWidth");
+        return true;
+    }
+    if (name == "LineDescRef") {
+        const auto found = mLineWidths.find(idOf(attributes));
+        mShape.lineWidth = found == mLineWidths.end() ? 0 : found->second;
+        return true;
+    }
+    return false;
+}
+
+Place Reader::shapePlace(const Attributes& attributes, const char* x, const char* y) const
+{
+    return place(numberOr(attributes, x, 0) * mShapeUnit, numberOr(attributes, y, 0) * mShapeUnit);
+}
+
+Segment Reader::arcTo(Place end, const Attributes& attributes) const
+{
+    const char* clockwise = attributes.value("clockwise");
+    const bool isClockwise = clockwise && std::string_view(clockwise) == "true";
+    return {isClockwise ? Segment::Shape::Clockwise : Segment::Shape::CounterClockwise, end,
+        shapePlace(attributes, "centerX", "centerY")};
 }
 
 double Reader::unitOf(const Attributes& attributes) const
@@ -594,16 +639,17 @@ void Reader::readUnits(const Attributes& attributes)
 
 double Reader::number(const char* text, const char* name) const
 {
-    std::string_view digits = text;
-    const size_t first = std::min(digits.find_first_not_of(" \t\r\n"), digits.size());
-    digits = digits.substr(first, digits.find_last_not_of(" \t\r\n") + 1 - first);
-    if (digits.starts_with('+')) {
-        digits.remove_prefix(1);
-    }
     double value = 0;
-    const char* end = digits.data() + digits.size();
-    const auto [stop, error] = std::from_chars(digits.data(), end, value);
-    if (error != std::errc() || stop != end || !std::isfinite(value)) {
+    const auto reads = [&](std::string_view digits) {
+        const char* end = digits.data() + digits.size();
+        const auto [stop, error] = std::from_chars(digits.data(), end, value);
+        return error == std::errc() && stop == end && std::isfinite(value);
+    };
+    if (reads(text)) {
+        return value;
+    }
+    const QByteArray trimmed = QByteArrayView(text).trimmed().toByteArray();
+    if (!reads(trimmed.constData() + trimmed.startsWith('+'))) {
         fail(QStringLiteral("%1=\"%2\" is no number")
                  .arg(QLatin1String(name), QString::fromUtf8(text).left(40)));
     }
@@ -700,21 +746,21 @@ void Reader::position(std::string_view name, const Attributes& attributes, Posit
 
 HoleType Reader::holeType(const Attributes& attributes) const
 {
-    const QString status = attributes.text("platingStatus").toUpper();
-    if (status == QLatin1String("PLATED")) {
+    const char* status = attributes.value("platingStatus");
+    if (qstricmp(status, "PLATED") == 0) {
         return HoleType::Plated;
     }
-    if (status == QLatin1String("NONPLATED")) {
+    if (qstricmp(status, "NONPLATED") == 0) {
         return HoleType::NonPlated;
     }
     // Revision C tells vias apart by what closes them, such as VIA_CAPPED.
-    if (status == QLatin1String("VIA") || status.startsWith(QLatin1String("VIA_"))) {
+    if (qstricmp(status, "VIA") == 0 || (status && qstrnicmp(status, "VIA_", 4) == 0)) {
         return HoleType::Via;
     }
     // Plating decides the drill size, so a guess would make scrap.
-    fail(status.isEmpty() ? QStringLiteral("a hole without platingStatus")
-                          : QStringLiteral("unknown platingStatus \"%1\"")
-                                .arg(attributes.text("platingStatus").left(40)));
+    fail(!status || !*status ? QStringLiteral("a hole without platingStatus")
+                             : QStringLiteral("unknown platingStatus \"%1\"")
+                                   .arg(attributes.text("platingStatus").left(40)));
 }
 
 void Reader::beginStep(const Attributes& attributes)
@@ -808,8 +854,12 @@ Path moved(const Path& path, const Position& position, const auto& toPlace)
 Path Reader::placed(const Path& path) const
 {
     const auto toPlace = [this](double x, double y) { return place(x, y); };
-    const Path own = mOwnPosition.isIdentity() ? path : moved(path, mOwnPosition, toPlace);
-    return mSetPosition.isIdentity() ? own : moved(own, mSetPosition, toPlace);
+    try {
+        const Path own = mOwnPosition.isIdentity() ? path : moved(path, mOwnPosition, toPlace);
+        return mSetPosition.isIdentity() ? own : moved(own, mSetPosition, toPlace);
+    } catch (const PanelError& error) {
+        fail(QString::fromUtf8(error.what()));
+    }
 }
 
 Place Reader::placed(const Place& place) const

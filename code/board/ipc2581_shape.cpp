@@ -14,13 +14,18 @@ Path rectangle(double width, double height)
 {
     const Size x = size(width / 2);
     const Size y = size(height / 2);
-    constexpr auto line = Segment::Shape::Line;
-    return {{Size(-x), Size(-y)},
-        {{line, {x, Size(-y)}, {}}, {line, {x, y}, {}}, {line, {Size(-x), y}, {}},
-            {line, {Size(-x), Size(-y)}, {}}}};
+    return rectanglePath({Size(-x), Size(-y)}, {x, y});
 }
 
 } // namespace
+
+Path rectanglePath(Place lowerLeft, Place upperRight)
+{
+    constexpr auto line = Segment::Shape::Line;
+    return {lowerLeft,
+        {{line, {upperRight.x, lowerLeft.y}, {}}, {line, upperRight, {}},
+            {line, {lowerLeft.x, upperRight.y}, {}}, {line, lowerLeft, {}}}};
+}
 
 std::optional<Ipc2581Opening> openingOf(const Ipc2581Shape& shape)
 {

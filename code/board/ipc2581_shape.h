@@ -39,6 +39,8 @@ struct Ipc2581Opening
     Path contour; ///< if there is no slot
 };
 
+Path rectanglePath(Place lowerLeft, Place upperRight);
+
 /** What a shape without references cuts out, about its own origin.
  *
  * @return null for a shape that cuts nothing or is not known

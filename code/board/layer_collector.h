@@ -34,8 +34,8 @@ private:
     friend size_t qHash(const Key& key, size_t seed)
     {
         const Tolerance tolerance = key.tool.tolerance.value_or(Tolerance{});
-        return qHashMulti(seed, key.layer, key.backDrill, int(key.tool.type), key.tool.finishedSize,
-            tolerance.minus, tolerance.plus);
+        return qHashMulti(seed, (quint64(key.tool.finishedSize) << 8) | quint64(key.tool.type),
+            (quint64(tolerance.minus) << 32) | quint64(tolerance.plus));
     }
 
     std::vector<Layer> mLayers;

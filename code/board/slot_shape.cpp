@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <numbers>
 
 namespace {
@@ -110,7 +111,7 @@ std::optional<SlotShape> recogniseSlot(const Path& outline)
     const auto [left, right] = extent(along);
     const auto [bottom, top] = extent(across);
     const double width = top - bottom;
-    if (width < 1) {
+    if (width < 1 || width > std::numeric_limits<Size>::max()) {
         return std::nullopt;
     }
     const double half = std::max(0.0, (right - left - width) / 2);

@@ -99,14 +99,14 @@ QByteArray ipc2581(const QByteArray& mainStep, const QByteArray& units = "MILLIM
 {
     return QByteArray(
                R"(<IPC-2581 xmlns='http://webstds.ipc.org/2581'><Content><StepRef name='main'/>
+<DictionaryLineDesc><EntryLineDesc id='w'>
+<LineDesc lineWidth='.5'/></EntryLineDesc></DictionaryLineDesc>
 <DictionaryStandard units='INCH'><EntryStandard id='o'><Oval width='.4' height='.1'/></EntryStandard>
 </DictionaryStandard></Content><Ecad name='job'><CadHeader units='UNITS'>
 <Spec name='bd'><Backdrill type='START_LAYER'/></Spec></CadHeader><CadData>
 <Layer name='D' layerFunction='DRILL'><Span fromLayer='TOP' toLayer='BOT'/></Layer>
-<Layer name='R' layerFunction='ROUT'/>
-<Layer name='B' layerFunction='DRILL'><SpecRef id='bd'/></Layer>
-<Layer name='C' layerFunction='CONDUCTOR'/>
-<Step name='main'>
+<Layer name='R' layerFunction='ROUT'/><Layer name='C' layerFunction='CONDUCTOR'/>
+<Layer name='B' layerFunction='DRILL'><SpecRef id='bd'/></Layer><Step name='main'>
 )")
                .replace("UNITS", units)
         + mainStep + "</Step></CadData></Ecad></IPC-2581>\n";
@@ -303,7 +303,7 @@ private:
                         "<PolyStepCurve x='0' y='0' centerX='0' centerY='1' clockwise='false'/>"
                         "</Polygon></Outline>")
                     + slot("<Polyline><PolyBegin x='0' y='0'/><PolyStepSegment x='1' y='0'/>"
-                           "<LineDesc lineWidth='.5'/></Polyline>"))),
+                           "<LineDescRef id='w'/></Polyline>"))),
             "main/R: P2.54 ~20,-2.81>20,4.81; P1 ~0,-1>0,1; P2 ~0,1>4,1; P0.5 ~0,0>1,0");
         row("a slot with corners is a contour",
             ipc2581(feature("R", slot("<RectCenter width='2' height='1'/>") + via)),
@@ -314,7 +314,7 @@ private:
         row("other root", "\n<svg/>", ":2: no IPC-2581 file");
         row("contours alone", ipc2581(feature("R", slot("<RectCenter width='2' height='1'/>"))),
             ":12: no drilled hole and no slot; contours: 1, back drills: 0");
-        row("unknown units", ipc2581("", "CUBIT"), ":3: unknown units \"CUBIT\"");
+        row("unknown units", ipc2581("", "CUBIT"), ":5: unknown units \"CUBIT\"");
         row("too many boards",
             ipc2581("<StepRepeat stepRef='a' nx='9999' ny='9999'/></Step><Step name='a'>"
                     "<StepRepeat stepRef='b' nx='9999'/></Step><Step name='b'>"
