@@ -405,7 +405,10 @@ bool BroxBitsTable::canClose()
     return confirmClose(this, BROX_KEY("brox_bits_table", "Drill Size Table Editor", "103"),
         BROX_KEY("brox_bits_table",
             "Unsaved data will be lost.\nClick 'Save' to save data before closing.", "104"),
-        mDataChanged, [this] { saveDefaultBits(); });
+        mDataChanged, [this] {
+            saveDefaultBits();
+            return !mDataChanged;
+        });
 }
 
 void BroxBitsTable::showLoadDialog()

@@ -5,60 +5,63 @@
 #include "zeb_gui.h"
 
 #include <QFileInfo>
+#include <QPointer>
 
-int execUnderArrow(QMessageBox& box)
+int execUnderArrow(QMessageBox* box)
 {
+    const QPointer<QMessageBox> alive(box);
     const ArrowCursor arrow;
-    return box.exec();
+    const int answer = box->exec();
+    if (!alive) {
+        return QMessageBox::Cancel;
+    }
+    delete box;
+    return answer;
 }
 
 void showFailure(const char* message)
 {
-    QMessageBox box;
-    box.setText(QString::fromLocal8Bit(message));
-    box.setStandardButtons(QMessageBox::Ok);
-    box.setDefaultButton(QMessageBox::Ok);
+    auto* box = new QMessageBox;
+    box->setText(QString::fromLocal8Bit(message));
+    box->setStandardButtons(QMessageBox::Ok);
+    box->setDefaultButton(QMessageBox::Ok);
     execUnderArrow(box);
     QApplication::restoreOverrideCursor();
 }
 
-bool confirmClose(QWidget* parent, const char* titleKey, const char* textKey,
-    const bool& dataChanged, const std::function<void()>& save)
+bool confirmClose(QWidget* owner, const char* titleKey, const char* textKey, bool isUnsaved,
+    const std::function<bool()>& save)
 {
-    if (!dataChanged) {
+    if (!isUnsaved) {
         return true;
     }
-    QMessageBox box(QMessageBox::Warning, broxText(titleKey), broxText(textKey),
-        QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, parent);
-    const int answer = execUnderArrow(box);
-    if (answer == QMessageBox::Save) {
-        save();
-        if (dataChanged) {
-            return false;
-        }
-    }
-    return answer != QMessageBox::Cancel;
+    const int answer = execUnderArrow(new QMessageBox(QMessageBox::Warning, broxText(titleKey),
+        broxText(textKey), QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, owner));
+    return answer == QMessageBox::Save ? save() : answer != QMessageBox::Cancel;
 }
 
 QString chooseFileToLoad(
     QWidget* parent, const LoadDialogTexts& texts, const QString& fileName, const QString& lastFile)
 {
-    ZExtFileDialog dialog(parent, texts.name, false);
-    dialog.setModal(true);
-    dialog.setAcceptMode(QFileDialog::AcceptOpen);
-    dialog.setNameFilters({QStringLiteral("%1 (%2)").arg(texts.fileKind, fileName),
+    const QPointer<ZExtFileDialog> dialog = new ZExtFileDialog(parent, texts.name, false);
+    dialog->setModal(true);
+    dialog->setAcceptMode(QFileDialog::AcceptOpen);
+    dialog->setNameFilters({QStringLiteral("%1 (%2)").arg(texts.fileKind, fileName),
         QStringLiteral("%1 (*)").arg(texts.allFiles)});
     QString folder;
     if (!lastFile.isEmpty()) {
-        dialog.setDirectory(lastFile);
-    } else if (dialog.getSystemFolder(folder)) {
-        dialog.setDirectory(folder + "/brox");
+        dialog->setDirectory(lastFile);
+    } else if (dialog->getSystemFolder(folder)) {
+        dialog->setDirectory(folder + "/brox");
     }
     const QString lastName = QFileInfo(lastFile).fileName();
-    dialog.selectFile(lastName.isEmpty() ? fileName : lastName);
-    dialog.setWindowTitle(texts.title);
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
-        return {};
+    dialog->selectFile(lastName.isEmpty() ? fileName : lastName);
+    dialog->setWindowTitle(texts.title);
+    const bool isAccepted = dialog->exec() == QDialog::Accepted;
+    if (!dialog) {
+        return {}; // gone with its parent
     }
-    return QFileInfo(dialog.selectedFiles().constFirst()).absoluteFilePath();
+    const QString file = isAccepted ? dialog->selectedFiles().value(0) : QString();
+    delete dialog;
+    return file.isEmpty() ? QString() : QFileInfo(file).absoluteFilePath();
 }

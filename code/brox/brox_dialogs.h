@@ -19,8 +19,12 @@ public:
     Q_DISABLE_COPY_MOVE(ArrowCursor)
 };
 
-/** Shows a box under an arrow cursor and gives the button that the user chose. */
-int execUnderArrow(QMessageBox& box);
+/** Shows a box under an arrow cursor, gives the button that the user chose, and deletes the box.
+ *
+ * The host may delete the box's parent meanwhile, and with it the box and the caller: that is a
+ * Cancel, after which the caller touches nothing of its own.
+ */
+int execUnderArrow(QMessageBox* box);
 
 /** Tells the user of a failure, and ends the busy cursor that the failed work has left. */
 void showFailure(const char* message);
@@ -38,15 +42,16 @@ void guarded(Work work)
     }
 }
 
-/** May data's owner close? Asks the user if there are unsaved data.
+/** May the owner of data close? Asks the user if they are unsaved.
  *
  * A discard throws nothing away: it is the host, or Qt, that ends the owner, or does not.
  *
  * @param titleKey, textKey  keys of the question's texts
- * @param dataChanged        read again after save: a save that did not come about leaves it true
+ * @param save               saves, and tells whether nothing is left unsaved
+ * @return false also if the host has deleted the owner meanwhile
  */
-bool confirmClose(QWidget* parent, const char* titleKey, const char* textKey,
-    const bool& dataChanged, const std::function<void()>& save);
+bool confirmClose(QWidget* owner, const char* titleKey, const char* textKey, bool isUnsaved,
+    const std::function<bool()>& save);
 
 /** What a dialog for loading one of the module's files says. */
 struct LoadDialogTexts
@@ -61,6 +66,7 @@ struct LoadDialogTexts
  *
  * @param fileName  what the file is called by default
  * @param lastFile  the file that was last written, where the dialog then starts; may be empty
+ * @return null also if the host has deleted the parent meanwhile
  */
 QString chooseFileToLoad(QWidget* parent, const LoadDialogTexts& texts, const QString& fileName,
     const QString& lastFile);

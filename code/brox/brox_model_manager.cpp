@@ -6,6 +6,7 @@
 #include "brox_nls.h"
 #include "brox_sorting.h"
 
+#include <QPointer>
 #include <QScopedValueRollback>
 
 BroxModelManager::BroxModelManager(QWidget* parent, Qt::WindowFlags f)
@@ -92,17 +93,22 @@ void BroxModelManager::deleteModel()
         return;
     }
     const QString name = item->text();
-    QMessageBox box(QMessageBox::Question, BROX_MODEL_MANAGER_TEXT("KRV Model deletion", "159"),
-        QStringLiteral("%1 '%2'?")
-            .arg(BROX_MODEL_MANAGER_TEXT("Delete Drill Tool Manager Model", "160"), name),
-        QMessageBox::Ok | QMessageBox::Cancel, this);
-    box.setTextFormat(Qt::PlainText); // a name is no markup
-    if (execUnderArrow(box) != QMessageBox::Ok) {
+    auto* box =
+        new QMessageBox(QMessageBox::Question, BROX_MODEL_MANAGER_TEXT("KRV Model deletion", "159"),
+            QStringLiteral("%1 '%2'?")
+                .arg(BROX_MODEL_MANAGER_TEXT("Delete Drill Tool Manager Model", "160"), name),
+            QMessageBox::Ok | QMessageBox::Cancel, this);
+    box->setTextFormat(Qt::PlainText); // a name is no markup
+    const QPersistentModelIndex cell = ui.broxModelTableWidget->indexFromItem(item);
+    if (execUnderArrow(box) != QMessageBox::Ok || !cell.isValid()) {
         return;
     }
-    const int row = ui.broxModelTableWidget->row(item);
-    emit broxModelDeleted(name);
-    ui.broxModelTableWidget->removeRow(row);
+    // The host hears of it, and may take the occasion to end the viewer.
+    const QPointer<BroxModelManager> alive(this);
+    emit broxModelDeleted(cell.data().toString());
+    if (alive) {
+        ui.broxModelTableWidget->removeRow(cell.row());
+    }
 }
 
 void BroxModelManager::on_broxModelTableWidget_itemChanged(QTableWidgetItem* item)

@@ -85,7 +85,10 @@ bool BroxViewer::canClose()
     return confirmClose(this, BROX_KEY("brox_viewer", "Drill Tool Manager Setup", "144"),
         BROX_KEY("brox_viewer",
             "Unsaved data will be lost.\nClick 'Save' to save data before closing.", "145"),
-        mDataChanged, [this] { saveDefaultModels(); });
+        mDataChanged, [this] {
+            saveDefaultModels();
+            return !mDataChanged;
+        });
 }
 
 void BroxViewer::setParentViewer(QObject* parentViewer)
@@ -373,12 +376,12 @@ void BroxViewer::renameCurrentModel(const QString& wantedName, QString& approved
         setDataChanged(true);
         return;
     }
-    QMessageBox box(QMessageBox::Warning, BROX_VIEWER_TEXT("Drill Tool Manager Setup", "730"),
-        BROX_VIEWER_TEXT("Rename not allowed.\nPossible causes: name exists, or name is too long "
-                         "(over 64 characters).",
-            "731"),
-        QMessageBox::Ok, this);
-    execUnderArrow(box);
+    execUnderArrow(
+        new QMessageBox(QMessageBox::Warning, BROX_VIEWER_TEXT("Drill Tool Manager Setup", "730"),
+            BROX_VIEWER_TEXT("Rename not allowed.\nPossible causes: name exists, or name is too "
+                             "long (over 64 characters).",
+                "731"),
+            QMessageBox::Ok, this));
 }
 
 void BroxViewer::removeCurrentModel(const QString& name)
