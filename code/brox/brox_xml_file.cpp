@@ -120,7 +120,11 @@ bool BroxXmlFile::write(const QString& path, const QDomDocument& document) const
     QTextStream stream(&file);
     document.save(stream, indent);
     stream.flush();
-    file.close();
+    if (stream.status() != QTextStream::Ok || !file.flush()) {
+        const QString text = QStringLiteral("%1: %2").arg(path, file.errorString());
+        zeb__log_write("ERROR", "%s", text.toLocal8Bit().constData());
+        return false;
+    }
     return true;
 }
 

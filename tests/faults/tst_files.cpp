@@ -287,6 +287,21 @@ private slots:
         }
     }
 
+    /** A write that fails after the file was opened is told as well. */
+    void fullDisk()
+    {
+        for (const Kind& kind : kinds) {
+            JobHost host;
+            for (const char* name : kind.edit) {
+                click(host.viewer(), name);
+            }
+            shell(kind, host, "ln -sf /dev/full $FILE");
+            host.log.clear();
+            click(host.viewer(), kind.save);
+            QCOMPARE(host.log.filter("ERROR|" + host.path(kind.file)).size(), 1);
+        }
+    }
+
     /** A file is read in a time that grows with its size; all of it if BROX_LONG_TESTS is set. */
     void large()
     {
