@@ -4,6 +4,7 @@
 #include <QMetaEnum>
 
 #include <algorithm>
+#include <memory>
 #include <new>
 #include <utility>
 
@@ -156,7 +157,11 @@ BroxHoleType* BroxModel::ensureHoleType(DrillTypeManager::DrillType drillType)
 
 BroxModelSet::BroxModelSet(QObject* parent)
     : QObject(parent)
-{ }
+{
+    // What Qt keeps for a receiver is made with its first connection. If there were no memory for
+    // it at the time of a model's, Qt would be left with half a connection, and crash.
+    connect(this, &QObject::objectNameChanged, this, [] {});
+}
 
 BroxModelSet::~BroxModelSet()
 {
@@ -177,15 +182,14 @@ BroxModel* BroxModelSet::findModel(const QString& modelName) const
 }
 
 BroxModel* BroxModelSet::createModel(QString modelName)
-{
-    auto* model = new (std::nothrow) BroxModel(std::move(modelName));
-    if (!model) {
-        return nullptr;
-    }
-    connect(model, &BroxModel::renameApprovalRequest, this,
+try {
+    auto model = std::make_unique<BroxModel>(std::move(modelName));
+    connect(model.get(), &BroxModel::renameApprovalRequest, this,
         &BroxModelSet::broxModel_renameApprovalRequest);
-    mModels.append(model);
-    return model;
+    mModels.append(model.get());
+    return model.release();
+} catch (const std::bad_alloc&) {
+    return nullptr;
 }
 
 void BroxModelSet::removeModel(QString modelName)

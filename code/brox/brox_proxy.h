@@ -12,10 +12,11 @@
  * Texts are in the local 8-bit encoding.
  *
  * Statuses. Every function returns 0 for success, one of the two codes below, or the status of
- * a host function that failed, unchanged. Each failure is also written to the host's log.
+ * a host function that failed, unchanged. Each failure is also written to the host's log. The
+ * error sound comes with the two codes, and not with a host's status.
  *
  * Pointers. A pointer argument is refused with BROX_BAD_ARGUMENT if its value is 1000 or below;
- * nothing is written then.
+ * nothing is written then. Only brox__proxy_set_parent_viewer tests for null alone.
  *
  * Threads. All functions are called on the host's GUI thread, and the host's QApplication exists
  * before the first call.
@@ -49,6 +50,9 @@ BROX_EXPORT int brox__proxy_open_brox(int stpid);
 
 /** Asks whether the step's viewer may close; asks the user if there are unsaved models.
  *
+ * What is typed into an open cell of a table counts as entered before. The user may take his
+ * time, and the host may delete the viewer meanwhile: that is as if the user had cancelled.
+ *
  * @param ok  1 if it may, also for a step without a viewer, else 0
  */
 BROX_EXPORT int brox__proxy_can_close(int stpid, int* ok);
@@ -75,7 +79,7 @@ BROX_EXPORT int brox__proxy_get_brox(int stpid, BroxViewer** brox);
  *
  * @param parent_viewer  a QObject with the signal unitsChanged(zeb_units_enum). If either
  *                       pointer is null, nothing happens
- * @return 0
+ * @return 0, or BROX_OUT_OF_MEMORY
  */
 BROX_EXPORT int brox__proxy_set_parent_viewer(BroxViewer* brox, QObject* parent_viewer);
 
@@ -88,7 +92,7 @@ BROX_EXPORT int brox__proxy_set_model_renamed_deleted_cb(brox_model_renamed_dele
 /** Lists the step's drill tool models in the order of the models file; opens the viewer if needed.
  *
  * @param models      array of names, or null if there are none. Array and names are the caller's,
- *                    to be released with zeb__mem_free
+ *                    to be released with zeb__mem_free. A name that could not be copied is null
  * @param num_models  number of models
  * @return BROX_OUT_OF_MEMORY if the array could not be made; *models is null then, and
  *         *num_models the number of models
@@ -105,7 +109,8 @@ BROX_EXPORT int brox__proxy_get_model_list(int stpid, char*** models, int* num_m
  * @param min_tol        minus tolerance, a magnitude
  * @param max_tol        plus tolerance, a magnitude
  * @param fhs            finished hole size
- * @param drill_size     drill hole size; 0 if there is no such model or the formula has no value
+ * @param drill_size     drill hole size; 0 if there is no such model or the formula has no value;
+ *                       below 0 if the formula says so, since its value is handed out as it is
  * @param bit            buffer of at least 8 bytes: the chosen bit's designation, cut to 7 bytes,
  *                       or empty if no bit was chosen
  * @return 0 also for an unknown model
