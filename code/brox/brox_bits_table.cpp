@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "brox_bits_table.h"
 
-#include "brox_dialogs.h"
+#include "brox_editors.h"
 #include "brox_nls.h"
 #include "brox_report.h"
 #include "brox_size.h"
@@ -210,27 +210,27 @@ void BroxBitsTable::closeEvent(QCloseEvent* event)
 
 void BroxBitsTable::on_actionOpen_triggered()
 {
-    guarded([this] { showLoadDialog(); });
+    command(this, [this] { showLoadDialog(); });
 }
 
 void BroxBitsTable::on_actionSave_triggered()
 {
-    guarded([this] { saveDefaultBits(); });
+    command(this, [this] { saveDefaultBits(); });
 }
 
 void BroxBitsTable::on_actionClose_triggered()
 {
-    guarded([this] { close(); });
+    command(this, [this] { close(); });
 }
 
 void BroxBitsTable::on_actionAdd_Size_triggered()
 {
-    guarded([this] { addRow(); });
+    command(this, [this] { addRow(); });
 }
 
 void BroxBitsTable::on_actionDelete_Size_triggered()
 {
-    guarded([this] { deleteCurrentRow(); });
+    command(this, [this] { deleteCurrentRow(); });
 }
 
 void BroxBitsTable::on_drillBitsTableWidget_itemChanged(QTableWidgetItem* item)
@@ -402,13 +402,14 @@ void BroxBitsTable::setDataChanged(bool changed)
 
 bool BroxBitsTable::canClose()
 {
-    return confirmClose(this, BROX_KEY("brox_bits_table", "Drill Size Table Editor", "103"),
-        BROX_KEY("brox_bits_table",
-            "Unsaved data will be lost.\nClick 'Save' to save data before closing.", "104"),
-        mDataChanged, [this] {
-            saveDefaultBits();
-            return !mDataChanged;
-        });
+    return enterOpenEditors(this)
+        && confirmClose(this, BROX_KEY("brox_bits_table", "Drill Size Table Editor", "103"),
+            BROX_KEY("brox_bits_table",
+                "Unsaved data will be lost.\nClick 'Save' to save data before closing.", "104"),
+            mDataChanged, [this] {
+                saveDefaultBits();
+                return !mDataChanged;
+            });
 }
 
 void BroxBitsTable::showLoadDialog()

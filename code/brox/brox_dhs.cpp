@@ -2,6 +2,7 @@
 #include "brox_dhs.h"
 
 #include "brox_bits_table.h"
+#include "brox_editors.h"
 #include "brox_looks.h"
 #include "brox_man.h"
 #include "brox_report.h"
@@ -187,14 +188,16 @@ void BroxDhsFormula::on_useBitFileCheckBox_stateChanged(int state)
 
 void BroxDhsFormula::on_openBitFileToolButton_clicked(bool)
 {
-    if (!mBitsTable) {
-        mBitsTable = new BroxBitsTable(this, {});
-        mBitsTable->setStepId(mStepId);
-    }
-    mBitsTable->show();
-    // A window that is open already may lie behind the host's.
-    mBitsTable->raise();
-    mBitsTable->activateWindow();
+    command(this, [this] {
+        if (!mBitsTable) {
+            mBitsTable = new BroxBitsTable(this, {});
+            mBitsTable->setStepId(mStepId);
+        }
+        mBitsTable->show();
+        // A window that is open already may lie behind the host's.
+        mBitsTable->raise();
+        mBitsTable->activateWindow();
+    });
 }
 
 void BroxDhsFormula::checkFormula(const QString& formula, bool* isValid) const

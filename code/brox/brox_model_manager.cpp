@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "brox_model_manager.h"
 
-#include "brox_dialogs.h"
+#include "brox_editors.h"
 #include "brox_man.h"
 #include "brox_nls.h"
 #include "brox_sorting.h"
@@ -116,16 +116,45 @@ void BroxModelManager::on_broxModelTableWidget_itemChanged(QTableWidgetItem* ite
     if (mUpdating || !item) {
         return;
     }
+    // The receiver renames the model on show, so that has to be the one of this row. The tool tip
+    // still has its name.
+    const bool isOther = item != selectedItem();
+    if (isOther) {
+        emit broxModelSelected(item->toolTip());
+    }
     // The answer raises this slot once more; by then it is the model's own name, and all is quiet.
+    const Entry entry(ui.broxModelTableWidget);
+    const QString wanted = item->text();
     QString approved;
-    emit broxModelRenameRequest(item->text(), approved);
+    emit broxModelRenameRequest(wanted, approved);
     item->setText(approved);
     item->setToolTip(approved);
+    if (approved != wanted) {
+        ui.broxModelTableWidget->setCurrentItem(item);
+        entry.refuse();
+    } else if (isOther) {
+        on_broxModelTableWidget_itemSelectionChanged();
+    }
 }
 
 void BroxModelManager::on_broxModelTableWidget_itemSelectionChanged()
 {
     if (mUpdating) {
+        return;
+    }
+    // A name that is still being typed belongs to the model that was selected before, and may be
+    // refused or move the rows. Qt has yet to make the row current that it has selected.
+    if (hasOpenEditor(ui.broxModelTableWidget)) {
+        connect(
+            ui.broxModelTableWidget, &QTableWidget::currentItemChanged, this,
+            [this] {
+                if (QTableWidgetItem* item = selectedItem()) {
+                    ui.broxModelTableWidget->setCurrentItem(item);
+                }
+            },
+            Qt::SingleShotConnection);
+    }
+    if (!enterOpenEditors(this)) {
         return;
     }
     const QTableWidgetItem* item = selectedItem();
@@ -134,18 +163,20 @@ void BroxModelManager::on_broxModelTableWidget_itemSelectionChanged()
 
 void BroxModelManager::on_actionNew_Model_triggered()
 {
-    newModel();
-    renameModel();
+    command(this, [this] {
+        newModel();
+        renameModel();
+    });
 }
 
 void BroxModelManager::on_actionRename_triggered()
 {
-    renameModel();
+    command(this, [this] { renameModel(); });
 }
 
 void BroxModelManager::on_actionDelete_triggered()
 {
-    deleteModel();
+    command(this, [this] { deleteModel(); });
 }
 
 QTableWidgetItem* BroxModelManager::selectedItem() const

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "brox_viewer.h"
 
-#include "brox_dialogs.h"
+#include "brox_editors.h"
 #include "brox_models_file.h"
 #include "brox_nls.h"
 #include "brox_step_data.h"
@@ -14,6 +14,21 @@ namespace {
 
 constexpr BroxSource source("brox_viewer");
 constexpr double upperShare = 0.375; // of the height: amounts, test table and formula
+constexpr double micronsPerMil = 25.4;
+
+/** What one number in units of the first name is in those of the second. */
+double numbersPerNumber(const QString& from, const QString& to)
+{
+    const auto isFrom = [](const QString& name, zeb_units_enum units) {
+        return name == QString::fromLocal8Bit(zeb__sarn_get_Units_str(units));
+    };
+    if (from == to) {
+        return 1.0;
+    }
+    return isFrom(from, ZEB_UNITS_MILS)   ? micronsPerMil
+        : isFrom(from, ZEB_UNITS_MICRONS) ? 1.0 / micronsPerMil
+                                          : 1.0;
+}
 
 } // namespace
 
@@ -82,13 +97,14 @@ void BroxViewer::setDataChanged(bool changed)
 
 bool BroxViewer::canClose()
 {
-    return confirmClose(this, BROX_KEY("brox_viewer", "Drill Tool Manager Setup", "144"),
-        BROX_KEY("brox_viewer",
-            "Unsaved data will be lost.\nClick 'Save' to save data before closing.", "145"),
-        mDataChanged, [this] {
-            saveDefaultModels();
-            return !mDataChanged;
-        });
+    return enterOpenEditors(this)
+        && confirmClose(this, BROX_KEY("brox_viewer", "Drill Tool Manager Setup", "144"),
+            BROX_KEY("brox_viewer",
+                "Unsaved data will be lost.\nClick 'Save' to save data before closing.", "145"),
+            mDataChanged, [this] {
+                saveDefaultModels();
+                return !mDataChanged;
+            });
 }
 
 void BroxViewer::setParentViewer(QObject* parentViewer)
@@ -149,17 +165,17 @@ void BroxViewer::calcDrillSize(DrillTypeManager::DrillType drillType, int fhs, i
 
 void BroxViewer::on_loadToolButton_clicked(bool)
 {
-    guarded([this] { showLoadDialog(); });
+    command(this, [this] { showLoadDialog(); });
 }
 
 void BroxViewer::on_saveToolButton_clicked(bool)
 {
-    guarded([this] { saveDefaultModels(); });
+    command(this, [this] { saveDefaultModels(); });
 }
 
 void BroxViewer::on_newToolButton_clicked(bool)
 {
-    guarded([this] {
+    command(this, [this] {
         ui.broxModelManagerWidget->newModel();
         ui.broxModelManagerWidget->renameModel();
     });
@@ -167,12 +183,12 @@ void BroxViewer::on_newToolButton_clicked(bool)
 
 void BroxViewer::on_renameToolButton_clicked(bool)
 {
-    guarded([this] { ui.broxModelManagerWidget->renameModel(); });
+    command(this, [this] { ui.broxModelManagerWidget->renameModel(); });
 }
 
 void BroxViewer::on_deleteToolButton_clicked(bool)
 {
-    guarded([this] { ui.broxModelManagerWidget->deleteModel(); });
+    command(this, [this] { ui.broxModelManagerWidget->deleteModel(); });
 }
 
 void BroxViewer::on_broxModelManagerWidget_broxModelSelected(QString broxModelName)
@@ -229,16 +245,24 @@ void BroxViewer::on_broxDhsWidget_dhsFormulaEditingFinished()
 
 void BroxViewer::on_broxDhsWidget_useBitFileToggled(bool useBitFile)
 {
-    if (mCurrentBroxModel) {
-        mCurrentBroxModel->setUseBitFile(useBitFile);
-        setDataChanged(true);
-        ui.broxTesterWidget->retest();
+    if (!mCurrentBroxModel) {
+        return;
     }
+    if (!enterOpenEditors(this)) {
+        const QScopedValueRollback selecting(mSelectingModel, true); // putting it back is no change
+        ui.broxDhsWidget->setUseBitFile(mCurrentBroxModel);
+        return;
+    }
+    mCurrentBroxModel->setUseBitFile(useBitFile);
+    setDataChanged(true);
+    ui.broxTesterWidget->retest();
 }
 
 void BroxViewer::on_broxJobDataWidget_recalcRequired()
 {
-    ui.broxJobDataWidget->recalculate(mStepId);
+    if (enterOpenEditors(this)) {
+        ui.broxJobDataWidget->recalculate(mStepId);
+    }
 }
 
 void BroxViewer::on_broxTesterWidget_testValuesChanged(
@@ -259,8 +283,14 @@ void BroxViewer::on_broxTesterWidget_testValuesChanged(
 
 void BroxViewer::parentViewer_unitsChanged(zeb_units_enum)
 {
-    // Each widget asks the host for the units of its step.
+    // Each widget asks the host for the units of its step. What is being typed was meant in those
+    // that the user has read until now.
+    const QString oldUnits = ui.unitsLabel->text();
     updateUnitsLabel();
+    const double scale = numbersPerNumber(oldUnits, ui.unitsLabel->text());
+    enterTypedNumbers(ui.broxAmountsWidget, scale);
+    enterTypedNumbers(ui.broxTesterWidget, scale);
+    enterOpenEditors(this);
     ui.broxAmountsWidget->refreshUnits(mStepId);
     ui.broxTesterWidget->refreshUnits(mStepId);
     ui.broxJobDataWidget->refreshUnits(mStepId);
