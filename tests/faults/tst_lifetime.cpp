@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include <QDir>
 #include <QLineEdit>
 #include <QPointer>
 #include <QScrollBar>
@@ -13,12 +12,6 @@
 namespace {
 
 int newsLeft = 0; ///< objects that may still be made before one fails, 0 for no failure
-
-int residentPages()
-{
-    QFile file("/proc/self/statm");
-    return file.open(QFile::ReadOnly) ? file.readAll().split(' ').value(1).toInt() : 0;
-}
 
 } // namespace
 
@@ -45,12 +38,6 @@ struct Moment
     const char* name;
     void (*prepare)(JobHost&);
 };
-
-void edit(QTableWidget* table)
-{
-    table->setCurrentCell(0, 0);
-    table->edit(table->currentIndex());
-}
 
 /** Scrolls where there is room for all rows: hiding the tables will scroll them back. */
 void scroll(JobHost& host)
@@ -80,30 +67,15 @@ void outliveParentViewer(JobHost& host)
 }
 
 const std::vector<Moment> moments = {
-    {"untouched", [](JobHost&) {}},
-    {"shown", [](JobHost& host) { host.viewer()->show(); }},
-    {"unsaved", [](JobHost& host) { host.set("amountsTableWidget", 0, 0, 25.0); }},
     {"scrolled", scroll},
     {"a name is typed", [](JobHost& host) { click(host.viewer(), "newToolButton"); }},
-    {"an amount is typed", [](JobHost& host) { edit(host.table("amountsTableWidget")); }},
-    {"a test value is typed", [](JobHost& host) { edit(host.table("testerTableWidget")); }},
-    {"the formula is refused",
-        [](JobHost& host) {
-            QTest::keyClicks(child<QLineEdit>(host.viewer(), "dhsLineEdit"), "+");
-        }},
     {"bits open and unsaved",
         [](JobHost& host) {
             click(host.viewer(), "openBitFileToolButton");
             click(host.viewer(), "actionAdd_Size");
         }},
-    {"no model left",
-        [](JobHost& host) {
-            click(host.viewer(), "deleteToolButton");
-            click(host.viewer(), "deleteToolButton");
-        }},
     {"in a window of the host's", putIntoWindow},
     {"after its parent viewer", outliveParentViewer},
-    {"files gone", [](JobHost& host) { QDir(host.path({})).removeRecursively(); }},
 };
 
 } // namespace
@@ -166,54 +138,6 @@ private slots:
             QCOMPARE(brox__proxy_open_brox(host.step), 0);
             QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         }
-    }
-
-    /** Two steps share the files only: each keeps what it has read, and the later save wins. */
-    void twoViewers()
-    {
-        JobHost host;
-        const int other = standin_add_step("other", 0);
-        QWidget* const viewers[] = {host.viewer(), host.viewer(other)};
-        const char* const names[] = {"first", "second"};
-        for (int i : {0, 1}) {
-            auto* models = child<QTableWidget>(viewers[i], "broxModelTableWidget");
-            models->setCurrentCell(i, 0);
-            models->item(i, 0)->setText(names[i]);
-        }
-        for (int turn = 0; turn < 6; ++turn) {
-            QWidget* viewer = viewers[turn % 2];
-            auto* amounts = child<QTableWidget>(viewer, "amountsTableWidget")->model();
-            amounts->setData(amounts->index(0, 0), 30.0 + turn);
-            click(viewer, "saveToolButton");
-            const QByteArray file = host.read("brox.xml");
-            QVERIFY(file.contains(names[turn % 2]) && !file.contains(names[1 - turn % 2]));
-        }
-        host.endViewer();
-        QVERIFY(host.modelNames().contains("second"));
-    }
-
-    /** Thousands of steps, each with a viewer for a while. */
-    void manySteps()
-    {
-        JobHost host;
-        const auto openAndClose = [&host](int count) {
-            for (int i = 0; i < count; ++i) {
-                host.step = standin_add_step("step", i % 2);
-                QCOMPARE(host.modelNames().size(), 2);
-                host.endViewer();
-            }
-        };
-        openAndClose(isSlowRun() ? 20 : 200); // what the libraries keep for good is there then
-        const size_t blocks = standin_live_blocks();
-        const auto widgets = QApplication::allWidgets().size();
-        const int pages = residentPages();
-        openAndClose(isSlowRun() ? 20 : 2000);
-        QCOMPARE(standin_live_blocks(), blocks);
-        QCOMPARE(QApplication::allWidgets().size(), widgets);
-        // Of a viewer that leaked 2000 times, hundreds of megabytes would be left.
-        const int growth = residentPages() - pages;
-        qInfo("%d pages more than %d", growth, pages);
-        QVERIFY(isSlowRun() || growth < 4000);
     }
 };
 

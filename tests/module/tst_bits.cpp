@@ -26,13 +26,6 @@ struct EditsCase
     const char* inch;
 };
 
-struct ClosingCase
-{
-    const char* name;
-    QMessageBox::StandardButton button;
-    bool hasFolder, closes, isWritten;
-};
-
 /** Two bits of one designation and one of its own; microns and mils have the same numbers. */
 QByteArray threeBits()
 {
@@ -192,55 +185,6 @@ private slots:
         }
     }
 
-    void closing_data()
-    {
-        addRows<ClosingCase>({
-            {"cancel", QMessageBox::Cancel, true, false, false},
-            {"discard", QMessageBox::Discard, true, true, false},
-            {"save", QMessageBox::Save, true, true, true},
-            {"save without a folder", QMessageBox::Save, false, false, false},
-        });
-    }
-
-    void closing()
-    {
-        QFETCH(ClosingCase, data);
-        open(threeBits());
-        QFile::remove(mHost->path(fileName));
-        mTable->setCurrentCell(-1, -1);
-        press(Qt::Key_X);
-        press(Qt::Key_S);
-        QVERIFY(!isMarked() && !QFile::exists(mHost->path(fileName))); // nothing has changed
-        press(Qt::Key_N);
-        if (!data.hasFolder) {
-            standin_set_data_dir(nullptr);
-        }
-        Answers answers{data.button};
-        press(Qt::Key_F4);
-        QCOMPARE(mTable->isVisible(), !data.closes);
-        QCOMPARE(isMarked(), !data.isWritten);
-        QCOMPARE(mHost->read(fileName).count("<Drill "), data.isWritten ? 4 : 0);
-        int ok = 0;
-        brox__proxy_can_close(mHost->step, &ok);
-        QCOMPARE(ok, 1); // this window is not asked
-    }
-
-    /** What is unsaved is asked for first. */
-    void loading()
-    {
-        open(threeBits());
-        press(Qt::Key_N);
-        {
-            const Answers answers{QMessageBox::Cancel};
-            click(mTable->window(), "actionOpen");
-        }
-        QVERIFY(isMarked());
-        load(bitsXml({bitXml("C", "0.4")}), {QMessageBox::Discard});
-        QVERIFY(!isMarked());
-        QCOMPARE(shown(), QStringList("C 400 0 yes"));
-        QCOMPARE(index(400), "400=C");
-    }
-
     /** A comment in the file leaves a row without cells. What is typed there makes a bit of it,
      *  also if the table moves the row to its place at once. */
     void blankRow()
@@ -296,13 +240,11 @@ private:
         mTable = child<QTableWidget>(mHost->viewer(), "drillBitsTableWidget");
     }
 
-    /** Lets the editor load another file; a null content is none. */
-    void load(const QByteArray& bits, std::initializer_list<QMessageBox::StandardButton> asked = {})
+    /** Lets the editor load another file. */
+    void load(const QByteArray& bits)
     {
-        if (!bits.isNull()) {
-            mHost->write("other.xml", bits);
-        }
-        Answers answers(asked);
+        mHost->write("other.xml", bits);
+        Answers answers;
         answers.addFile(mHost->path("other.xml"));
         click(mTable->window(), "actionOpen");
     }
