@@ -3,6 +3,7 @@
 #define DRILL_MAP_H
 
 #include "program_tools.h"
+#include "reading.h"
 
 #include <QRectF>
 
@@ -68,10 +69,13 @@ class FileSet;
 /** Adds a plan's map to the files that are to be written: SVG or PNG with the sheets one below
  *  the other, or PDF with a page a sheet, by the file's suffix.
  *
+ * @param progress  told how many sheets of how many are painted
+ *
  * @throws OutputError  also for another suffix, and if nothing is drilled
- * @throws PanelError
+ * @throws PanelError, BoardCancelled
  */
-void addDrillMap(const DrillPlan& plan, const QString& path, FileSet& files);
+void addDrillMap(
+    const DrillPlan& plan, const QString& path, FileSet& files, const Progress& progress = {});
 
 /** A sheet as the SVG element of a page. */
 QByteArray sheetAsSvg(const DrillMap& map, size_t sheet);

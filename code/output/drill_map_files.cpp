@@ -19,15 +19,18 @@ constexpr double mostDots = 100e6;
 constexpr int dotsPerInch = 254; ///< of vectors, so that a dot is a unit of a sheet
 
 /** Paints sheets one below the other. */
-void paintColumn(QPainter& painter, const DrillMap& map, size_t first, size_t count)
+void paintColumn(
+    QPainter& painter, const DrillMap& map, size_t first, size_t count, const Progress& progress)
 {
     for (size_t i = 0; i < count; ++i) {
+        tell(progress, qint64(i), qint64(count));
         map.paint(painter, first + i);
         painter.translate(0, DrillMap::height);
     }
 }
 
-QByteArray asSvg(const DrillMap& map, size_t first, size_t count, const QString& title)
+QByteArray asSvg(
+    const DrillMap& map, size_t first, size_t count, const QString& title, const Progress& progress)
 {
     const QSize size(DrillMap::width, DrillMap::height * int(count));
     QByteArray svg;
@@ -41,12 +44,12 @@ QByteArray asSvg(const DrillMap& map, size_t first, size_t count, const QString&
     generator.setViewBox(QRect({}, size));
     QPainter painter(&generator);
     painter.fillRect(QRect({}, size), Qt::white);
-    paintColumn(painter, map, first, count);
+    paintColumn(painter, map, first, count, progress);
     painter.end();
     return svg;
 }
 
-QByteArray asPng(const DrillMap& map)
+QByteArray asPng(const DrillMap& map, const Progress& progress)
 {
     const double sheets = double(map.sheetCount());
     const double units = sheets * DrillMap::width * DrillMap::height;
@@ -56,14 +59,14 @@ QByteArray asPng(const DrillMap& map)
     image.fill(Qt::white);
     QPainter painter(&image);
     painter.scale(scale, scale);
-    paintColumn(painter, map, 0, map.sheetCount());
+    paintColumn(painter, map, 0, map.sheetCount(), progress);
     painter.end();
     QByteArray png;
     QBuffer buffer(&png);
     return image.save(&buffer, "PNG") ? png : QByteArray();
 }
 
-QByteArray asPdf(const DrillMap& map, const QString& title)
+QByteArray asPdf(const DrillMap& map, const QString& title, const Progress& progress)
 {
     QByteArray pdf;
     QBuffer buffer(&pdf);
@@ -75,6 +78,7 @@ QByteArray asPdf(const DrillMap& map, const QString& title)
     writer.setPageLayout(QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Landscape, {}));
     QPainter painter(&writer);
     for (size_t i = 0; i < map.sheetCount(); ++i) {
+        tell(progress, qint64(i), qint64(map.sheetCount()));
         if (i > 0) {
             writer.newPage();
         }
@@ -88,11 +92,12 @@ QByteArray asPdf(const DrillMap& map, const QString& title)
 
 QByteArray sheetAsSvg(const DrillMap& map, size_t sheet)
 {
-    const QByteArray svg = asSvg(map, sheet, 1, map.title(sheet));
+    const QByteArray svg = asSvg(map, sheet, 1, map.title(sheet), {});
     return svg.sliced(svg.indexOf("<svg"));
 }
 
-void addDrillMap(const DrillPlan& plan, const QString& path, FileSet& files)
+void addDrillMap(
+    const DrillPlan& plan, const QString& path, FileSet& files, const Progress& progress)
 {
     const QString suffix = QFileInfo(path).suffix().toLower();
     if (suffix != "svg" && suffix != "pdf" && suffix != "png") {
@@ -105,7 +110,7 @@ void addDrillMap(const DrillPlan& plan, const QString& path, FileSet& files)
     }
     const QString title = "Drill map of " + plan.board->job;
     files.add(path,
-        suffix == "svg"       ? asSvg(map, 0, map.sheetCount(), title)
-            : suffix == "pdf" ? asPdf(map, title)
-                              : asPng(map));
+        suffix == "svg"       ? asSvg(map, 0, map.sheetCount(), title, progress)
+            : suffix == "pdf" ? asPdf(map, title, progress)
+                              : asPng(map, progress));
 }

@@ -393,8 +393,8 @@ QByteArray programText(
     return writer.text();
 }
 
-void addDrillPrograms(const DrillPlan& plan, const QString& folder, FileSet& files,
-    const std::function<void(int done, int total)>& advanced)
+void addDrillPrograms(
+    const DrillPlan& plan, const QString& folder, FileSet& files, const Progress& progress)
 {
     checkRows(plan);
     const std::vector<Program> programs = programsOf(plan);
@@ -402,9 +402,7 @@ void addDrillPrograms(const DrillPlan& plan, const QString& folder, FileSet& fil
     const std::vector<RowPlaces> places = placesOf(plan);
     const QStringList names = programNames(plan, programs);
     for (size_t i = 0; i < programs.size(); ++i) {
-        if (advanced) {
-            advanced(int(i), int(programs.size()));
-        }
+        tell(progress, qint64(i), qint64(programs.size()));
         files.add(
             QDir(folder).filePath(names[qsizetype(i)]), programText(plan, programs[i], places));
     }

@@ -3,6 +3,7 @@
 #define DRILL_PROGRAM_H
 
 #include "program_tools.h"
+#include "reading.h"
 
 class FileSet;
 
@@ -29,12 +30,12 @@ QByteArray programText(
 
 /** Adds all programs of a plan to the files that are to be written.
  *
- * @param advanced  told how many programs of how many are made; may throw to break it off
+ * @param progress  told how many programs of how many are made
  * @throws OutputError  naming what can't be drilled by a program: a tool without a size, too many
  *                      tools, nothing at all
- * @throws PanelError
+ * @throws PanelError, BoardCancelled
  */
-void addDrillPrograms(const DrillPlan& plan, const QString& folder, FileSet& files,
-    const std::function<void(int done, int total)>& advanced = {});
+void addDrillPrograms(
+    const DrillPlan& plan, const QString& folder, FileSet& files, const Progress& progress = {});
 
 #endif

@@ -24,12 +24,13 @@ const char style[] = "body{font-family:sans-serif;margin:2em;color:black;backgro
                      "svg{width:100%;height:auto;page-break-inside:avoid}"
                      "@media print{body{margin:0;font-size:9pt}}";
 
-QByteArray asHtml(const DrillPlan& plan, const DrillMap& map)
+QByteArray asHtml(const DrillPlan& plan, const DrillMap& map, const Progress& progress)
 {
     QByteArray html = "<!DOCTYPE html>\n<html lang=\"en\">\n<head><meta charset=\"utf-8\">\n<title>"
         + plan.board->job.toHtmlEscaped().toUtf8() + "</title>\n<style>" + style
         + "</style></head>\n<body>\n" + reportHtml(plan).toUtf8();
     for (size_t i = 0; i < map.sheetCount(); ++i) {
+        tell(progress, qint64(i), qint64(map.sheetCount()));
         html += "<h2>Map of layer " + map.title(i).toHtmlEscaped().toUtf8() + "</h2>\n"
             + sheetAsSvg(map, i);
     }
@@ -58,7 +59,7 @@ void paintText(QPainter& painter, QPdfWriter& writer, const QTextDocument& text)
     }
 }
 
-QByteArray asPdf(const DrillPlan& plan, const DrillMap& map)
+QByteArray asPdf(const DrillPlan& plan, const DrillMap& map, const Progress& progress)
 {
     QByteArray pdf;
     QBuffer buffer(&pdf);
@@ -82,6 +83,7 @@ QByteArray asPdf(const DrillPlan& plan, const DrillMap& map)
     QPainter painter(&writer);
     paintText(painter, writer, text);
     for (size_t i = 0; i < map.sheetCount(); ++i) {
+        tell(progress, qint64(i), qint64(map.sheetCount()));
         writer.setPageOrientation(QPageLayout::Landscape);
         writer.newPage();
         map.paint(painter, i);
@@ -92,12 +94,13 @@ QByteArray asPdf(const DrillPlan& plan, const DrillMap& map)
 
 } // namespace
 
-void addDrillReport(const DrillPlan& plan, const QString& path, FileSet& files)
+void addDrillReport(
+    const DrillPlan& plan, const QString& path, FileSet& files, const Progress& progress)
 {
     const QString suffix = QFileInfo(path).suffix().toLower();
     if (suffix != "html" && suffix != "pdf") {
         throw OutputError(path + ": a report is written as .html or .pdf");
     }
     const DrillMap map(plan);
-    files.add(path, suffix == "html" ? asHtml(plan, map) : asPdf(plan, map));
+    files.add(path, suffix == "html" ? asHtml(plan, map, progress) : asPdf(plan, map, progress));
 }

@@ -3,6 +3,7 @@
 #define DRILL_REPORT_H
 
 #include "drill_plan.h"
+#include "reading.h"
 
 class FileSet;
 
@@ -10,9 +11,11 @@ class FileSet;
  *
  * By the path's suffix it is a page of HTML that needs no other file, or a PDF.
  *
+ * @param progress  told how many maps of how many are painted
  * @throws OutputError  also for another suffix
- * @throws PanelError
+ * @throws PanelError, BoardCancelled
  */
-void addDrillReport(const DrillPlan& plan, const QString& path, FileSet& files);
+void addDrillReport(
+    const DrillPlan& plan, const QString& path, FileSet& files, const Progress& progress = {});
 
 #endif

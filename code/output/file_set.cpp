@@ -60,6 +60,13 @@ void keep(const fs::path& file, const fs::path& backup)
 
 } // namespace
 
+void tell(const Progress& progress, qint64 done, qint64 total)
+{
+    if (progress && !progress(done, total)) {
+        throw BoardCancelled();
+    }
+}
+
 FileSet::~FileSet()
 {
     for (const File& file : mFiles) {

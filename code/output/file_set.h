@@ -2,6 +2,8 @@
 #ifndef FILE_SET_H
 #define FILE_SET_H
 
+#include "reading.h"
+
 #include <QStringList>
 #include <stdexcept>
 #include <vector>
@@ -14,6 +16,12 @@ public:
         : std::runtime_error(message.simplified().toStdString())
     { }
 };
+
+/** Tells how much of the work is done.
+ *
+ * @throws BoardCancelled  if the user wants no more of it
+ */
+void tell(const Progress& progress, qint64 done, qint64 total);
 
 /** Files that appear together or not at all.
  *

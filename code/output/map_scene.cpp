@@ -88,7 +88,7 @@ struct MapScene::ToolLook
 class MapScene::Canvas
 {
 public:
-    Canvas(QImage& image, const MapView& view, const MapColours& colours)
+    Canvas(QImage& image, const MapPosition& view, const MapColours& colours)
         : mImage(image)
         , mView(view)
         , mColours(colours)
@@ -97,7 +97,7 @@ public:
         image.fill(colours.paper);
     }
 
-    const MapView& view() const { return mView; }
+    const MapPosition& view() const { return mView; }
     const MapColours& colours() const { return mColours; }
 
     bool sees(const QRectF& map) const
@@ -180,7 +180,7 @@ private:
     }
 
     QImage& mImage;
-    const MapView& mView;
+    const MapPosition& mView;
     const MapColours& mColours;
     QRectF mVisible;
 };
@@ -263,7 +263,7 @@ MapScene::MapScene(const DrillPlan& plan)
     }
 }
 
-void MapScene::paint(QImage& image, const MapView& view, const MapColours& colours) const
+void MapScene::paint(QImage& image, const MapPosition& view, const MapColours& colours) const
 {
     Canvas canvas(image, view, colours);
     paintOutlines(canvas);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "drill_program.h"
+#include "excellon_reader.h"
 #include "file_set.h"
+#include "ipc2581_reader.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
@@ -88,6 +90,59 @@ DrillPlan planOf(const Board& board, size_t step, Units units = Units::Metric)
     return plan;
 }
 
+/** A sample's board; drill files are those of the same name. */
+Board readSample(const QString& pattern)
+{
+    Board board;
+    board.steps.emplace_back().name = "pcb";
+    for (const QFileInfo& file : QDir(SAMPLES_DIR).entryInfoList({pattern})) {
+        QFile device(file.filePath());
+        if (!device.open(QFile::ReadOnly)) {
+            return {};
+        }
+        if (file.suffix() == "xml") {
+            return readIpc2581(device, file.filePath());
+        }
+        board.steps[0].layers.push_back(readExcellon(device, file.filePath()).layer);
+    }
+    return board;
+}
+
+/** What is drilled: of each tool its size and where it goes, slots by the points of their paths;
+ *  sorted, in units of what a program's last digit may move. */
+using Drilled = std::vector<std::pair<Size, std::vector<std::pair<Size, Size>>>>;
+
+struct Rounding
+{
+    Units units;
+    Size operator()(Size size) const
+    {
+        return units == Units::Inch ? Size(std::lround(size / 101.6))
+                                    : Size(std::lround(size / 40.0));
+    }
+};
+
+void add(Drilled& drilled, Rounding round, Size size, const std::vector<Place>& holes,
+    const std::vector<Path>& slotPaths)
+{
+    const auto point = [&](Place place) { return std::pair(round(place.x), round(place.y)); };
+    for (const Place& hole : holes) {
+        drilled.push_back({round(size), {point(hole)}});
+    }
+    for (const Path& path : slotPaths) {
+        std::vector<std::pair<Size, Size>> points{point(path.start), point(path.end())};
+        // An arc may come back in two parts, which share the centre.
+        for (const Segment& segment : path.segments) {
+            const bool isLine = segment.shape == Segment::Shape::Line;
+            if (const auto next = point(isLine ? segment.to : segment.centre);
+                points.back() != next) {
+                points.push_back(next);
+            }
+        }
+        drilled.push_back({round(size), points});
+    }
+}
+
 QByteArray content(const QString& path)
 {
     QFile file(path);
@@ -133,6 +188,51 @@ private slots:
         const QString expected =
             QStringLiteral(EXPECTED_DIR "/%1.txt").arg(QTest::currentDataTag());
         QVERIFY2(written == content(expected), written);
+    }
+
+    void readsBack_data()
+    {
+        QTest::addColumn<QString>("files");
+        QTest::addRow("every construct") << QString();
+        for (const char* files :
+            {"backplane.xml", "controller.xml", "sensor.xml", "breakout-*.drl"}) {
+            QTest::addRow("%s", files) << files;
+        }
+    }
+
+    /** What is written drills, hole for hole, what was read, in drill sizes. */
+    void readsBack()
+    {
+        QFETCH(QString, files);
+        const Board board = files.isEmpty() ? everything() : readSample(files);
+        QVERIFY(!board.steps.empty());
+        for (size_t step = 0; step < board.steps.size(); ++step) {
+            for (const Units units : {Units::Metric, Units::Inch}) {
+                const DrillPlan plan = planOf(board, step, units);
+                const std::vector<RowPlaces> places = placesOf(plan);
+                for (const Program& program : programsOf(plan)) {
+                    Drilled read;
+                    Drilled written;
+                    for (const ProgramTool& tool : program.tools) {
+                        for (const size_t row : tool.rows) {
+                            add(read, {units}, *tool.size, places[row].holes,
+                                places[row].slotPaths);
+                        }
+                    }
+                    QBuffer device;
+                    device.setData(programText(plan, program, places));
+                    device.open(QBuffer::ReadOnly);
+                    for (const Tool& tool : readExcellon(device, "x.drl").layer.tools) {
+                        QCOMPARE(tool.type == HoleType::NonPlated, !program.isPlated);
+                        add(written, {units}, tool.finishedSize, tool.holes, tool.slotPaths);
+                    }
+                    std::sort(read.begin(), read.end());
+                    std::sort(written.begin(), written.end());
+                    QVERIFY(!read.empty());
+                    QVERIFY(read == written);
+                }
+            }
+        }
     }
 
     void refuses_data()
