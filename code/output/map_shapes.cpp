@@ -76,12 +76,14 @@ QPainterPath slotArea(const Path& path, Size width)
         circle.addEllipse(middle.currentPosition(), radius, radius);
         return circle;
     }
+    // The stroker's curves are as smooth as dots need: a dot is a micron here.
+    constexpr double dots = 1000;
     QPainterPathStroker stroker;
-    stroker.setWidth(2 * radius);
+    stroker.setWidth(2 * radius * dots);
     stroker.setCapStyle(Qt::RoundCap);
     stroker.setJoinStyle(Qt::RoundJoin);
-    stroker.setCurveThreshold(0.02);
-    return stroker.createStroke(middle).simplified();
+    const QPainterPath area = stroker.createStroke(QTransform::fromScale(dots, dots).map(middle));
+    return QTransform::fromScale(1 / dots, 1 / dots).map(area.simplified());
 }
 
 Size shownSize(const PlanRow& row)
