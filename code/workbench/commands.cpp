@@ -113,11 +113,14 @@ QString contradiction(const Options& options)
     if (hasBoards && (!options.isSet(options.csv) || hasPaths)) {
         return QStringLiteral("--boards goes with --csv, and instead of a board");
     }
+    if (hasBoards && options.writesFiles()) {
+        return QStringLiteral("--boards writes no files");
+    }
     if (options.wantsPlan() && !hasBoards && !hasPaths) {
         return QStringLiteral("a board file is needed");
     }
     if (options.isSet(options.strict) && !options.wantsPlan()) {
-        return QStringLiteral("--strict needs --table, --csv or --json");
+        return QStringLiteral("--strict needs --table, --csv, --json or files to write");
     }
     return {};
 }

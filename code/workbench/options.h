@@ -20,11 +20,17 @@ struct Options
     }
 
     /** Whether drill sizes are to be calculated and told. */
-    bool wantsPlan() const { return isSet(table) || isSet(csv) || isSet(json); }
+    bool wantsPlan() const { return isSet(table) || isSet(csv) || isSet(json) || writesFiles(); }
+
+    bool writesFiles() const { return isSet(drillPrograms) || isSet(report) || isSet(map); }
 
     QCommandLineOption table{"table", "Print the drill tools with their drill sizes."};
     QCommandLineOption csv{"csv", "The same as comma-separated values."};
     QCommandLineOption json{"json", "All of it as JSON."};
+    QCommandLineOption drillPrograms{
+        "drill-programs", "Write a drill program for each layer and plating.", "folder"};
+    QCommandLineOption report{"report", "Write a report: .html or .pdf.", "file"};
+    QCommandLineOption map{"map", "Write a drill map: .svg, .pdf or .png.", "file"};
     QCommandLineOption strict{"strict",
         "End with status 2, and write no file, if a tool has no size or no bit that fits."};
     QCommandLineOption boards{

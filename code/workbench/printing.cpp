@@ -4,6 +4,7 @@
 #include "board_reader.h"
 #include "options.h"
 #include "plan_tables.h"
+#include "writing.h"
 
 #include <QFile>
 #include <algorithm>
@@ -150,11 +151,18 @@ int printPlan(const Options& options, HostSession& session, const Board& board)
 {
     const DrillPlan plan = planOf(options, session, board);
     const QStringList left = leftOut(plan);
+    const bool isRefused = options.isSet(options.strict) && strictRows(plan) > 0;
+    const QStringList written = isRefused ? QStringList() : writeFiles(options, plan);
     int status = 0;
     if (options.isSet(options.json)) {
         status = print(QString::fromUtf8(planJson(plan)));
     } else if (options.isSet(options.csv)) {
         status = print(planCsvHeader(plan.units) + planCsvRows(plan, plan.units));
+        for (const QString& line : left) {
+            warn(line);
+        }
+    } else if (!options.isSet(options.table)) {
+        status = print(written.isEmpty() ? QString() : written.join('\n') + '\n');
         for (const QString& line : left) {
             warn(line);
         }
