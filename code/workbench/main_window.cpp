@@ -3,8 +3,10 @@
 
 #include "board_reader.h"
 #include "error_bar.h"
+#include "export_menu.h"
 #include "host_session.h"
 #include "log_dock.h"
+#include "map_dock.h"
 #include "recent_boards.h"
 #include "rules_dialog.h"
 #include "step_tabs.h"
@@ -72,16 +74,24 @@ MainWindow::MainWindow(HostSession& session)
     , mHint(new QLabel)
     , mTabs(new StepTabs(session))
     , mLog(new LogDock(this))
+    , mMap(new MapDock(session, *mTabs, this))
+    , mExport(new ExportMenu(session, *mTabs, this))
     , mContent(new QLabel)
 {
     createPages();
     addDockWidget(Qt::BottomDockWidgetArea, mLog);
+    addDockWidget(Qt::RightDockWidgetArea, mMap);
+    mMap->hide();
     createMenus();
     mContent->setObjectName("contentLabel");
     statusBar()->addPermanentWidget(mContent);
     setAcceptDrops(true);
 
     connect(&session, &HostSession::logged, this, &MainWindow::tell);
+    connect(mExport, &ExportMenu::exported, this,
+        [this](const QString& message) { statusBar()->showMessage(message, readingTime); });
+    connect(mExport, &ExportMenu::failed, this,
+        [this](const QString& message) { guard([&] { throw HostError(message); }); });
     connect(&session, &HostSession::modelRenamed, this,
         [this](const QString& step, const QString& oldName, const QString& newName) {
             statusBar()->showMessage(
@@ -254,6 +264,7 @@ void MainWindow::followStep()
     setWindowModified(mTabs->hasUnsaved());
     mUnits->setEnabled(step.has_value());
     mCloseStep->setEnabled(step.has_value());
+    mExport->setEnabled(step.has_value());
     mContent->setText(step ? contentText(mSession.draft(*step)) : QString());
     if (step) {
         (mSession.units(*step) == Units::Inch ? mInch : mMetric)->setChecked(true);

@@ -9,8 +9,10 @@
 #include <functional>
 
 class ErrorBar;
+class ExportMenu;
 class HostSession;
 class LogDock;
+class MapDock;
 class QAction;
 class QActionGroup;
 class QLabel;
@@ -81,6 +83,8 @@ private:
     QLabel* mHint;
     StepTabs* mTabs;
     LogDock* mLog;
+    MapDock* mMap;
+    ExportMenu* mExport;
     QLabel* mContent;
     QMenu* mStepMenu = nullptr;
     QMenu* mRecentMenu = nullptr;

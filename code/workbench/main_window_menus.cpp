@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
+#include "export_menu.h"
 #include "host_session.h"
 #include "log_dock.h"
 #include "main_window.h"
+#include "map_dock.h"
 #include "recent_boards.h"
 #include "step_tabs.h"
 #include "user_guide.h"
@@ -35,6 +37,8 @@ void MainWindow::createMenus()
     QMenu* view = menuBar()->addMenu(tr("&View"));
     view->addAction(mLog->toggleViewAction());
     mLog->toggleViewAction()->setText(tr("&Log"));
+    view->addAction(mMap->toggleViewAction());
+    mMap->toggleViewAction()->setText(tr("&Drill Map"));
     createHelpMenu();
     listSteps();
 }
@@ -46,6 +50,7 @@ void MainWindow::createFileMenu()
     open->setShortcut(QKeySequence::Open);
     mRecentMenu = file->addMenu(tr("Open &Recent"));
     connect(file, &QMenu::aboutToShow, this, &MainWindow::listRecentBoards);
+    file->addMenu(mExport);
     mRulesAction =
         file->addAction(tr("Shop &Rules..."), this, [this] { guard([&] { editRules(); }); });
     mCloseStep = file->addAction(tr("&Close Step"), this,

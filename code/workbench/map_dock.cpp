@@ -1,0 +1,204 @@
+// SPDX-License-Identifier: MIT
+#include "map_dock.h"
+
+#include "host_session.h"
+#include "map_shapes.h"
+#include "step_tabs.h"
+
+#include <QHeaderView>
+#include <QPainter>
+#include <QSignalBlocker>
+#include <QTableWidget>
+
+namespace {
+
+constexpr int rowRole = Qt::UserRole;
+constexpr int symbolSize = 16;
+
+QString stepKey(const DrillPlan& plan)
+{
+    return plan.board->job + '\n' + plan.boardStep().name;
+}
+
+/** A tool's symbol as the map has it. */
+QIcon symbolIcon(size_t tool, const QPalette& palette)
+{
+    constexpr double radius = 0.38 * symbolSize;
+    QPixmap picture(symbolSize, symbolSize);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(toolColour(tool, palette.color(QPalette::Base).lightness() < 128), 1.5));
+    painter.drawPath(
+        QTransform(radius, 0, 0, radius, symbolSize / 2.0, symbolSize / 2.0).map(toolSymbol(tool)));
+    return picture;
+}
+
+} // namespace
+
+MapDock::MapDock(HostSession& session, const StepTabs& tabs, QWidget* parent)
+    : QDockWidget(parent)
+    , mSession(session)
+    , mTabs(tabs)
+{
+    ui.setupUi(this);
+    ui.toolTreeWidget->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    connect(ui.fitPushButton, &QPushButton::clicked, ui.mapWidget, &MapWidget::fit);
+    connect(ui.toolTreeWidget, &QTreeWidget::itemChanged, this, &MapDock::followTree);
+    connect(ui.mapWidget, &MapWidget::picked, this, &MapDock::tellHole);
+    connect(ui.mapWidget, &MapWidget::missed, this, [this] { ui.holeLabel->clear(); });
+    mTimer.setSingleShot(true);
+    mTimer.setInterval(0);
+    connect(&mTimer, &QTimer::timeout, this, &MapDock::followStep);
+    connect(&tabs, &StepTabs::stepChanged, this, &MapDock::followStep);
+    connect(this, &QDockWidget::visibilityChanged, this, &MapDock::followStep);
+}
+
+/** Shows the step in front; without a step, or while nobody sees the dock, nothing. */
+void MapDock::followStep()
+{
+    const std::optional<size_t> step = mTabs.currentStep();
+    if (!step || !isVisible()) {
+        return clear();
+    }
+    try {
+        showStep(*step);
+    } catch (const std::exception& error) {
+        clear(QString::fromUtf8(error.what()));
+    }
+}
+
+void MapDock::showStep(size_t step)
+{
+    auto* table = mSession.viewer(step)->findChild<QTableWidget*>("jobDrillDataTableWidget");
+    if (table != mTable) {
+        followViewer(table);
+    }
+    showPlan(mSession.plan(step));
+    followTable();
+}
+
+void MapDock::followViewer(QTableWidget* table)
+{
+    if (mTable) {
+        mTable->disconnect(this);
+        mTable->model()->disconnect(this);
+        mTable->model()->disconnect(&mTimer);
+    }
+    mTable = table;
+    if (table) {
+        connect(table, &QTableWidget::itemSelectionChanged, this, &MapDock::followTable);
+        connect(
+            table->model(), &QAbstractItemModel::dataChanged, &mTimer, qOverload<>(&QTimer::start));
+    }
+}
+
+void MapDock::clear(const QString& reason)
+{
+    mStep.clear();
+    mPlan = {};
+    ui.toolTreeWidget->clear();
+    ui.holeLabel->setText(reason);
+    ui.mapWidget->setScene(nullptr, false);
+}
+
+void MapDock::showPlan(const DrillPlan& plan)
+{
+    const bool isSame = mStep == stepKey(plan) && mPlan.rows.size() == plan.rows.size();
+    QSet<size_t> off;
+    for (QTreeWidgetItemIterator i(ui.toolTreeWidget); isSame && *i; ++i) {
+        const QVariant row = (*i)->data(0, rowRole);
+        if (row.isValid() && (*i)->checkState(0) == Qt::Unchecked) {
+            off << row.value<size_t>();
+        }
+    }
+    auto scene = std::make_unique<MapScene>(plan);
+    mPlan = plan;
+    mStep = stepKey(plan);
+    ui.holeLabel->setText(tr("Click a hole to see what drills it."));
+    fillTree(*scene, off);
+    ui.mapWidget->setScene(std::move(scene), isSame);
+    for (const size_t row : off) {
+        ui.mapWidget->setShown(row, false);
+    }
+}
+
+void MapDock::fillTree(const MapScene& scene, const QSet<size_t>& off)
+{
+    const QSignalBlocker quiet(ui.toolTreeWidget);
+    ui.toolTreeWidget->clear();
+    std::vector<QTreeWidgetItem*> layers(mPlan.layers.size());
+    for (size_t i = 0; i < mPlan.rows.size(); ++i) {
+        const PlanRow& row = mPlan.rows[i];
+        QTreeWidgetItem*& layer = layers[row.layer];
+        if (!layer) {
+            layer = new QTreeWidgetItem(ui.toolTreeWidget, {mPlan.layers[row.layer].name});
+            layer->setFlags(layer->flags() | Qt::ItemIsUserCheckable | Qt::ItemIsAutoTristate);
+            layer->setCheckState(0, Qt::Checked);
+            layer->setExpanded(true);
+        }
+        auto* item = new QTreeWidgetItem(layer,
+            {typeWord(row.type, row.isSlot), row.bit,
+                row.drillSize ? sizeText(*row.drillSize, mPlan.units) : QString(),
+                QString::number(row.count)});
+        item->setData(0, rowRole, QVariant::fromValue(i));
+        item->setIcon(0, symbolIcon(scene.toolOf(i), palette()));
+        item->setCheckState(0, off.contains(i) ? Qt::Unchecked : Qt::Checked);
+        item->setTextAlignment(2, Qt::AlignRight);
+        item->setTextAlignment(3, Qt::AlignRight);
+    }
+}
+
+void MapDock::followTree(QTreeWidgetItem* item)
+{
+    const QVariant row = item->data(0, rowRole);
+    if (row.isValid()) {
+        ui.mapWidget->setShown(row.value<size_t>(), item->checkState(0) == Qt::Checked);
+    }
+}
+
+void MapDock::followTable()
+{
+    QSet<size_t> rows;
+    if (mTable) {
+        for (const QModelIndex& index : mTable->selectionModel()->selectedIndexes()) {
+            rows << size_t(index.row());
+        }
+    }
+    ui.mapWidget->highlight(rows);
+}
+
+void MapDock::tellHole(size_t row, Place place)
+{
+    if (mTable && int(row) < mTable->rowCount()) {
+        mTable->setCurrentCell(int(row), 0);
+        mTable->selectRow(int(row));
+    }
+    ui.holeLabel->setText(
+        tr("%1\nat X %2, Y %3")
+            .arg(rowText(mPlan.rows[row]), placeText(place.x), placeText(place.y)));
+}
+
+/** A coordinate in millimetres or inches. */
+QString MapDock::placeText(Size size) const
+{
+    const bool isInch = mPlan.units == Units::Inch;
+    return QStringLiteral("%1 %2")
+        .arg(double(size) / (isInch ? sizePerInch : sizePerMillimetre), 0, 'f', isInch ? 4 : 3)
+        .arg(isInch ? tr("inch") : tr("mm"));
+}
+
+QString MapDock::rowText(const PlanRow& row) const
+{
+    const auto size = [this](Size value) { return sizeText(value, mPlan.units); };
+    QStringList parts{
+        QStringLiteral("%1, %2").arg(mPlan.layers[row.layer].name, typeWord(row.type, row.isSlot)),
+        tr("finished %1 +%2 -%3")
+            .arg(size(row.finishedSize), size(row.tolerance.plus), size(row.tolerance.minus)),
+        row.drillSize ? tr("drill %1").arg(size(*row.drillSize)) : tr("no drill size"),
+        row.bit.isEmpty() ? tr("no bit") : tr("bit %1").arg(row.bit)};
+    for (const PlanFlag flag : row.flags) {
+        parts << flagWord(flag);
+    }
+    return parts.join("; ");
+}

@@ -1,0 +1,181 @@
+// SPDX-License-Identifier: MIT
+#include "map_widget.h"
+
+#include <QApplication>
+#include <QMouseEvent>
+#include <QPainter>
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr double margin = 12; ///< around the board when all of it is shown
+constexpr double keyZoom = 1.5;
+constexpr double keyPan = 60;
+constexpr double pickReach = 4;
+constexpr double mostScale = 20'000; ///< dots to the millimetre
+
+} // namespace
+
+MapWidget::MapWidget(QWidget* parent)
+    : QWidget(parent)
+{
+    setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setMinimumSize(120, 90);
+    setCursor(Qt::CrossCursor);
+}
+
+MapWidget::~MapWidget() = default;
+
+void MapWidget::setScene(std::unique_ptr<MapScene> scene, bool keepsPlace)
+{
+    const bool isFirst = !mScene;
+    mScene = std::move(scene);
+    if (!keepsPlace || isFirst || mIsFitted) {
+        fit();
+    }
+    update();
+}
+
+void MapWidget::setShown(size_t row, bool isShown)
+{
+    if (mScene && row < mScene->rowCount()) {
+        mScene->setShown(row, isShown);
+        update();
+    }
+}
+
+void MapWidget::highlight(const QSet<size_t>& rows)
+{
+    for (size_t row = 0; mScene && row < mScene->rowCount(); ++row) {
+        mScene->setHighlighted(row, rows.contains(row));
+    }
+    update();
+}
+
+void MapWidget::fit()
+{
+    mIsFitted = true;
+    if (mScene) {
+        const QRectF extent = mScene->extent();
+        mFitScale = std::min((width() - 2 * margin) / std::max(extent.width(), 1e-3),
+            (height() - 2 * margin) / std::max(extent.height(), 1e-3));
+        mPosition.scale = std::clamp(mFitScale, 1e-6, mostScale);
+        mPosition.origin = rect().center() - mPosition.scale * extent.center();
+    }
+    update();
+}
+
+void MapWidget::zoom(QPointF about, double factor)
+{
+    const double scale =
+        std::clamp(mPosition.scale * factor, std::min(mFitScale / 4, mostScale), mostScale);
+    mPosition.origin = about + (mPosition.origin - about) * (scale / mPosition.scale);
+    mPosition.scale = scale;
+    mIsFitted = false;
+    update();
+}
+
+void MapWidget::pan(QPointF by)
+{
+    mPosition.origin += by;
+    mIsFitted = false;
+    update();
+}
+
+MapColours MapWidget::colours() const
+{
+    const QColor paper = palette().color(QPalette::Base);
+    return {paper, palette().color(QPalette::PlaceholderText), palette().color(QPalette::Highlight),
+        paper.lightness() < 128};
+}
+
+void MapWidget::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    if (!mScene) {
+        painter.fillRect(rect(), palette().base());
+        return;
+    }
+    const double ratio = devicePixelRatioF();
+    const QSize size = (QSizeF(width(), height()) * ratio).toSize();
+    if (mImage.size() != size) {
+        mImage = QImage(size, QImage::Format_RGB32);
+    }
+    mScene->paint(mImage, {mPosition.scale * ratio, mPosition.origin * ratio}, colours());
+    painter.drawImage(QRectF(rect()), mImage);
+    if (hasFocus()) {
+        painter.setPen(palette().color(QPalette::Highlight));
+        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    }
+}
+
+void MapWidget::resizeEvent(QResizeEvent*)
+{
+    if (mIsFitted) {
+        fit();
+    }
+}
+
+void MapWidget::wheelEvent(QWheelEvent* event)
+{
+    zoom(event->position(), std::pow(2, event->angleDelta().y() / 240.0));
+    event->accept();
+}
+
+void MapWidget::mousePressEvent(QMouseEvent* event)
+{
+    mPressed = mLast = event->position();
+    mIsDragged = false;
+}
+
+void MapWidget::mouseMoveEvent(QMouseEvent* event)
+{
+    if (event->buttons() == Qt::NoButton) {
+        return;
+    }
+    const QPointF way = event->position() - mPressed;
+    mIsDragged = mIsDragged || way.manhattanLength() >= QApplication::startDragDistance();
+    if (mIsDragged) {
+        pan(event->position() - mLast);
+        mLast = event->position();
+    }
+}
+
+void MapWidget::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (!mIsDragged && event->button() == Qt::LeftButton) {
+        pick(event->position());
+    }
+}
+
+void MapWidget::pick(QPointF at)
+{
+    const auto hit = mScene ? mScene->hitAt(mPosition.toMap(at), pickReach / mPosition.scale)
+                            : std::optional<MapScene::Hit>();
+    hit ? emit picked(hit->row, hit->place) : emit missed();
+}
+
+void MapWidget::keyPressEvent(QKeyEvent* event)
+{
+    switch (event->key()) {
+    case Qt::Key_Plus:
+    case Qt::Key_Equal:
+        return zoom(rect().center(), keyZoom);
+    case Qt::Key_Minus:
+        return zoom(rect().center(), 1 / keyZoom);
+    case Qt::Key_Left:
+        return pan({keyPan, 0});
+    case Qt::Key_Right:
+        return pan({-keyPan, 0});
+    case Qt::Key_Up:
+        return pan({0, keyPan});
+    case Qt::Key_Down:
+        return pan({0, -keyPan});
+    case Qt::Key_Home:
+        return fit();
+    default:
+        QWidget::keyPressEvent(event);
+    }
+}
