@@ -42,6 +42,7 @@ MapDock::MapDock(HostSession& session, const StepTabs& tabs, QWidget* parent)
     , mTabs(tabs)
 {
     ui.setupUi(this);
+    ui.toolTreeWidget->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     ui.toolTreeWidget->header()->setSectionResizeMode(0, QHeaderView::Stretch);
     connect(ui.fitPushButton, &QPushButton::clicked, ui.mapWidget, &MapWidget::fit);
     connect(ui.toolTreeWidget, &QTreeWidget::itemChanged, this, &MapDock::followTree);
