@@ -164,6 +164,81 @@ Belassen: Die Datei bleibt, wie sie ist, bis Sie speichern; dann werden Sie gefr
     </message>
 </context>
 <context>
+    <name>ExportMenu</name>
+    <message>
+        <source>&amp;Export</source>
+        <translation>&amp;Exportieren</translation>
+    </message>
+    <message>
+        <source>&amp;Drill Programs...</source>
+        <translation>&amp;Bohrprogramme...</translation>
+    </message>
+    <message>
+        <source>&amp;Report...</source>
+        <translation>Be&amp;richt...</translation>
+    </message>
+    <message>
+        <source>Export Report</source>
+        <translation>Bericht exportieren</translation>
+    </message>
+    <message>
+        <source>HTML (*.html);;PDF (*.pdf)</source>
+        <translation>HTML (*.html);;PDF (*.pdf)</translation>
+    </message>
+    <message>
+        <source>&amp;Map...</source>
+        <translation>Bohr&amp;karte...</translation>
+    </message>
+    <message>
+        <source>Export Map</source>
+        <translation>Bohrkarte exportieren</translation>
+    </message>
+    <message>
+        <source>SVG (*.svg);;PDF (*.pdf);;PNG (*.png)</source>
+        <translation>SVG (*.svg);;PDF (*.pdf);;PNG (*.png)</translation>
+    </message>
+    <message>
+        <source>&amp;Table...</source>
+        <translation>&amp;Tabelle...</translation>
+    </message>
+    <message>
+        <source>Export Table</source>
+        <translation>Tabelle exportieren</translation>
+    </message>
+    <message>
+        <source>Comma-separated values (*.csv);;JSON (*.json);;Text (*.txt)</source>
+        <translation>Durch Kommas getrennt (*.csv);;JSON (*.json);;Text (*.txt)</translation>
+    </message>
+    <message>
+        <source>Export Drill Programs</source>
+        <translation>Bohrprogramme exportieren</translation>
+    </message>
+    <message>
+        <source>Writing %1</source>
+        <translation>%1 wird geschrieben</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Written by model %1: %2</source>
+        <translation>Nach Modell %1 geschrieben: %2</translation>
+    </message>
+    <message>
+        <source> (with edits that are not saved)</source>
+        <translation> (mit Änderungen, die nicht gespeichert sind)</translation>
+    </message>
+    <message>
+        <source> (tools to be looked at: %1)</source>
+        <translation> (zu prüfende Werkzeuge: %1)</translation>
+    </message>
+    <message>
+        <source>Nothing was written</source>
+        <translation>Nichts wurde geschrieben</translation>
+    </message>
+</context>
+<context>
     <name>HostSession</name>
     <message>
         <source>the library can&apos;t %1: status %2</source>
@@ -187,6 +262,17 @@ Belassen: Die Datei bleibt, wie sie ist, bis Sie speichern; dann werden Sie gefr
     </message>
 </context>
 <context>
+    <name>JobTable</name>
+    <message>
+        <source>The board does not tell the type.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>As the &amp;Board Has It</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>LogDock</name>
     <message>
         <source>Log</source>
@@ -195,10 +281,6 @@ Belassen: Die Datei bleibt, wie sie ist, bis Sie speichern; dann werden Sie gefr
 </context>
 <context>
     <name>MainWindow</name>
-    <message>
-        <source>Step %1: %2 tools, %3 holes, %4 slots left out</source>
-        <translation>Step %1: %2 Werkzeuge, %3 Löcher, %4 Langlöcher ausgelassen</translation>
-    </message>
     <message>
         <source>Step %1: model &quot;%2&quot; is now &quot;%3&quot;</source>
         <translation>Step %1: Das Modell „%2“ heißt jetzt „%3“</translation>
@@ -315,6 +397,91 @@ Belassen: Die Datei bleibt, wie sie ist, bis Sie speichern; dann werden Sie gefr
         <source>&lt;h3&gt;brox workbench %1&lt;/h3&gt;&lt;p&gt;Sets up the drill tools of printed-circuit boards: finished hole sizes become drill sizes, by models of the plating and a table of bits.&lt;/p&gt;&lt;p&gt;MIT licence. Models and bits are in&lt;br&gt;%2&lt;/p&gt;</source>
         <translation>&lt;h3&gt;brox-Workbench %1&lt;/h3&gt;&lt;p&gt;Richtet die Bohrwerkzeuge von Leiterplatten ein: Aus Endmaßen von Löchern werden Bohrmaße, nach Modellen der Metallisierung und einer Tabelle der Bohrer.&lt;/p&gt;&lt;p&gt;MIT-Lizenz. Modelle und Bohrer liegen in&lt;br&gt;%2&lt;/p&gt;</translation>
     </message>
+    <message>
+        <source>Step %1: %2 tools, %3 holes, %4 slots</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Drill Map</source>
+        <translation>&amp;Bohrkarte</translation>
+    </message>
+    <message>
+        <source>Shop &amp;Rules...</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>MapDock</name>
+    <message>
+        <source>Drill map</source>
+        <translation>Bohrkarte</translation>
+    </message>
+    <message>
+        <source>Layers and tools on the map</source>
+        <translation>Lagen und Werkzeuge der Karte</translation>
+    </message>
+    <message>
+        <source>Layer, tool</source>
+        <translation>Lage, Werkzeug</translation>
+    </message>
+    <message>
+        <source>Bit</source>
+        <translation>Bit</translation>
+    </message>
+    <message>
+        <source>DHS</source>
+        <translation>DHS</translation>
+    </message>
+    <message>
+        <source>Count</source>
+        <translation>Anzahl</translation>
+    </message>
+    <message>
+        <source>Click a hole to see what drills it.</source>
+        <translation>Ein Klick auf eine Bohrung zeigt ihr Werkzeug.</translation>
+    </message>
+    <message>
+        <source>&amp;Fit</source>
+        <translation>&amp;Einpassen</translation>
+    </message>
+    <message>
+        <source>Shows all of the board</source>
+        <translation>Zeigt die ganze Leiterplatte</translation>
+    </message>
+    <message>
+        <source>%1
+at X %2, Y %3</source>
+        <translation>%1
+bei X %2, Y %3</translation>
+    </message>
+    <message>
+        <source>inch</source>
+        <translation>Zoll</translation>
+    </message>
+    <message>
+        <source>mm</source>
+        <translation>mm</translation>
+    </message>
+    <message>
+        <source>finished %1 +%2 -%3</source>
+        <translation>fertig %1 +%2 -%3</translation>
+    </message>
+    <message>
+        <source>drill %1</source>
+        <translation>Bohrer %1</translation>
+    </message>
+    <message>
+        <source>no drill size</source>
+        <translation>kein Bohrmaß</translation>
+    </message>
+    <message>
+        <source>no bit</source>
+        <translation>kein Bit</translation>
+    </message>
+    <message>
+        <source>bit %1</source>
+        <translation>Bit %1</translation>
+    </message>
 </context>
 <context>
     <name>Question</name>
@@ -328,6 +495,53 @@ Belassen: Die Datei bleibt, wie sie ist, bis Sie speichern; dann werden Sie gefr
     <message>
         <source>%1 and %2 more</source>
         <translation>%1 und %2 weitere</translation>
+    </message>
+</context>
+<context>
+    <name>RulesDialog</name>
+    <message>
+        <source>Shop Rules</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Tolerances of holes and slots for which a board tells none, in millimetres:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Type</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>From size</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Smaller by</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Larger by</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Add</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Remove</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Starter Set</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Plated holes are vias, where a board does not tell them apart, up to:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>never</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>

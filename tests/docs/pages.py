@@ -14,7 +14,7 @@ import tempfile
 from pathlib import Path
 
 BLOCK = re.compile(r"^```(\w*)\n(.*?)^```$", re.DOTALL | re.MULTILINE)
-RUN_HERE = ("build/release/bin/", "xmllint ")
+RUN_HERE = ("build/release/bin/", "xmllint ", "cat /tmp/")
 
 # Commands that are too long for this test, and the file whose run runs them.
 RUN_BY = {"tools/": ".ci/run", "docs/make-images": None, ".ci/run": None}
