@@ -114,7 +114,7 @@ int main(int argc, char* argv[])
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
         return 2;
     }
-    for (const auto& ratios : {drillRatios(), fileRatios(), tableRatios()}) {
+    for (const auto& ratios : {drillRatios(), fileRatios(), outputRatios(), tableRatios()}) {
         for (const Ratio& ratio : ratios) {
             benchmark::RegisterBenchmark(ratio.what, measure, ratio, scale)
                 ->UseManualTime()

@@ -36,6 +36,7 @@ struct Ratio
 
 std::span<const Ratio> drillRatios();
 std::span<const Ratio> fileRatios();
+std::span<const Ratio> outputRatios();
 std::span<const Ratio> tableRatios();
 
 /** Processor time of this thread: other programs on the machine do not count. */

@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: MIT
+#include "ratio.h"
+
+#include "board_host.h"
+#include "board_reader.h"
+#include "drill_program.h"
+#include "file_set.h"
+#include "map_scene.h"
+
+#include <cmath>
+
+namespace {
+
+/** The plan of a board of a million holes whose drills are a little larger. */
+struct PlanHost : BoardHost
+{
+    explicit PlanHost(int holeCount)
+        : BoardHost(holeCount)
+    {
+        plan.board = &board;
+        plan.layers = gatherLayers(board, 0);
+        for (size_t i = 0; i < plan.layers[0].tools.size(); ++i) {
+            const StepTool& tool = plan.layers[0].tools[i];
+            PlanRow& row = plan.rows.emplace_back();
+            row.tool = i;
+            row.type = tool.tool->type;
+            row.finishedSize = tool.tool->finishedSize;
+            row.count = tool.holes;
+            row.drillSize = row.finishedSize + pitch;
+        }
+        numberProgramTools(plan);
+    }
+
+    Board read() const { return readBoard(QStringList(file)); }
+
+    const Board board = read();
+    DrillPlan plan;
+};
+
+Side readingOf(const std::shared_ptr<PlanHost>& host)
+{
+    return [host] { return secondsOf([&] { host->read(); }); };
+}
+
+Sides writePrograms(const Scale& scale)
+{
+    const auto host = std::make_shared<PlanHost>(scale.size(1000000));
+    return {[host] {
+                return secondsOf([&] {
+                    FileSet files;
+                    addDrillPrograms(host->plan, host->path("programs"), files);
+                    files.commit();
+                });
+            },
+        readingOf(host)};
+}
+
+/** A window's map of a scene, at places and scales that a user comes by. */
+class Frames
+{
+public:
+    double paint(const MapScene& scene)
+    {
+        constexpr double zooms[] = {1, 1.1, 1.5, 2, 4, 8, 4, 2, 1.5, 1};
+        const QRectF extent = scene.extent();
+        const int turn = mCount++;
+        const double fit =
+            std::min(mImage.width() / extent.width(), mImage.height() / extent.height());
+        MapPosition position{fit * zooms[size_t(turn) % std::size(zooms)], {}};
+        const QPointF focus = extent.center() + QPointF(std::sin(turn), std::cos(turn)) * 5;
+        position.origin = QRectF(mImage.rect()).center() - position.scale * focus;
+        const MapColours colours{Qt::white, Qt::gray, Qt::red, false};
+        return secondsOf([&] { scene.paint(mImage, position, colours); });
+    }
+
+private:
+    QImage mImage{1280, 960, QImage::Format_RGB32};
+    int mCount = 0;
+};
+
+Sides paintFirst(const Scale& scale)
+{
+    const auto host = std::make_shared<PlanHost>(scale.size(1000000));
+    return {[host] {
+                return secondsOf([&] {
+                    const MapScene scene(host->plan);
+                    Frames().paint(scene);
+                });
+            },
+        readingOf(host)};
+}
+
+Sides paintFrames(const Scale& scale)
+{
+    const auto host = std::make_shared<PlanHost>(scale.size(1000000));
+    const auto scene = std::make_shared<MapScene>(host->plan);
+    const auto frames = std::make_shared<Frames>();
+    return {[scene, frames] { return frames->paint(*scene); }, {}};
+}
+
+} // namespace
+
+std::span<const Ratio> outputRatios()
+{
+    static const Ratio ratios[] = {
+        {"drill programs of 1,000,000 holes / reading the board", 1, 7, writePrograms},
+        {"first map of 1,000,000 holes / reading the board", 0.5, 7, paintFirst},
+        {"a frame of that map while panning and zooming", 33000, 61, paintFrames},
+    };
+    return ratios;
+}
