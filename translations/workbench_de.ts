@@ -265,11 +265,11 @@ Belassen: Die Datei bleibt, wie sie ist, bis Sie speichern; dann werden Sie gefr
     <name>JobTable</name>
     <message>
         <source>The board does not tell the type.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Board nennt den Typ nicht.</translation>
     </message>
     <message>
         <source>As the &amp;Board Has It</source>
-        <translation type="unfinished"></translation>
+        <translation>Wie das &amp;Board ihn nennt</translation>
     </message>
 </context>
 <context>
@@ -399,15 +399,15 @@ Belassen: Die Datei bleibt, wie sie ist, bis Sie speichern; dann werden Sie gefr
     </message>
     <message>
         <source>Step %1: %2 tools, %3 holes, %4 slots</source>
-        <translation type="unfinished"></translation>
+        <translation>Step %1: %2 Werkzeuge, %3 Bohrungen, %4 Langlöcher</translation>
     </message>
     <message>
         <source>&amp;Drill Map</source>
         <translation>&amp;Bohrkarte</translation>
     </message>
     <message>
-        <source>Shop &amp;Rules...</source>
-        <translation type="unfinished"></translation>
+        <source>Shop R&amp;ules...</source>
+        <translation>&amp;Regeln des Betriebs...</translation>
     </message>
 </context>
 <context>
@@ -501,47 +501,47 @@ bei X %2, Y %3</translation>
     <name>RulesDialog</name>
     <message>
         <source>Shop Rules</source>
-        <translation type="unfinished"></translation>
+        <translation>Regeln des Betriebs</translation>
     </message>
     <message>
         <source>&amp;Tolerances of holes and slots for which a board tells none, in millimetres:</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Toleranzen von Bohrungen und Langlöchern, für die ein Board keine nennt, in Millimetern:</translation>
     </message>
     <message>
         <source>Type</source>
-        <translation type="unfinished"></translation>
+        <translation>Typ</translation>
     </message>
     <message>
         <source>From size</source>
-        <translation type="unfinished"></translation>
+        <translation>Ab Größe</translation>
     </message>
     <message>
         <source>Smaller by</source>
-        <translation type="unfinished"></translation>
+        <translation>Kleiner um</translation>
     </message>
     <message>
         <source>Larger by</source>
-        <translation type="unfinished"></translation>
+        <translation>Größer um</translation>
     </message>
     <message>
         <source>&amp;Add</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Hinzufügen</translation>
     </message>
     <message>
         <source>&amp;Remove</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Entfernen</translation>
     </message>
     <message>
         <source>&amp;Starter Set</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Anfangswerte</translation>
     </message>
     <message>
         <source>&amp;Plated holes are vias, where a board does not tell them apart, up to:</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Metallisierte Bohrungen sind Vias, wo ein Board sie nicht unterscheidet, bis:</translation>
     </message>
     <message>
         <source>never</source>
-        <translation type="unfinished"></translation>
+        <translation>nie</translation>
     </message>
 </context>
 <context>

@@ -52,7 +52,7 @@ void MainWindow::createFileMenu()
     connect(file, &QMenu::aboutToShow, this, &MainWindow::listRecentBoards);
     file->addMenu(mExport);
     mRulesAction =
-        file->addAction(tr("Shop &Rules..."), this, [this] { guard([&] { editRules(); }); });
+        file->addAction(tr("Shop R&ules..."), this, [this] { guard([&] { editRules(); }); });
     mCloseStep = file->addAction(tr("&Close Step"), this,
         [this] { guard([&] { mTabs->closeTab(mTabs->currentIndex()); }); });
     // The standard keys for these two differ from desktop to desktop, and may be none.

@@ -10,6 +10,18 @@
 #include <algorithm>
 #include <exception>
 
+namespace {
+
+/** Gives the table of a viewer's tools the focus. */
+void focusTools(const QWidget* page)
+{
+    if (auto* jobTable = page->findChild<QTableWidget*>("jobDrillDataTableWidget")) {
+        jobTable->setFocus();
+    }
+}
+
+} // namespace
+
 StepTabs::StepTabs(HostSession& session)
     : mSession(session)
 {
@@ -44,9 +56,7 @@ void StepTabs::openStep(size_t step)
     const int tab = addTab(page, titleOf(step));
     fill(tab);
     setCurrentIndex(tab);
-    if (auto* jobTable = page->findChild<QTableWidget*>("jobDrillDataTableWidget")) {
-        jobTable->setFocus();
-    }
+    focusTools(page);
 }
 
 /** Puts a step's viewer into its tab. */
@@ -90,6 +100,9 @@ bool StepTabs::remake(const std::function<void()>& change)
         if (mSession.models(stepOf(tab)).contains(models[tab])) {
             mSession.selectModel(stepOf(tab), models[tab]);
         }
+    }
+    if (count() > 0) {
+        focusTools(currentWidget());
     }
     markUnsaved();
     if (failure) {
