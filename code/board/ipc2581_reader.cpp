@@ -153,7 +153,7 @@ private:
     void addRepeat(const Attributes& attributes);
     void beginLayerFeature(const Attributes& attributes);
     void endStep();
-    void beginOpening(const Attributes& attributes);
+    void beginOpening(const Attributes& attributes, bool isSlot);
     void addHole();
     void addSlotCavity();
     void addOpening(const Ipc2581Opening& opening);
@@ -458,7 +458,7 @@ Element Reader::startFeature(Element parent, std::string_view name, const Attrib
             ++mBoard.steps.back().holesLeftOut;
             return Element::Leaf;
         }
-        beginOpening(attributes);
+        beginOpening(attributes, false);
         mTool.finishedSize = sizeOf(attributes, "diameter", true);
         mSquare = qstricmp(attributes.value("type"), "SQUARE") == 0;
         const char* x = attributes.value("x");
@@ -472,7 +472,7 @@ Element Reader::startFeature(Element parent, std::string_view name, const Attrib
             ++mBoard.steps.back().holesLeftOut;
             return Element::Skip;
         }
-        beginOpening(attributes);
+        beginOpening(attributes, true);
         mShape = {};
         return Element::SlotCavity;
     }
@@ -815,14 +815,17 @@ void Reader::endStep()
 }
 
 /** Of a hole or a slot: what both have. */
-void Reader::beginOpening(const Attributes& attributes)
+void Reader::beginOpening(const Attributes& attributes, bool isSlot)
 {
     if (mUnit == 0) {
         fail(QStringLiteral("no CadHeader tells the units of this hole"));
     }
     mOwnPosition = {};
     mSquare = false;
-    mTool.type = holeType(attributes);
+    // Some exporters tell no plating of slots. It is a guess then, and told to be one.
+    const char* status = attributes.value("platingStatus");
+    mTool.typeAssumed = isSlot && (!status || !*status);
+    mTool.type = mTool.typeAssumed ? HoleType::Plated : holeType(attributes);
     mTool.functionTold = mTool.type == HoleType::Via;
     mTool.tolerance =
         Tolerance{sizeOf(attributes, "minusTol", false), sizeOf(attributes, "plusTol", false)};

@@ -6,10 +6,64 @@
 
 #include <QFileInfo>
 #include <QPointer>
+#include <QToolButton>
+
+#include <vector>
+
+namespace {
+
+/** Keeps the tool buttons around a box while it runs, should the host delete them: a click on one
+ *  of them may have opened the box, and Qt looks at a button once more after its slots. */
+class ButtonKeeper
+{
+public:
+    explicit ButtonKeeper(QWidget* part)
+    {
+        for (; part; part = part->parentWidget()) {
+            if (isOfModule(part)) {
+                // Qt sends this signal before it deletes the children.
+                QObject::connect(
+                    part, &QObject::destroyed, &mContext, [this, part] { keep(part); });
+            }
+        }
+    }
+
+    ~ButtonKeeper()
+    {
+        for (const QPointer<QToolButton>& button : mButtons) {
+            if (button) {
+                button->deleteLater();
+            }
+        }
+    }
+    Q_DISABLE_COPY_MOVE(ButtonKeeper)
+
+private:
+    static bool isOfModule(const QWidget* part)
+    {
+        return QByteArrayView(part->metaObject()->className()).startsWith("Brox");
+    }
+
+    void keep(const QWidget* part)
+    {
+        for (QToolButton* button : part->findChildren<QToolButton*>()) {
+            if (!qobject_cast<QDialog*>(button->window())) {
+                button->setParent(nullptr);
+                mButtons.emplace_back(button);
+            }
+        }
+    }
+
+    QObject mContext;
+    std::vector<QPointer<QToolButton>> mButtons;
+};
+
+} // namespace
 
 int execUnderArrow(QMessageBox* box)
 {
     const QPointer<QMessageBox> alive(box);
+    const ButtonKeeper buttons(box->parentWidget());
     const ArrowCursor arrow;
     const int answer = box->exec();
     if (!alive) {
@@ -57,6 +111,7 @@ QString chooseFileToLoad(
     const QString lastName = QFileInfo(lastFile).fileName();
     dialog->selectFile(lastName.isEmpty() ? fileName : lastName);
     dialog->setWindowTitle(texts.title);
+    const ButtonKeeper buttons(parent);
     const bool isAccepted = dialog->exec() == QDialog::Accepted;
     if (!dialog) {
         return {}; // gone with its parent

@@ -305,6 +305,9 @@ private:
                     + slot("<Polyline><PolyBegin x='0' y='0'/><PolyStepSegment x='1' y='0'/>"
                            "<LineDescRef id='w'/></Polyline>"))),
             "main/R: P2.54 ~20,-2.81>20,4.81; P1 ~0,-1>0,1; P2 ~0,1>4,1; P0.5 ~0,0>1,0");
+        row("a slot without a plating status",
+            ipc2581(feature("R", "<SlotCavity><Oval width='3' height='1'/></SlotCavity>")),
+            "main/R: P?1 ~-1,0>1,0");
         row("a slot with corners is a contour",
             ipc2581(feature("R", slot("<RectCenter width='2' height='1'/>") + via)),
             "main/R: V0.3 1,2; P~-1,-0.5>1,-0.5>1,0.5>-1,0.5>-1,-0.5");
