@@ -51,15 +51,23 @@ const char* DataFile::nameOf(Kind kind)
 
 DataFile::Content DataFile::read() const
 {
+    Content content = readUnchecked();
+    if (content.exists && content.fault.isEmpty()) {
+        content.fault = faultOf(mKind, content.bytes);
+    }
+    return content;
+}
+
+DataFile::Content DataFile::readUnchecked() const
+{
     Content content;
     const QFileInfo info(mPath);
     content.exists = info.exists();
     QFile file(mPath);
     if (file.open(QIODevice::ReadOnly)) {
         content.bytes = file.readAll();
-        content.fault = file.error() == QFileDevice::NoError ? faultOf(mKind, content.bytes)
-                                                             : file.errorString();
-    } else if (content.exists) {
+    }
+    if (content.exists && file.error() != QFileDevice::NoError) {
         content.fault = file.errorString();
     }
     return content;

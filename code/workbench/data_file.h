@@ -35,6 +35,9 @@ public:
     };
     Content read() const;
 
+    /** The same without a look at the content: only a file that can't be read has a fault. */
+    Content readUnchecked() const;
+
     /** Why the module would refuse these bytes, in one line; empty if it takes them. */
     static QString faultOf(Kind kind, const QByteArray& bytes);
 

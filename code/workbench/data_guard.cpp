@@ -89,7 +89,7 @@ QByteArray DataGuard::pathFor(const QString& name)
 {
     for (DataFile::Kind kind : DataFile::kinds) {
         if (name == DataFile::nameOf(kind) && mIsOpening) {
-            mRead[size_t(kind)] = markOf(DataFile(mDataDir, kind).read());
+            mRead[size_t(kind)] = markOf(DataFile(mDataDir, kind).readUnchecked());
         } else if (name == DataFile::nameOf(kind)) {
             return pathForSaving(kind);
         }
@@ -193,7 +193,7 @@ QString DataGuard::replace(const Save& save, const QByteArray& bytes)
         return tr("%1 can't be moved to the backups").arg(file.path());
     }
     QString fault = file.write(bytes, !save.hasBackup);
-    if (fault.isEmpty() && file.read().bytes != bytes) {
+    if (fault.isEmpty() && file.readUnchecked().bytes != bytes) {
         fault = tr("what was read back is not what was saved");
     }
     if (fault.isEmpty()) {
@@ -205,7 +205,7 @@ QString DataGuard::replace(const Save& save, const QByteArray& bytes)
         QFile::rename(moved, file.path());
     } else if (!save.before.exists) {
         QFile::remove(file.path());
-    } else if (file.read().bytes != save.before.bytes) {
+    } else if (file.readUnchecked().bytes != save.before.bytes) {
         file.write(save.before.bytes, true);
     }
     return fault;
