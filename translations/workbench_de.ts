@@ -426,11 +426,11 @@ Belassen: Die Datei bleibt, wie sie ist, bis Sie speichern; dann werden Sie gefr
     </message>
     <message>
         <source>Bit</source>
-        <translation>Bit</translation>
+        <translation>Bohrer</translation>
     </message>
     <message>
         <source>DHS</source>
-        <translation>DHS</translation>
+        <translation>Bohrmaß</translation>
     </message>
     <message>
         <source>Count</source>

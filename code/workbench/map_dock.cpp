@@ -145,8 +145,8 @@ void MapDock::fillTree(const MapScene& scene, const QSet<size_t>& off)
         item->setData(0, rowRole, QVariant::fromValue(i));
         item->setIcon(0, symbolIcon(scene.toolOf(i), palette()));
         item->setCheckState(0, off.contains(i) ? Qt::Unchecked : Qt::Checked);
-        item->setTextAlignment(2, Qt::AlignRight);
-        item->setTextAlignment(3, Qt::AlignRight);
+        item->setTextAlignment(2, Qt::AlignRight | Qt::AlignVCenter);
+        item->setTextAlignment(3, Qt::AlignRight | Qt::AlignVCenter);
     }
 }
 
