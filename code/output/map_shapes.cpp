@@ -94,7 +94,8 @@ Size shownSize(const PlanRow& row)
 QColor toolColour(size_t index, bool onDark)
 {
     static_assert(std::size(coloursOnLight) == std::size(coloursOnDark));
-    return QColor((onDark ? coloursOnDark : coloursOnLight)[index % std::size(coloursOnLight)]);
+    const size_t colour = index % std::size(coloursOnLight);
+    return QColor(onDark ? coloursOnDark[colour] : coloursOnLight[colour]);
 }
 
 QPainterPath toolSymbol(size_t index)
