@@ -15,9 +15,14 @@ int newsLeft = 0; ///< objects that may still be made before one fails, 0 for no
 
 } // namespace
 
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept
+{
+    return newsLeft > 0 && --newsLeft == 0 ? nullptr : std::malloc(size);
+}
+
 void* operator new(std::size_t size)
 {
-    void* memory = newsLeft > 0 && --newsLeft == 0 ? nullptr : std::malloc(size);
+    void* memory = operator new(size, std::nothrow);
     return memory ? memory : throw std::bad_alloc();
 }
 
