@@ -336,7 +336,8 @@ void HostSession::calculateRow(const DrillPlan& plan, PlanRow& row, size_t step)
     int size = 0;
     char bit[8] = "";
     const auto [type, subType] = hostType(row.type);
-    if (!plan.model.isEmpty()) {
+    // A slot whose width no file tells gets no drill; an amount alone is none.
+    if (!plan.model.isEmpty() && row.finishedSize > 0) {
         check(mModule->calcDrillSize(mSteps.at(step).stpid, plan.model.toLocal8Bit().constData(),
                   type, subType, row.tolerance.minus, row.tolerance.plus, row.finishedSize, &size,
                   bit),

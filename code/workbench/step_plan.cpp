@@ -70,7 +70,7 @@ private:
         const ToleranceRule* assumed = nullptr;
         if (tool.tolerance) {
             row.tolerance = *tool.tolerance;
-        } else if ((assumed = mRules.find(row.type, row.finishedSize))) {
+        } else if (row.finishedSize > 0 && (assumed = mRules.find(row.type, row.finishedSize))) {
             row.tolerance = assumed->tolerance;
             row.flags << PlanFlag::ToleranceAssumed;
             acted << QStringLiteral("%1 by the rule for %2")
