@@ -125,12 +125,12 @@ struct Layer
 struct Repeat
 {
     size_t step = 0; ///< index in the board; no step repeats itself, however indirectly
-    Place at; ///< where the datum of the first copy lies
+    Place at; ///< where the origin of the first copy lies
     int columns = 1;
     int rows = 1;
     Size dx = 0; ///< from column to column
     Size dy = 0; ///< from row to row
-    double angle = 0; ///< of each copy about its datum, degrees counter-clockwise
+    double angle = 0; ///< of each copy about its origin, degrees counter-clockwise
     bool mirror = false; ///< left and right exchanged, before it is turned
 };
 

@@ -70,9 +70,12 @@ void ExcellonComments::readAttribute(const QString& attribute)
         readAperFunction(fields);
     } else if (name == QLatin1String("TA.DRILLTOLERANCE") && !fields.isEmpty()) {
         // One number stands for both.
-        const double plus = std::abs(fields.first().toDouble());
-        const double minus = std::abs(fields.last().toDouble());
-        if (std::isfinite(plus) && std::isfinite(minus)) {
+        bool isPlus = false;
+        bool isMinus = false;
+        const double plus = std::abs(fields.first().toDouble(&isPlus));
+        const double minus = std::abs(fields.last().toDouble(&isMinus));
+        mTolerance.reset();
+        if (isPlus && isMinus && std::isfinite(plus) && std::isfinite(minus)) {
             mTolerance = {plus, minus};
         }
     } else if (name == QLatin1String("TD")) {
@@ -137,7 +140,7 @@ bool ExcellonComments::readRemark(const QString& comment, ExcellonFormat& format
     static const QRegularExpression remark(
         QStringLiteral("^T(\\d{1,6})\\s+Holesize\\s+\\S+\\s*=\\s*([.\\d]+)"
                        "\\s+Tolerance\\s*=\\s*\\+([.\\d]+)\\s*/\\s*-([.\\d]+)"
-                       "\\s+(?:(NON[-_ ]?PLATED|PLATED)\\s+)?([A-Z]+)"
+                       "\\s+(?:(NON[-_ ]?PLATED|PLATED|OPTIONAL)\\s+)?([A-Z]+)"
                        "(?:\\s+Quantity\\s*=\\s*(\\d+))?"),
         caseless);
     const auto match = remark.match(comment);
@@ -153,7 +156,7 @@ bool ExcellonComments::readRemark(const QString& comment, ExcellonFormat& format
     if (tolerance != Tolerance{}) {
         told.tolerance = tolerance;
     }
-    if (!match.captured(5).isEmpty()) {
+    if (match.captured(5).contains(QLatin1String("PLATED"), Qt::CaseInsensitive)) {
         told.facts.type = platingOf(match.captured(5));
     }
     bool isNumber = false;
@@ -179,15 +182,15 @@ bool ExcellonComments::readRange(const QString& comment)
 bool ExcellonComments::readWholeFile(const QString& comment)
 {
     static const QRegularExpression layer(
-        QStringLiteral("^Layer\\s*:\\s*(?:.*[^A-Z])?(NPTH|PTH)(_Through|_Inner)?(_Via)?(?![A-Z])"),
+        QStringLiteral("^Layer\\s*:\\s*(?:.*[^A-Z])?(NPTH|PTH)((?:_[A-Z\\d]+)*)(?![A-Z])"),
         caseless);
     static const QRegularExpression contents(
-        QStringLiteral("^Contents\\s*:.*/\\s*(Non[-_ ]?Plated|Plated)\\b"), caseless);
+        QStringLiteral("^Contents\\s*:.*/\\s*(Non[-_ ]?Plated|Plated)\\s*$"), caseless);
     if (const auto match = layer.match(comment); match.hasMatch()) {
         mFile.type = platingOf(match.captured(1));
         // Where files are named after what they go through, vias have files of their own.
         mFile.functionTold = !match.captured(2).isEmpty();
-        if (!match.captured(3).isEmpty()) {
+        if (match.captured(2).endsWith(QLatin1String("_Via"), Qt::CaseInsensitive)) {
             mFile.type = HoleType::Via;
             mFile.functionTold = true;
         }
@@ -218,15 +221,17 @@ void ExcellonComments::readFormat(const QString& comment, ExcellonFormat& format
     if (match.captured(1) != QLatin1String("-") && match.captured(2) != QLatin1String("-")) {
         format.setDigits(match.captured(1).toInt(), match.captured(2).toInt());
     }
-    static const QRegularExpression unit(QStringLiteral("/\\s*(inch|metric)\\b"), caseless);
+    static const QRegularExpression unit(QStringLiteral("/\\s*(inch|metric|MM)\\b"), caseless);
     if (const auto told = unit.match(comment); told.hasMatch()) {
         const bool inch = told.captured(1).startsWith('i', Qt::CaseInsensitive);
         format.setFallbackUnits(inch ? Units::Inch : Units::Metric);
     }
-    if (comment.contains(QLatin1String("suppress leading"), Qt::CaseInsensitive)) {
-        format.setZeros(ExcellonFormat::Zeros::TrailingKept);
-    } else if (comment.contains(QLatin1String("suppress trailing"), Qt::CaseInsensitive)) {
-        format.setZeros(ExcellonFormat::Zeros::LeadingKept);
+    static const QRegularExpression leftOut(
+        QStringLiteral("(?:suppress|/)\\s*(leading|trailing)\\b"), caseless);
+    if (const auto told = leftOut.match(comment); told.hasMatch()) {
+        const bool leading = told.captured(1).startsWith('l', Qt::CaseInsensitive);
+        format.setZeros(
+            leading ? ExcellonFormat::Zeros::TrailingKept : ExcellonFormat::Zeros::LeadingKept);
     } else if (comment.contains(QLatin1String("keep zeros"), Qt::CaseInsensitive)) {
         format.setZeros(ExcellonFormat::Zeros::AllKept);
     }

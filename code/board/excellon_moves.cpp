@@ -34,7 +34,8 @@ Place ExcellonProgram::place(const Point& point) const
 ExcellonProgram::Use& ExcellonProgram::use(const char* what)
 {
     if (mInHeader) {
-        fail(QStringLiteral("%1 in the header").arg(QLatin1String(what)));
+        fail(QStringLiteral("the header does not end: no % or M95 before %1")
+                 .arg(QLatin1String(what)));
     }
     if (!mUse) {
         fail(QStringLiteral("%1 before a tool is selected").arg(QLatin1String(what)));
@@ -67,6 +68,9 @@ void ExcellonProgram::addHoles(const Words& words)
         to.holes.push_back(place(mAt));
         mAfterHole = true;
         return;
+    }
+    if (words.repeatIsLast) {
+        fail(QStringLiteral("a place before a repeat in one line"));
     }
     if (!mAfterHole) {
         fail(QStringLiteral("a repeat that follows no hole"));
@@ -166,7 +170,8 @@ void ExcellonProgram::addCannedSlot(const Words& words)
     mAfterHole = false;
     const Point first = target(words.x, words.y);
     if (words.canned == 32 || words.canned == 33) {
-        addCircle(first, words.radius.value_or(0), use("a circle").slotPaths);
+        Use& to = use("a circle");
+        addCircle(first, words.radius.value_or(0), mCompensated ? to.contours : to.slotPaths);
         return;
     }
     if (words.canned == 84) {

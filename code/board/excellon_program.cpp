@@ -9,8 +9,8 @@
 namespace {
 
 constexpr int maxRepeats = 10000;
-/** What drills nothing: tool changes and stops, messages, clamps, a scale of the whole. */
-constexpr int harmlessMiscellaneous[] = {6, 9, 18, 60, 61, 62};
+/** What drills nothing: messages, clamps, a scale of the whole. */
+constexpr int harmlessMiscellaneous[] = {18, 60, 61, 62};
 
 std::string_view trimmed(std::string_view text)
 {
@@ -60,8 +60,8 @@ void ExcellonProgram::readLine(std::string_view line)
         mComments.read(QString::fromUtf8(text.data(), qsizetype(text.size())), mFormat);
         line = line.substr(0, comment);
     }
-    line = trimmed(line);
-    if (line.empty() || line[0] == '(') {
+    line = trimmed(line.substr(0, line.find('(')));
+    if (line.empty()) {
         return;
     }
     std::string upper;
@@ -81,6 +81,12 @@ void ExcellonProgram::readLine(std::string_view line)
     }
     if (mEnded) {
         fail(shown(line) + QStringLiteral(" after the program's end"));
+    }
+    if (mStopLine != 0) {
+        mNotes << QStringLiteral(
+            "M00 in line %1 is taken for a stop: the program goes on behind it")
+                      .arg(mStopLine);
+        mStopLine = 0;
     }
     if (line != "/" && !readKeyword(line)) {
         // A block behind a slash is skipped by operators who ask for it; drilled otherwise.
@@ -169,6 +175,7 @@ ExcellonProgram::Words ExcellonProgram::split(std::string_view line)
             words.diameter = value;
             break;
         case 'R':
+            words.repeatIsLast = words.hasPlace;
             words.repeats = number(letter, value);
             if (words.repeats < 1 || words.repeats > maxRepeats) {
                 fail(QStringLiteral("R%1 is no number from 1 to %2")
@@ -309,7 +316,14 @@ void ExcellonProgram::miscellaneous(int code, Words& words)
             fail(QStringLiteral("coordinates beside the program's end"));
         }
         endCut();
-        mEnded = true;
+        mEnded = code == 30;
+        mStopLine = code == 0 ? mLine : 0; // the end, unless more follows
+        break;
+    case 6:
+    case 9:
+        if (words.hasPlace) {
+            fail(QStringLiteral("coordinates beside a stop (M%1)").arg(code, 2, 10, QChar('0')));
+        }
         break;
     case 1:
         if (words.hasPlace) {

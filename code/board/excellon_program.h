@@ -147,6 +147,8 @@ private:
     bool mInBody = false;
     bool mEnded = false;
     bool mMayEnd = false; ///< the last line was one that ends some programs
+    qint64 mStopLine = 0; ///< line of an M00 that nothing has followed yet; 0: none
+    QStringList mNotes; ///< for the user
     bool mIncremental = false;
     bool mHasPlaces = false;
     bool mAfterHole = false; ///< which a repeat would copy

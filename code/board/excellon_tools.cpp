@@ -217,10 +217,11 @@ DrillFile ExcellonProgram::finish()
     if (mInHeader) {
         fail(QStringLiteral("the header does not end; the file is cut off"));
     }
-    if (!mEnded && !mMayEnd) {
+    if (!mEnded && !mMayEnd && mStopLine == 0) {
         fail(QStringLiteral("the program does not end; the file is cut off"));
     }
     DrillFile file;
+    file.notes = std::move(mNotes);
     compareQuantities(file.notes);
     // In the order of their definition, which is how programs list them.
     std::stable_sort(

@@ -30,6 +30,7 @@ struct ExcellonProgram::Words
     std::optional<qint64> j;
     std::optional<qint64> radius;
     int repeats = 0; ///< 0: no repeat
+    bool repeatIsLast = false; ///< it stands behind a place
     int canned = 0; ///< number of the cycle: 84, 85, 87, 32, 33
     bool hasPlace = false; ///< coordinates that mean something yet
 
