@@ -162,6 +162,7 @@ private:
     Path placed(const Path& path) const;
 
     void resolveRepeats();
+    void placeDatum(NamedRepeat& named);
     void checkCircles(size_t step, std::vector<char>& state, int depth) const;
     void dropEmptyTolerances();
     void checkHoles() const;
@@ -185,6 +186,7 @@ private:
     QSet<QString> mBackDrillSpecs;
     QSet<QString> mBackDrillLayers;
     QHash<QString, size_t> mSteps;
+    QHash<size_t, Place> mDatums; ///< by step; a repeat places this point
     std::vector<NamedRepeat> mRepeats;
 
     Ipc2581Shapes mStandardShapes;
@@ -320,6 +322,8 @@ void Reader::end(Element element)
         if (mPath.back() == Element::Profile) {
             mBoard.steps.back().outline.push_back(std::move(mShape.path));
             mShape = {};
+        } else if (mShape.kind == Ipc2581Shape::Kind::Outline && !mShape.path.isClosed()) {
+            mShape.path.segments.push_back({Segment::Shape::Line, mShape.path.start, {}});
         }
         break;
     case Element::Hole:
@@ -443,6 +447,9 @@ Element Reader::startStep(std::string_view name, const Attributes& attributes)
     }
     if (name == "StepRepeat") {
         addRepeat(attributes);
+    } else if (name == "Datum") {
+        mDatums[mBoard.steps.size() - 1] =
+            place(numberOr(attributes, "x", 0) * mUnit, numberOr(attributes, "y", 0) * mUnit);
     }
     return Element::Skip;
 }
@@ -479,7 +486,11 @@ Element Reader::startFeature(Element parent, std::string_view name, const Attrib
     if (name == "Set") {
         mSetPosition = {};
         mSetStarted = false;
+        mBackDrilled = mBackDrillLayers.contains(mLayer);
         return Element::Set;
+    }
+    if (name == "SpecRef" && mBackDrillSpecs.contains(attributes.text("id"))) {
+        mBackDrilled = true; // for the rest of the set
     }
     if (parent == Element::Set && (name == "Location" || name == "Xform")) {
         if (mSetStarted && mDrilled) {
@@ -946,11 +957,30 @@ void Reader::resolveRepeats()
             fail(named.line, QStringLiteral("no step \"%1\" to repeat").arg(named.step));
         }
         named.repeat.step = *found;
+        placeDatum(named);
         mBoard.steps[named.owner].repeats.push_back(named.repeat);
     }
     std::vector<char> state(mBoard.steps.size(), 0);
     for (size_t i = 0; i < mBoard.steps.size(); ++i) {
         checkCircles(i, state, 0);
+    }
+}
+
+/** Moves a repeat so that the datum of the step, and not its origin, lies where it is told to. */
+void Reader::placeDatum(NamedRepeat& named)
+{
+    const Place datum = mDatums.value(named.repeat.step);
+    if (datum == Place{}) {
+        return;
+    }
+    const Place turned = Transform({}, named.repeat.angle, named.repeat.mirror).map(datum);
+    named.repeat.at =
+        place(double(named.repeat.at.x) - turned.x, double(named.repeat.at.y) - turned.y);
+    const QString note =
+        QStringLiteral("copies of step \"%1\" are placed by its datum, which is not its origin")
+            .arg(named.step);
+    if (!mBoard.notes.contains(note)) {
+        mBoard.notes << note;
     }
 }
 

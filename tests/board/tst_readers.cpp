@@ -67,6 +67,9 @@ QString told(const Board& board)
                 lines.last() += " [" + layer.assumedFormat + ']';
             }
         }
+        for (const Repeat& repeat : step.repeats) {
+            lines << step.name + '*' + board.steps[repeat.step].name + ' ' + told(repeat.at);
+        }
     }
     return (lines + board.notes).join('\n');
 }
@@ -196,7 +199,10 @@ private:
             "P?0.8 9,0 1,0 11,0 11,10 4,0 ~2,0>3,0 ~12,0>13,0 ~12,10>13,10");
         row("pattern without a beginning", program("T1\nX1.\nM01\nM02X5.R2\nM02"),
             "P?0.8 1,0 6,0 11,0");
-        row("stop, then M02 ends", QByteArray(plain).replace("M30", "M01\nM02"), "P?0.8 1,1");
+        row("M01 and M00 before the end are stops",
+            program("T1\nX1.\nM00\nX2.\nM01\nM02").replace("M30", ""),
+            "P?0.8 1,0 2,0\nfile: M00 in line 7 is taken for a stop: the program goes on behind "
+            "it");
         row("routed paths, arcs by radius and by centre",
             program("T1\nG00X0.Y0.\nM15\nG01X2.\nG03X4.Y2.A2.\nM16\nG00X9.\nM15\nG02X9.Y2.I1.J0.\n"
                     "M17\nG05\nX5."),
@@ -234,7 +240,8 @@ private:
             {"X1.G85X2.", ":5: a slot before a tool"}, {"M50", ":5: unknown command M50"},
             {"X1V1", ":5: no command of a drill file: \"X1V1\""},
             {"T1\nX1.2.3", ":6: X\"1.2.3\" is no coordinate"},
-            {"T1\nR5", ":6: a repeat without a distance"},
+            {"T1\nR5", ":6: a repeat without a distance"}, {"T1\nX0\nX1R2Y1", ":7: a place before"},
+            {"T1M06X1", ":5: coordinates beside a stop"},
             {"T1\nR5X1.", ":6: a repeat that follows no"},
             {"T1\nG00X1.\nM15\nT1\nX2.", ":9: neither a hole"},
             {"T1\nX0\nM25\nR9999X0\nM01\nM02X0R9999", ":10: too many holes and slots"},
@@ -286,8 +293,14 @@ private:
             "main/R: V0.3-0+0 1,2");
         row("back drills, holes of copper and stacks",
             ipc2581("<PadStackDef><PadstackHoleDef diameter='x'/></PadStackDef>" + feature("B", via)
-                + feature("C", via) + feature("D", via)),
-            "main/B: back0.3 1,2\nmain/DTOP-BOT: V0.3 1,2");
+                + feature("C", via) + feature("D", via + "<SpecRef id='bd'/>" + via)),
+            "main/B: back0.3 1,2\nmain/DTOP-BOT: V0.3 1,2; back0.3 1,2");
+        row("copies are placed by their datum",
+            ipc2581("<StepRepeat stepRef='a' x='10' angle='90' mirror='true'/></Step>"
+                    "<Step name='a'><Datum x='1' y='2'/>"
+                + feature("D", via)),
+            "main*a 12,1\na/DTOP-BOT: V0.3 1,2\n"
+            "copies of step \"a\" are placed by its datum, which is not its origin");
         row("sets that are turned and moved",
             ipc2581(
                 feature("D", "<Location x='10' y='0'/><Xform rotation='90' mirror='true'/>" + via)),
@@ -382,8 +395,9 @@ private slots:
             {";T1 Holesize 1. = 9.0 Tolerance = +0.1/-0.2 NON_PLATED MM Quantity = 1",
                 ": N0.8-0.2+0.1"},
             {"; NON-PLATED HOLES START AT T1\n; THROUGH (PLATED) HOLES START AT T100", ": N0.8"},
-            {";Layer: NPTH_Through", ": N0.8"}, {";Layer: PTH_Through_Via", ": V0.8"},
-            {";Layer: Drill PTH", ": P0.8"}, {"; Contents: Thru / Drill / Non-Plated", ": N0.8"}};
+            {";Layer: NPTH_Through", ": N0.8"}, {";Layer: PTH_Inner1_Inner2_Via", ": V0.8"},
+            {";Layer: Drill PTH", ": P0.8"}, {"; Contents: Thru / Drill / Non-Plated", ": N0.8"},
+            {";T1 Holesize 1. = 9.0 Tolerance = +2/-1 OPTIONAL INCHES", ": P?0.8-25.4+50.8"}};
         for (const auto& [comments, tool] : cases) {
             const QByteArray header = QByteArray("METRIC\n") + comments + "\nT1C0.8";
             QCOMPARE(outcome({write("board.drl", program("T1\nX1.Y1.", header))}),
