@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "drill_plan.h"
 
+#include <algorithm>
 #include <map>
 #include <set>
 
@@ -37,6 +38,17 @@ QString flagWord(PlanFlag flag)
         return QStringLiteral("type-assumed");
     }
     return {};
+}
+
+bool isAlarming(PlanFlag flag)
+{
+    return flag == PlanFlag::OutOfTolerance || flag == PlanFlag::NoBit || flag == PlanFlag::NoSize;
+}
+
+bool isAlarming(const PlanRow& row)
+{
+    return std::any_of(
+        row.flags.begin(), row.flags.end(), [](PlanFlag flag) { return isAlarming(flag); });
 }
 
 QString typeWord(HoleType type, bool isSlot)

@@ -24,7 +24,7 @@ struct PlanRow
     bool isSlot = false;
     HoleType type = HoleType::Plated; ///< after the rules
     Tolerance tolerance; ///< after the rules; 0 and 0 where none applies
-    Size finishedSize = 0;
+    Size finishedSize = 0; ///< 0: the board tells none
     qint64 count = 0; ///< repeats included
     std::optional<Size> drillSize; ///< null: PlanFlag::NoSize
     QString bit; ///< designation; empty if none was chosen
@@ -63,6 +63,10 @@ struct DrillPlan
 
 /** "out-of-tolerance" and so on. */
 QString flagWord(PlanFlag flag);
+
+/** Whether no one should drill before having looked. */
+bool isAlarming(PlanFlag flag);
+bool isAlarming(const PlanRow& row);
 
 /** "Plated", "Non-plated", "Via", "Press-fit"; of slots "Plated slot", "Non-plated slot". */
 QString typeWord(HoleType type, bool isSlot);

@@ -306,6 +306,12 @@ void checkRows(const DrillPlan& plan)
                               .arg(plan.boardStep().name));
     }
     for (const PlanRow& row : plan.rows) {
+        if (row.finishedSize == 0) {
+            throw OutputError(QStringLiteral("layer \"%1\": the board tells no size of T%2, \"%3\"")
+                                  .arg(plan.layers[row.layer].name)
+                                  .arg(plan.tool(row).tool->number)
+                                  .arg(typeWord(row.type, row.isSlot)));
+        }
         if (!row.drillSize || resolutionOf(plan).round(*row.drillSize) <= 0) {
             throw OutputError(
                 QStringLiteral("layer \"%1\": the tool \"%2\" of %3 %4 has no drill size by model "

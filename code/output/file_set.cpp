@@ -83,6 +83,10 @@ void FileSet::add(const QString& path, const QByteArray& content)
     if (!QDir().mkpath(info.absolutePath())) {
         throw failure(path, QStringLiteral("its folder can't be made"));
     }
+    const QString place = QDir(info.absoluteDir().canonicalPath()).filePath(info.fileName());
+    if (!mPlaces.insert(place).second) {
+        throw failure(path, QStringLiteral("it is named twice"));
+    }
     mFiles.push_back({path, freeName(path), {}, false});
     QFile file(mFiles.back().temporary);
     write(file, content, path);

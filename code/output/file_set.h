@@ -5,6 +5,7 @@
 #include "reading.h"
 
 #include <QStringList>
+#include <set>
 #include <stdexcept>
 #include <vector>
 
@@ -63,6 +64,7 @@ private:
     static void putBack(File& file);
 
     std::vector<File> mFiles;
+    std::set<QString> mPlaces; ///< the same for each of a file's paths
 };
 
 #endif

@@ -3,8 +3,6 @@
 
 #include "drill_program.h"
 
-#include <algorithm>
-
 namespace {
 
 enum class Align
@@ -90,12 +88,6 @@ private:
     Units mUnits;
 };
 
-/** Whether no one should drill before having looked. */
-bool isAlarming(PlanFlag flag)
-{
-    return flag == PlanFlag::OutOfTolerance || flag == PlanFlag::NoBit || flag == PlanFlag::NoSize;
-}
-
 QString flagsHtml(const PlanRow& row)
 {
     QStringList words;
@@ -152,11 +144,10 @@ QString rowsHtml(const DrillPlan& plan, const Sizes& sizes)
 {
     QList<QStringList> rows;
     for (const PlanRow& row : plan.rows) {
-        const bool isAlarm = std::any_of(row.flags.begin(), row.flags.end(), isAlarming);
         rows << QStringList{escaped(plan.layers[row.layer].name), typeWord(row.type, row.isSlot),
             QString::number(row.count), sizes.text(row.finishedSize),
             sizes.text(row.tolerance.minus), sizes.text(row.tolerance.plus),
-            sizes.text(row.drillSize), isAlarm ? alert(row.bit) : escaped(row.bit),
+            sizes.text(row.drillSize), isAlarming(row) ? alert(row.bit) : escaped(row.bit),
             row.programTool > 0 ? QString::number(row.programTool) : QString(), flagsHtml(row),
             escaped(row.rule)};
     }

@@ -105,24 +105,59 @@ void prepareData(const Options& options, const QString& dataDir)
     }
 }
 
+/** Those of some options that are given, as the user writes them. */
+QStringList given(const Options& options, std::initializer_list<const QCommandLineOption*> some)
+{
+    QStringList names;
+    for (const QCommandLineOption* option : some) {
+        if (options.isSet(*option)) {
+            names << "--" + option->names().first();
+        }
+    }
+    return names;
+}
+
 /** The reason why options don't go together; empty: they do. */
 QString contradiction(const Options& options)
 {
     const bool hasBoards = options.isSet(options.boards);
-    const bool hasPaths = !options.parser.positionalArguments().isEmpty();
-    if (hasBoards && (!options.isSet(options.csv) || hasPaths)) {
+    const QStringList paths = options.parser.positionalArguments();
+    if (hasBoards && (!options.isSet(options.csv) || !paths.isEmpty())) {
         return QStringLiteral("--boards goes with --csv, and instead of a board");
     }
     if (hasBoards && options.writesFiles()) {
         return QStringLiteral("--boards writes no files");
     }
-    if (options.wantsPlan() && !hasBoards && !hasPaths) {
+    if (options.wantsPlan() && !hasBoards && paths.isEmpty()) {
         return QStringLiteral("a board file is needed");
     }
     if (options.isSet(options.strict) && !options.wantsPlan()) {
         return QStringLiteral("--strict needs --table, --csv, --json or files to write");
     }
-    return {};
+    if (options.isSet(options.places) && !options.isSet(options.json)) {
+        return QStringLiteral("--places goes with --json");
+    }
+    QStringList ways = given(options,
+        {&options.table, &options.csv, &options.json, &options.models, &options.screenshot});
+    if (options.isSet(options.models) || options.isSet(options.screenshot)) {
+        ways += given(options, {&options.drillPrograms, &options.report, &options.map});
+    }
+    return ways.size() > 1 ? QStringLiteral("%1 does not go with %2").arg(ways[0], ways[1])
+                           : QString();
+}
+
+/** What is named by nothing; empty: all names are names. */
+QString emptyName(const Options& options, const QString& dataDir)
+{
+    if (dataDir.isEmpty()) {
+        return QStringLiteral("the name of the data folder is empty");
+    }
+    if (options.isSet(options.drillPrograms) && options.value(options.drillPrograms).isEmpty()) {
+        return QStringLiteral("the name of the folder of drill programs is empty");
+    }
+    return options.parser.positionalArguments().contains(QString())
+        ? QStringLiteral("the name of a board is empty")
+        : QString();
 }
 
 } // namespace
@@ -139,8 +174,8 @@ int run(const Options& options)
     const QString dataDir = options.isSet(options.data)
         ? options.value(options.data)
         : QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
-    if (dataDir.isEmpty()) {
-        return fail("the name of the data folder is empty");
+    if (const QString reason = emptyName(options, dataDir); !reason.isEmpty()) {
+        return fail(reason);
     }
     // What is printed is for scripts too, and always English.
     const bool prints = options.wantsPlan() || options.isSet(options.models);

@@ -7,6 +7,7 @@
 #include "file_set.h"
 #include "host_session.h"
 #include "plan_tables.h"
+#include "step_plan.h"
 #include "step_tabs.h"
 
 #include <QDir>
@@ -30,16 +31,6 @@ void addTable(const DrillPlan& plan, const QString& path, FileSet& files, const 
     } else {
         files.add(path, (planCsvHeader(plan.units) + planCsvRows(plan, plan.units)).toUtf8());
     }
-}
-
-/** Rows that nobody should drill before having looked. */
-int alarmingRows(const DrillPlan& plan)
-{
-    const auto isAlarming = [](const PlanRow& row) {
-        return std::any_of(row.flags.begin(), row.flags.end(),
-            [](PlanFlag flag) { return flag < PlanFlag::ToleranceAssumed; });
-    };
-    return int(std::count_if(plan.rows.begin(), plan.rows.end(), isAlarming));
 }
 
 } // namespace
@@ -128,7 +119,7 @@ void ExportMenu::write(const char* key, const QString& path, Write writeFiles)
         if (plan.unsaved) {
             message += tr(" (with edits that are not saved)");
         }
-        if (const int alarming = alarmingRows(plan)) {
+        if (const int alarming = strictRows(plan)) {
             message += tr(" (tools to be looked at: %1)").arg(alarming);
         }
         emit exported(message);

@@ -8,6 +8,6 @@ Options::Options()
     parser.addPositionalArgument("board",
         "An IPC-2581 file, or all Excellon (XNC) drill files of a board; each is a layer then.",
         "[board...]");
-    parser.addOptions({table, csv, json, drillPrograms, report, map, strict, boards, models, step,
-        model, units, fileUnits, tolerance, viasUpTo, data, language, screenshot});
+    parser.addOptions({table, csv, json, places, drillPrograms, report, map, strict, boards, models,
+        step, model, units, fileUnits, tolerance, viasUpTo, data, language, screenshot});
 }

@@ -27,6 +27,7 @@ struct Options
     QCommandLineOption table{"table", "Print the drill tools with their drill sizes."};
     QCommandLineOption csv{"csv", "The same as comma-separated values."};
     QCommandLineOption json{"json", "All of it as JSON."};
+    QCommandLineOption places{"places", "With --json: where the holes and slots are."};
     QCommandLineOption drillPrograms{
         "drill-programs", "Write a drill program for each layer and plating.", "folder"};
     QCommandLineOption report{"report", "Write a report: .html or .pdf.", "file"};

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "plan_tables.h"
 
+#include "program_tools.h"
+
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -73,6 +75,38 @@ QJsonObject layerJson(const StepLayer& layer, Units units)
     return json;
 }
 
+QJsonArray placeJson(Place place, Units units)
+{
+    return {number(place.x, units), number(place.y, units)};
+}
+
+/** A slot as its points; an arc has its centre between two of them. */
+QJsonArray pathJson(const Path& path, Units units)
+{
+    QJsonArray json{QJsonObject{{"to", placeJson(path.start, units)}}};
+    for (const Segment& segment : path.segments) {
+        QJsonObject part{{"to", placeJson(segment.to, units)}};
+        if (segment.shape != Segment::Shape::Line) {
+            part["centre"] = placeJson(segment.centre, units);
+            part["clockwise"] = segment.shape == Segment::Shape::Clockwise;
+        }
+        json << part;
+    }
+    return json;
+}
+
+QJsonArray placesJson(const RowPlaces& places, Units units)
+{
+    QJsonArray json;
+    for (const Place& hole : places.holes) {
+        json << placeJson(hole, units);
+    }
+    for (const Path& path : places.slotPaths) {
+        json << pathJson(path, units);
+    }
+    return json;
+}
+
 QJsonObject rowJson(const DrillPlan& plan, const PlanRow& row)
 {
     const auto size = [&plan](Size value) { return number(value, plan.units); };
@@ -137,8 +171,9 @@ QString planCsvRows(const DrillPlan& plan, Units units, const QString& before)
     return text;
 }
 
-QByteArray planJson(const DrillPlan& plan)
+QByteArray planJson(const DrillPlan& plan, bool withPlaces)
 {
+    const std::vector<RowPlaces> places = withPlaces ? placesOf(plan) : std::vector<RowPlaces>();
     QJsonArray amounts;
     for (const PlanAmount& amount : plan.amounts) {
         amounts << QJsonObject{{"holeType", amount.holeType},
@@ -151,8 +186,12 @@ QByteArray planJson(const DrillPlan& plan)
         layers << layerJson(layer, plan.units);
     }
     QJsonArray rows;
-    for (const PlanRow& row : plan.rows) {
-        rows << rowJson(plan, row);
+    for (size_t i = 0; i < plan.rows.size(); ++i) {
+        QJsonObject row = rowJson(plan, plan.rows[i]);
+        if (withPlaces) {
+            row["places"] = placesJson(places[i], plan.units);
+        }
+        rows << row;
     }
     const QJsonObject json{{"job", plan.board->job}, {"step", plan.boardStep().name},
         {"unit", plan.units == Units::Inch ? "mil" : "micron"}, {"model", plan.model},

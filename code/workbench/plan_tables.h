@@ -22,7 +22,11 @@ QString planCsvHeader(Units units, const QString& before = {});
  */
 QString planCsvRows(const DrillPlan& plan, Units units, const QString& before = {});
 
-/** All of a plan; the members are told in the page on file formats. */
-QByteArray planJson(const DrillPlan& plan);
+/** All of a plan; the members are told in the page on file formats.
+ *
+ * @param withPlaces  also where the holes and slots are
+ * @throws PanelError
+ */
+QByteArray planJson(const DrillPlan& plan, bool withPlaces = false);
 
 #endif

@@ -15,8 +15,9 @@ namespace {
 int print(const QString& text)
 {
     const QByteArray bytes = text.toUtf8();
-    fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout);
-    return fflush(stdout) == 0 ? 0 : fail("the output can't be written");
+    const size_t written = fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout);
+    const bool isWhole = written == size_t(bytes.size()) && fflush(stdout) == 0;
+    return isWhole ? 0 : fail("the output can't be written");
 }
 
 /** What the reader has to say, and what was assumed: for people, so on standard error.
@@ -130,17 +131,17 @@ DrillPlan planOf(const Options& options, HostSession& session, const Board& boar
 int statusOf(const Options& options, const DrillPlan& plan, const QString& name)
 {
     const QString before = name.isEmpty() ? QString() : name + ": ";
-    const auto without = std::count_if(
-        plan.rows.begin(), plan.rows.end(), [](const PlanRow& row) { return !row.drillSize; });
+    const auto without = std::count_if(plan.rows.begin(), plan.rows.end(),
+        [](const PlanRow& row) { return !row.drillSize && row.finishedSize > 0; });
     if (without > 0) {
         warn(before
-            + QStringLiteral("%1 tools have no drill size by model \"%2\" and its formula")
-                  .arg(without)
-                  .arg(plan.model));
+            + QStringLiteral("tools without a drill size by model \"%1\" and its formula: %2")
+                  .arg(plan.model)
+                  .arg(without));
     }
     if (const int flagged = strictRows(plan); options.isSet(options.strict) && flagged > 0) {
         warn(before
-            + QStringLiteral("%1 tools are flagged out-of-tolerance, no-bit or no-size")
+            + QStringLiteral("tools that are flagged out-of-tolerance, no-bit or no-size: %1")
                   .arg(flagged));
         return strictStatus;
     }
@@ -155,7 +156,7 @@ int printPlan(const Options& options, HostSession& session, const Board& board)
     const QStringList written = isRefused ? QStringList() : writeFiles(options, plan);
     int status = 0;
     if (options.isSet(options.json)) {
-        status = print(QString::fromUtf8(planJson(plan)));
+        status = print(QString::fromUtf8(planJson(plan, options.isSet(options.places))));
     } else if (options.isSet(options.csv)) {
         status = print(planCsvHeader(plan.units) + planCsvRows(plan, plan.units));
         for (const QString& line : left) {

@@ -117,6 +117,11 @@ qsizetype countFlag(const DrillPlan& plan, PlanFlag flag)
         [flag](const PlanRow& row) { return row.flags.contains(flag); });
 }
 
+QString toolsText(qsizetype count)
+{
+    return count == 1 ? QStringLiteral("1 tool") : QStringLiteral("%1 tools").arg(count);
+}
+
 } // namespace
 
 DrillPlan draftPlan(
@@ -155,7 +160,7 @@ QString assumedText(const DrillPlan& plan)
     QStringList parts;
     const auto add = [&parts](qsizetype count, const char* what) {
         if (count > 0) {
-            parts << QStringLiteral("%1 of %2 tools").arg(QLatin1String(what)).arg(count);
+            parts << QStringLiteral("%1 of %2").arg(QLatin1String(what), toolsText(count));
         }
     };
     add(countFlag(plan, PlanFlag::TypeAssumed), "type");
@@ -174,10 +179,6 @@ QString assumedText(const DrillPlan& plan)
 
 int strictRows(const DrillPlan& plan)
 {
-    return int(std::count_if(plan.rows.begin(), plan.rows.end(), [](const PlanRow& row) {
-        return std::any_of(row.flags.begin(), row.flags.end(), [](PlanFlag flag) {
-            return flag == PlanFlag::OutOfTolerance || flag == PlanFlag::NoBit
-                || flag == PlanFlag::NoSize;
-        });
-    }));
+    return int(std::count_if(
+        plan.rows.begin(), plan.rows.end(), [](const PlanRow& row) { return isAlarming(row); }));
 }
