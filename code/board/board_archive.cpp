@@ -14,12 +14,12 @@ namespace {
 
 constexpr size_t blockSize = 1 << 16;
 
-/** An archive at the beginning of a file; knows how much of it has been unpacked. */
+/** An archive at its beginning; knows how much of it has been unpacked. */
 class OpenArchive
 {
 public:
-    explicit OpenArchive(const QString& path)
-        : mPath(path)
+    explicit OpenArchive(const Archive& source)
+        : mSource(source)
         , mArchive(archive_read_new(), archive_read_free)
     {
         if (!mArchive) {
@@ -30,12 +30,10 @@ public:
         archive_read_support_format_7zip(mArchive.get());
         archive_read_support_format_tar(mArchive.get());
         archive_read_support_format_raw(mArchive.get()); // a file that is only compressed
-        const QByteArray name = QFile::encodeName(path);
-        if (archive_read_open_filename(mArchive.get(), name.constData(), blockSize)
-            < ARCHIVE_WARN) {
+        if (open() < ARCHIVE_WARN) {
             fail();
         }
-        mPackedSize = QFileInfo(path).size();
+        mPackedSize = source.content ? source.content->size() : QFileInfo(source.path).size();
     }
 
     /** @return false after the last file */
@@ -55,7 +53,7 @@ public:
             }
             const bool isRaw = archive_format(mArchive.get()) == ARCHIVE_FORMAT_RAW;
             if (isRaw || archive_entry_filetype(entry) == AE_IFREG) {
-                *name = isRaw ? QFileInfo(mPath).completeBaseName() : nameOf(entry);
+                *name = isRaw ? QFileInfo(mSource.path).completeBaseName() : nameOf(entry);
                 return true;
             }
         }
@@ -80,7 +78,17 @@ public:
     }
 
 private:
-    [[noreturn]] void refuse(const QString& why) const { throw BoardError(mPath, 1, why); }
+    int open()
+    {
+        if (mSource.content) {
+            return archive_read_open_memory(
+                mArchive.get(), mSource.content->constData(), size_t(mSource.content->size()));
+        }
+        const QByteArray name = QFile::encodeName(mSource.path);
+        return archive_read_open_filename(mArchive.get(), name.constData(), blockSize);
+    }
+
+    [[noreturn]] void refuse(const QString& why) const { throw BoardError(mSource.path, 1, why); }
     [[noreturn]] void fail() const
     {
         const char* text = archive_error_string(mArchive.get());
@@ -96,7 +104,7 @@ private:
         return QString::fromLocal8Bit(archive_entry_pathname(entry));
     }
 
-    QString mPath;
+    Archive mSource;
     std::unique_ptr<struct archive, decltype(&archive_read_free)> mArchive;
     qint64 mPackedSize = 0;
     qint64 mUnpacked = 0;
@@ -125,36 +133,35 @@ private:
 
 } // namespace
 
-std::vector<ArchiveEntry> listArchive(const QString& path)
+void listArchive(
+    const Archive& archive, const std::function<void(const QString&, const QByteArray&)>& visit)
 {
-    OpenArchive archive(path);
-    std::vector<ArchiveEntry> entries;
-    ArchiveEntry entry;
-    while (archive.next(&entry.name)) {
-        QByteArray beginning(fileKindBytes, Qt::Uninitialized);
+    OpenArchive open(archive);
+    QString name;
+    QByteArray beginning;
+    while (open.next(&name)) {
+        beginning.resize(fileKindBytes);
         qint64 size = 0;
         while (size < fileKindBytes) {
-            const qint64 got = archive.read(beginning.data() + size, fileKindBytes - size);
+            const qint64 got = open.read(beginning.data() + size, fileKindBytes - size);
             if (got == 0) {
                 break;
             }
             size += got;
         }
         beginning.truncate(size);
-        entry.beginning = beginning;
-        entries.push_back(std::exchange(entry, {}));
+        visit(name, beginning);
     }
-    return entries;
 }
 
-std::unique_ptr<QIODevice> openArchiveEntry(const QString& path, const QString& entry)
+std::unique_ptr<QIODevice> openArchiveEntry(const Archive& archive, const QString& entry)
 {
-    auto archive = std::make_unique<OpenArchive>(path);
+    auto open = std::make_unique<OpenArchive>(archive);
     QString name;
-    while (archive->next(&name)) {
+    while (open->next(&name)) {
         if (name == entry) {
-            return std::make_unique<EntryDevice>(std::move(archive));
+            return std::make_unique<EntryDevice>(std::move(open));
         }
     }
-    throw BoardError(path, 1, QStringLiteral("no file \"%1\" in the archive").arg(entry));
+    throw BoardError(archive.path, 1, QStringLiteral("no file \"%1\" in the archive").arg(entry));
 }

@@ -5,10 +5,11 @@
 #include <QByteArray>
 #include <QIODevice>
 #include <QString>
+#include <functional>
 #include <memory>
-#include <vector>
 
-/** Files in .zip, .tar.gz, .7z and .gz, read without being unpacked to disk.
+/** Files in .zip, .tar.gz, .7z and .gz, read without being unpacked to disk. What comes through a
+ *  pipe can be read only once, so an archive that does is kept in memory as it is, packed.
  *
  * A hostile archive is refused: by the number of its files, by what they come to unpacked, and by
  * how many times that is its own size.
@@ -19,23 +20,28 @@ constexpr qint64 maxUnpackedSize = qint64(4) << 30; ///< bytes
 constexpr int maxUnpackedRatio = 1000; ///< counted from freeUnpackedSize on
 constexpr qint64 freeUnpackedSize = qint64(64) << 20;
 
-struct ArchiveEntry
+constexpr qint64 maxPipedSize = qint64(256) << 20; ///< bytes of an archive in memory
+
+struct Archive
 {
-    QString name; ///< with its folders in the archive
-    QByteArray beginning; ///< fileKindBytes at most
+    QString path; ///< of the file; for messages if there is content
+    std::shared_ptr<const QByteArray> content; ///< null: in the file
 };
 
-/** The regular files of an archive.
+/** Shows the regular files of an archive, in its order: their names with the folders in it, and
+ *  fileKindBytes of their content at most. A file that is only compressed has the archive's own
+ *  name without what tells the compression.
  *
  * @throws BoardError
  */
-std::vector<ArchiveEntry> listArchive(const QString& path);
+void listArchive(const Archive& archive,
+    const std::function<void(const QString& name, const QByteArray& beginning)>& visit);
 
 /** Opens one file of an archive for reading once from its beginning to its end.
  *
  * @param entry  as listArchive names it
  * @throws BoardError
  */
-std::unique_ptr<QIODevice> openArchiveEntry(const QString& path, const QString& entry);
+std::unique_ptr<QIODevice> openArchiveEntry(const Archive& archive, const QString& entry);
 
 #endif

@@ -9,6 +9,7 @@
 #include <QRegularExpression>
 #include <algorithm>
 #include <cstdio>
+#include <map>
 
 namespace {
 
@@ -29,6 +30,65 @@ bool isSurelyDrillProgram(QByteArrayView beginning)
         QRegularExpression::MultilineOption);
     return mark.match(QString::fromLatin1(beginning)).hasMatch();
 }
+
+/** What the beginning of a file tells. */
+struct Look
+{
+    FileKind kind;
+    bool isOfBoard; ///< so surely that it may be taken unasked
+};
+
+Look lookAt(QByteArrayView beginning)
+{
+    const FileKind kind = fileKind(beginning);
+    return {kind,
+        kind == FileKind::GerberDrill || (kind == FileKind::Xml && isIpc2581(beginning))
+            || (kind == FileKind::DrillProgram && isSurelyDrillProgram(beginning))};
+}
+
+/** Waits for a pipe until it has given that much or has ended. */
+QByteArray readAtMost(QIODevice& device, qint64 size)
+{
+    QByteArray bytes;
+    while (bytes.size() < size) {
+        const QByteArray more = device.read(qMin<qint64>(size - bytes.size(), fileKindBytes));
+        if (more.isEmpty()) {
+            break;
+        }
+        bytes += more;
+    }
+    return bytes;
+}
+
+/** A pipe whose beginning has been read. */
+class Continued : public QIODevice
+{
+public:
+    Continued(const QByteArray& beginning, std::shared_ptr<QFile> rest)
+        : mBeginning(beginning)
+        , mRest(std::move(rest))
+    {
+        open(QIODevice::ReadOnly);
+    }
+    bool isSequential() const override { return true; }
+
+protected:
+    qint64 readData(char* data, qint64 maxSize) override
+    {
+        if (mBeginning.isEmpty()) {
+            return mRest->read(data, maxSize);
+        }
+        const qint64 size = qMin<qint64>(maxSize, mBeginning.size());
+        std::copy_n(mBeginning.constData(), size, data);
+        mBeginning.remove(0, size);
+        return size;
+    }
+    qint64 writeData(const char*, qint64) override { return -1; }
+
+private:
+    QByteArray mBeginning;
+    std::shared_ptr<QFile> mRest;
+};
 
 class Finder
 {
@@ -81,12 +141,12 @@ private:
             if (isFound) {
                 leave(name, QStringLiteral("an archive within a folder"));
             } else {
-                addArchive(path);
+                addArchive({path, {}});
             }
             return;
         }
         mFiles.totalSize += file.size();
-        add(name, beginning, isFound, [path]() -> std::unique_ptr<QIODevice> {
+        add(name, lookAt(beginning), isFound, [path]() -> std::unique_ptr<QIODevice> {
             auto opened = std::make_unique<QFile>(path);
             if (!opened->open(QIODevice::ReadOnly)) {
                 throw BoardError(path, 1, opened->errorString());
@@ -102,12 +162,20 @@ private:
         if (!open(*file)) {
             throw BoardError(name, 1, file->errorString());
         }
-        const QByteArray beginning = file->peek(fileKindBytes);
-        if (fileKind(beginning) == FileKind::Archive) {
-            throw BoardError(name, 1, QStringLiteral("an archive can't be read from a pipe"));
+        QByteArray beginning = readAtMost(*file, fileKindBytes);
+        if (fileKind(beginning) != FileKind::Archive) {
+            add(name, lookAt(beginning), false, [file, beginning]() -> std::unique_ptr<QIODevice> {
+                return std::make_unique<Continued>(beginning, file);
+            });
+            return;
         }
-        add(name, beginning, false,
-            [file]() -> std::unique_ptr<QIODevice> { return std::make_unique<Shared>(file); });
+        beginning += readAtMost(*file, maxPipedSize - beginning.size() + 1);
+        if (beginning.size() > maxPipedSize) {
+            throw BoardError(name, 1,
+                QStringLiteral("an archive of more than %1 MiB can't be read from a pipe")
+                    .arg(maxPipedSize >> 20));
+        }
+        addArchive({name, std::make_shared<const QByteArray>(std::move(beginning))});
     }
 
     void addFolder(const QString& path)
@@ -127,43 +195,40 @@ private:
         }
     }
 
-    void addArchive(const QString& path)
+    void addArchive(const Archive& archive)
     {
         mFiles.isSearched = true;
-        std::vector<ArchiveEntry> entries = listArchive(path);
-        std::sort(entries.begin(), entries.end(),
-            [](const ArchiveEntry& a, const ArchiveEntry& b) { return a.name < b.name; });
-        for (const ArchiveEntry& entry : entries) {
-            const QString name = path + '/' + entry.name;
-            if (fileKind(entry.beginning) == FileKind::Archive) {
+        std::map<QString, Look> entries; // by name; of two of one name the first is read
+        listArchive(archive, [&](const QString& name, const QByteArray& beginning) {
+            entries.emplace(name, lookAt(beginning));
+        });
+        for (const auto& [entry, look] : entries) {
+            const bool isUnnamed = entry == archive.path; // compressed in a pipe
+            const QString name = isUnnamed ? entry : archive.path + '/' + entry;
+            if (look.kind == FileKind::Archive) {
                 leave(name, QStringLiteral("an archive within an archive"));
                 continue;
             }
-            add(name, entry.beginning, true,
-                [path, inside = entry.name] { return openArchiveEntry(path, inside); });
+            add(name, look, true,
+                [archive, inside = entry] { return openArchiveEntry(archive, inside); });
         }
     }
 
-    void add(const QString& name, const QByteArray& beginning, bool isFound,
+    void add(const QString& name, const Look& look, bool isFound,
         std::function<std::unique_ptr<QIODevice>()> open)
     {
-        const FileKind kind = fileKind(beginning);
-        BoardFile file{name, kind, isFound, std::move(open)};
+        BoardFile file{name, look.kind, isFound, std::move(open)};
         if (!isFound) {
-            if (kind != FileKind::Xml && kind != FileKind::DrillProgram
-                && kind != FileKind::GerberDrill) {
-                throw BoardError(name, 1, QStringLiteral("no drill file: it is ") + kindText(kind));
+            if (look.kind != FileKind::Xml && look.kind != FileKind::DrillProgram
+                && look.kind != FileKind::GerberDrill) {
+                throw BoardError(
+                    name, 1, QStringLiteral("no drill file: it is ") + kindText(look.kind));
             }
             mCandidates.push_back(std::move(file));
-            return;
-        }
-        const bool ofBoard = kind == FileKind::GerberDrill
-            || (kind == FileKind::Xml && isIpc2581(beginning))
-            || (kind == FileKind::DrillProgram && isSurelyDrillProgram(beginning));
-        if (ofBoard) {
+        } else if (look.isOfBoard) {
             mCandidates.push_back(std::move(file));
         } else {
-            leave(name, kind == FileKind::DrillProgram ? kindText(FileKind::Text) : kindText(kind));
+            leave(name, kindText(look.kind == FileKind::DrillProgram ? FileKind::Text : look.kind));
         }
     }
 
@@ -222,25 +287,6 @@ private:
             return repeats;
         });
     }
-
-    /** Reads on from a pipe that was looked at. */
-    class Shared : public QIODevice
-    {
-    public:
-        explicit Shared(std::shared_ptr<QFile> file)
-            : mFile(std::move(file))
-        {
-            open(QIODevice::ReadOnly);
-        }
-        bool isSequential() const override { return true; }
-
-    protected:
-        qint64 readData(char* data, qint64 maxSize) override { return mFile->read(data, maxSize); }
-        qint64 writeData(const char*, qint64) override { return -1; }
-
-    private:
-        std::shared_ptr<QFile> mFile;
-    };
 
     BoardFiles mFiles;
     std::vector<BoardFile> mCandidates;

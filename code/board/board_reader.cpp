@@ -158,7 +158,7 @@ Board readBoard(const QStringList& paths, const ReadOptions& options)
             before += size;
             names << file.name;
         }
-        const bool isOne = files.isSearched && paths.size() == 1;
+        const bool isOne = files.isSearched && paths.size() == 1 && QFileInfo::exists(paths[0]);
         board = drills.finish(
             isOne ? QFileInfo(QDir(paths[0]).absolutePath()).completeBaseName() : jobName(names),
             names.last());

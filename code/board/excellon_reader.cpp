@@ -2,15 +2,12 @@
 #include "excellon_reader.h"
 
 #include "excellon_program.h"
-#include "file_kind.h"
 
 #include <QFileInfo>
-#include <QIODevice>
 #include <algorithm>
 
 namespace {
 
-constexpr qint64 chunkSize = 1 << 16; ///< bytes between two reports of progress
 constexpr size_t maxLineLength = 4096;
 
 /** Cuts chunks into lines, which end with a line feed, a carriage return or both. */
@@ -54,8 +51,6 @@ public:
         }
     }
 
-    qint64 lines() const { return mLine; }
-
 private:
     void endLine()
     {
@@ -79,25 +74,12 @@ private:
 
 DrillFile readExcellon(QIODevice& device, const QString& name, const ReadOptions& options)
 {
-    const QByteArray sample = device.peek(fileKindBytes);
-    ExcellonProgram program(name, {sample.constData(), size_t(sample.size())}, options.fileUnits);
+    ChunkReader chunks(device, name, options);
+    std::string_view chunk = chunks.next();
+    ExcellonProgram program(name, chunk, options.fileUnits);
     LineCutter cutter(program, name);
-    QByteArray chunk(chunkSize, Qt::Uninitialized);
-    qint64 done = 0;
-    for (;;) {
-        const qint64 size = device.read(chunk.data(), chunkSize);
-        if (size < 0) {
-            throw BoardError(name, cutter.lines() + 1, device.errorString());
-        }
-        if (size == 0) {
-            break;
-        }
-        done += size;
-        if (options.progress
-            && !options.progress(done, device.isSequential() ? 0 : device.size())) {
-            throw BoardCancelled();
-        }
-        cutter.take({chunk.constData(), size_t(size)});
+    for (; !chunk.empty(); chunk = chunks.next()) {
+        cutter.take(chunk);
     }
     cutter.finish();
     DrillFile file = program.finish();

@@ -6,7 +6,6 @@
 #include "slot_shape.h"
 
 #include <QFileInfo>
-#include <QIODevice>
 #include <algorithm>
 #include <cmath>
 #include <string_view>
@@ -14,7 +13,6 @@
 
 namespace {
 
-constexpr qint64 chunkSize = 1 << 16;
 constexpr size_t maxCommandLength = 1 << 16;
 constexpr double maxDiameter = 500.0 * sizePerMillimetre;
 
@@ -423,22 +421,9 @@ DrillFile readGerberDrill(QIODevice& device, const QString& name, const ReadOpti
 {
     GerberDrill drill(name);
     CommandCutter cutter(drill);
-    QByteArray chunk(chunkSize, Qt::Uninitialized);
-    qint64 done = 0;
-    for (;;) {
-        const qint64 size = device.read(chunk.data(), chunkSize);
-        if (size < 0) {
-            drill.fail(device.errorString());
-        }
-        if (size == 0) {
-            break;
-        }
-        done += size;
-        if (options.progress
-            && !options.progress(done, device.isSequential() ? 0 : device.size())) {
-            throw BoardCancelled();
-        }
-        cutter.take({chunk.constData(), size_t(size)});
+    ChunkReader chunks(device, name, options);
+    for (std::string_view chunk = chunks.next(); !chunk.empty(); chunk = chunks.next()) {
+        cutter.take(chunk);
     }
     DrillFile file = drill.finish();
     file.layer.name = QFileInfo(name).completeBaseName();

@@ -4,7 +4,6 @@
 #include "ipc2581_shape.h"
 #include "layer_collector.h"
 
-#include <QIODevice>
 #include <QSet>
 #include <charconv>
 #include <cmath>
@@ -20,7 +19,6 @@ constexpr size_t maxElementDepth = 1000;
 constexpr int maxRepeatDepth = 64;
 constexpr int maxRepeats = 10000; ///< in one direction of a panel
 constexpr int maxReferences = 8; ///< from primitive to primitive
-constexpr int chunkSize = 1 << 18; ///< bytes between two reports of progress
 constexpr double maxSize = std::numeric_limits<Size>::max();
 
 /** What an element is, by the way to it. Elements of no interest are skipped with all in them. */
@@ -123,7 +121,7 @@ private:
 
     static void XMLCALL onStart(void* reader, const XML_Char* name, const XML_Char** attributes);
     static void XMLCALL onEnd(void* reader, const XML_Char* name);
-    void parse(const char* bytes, int size, bool last);
+    void parse(std::string_view bytes, bool last);
     void start(std::string_view name, const Attributes& attributes);
     void end(Element element);
 
@@ -1055,9 +1053,9 @@ void Reader::finish()
     }
 }
 
-void Reader::parse(const char* bytes, int size, bool last)
+void Reader::parse(std::string_view bytes, bool last)
 {
-    const XML_Status status = XML_Parse(mParser.get(), bytes, size, last);
+    const XML_Status status = XML_Parse(mParser.get(), bytes.data(), int(bytes.size()), last);
     if (mFailure) {
         std::rethrow_exception(mFailure);
     }
@@ -1073,23 +1071,11 @@ Board Reader::read()
     }
     XML_SetUserData(mParser.get(), this);
     XML_SetElementHandler(mParser.get(), onStart, onEnd);
-    std::vector<char> chunk(chunkSize);
-    qint64 done = 0;
-    for (;;) {
-        const qint64 size = mDevice.read(chunk.data(), chunkSize);
-        if (size < 0) {
-            fail(mDevice.errorString());
-        }
-        parse(chunk.data(), int(size), size == 0);
-        if (size == 0) {
-            break;
-        }
-        done += size;
-        if (mOptions.progress
-            && !mOptions.progress(done, mDevice.isSequential() ? 0 : mDevice.size())) {
-            throw BoardCancelled();
-        }
+    ChunkReader chunks(mDevice, mName, mOptions);
+    for (std::string_view chunk = chunks.next(); !chunk.empty(); chunk = chunks.next()) {
+        parse(chunk, false);
     }
+    parse({}, true);
     finish();
     return std::move(mBoard);
 }

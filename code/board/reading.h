@@ -4,8 +4,10 @@
 
 #include "board.h"
 
+#include <QByteArray>
 #include <functional>
 #include <stdexcept>
+#include <string_view>
 
 class QIODevice;
 
@@ -39,6 +41,32 @@ struct ReadOptions
 {
     std::optional<Units> fileUnits; ///< of drill files that tell none
     Progress progress;
+};
+
+/** Cuts a device into chunks, and tells the progress behind each. */
+class ChunkReader
+{
+public:
+    /** All of them live longer than the reader.
+     *
+     * @param name  path for messages
+     */
+    ChunkReader(QIODevice& device, const QString& name, const ReadOptions& options);
+
+    /** The next bytes, as many as a chunk has but for the last; valid until the next call. Empty
+     *  at the end.
+     *
+     * @throws BoardError  for a device that can't be read
+     * @throws BoardCancelled
+     */
+    std::string_view next();
+
+private:
+    QIODevice& mDevice;
+    const QString& mName;
+    const Progress& mProgress;
+    QByteArray mChunk;
+    qint64 mDone = 0;
 };
 
 /** A drill file as a layer of a board. */

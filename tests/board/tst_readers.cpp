@@ -3,6 +3,7 @@
 
 #include <QTemporaryDir>
 #include <QtTest>
+#include <sys/stat.h>
 
 namespace {
 
@@ -458,6 +459,13 @@ private slots:
             QVERIFY2(got.contains("copy.drl: left out, it drills the same as b"), qPrintable(got));
         }
         QCOMPARE(readBoard({mFolder.filePath("a/order.zip")}).job, "order");
+        const QString pipe = mFolder.filePath("a/pipe");
+        QCOMPARE(::mkfifo(qPrintable(pipe), 0600), 0);
+        QProcess writer;
+        writer.setWorkingDirectory(mFolder.path());
+        writer.start("sh", {"-c", "(head -c 2 a/order.zip; tail -c +3 a/order.zip) > a/pipe"});
+        QVERIFY(outcome({pipe}).startsWith(drilled));
+        QVERIFY(writer.waitForFinished());
         QVERIFY(outcome({mFolder.filePath("a/order/b.drl.gz")}).startsWith(drilled));
         write("a/order/board.xml", ipc2581(feature("D", hole("VIA", "0.3"))));
         QVERIFY(outcome({folder}).startsWith("main/DTOP-BOT: V0.3 1,2"));
