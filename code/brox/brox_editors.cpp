@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr char isRefused[] = "broxEntryIsRefused";
+constexpr char isRefused[] = "broxEntryIsRefused"; // set while an editor is made to enter
 
 QWidget* viewerOf(QWidget* part)
 {
@@ -52,7 +52,9 @@ bool enterOpenEditor(QTableWidget* table)
     }
     table->setProperty(isRefused, false);
     leave(table, editor);
-    return !table->property(isRefused).toBool();
+    const bool isEntered = !table->property(isRefused).toBool();
+    table->setProperty(isRefused, QVariant());
+    return isEntered;
 }
 
 QModelIndex editedCell(const QTableWidget* table)
@@ -131,12 +133,20 @@ bool hasOpenEditor(const QTableWidget* table)
 
 Entry::Entry(QTableWidget* table)
     : mTable(table)
+    , mIsAsked(table->property(isRefused).isValid())
     , mIsMousePressed(QApplication::mouseButtons() != Qt::NoButton)
 { }
 
+bool Entry::isAsked() const
+{
+    return mIsAsked;
+}
+
 void Entry::refuse() const
 {
-    mTable->setProperty(isRefused, true);
+    if (mIsAsked) {
+        mTable->setProperty(isRefused, true);
+    }
     mTable->setFocus();
     if (mIsMousePressed) {
         new PressFilter(mTable);

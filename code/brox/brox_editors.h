@@ -46,11 +46,15 @@ class Entry
 public:
     explicit Entry(QTableWidget* table);
 
+    /** Whether enterOpenEditors() made the editor enter it, and tells of a refusal. */
+    bool isAsked() const;
+
     /** Gives the table the focus back; what the user did instead of a Return is not done. */
     void refuse() const;
 
 private:
     QTableWidget* mTable;
+    bool mIsAsked;
     bool mIsMousePressed; ///< the press took the focus, and has yet to come to its widget
 };
 

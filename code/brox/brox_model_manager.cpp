@@ -6,8 +6,51 @@
 #include "brox_nls.h"
 #include "brox_sorting.h"
 
+#include <QKeyEvent>
 #include <QPointer>
 #include <QScopedValueRollback>
+#include <QStyledItemDelegate>
+
+#include <functional>
+#include <utility>
+
+namespace {
+
+/** Edits names. A tab goes on to the next name only if the one that it ends is not refused. */
+class NameDelegate : public QStyledItemDelegate
+{
+public:
+    NameDelegate(QObject* manager, std::function<bool()> isRefused)
+        : QStyledItemDelegate(manager)
+        , mIsRefused(std::move(isRefused))
+    { }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::KeyPress) {
+            const int key = static_cast<QKeyEvent*>(event)->key();
+            if (key == Qt::Key_Tab || key == Qt::Key_Backtab) {
+                return !enter(qobject_cast<QWidget*>(watched))
+                    || QStyledItemDelegate::eventFilter(watched, event);
+            }
+        }
+        return QStyledItemDelegate::eventFilter(watched, event);
+    }
+
+private:
+    bool enter(QWidget* editor)
+    {
+        emit commitData(editor);
+        if (mIsRefused() && !editor->isHidden()) {
+            emit closeEditor(editor);
+        }
+        return !mIsRefused();
+    }
+
+    std::function<bool()> mIsRefused;
+};
+
+} // namespace
 
 BroxModelManager::BroxModelManager(QWidget* parent, Qt::WindowFlags f)
     : QWidget(parent, f)
@@ -20,6 +63,8 @@ BroxModelManager::BroxModelManager(QWidget* parent, Qt::WindowFlags f)
     ui.broxModelTableWidget->setVisible(true);
     ui.noModelsMessageFrame->setVisible(false);
     ui.broxModelTableWidget->sortByColumn(0, Qt::AscendingOrder);
+    ui.broxModelTableWidget->setItemDelegate(
+        new NameDelegate(this, [this] { return mKept != nullptr; }));
 }
 
 BroxModelManager::~BroxModelManager() = default;
@@ -132,6 +177,9 @@ void BroxModelManager::on_broxModelTableWidget_itemChanged(QTableWidgetItem* ite
     if (approved != wanted) {
         ui.broxModelTableWidget->setCurrentItem(item);
         entry.refuse();
+        if (!entry.isAsked()) {
+            keepSelection();
+        }
     } else if (isOther) {
         on_broxModelTableWidget_itemSelectionChanged();
     }
@@ -140,6 +188,10 @@ void BroxModelManager::on_broxModelTableWidget_itemChanged(QTableWidgetItem* ite
 void BroxModelManager::on_broxModelTableWidget_itemSelectionChanged()
 {
     if (mUpdating) {
+        return;
+    }
+    if (mKept && selectedItem() != mKept) {
+        ui.broxModelTableWidget->setCurrentItem(mKept);
         return;
     }
     // A name that is still being typed belongs to the model that was selected before, and may be
@@ -155,6 +207,7 @@ void BroxModelManager::on_broxModelTableWidget_itemSelectionChanged()
             Qt::SingleShotConnection);
     }
     if (!enterOpenEditors(this)) {
+        keepSelection();
         return;
     }
     const QTableWidgetItem* item = selectedItem();
@@ -183,6 +236,15 @@ QTableWidgetItem* BroxModelManager::selectedItem() const
 {
     const QList<QTableWidgetItem*> items = ui.broxModelTableWidget->selectedItems();
     return items.size() == 1 ? items.first() : nullptr;
+}
+
+/** Leaves the selection at a name that was refused when the user was about to go on: Qt may select
+ *  the other row more than once before it comes back to the event loop. */
+void BroxModelManager::keepSelection()
+{
+    mKept = selectedItem();
+    QMetaObject::invokeMethod(
+        this, [this] { mKept = nullptr; }, Qt::QueuedConnection);
 }
 
 QString BroxModelManager::freeModelName() const

@@ -55,11 +55,13 @@ private slots:
 
 private:
     QTableWidgetItem* selectedItem() const;
+    void keepSelection();
     QString freeModelName() const;
     void setCell(int row, const QString& name);
 
     Ui::BroxModelManager ui;
     bool mUpdating = false;
+    QTableWidgetItem* mKept = nullptr; ///< until the event loop runs again
     BroxModelSet* mBroxModelSet = nullptr;
 };
 

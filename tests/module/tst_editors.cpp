@@ -54,6 +54,11 @@ const std::vector<Case> viewerCases = {
     {"name moves rows, program", "F2, x, select 2, F2, y, Return", "x 1, b 2, [y 3] *",
         "a > x, c > y"},
     {"refused, other row", "F2, b, row 2, F2, x, Return", "[x 1], b 2, c 3 *", "a > x", {ok}},
+    {"refused, Down", "F2, b, Down, F2, x, Return", "[x 1], b 2, c 3 *", "a > x", {ok}},
+    {"refused, Tab", "F2, b, Tab, F2, x, Return", "[x 1], b 2, c 3 *", "a > x", {ok}},
+    {"refused, program", "F2, b, select 2, F2, x, Return", "[x 1], b 2, c 3 *", "a > x", {ok}},
+    {"refused, program row", "F2, b, whole 2, F2, x, Return", "[x 1], b 2, c 3 *", "a > x", {ok}},
+    {"name, Tab", "F2, aa, Tab, bb, Return", "aa 1, [bb 2], c 3 *", "a > aa, b > bb"},
     {"name, use bits", "F2, x, useBitFileCheckBox", "[x 100], b 2, c 3 * bits", "a > x"},
     {"refused, use bits", "F2, b, useBitFileCheckBox", "[a 1], b 2, c 3", "", {ok}},
     {"refused, use bits at once", "F2, b, toggle", "[a 1], b 2, c 3", "", {ok}},
@@ -230,8 +235,8 @@ private:
 
     void act(const QString& acts)
     {
-        static const std::map<QString, Qt::Key> keys = {
-            {"F2", Qt::Key_F2}, {"Down", Qt::Key_Down}, {"Return", Qt::Key_Return}};
+        static const std::map<QString, Qt::Key> keys = {{"F2", Qt::Key_F2}, {"Down", Qt::Key_Down},
+            {"Tab", Qt::Key_Tab}, {"Return", Qt::Key_Return}};
         for (const QString& what : acts.split(", ")) {
             if (const auto key = keys.find(what); key != keys.end()) {
                 QTest::keyClick(focused(), key->second);
@@ -250,6 +255,8 @@ private:
                     mModels->visualItemRect(item).center());
             } else if (what.startsWith("select ")) {
                 mModels->setCurrentCell(what.right(1).toInt(), 0);
+            } else if (what.startsWith("whole ")) {
+                mModels->selectRow(what.right(1).toInt());
             } else if (what == "toggle") {
                 child<QCheckBox>(mHost->viewer(), "useBitFileCheckBox")->click();
             } else if (what == "inches") {
