@@ -41,14 +41,16 @@ void BitIndex::move(int size, const QString& designation)
 
 const Bit* BitIndex::nearest(int dhs, qint64 lower, qint64 upper) const
 {
-    auto bit = std::ranges::lower_bound(mBits, lower, {}, &Bit::size);
-    auto end = std::ranges::upper_bound(mBits, upper, {}, &Bit::size);
-    if (end != mBits.end()) {
-        ++end; // the first bit above the range is examined as well
-    }
+    const auto first = std::ranges::lower_bound(mBits, lower, {}, &Bit::size);
+    // From there the first bit above the range is a few steps away, unless the ends of the range
+    // are in the wrong order.
+    const auto isAbove = [upper](const Bit& bit) { return bit.size > upper; };
+    const auto limit = lower <= upper
+        ? std::find_if(first, mBits.end(), isAbove)
+        : std::ranges::upper_bound(mBits.begin(), first, upper, {}, &Bit::size);
     const Bit* nearest = nullptr;
     qint64 best = std::numeric_limits<int>::max();
-    for (; bit < end; ++bit) { // no bit if the ends of the range are in the wrong order
+    for (auto bit = first; bit != mBits.end() && bit <= limit; ++bit) {
         const qint64 distance = std::abs(qint64(dhs) - bit->size);
         if (distance < best) {
             best = distance;
