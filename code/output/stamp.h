@@ -17,7 +17,7 @@ public:
     Stamp(const QColor& colour, int side);
 
     /** What putting it once costs, in about the time of a dot. */
-    qint64 cost() const { return qint64(mDots.size() + 4 * mRuns.size()); }
+    qint64 cost() const { return qint64(mDots.size()) + 4 * qint64(mRuns.size()); }
 
     /** Puts it on an image of the format RGB32; what lies outside is cut off.
      *

@@ -20,7 +20,7 @@
 
 enum Status : int
 {
-#define OPERATION_STATUS(name, number, text) name = number,
+#define OPERATION_STATUS(name, number, text) name = (number),
     OPERATION_STATUSES(OPERATION_STATUS)
 #undef OPERATION_STATUS
 };

@@ -67,10 +67,10 @@ private:
         if (row.isSlot && row.type != HoleType::NonPlated) {
             row.type = HoleType::Plated;
         }
-        const ToleranceRule* assumed = nullptr;
         if (tool.tolerance) {
             row.tolerance = *tool.tolerance;
-        } else if (row.finishedSize > 0 && (assumed = mRules.find(row.type, row.finishedSize))) {
+        } else if (const ToleranceRule* assumed =
+                       row.finishedSize > 0 ? mRules.find(row.type, row.finishedSize) : nullptr) {
             row.tolerance = assumed->tolerance;
             row.flags << PlanFlag::ToleranceAssumed;
             acted << QStringLiteral("%1 by the rule for %2")
