@@ -43,12 +43,15 @@ try {
     return nullptr;
 }
 
-int openViewer(int stpid, BroxViewer** viewer)
+/** The viewer of a step, made if there is none yet; or null and why. */
+BroxViewer* openViewer(int stpid, int* status)
 {
-    if (int status = source.checkStatus(brox__proxy_open_brox(stpid))) {
-        return status;
+    BroxViewer* viewer = nullptr;
+    *status = source.checkStatus(brox__proxy_open_brox(stpid));
+    if (*status == 0) {
+        *status = source.checkStatus(brox__proxy_get_brox(stpid, &viewer));
     }
-    return source.checkStatus(brox__proxy_get_brox(stpid, viewer));
+    return viewer;
 }
 
 } // namespace
@@ -128,8 +131,9 @@ try {
     }
     *models = nullptr;
     *num_models = 0;
-    BroxViewer* viewer = nullptr;
-    if (int status = openViewer(stpid, &viewer)) {
+    int status = 0;
+    BroxViewer* viewer = openViewer(stpid, &status);
+    if (!viewer) {
         return status;
     }
     const DrillTypeManager* drillTypeManager = DrillTypeManager::instance();
@@ -163,13 +167,14 @@ try {
     }
     *drill_size = 0;
     bit[0] = '\0';
-    BroxViewer* viewer = nullptr;
-    if (int status = openViewer(stpid, &viewer)) {
+    int status = 0;
+    BroxViewer* viewer = openViewer(stpid, &status);
+    if (!viewer) {
         return status;
     }
     int drillType = DrillTypeManager::Undefined;
-    if (int status =
-            source.checkStatus(brox__proxy_drill_type(tool_type, tool_sub_type, &drillType))) {
+    status = source.checkStatus(brox__proxy_drill_type(tool_type, tool_sub_type, &drillType));
+    if (status != 0) {
         return status;
     }
 

@@ -5,13 +5,10 @@
 
 #include <string>
 
-bool BroxSource::check(bool holds, const char* condition, const Place& place) const
+void BroxSource::report(const char* condition, const Place& place) const
 {
-    if (!holds) {
-        zeb__log_write("INTERNAL", "(%s) at %s %d\n", condition, mName, int(place.line()));
-        zeb__err_sound();
-    }
-    return holds;
+    zeb__log_write("INTERNAL", "(%s) at %s %d\n", condition, mName, int(place.line()));
+    zeb__err_sound();
 }
 
 /** Always false: the condition that does not hold. */

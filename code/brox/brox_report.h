@@ -30,7 +30,13 @@ public:
     constexpr const char* name() const { return mName; }
 
     /** Whether a condition holds; if not, its text is logged and the error sound comes. */
-    bool check(bool holds, const char* condition, const Place& place = Place::current()) const;
+    bool check(bool holds, const char* condition, const Place& place = Place::current()) const
+    {
+        if (!holds) {
+            report(condition, place);
+        }
+        return holds;
+    }
 
     /** Whether all of the pointers are valid: 0 to 1000 are no addresses. They are one condition.
      */
@@ -56,6 +62,7 @@ private:
         return static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(pointer.value)) > 1000;
     }
 
+    void report(const char* condition, const Place& place) const;
     bool reportPointers(std::initializer_list<Pointer> pointers, const Place& place) const;
 
     const char* mName;
