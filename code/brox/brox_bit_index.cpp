@@ -13,49 +13,63 @@ void BitIndex::assign(std::vector<Bit> bits)
     std::ranges::stable_sort(bits, {}, &Bit::size);
     const auto doubles = std::ranges::unique(bits, {}, &Bit::size);
     bits.erase(doubles.begin(), doubles.end());
-    mBits = std::move(bits);
+    mSizes.clear();
+    mDesignations.clear();
+    mSizes.reserve(bits.size());
+    mDesignations.reserve(bits.size());
+    for (Bit& bit : bits) {
+        mSizes.push_back(bit.size);
+        mDesignations.push_back(std::move(bit.designation));
+    }
 }
 
 void BitIndex::insert(int size, const QString& designation)
 {
-    const auto bit = std::ranges::lower_bound(mBits, size, {}, &Bit::size);
-    if (bit != mBits.end() && bit->size == size) {
-        bit->designation = designation;
+    const auto place = std::ranges::lower_bound(mSizes, size);
+    const auto designated = mDesignations.begin() + (place - mSizes.begin());
+    if (place != mSizes.end() && *place == size) {
+        *designated = designation;
     } else {
-        mBits.insert(bit, {size, designation});
+        mDesignations.insert(designated, designation);
+        mSizes.insert(place, size);
     }
 }
 
 void BitIndex::remove(int size)
 {
-    const auto bits = std::ranges::equal_range(mBits, size, {}, &Bit::size);
-    mBits.erase(bits.begin(), bits.end());
+    const auto place = std::ranges::lower_bound(mSizes, size);
+    if (place != mSizes.end() && *place == size) {
+        mDesignations.erase(mDesignations.begin() + (place - mSizes.begin()));
+        mSizes.erase(place);
+    }
 }
 
 void BitIndex::move(int size, const QString& designation)
 {
-    const auto old = std::ranges::find(mBits, designation, &Bit::designation);
-    remove(old == mBits.end() ? 0 : old->size);
+    const auto old = std::ranges::find(mDesignations, designation);
+    remove(old == mDesignations.end() ? 0 : mSizes[std::size_t(old - mDesignations.begin())]);
     insert(size, designation);
 }
 
-const Bit* BitIndex::nearest(int dhs, qint64 lower, qint64 upper) const
+std::optional<Bit> BitIndex::nearest(int dhs, qint64 lower, qint64 upper) const
 {
-    const auto first = std::ranges::lower_bound(mBits, lower, {}, &Bit::size);
+    const auto first = std::ranges::lower_bound(mSizes, lower);
     // From there the first bit above the range is a few steps away, unless the ends of the range
     // are in the wrong order.
-    const auto isAbove = [upper](const Bit& bit) { return bit.size > upper; };
-    const auto limit = lower <= upper
-        ? std::find_if(first, mBits.end(), isAbove)
-        : std::ranges::upper_bound(mBits.begin(), first, upper, {}, &Bit::size);
-    const Bit* nearest = nullptr;
+    const auto isAbove = [upper](int size) { return size > upper; };
+    const auto limit = lower <= upper ? std::find_if(first, mSizes.end(), isAbove)
+                                      : std::ranges::upper_bound(mSizes.begin(), first, upper);
+    auto nearest = mSizes.end();
     qint64 best = std::numeric_limits<int>::max();
-    for (auto bit = first; bit != mBits.end() && bit <= limit; ++bit) {
-        const qint64 distance = std::abs(qint64(dhs) - bit->size);
+    for (auto size = first; size != mSizes.end() && size <= limit; ++size) {
+        const qint64 distance = std::abs(qint64(dhs) - *size);
         if (distance < best) {
             best = distance;
-            nearest = &*bit;
+            nearest = size;
         }
     }
-    return nearest;
+    if (nearest == mSizes.end()) {
+        return {};
+    }
+    return Bit{*nearest, mDesignations[std::size_t(nearest - mSizes.begin())]};
 }

@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include <optional>
 #include <vector>
 
 /** A drill bit as a lookup finds it. */
@@ -15,8 +16,9 @@ struct Bit
 
 /** The drill bits by size in host size units; one size has one bit.
  *
- * They are read far more often than changed, so they lie in a row and not in a tree: among many
- * bits a walk down a tree waits for memory at each step.
+ * A flat map: they are read far more often than changed, so they lie in a row and not in a tree,
+ * and the sizes apart from the designations. Among many bits a search waits for memory, and of
+ * sizes alone most stay in the processor's cache.
  */
 class BitIndex
 {
@@ -37,12 +39,13 @@ public:
      * The bits of the range and the first one above it are examined. The ends of the range may be
      * beyond what a size can be, and in the wrong order.
      *
-     * @return the bit, valid until the next change, or null if there is none
+     * @return nothing if there is none in the range and none above it
      */
-    const Bit* nearest(int dhs, qint64 lower, qint64 upper) const;
+    std::optional<Bit> nearest(int dhs, qint64 lower, qint64 upper) const;
 
 private:
-    std::vector<Bit> mBits; ///< by size
+    std::vector<int> mSizes; ///< rising
+    std::vector<QString> mDesignations; ///< each at the place of its size
 };
 
 #endif
