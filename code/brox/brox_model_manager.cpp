@@ -64,7 +64,7 @@ BroxModelManager::BroxModelManager(QWidget* parent, Qt::WindowFlags f)
     ui.noModelsMessageFrame->setVisible(false);
     ui.broxModelTableWidget->sortByColumn(0, Qt::AscendingOrder);
     ui.broxModelTableWidget->setItemDelegate(
-        new NameDelegate(this, [this] { return mKept != nullptr; }));
+        new NameDelegate(this, [this] { return mKept.isValid(); }));
 }
 
 BroxModelManager::~BroxModelManager() = default;
@@ -190,8 +190,8 @@ void BroxModelManager::on_broxModelTableWidget_itemSelectionChanged()
     if (mUpdating) {
         return;
     }
-    if (mKept && selectedItem() != mKept) {
-        ui.broxModelTableWidget->setCurrentItem(mKept);
+    if (mKept.isValid() && !ui.broxModelTableWidget->selectionModel()->isSelected(mKept)) {
+        ui.broxModelTableWidget->setCurrentIndex(mKept);
         return;
     }
     // A name that is still being typed belongs to the model that was selected before, and may be
@@ -242,9 +242,9 @@ QTableWidgetItem* BroxModelManager::selectedItem() const
  *  the other row more than once before it comes back to the event loop. */
 void BroxModelManager::keepSelection()
 {
-    mKept = selectedItem();
+    mKept = ui.broxModelTableWidget->currentIndex();
     QMetaObject::invokeMethod(
-        this, [this] { mKept = nullptr; }, Qt::QueuedConnection);
+        this, [this] { mKept = QModelIndex(); }, Qt::QueuedConnection);
 }
 
 QString BroxModelManager::freeModelName() const

@@ -4,6 +4,7 @@
 
 #include "ui_brox_model_manager.h"
 
+#include <QPersistentModelIndex>
 #include <QWidget>
 
 class BroxModelSet;
@@ -61,7 +62,7 @@ private:
 
     Ui::BroxModelManager ui;
     bool mUpdating = false;
-    QTableWidgetItem* mKept = nullptr; ///< until the event loop runs again
+    QPersistentModelIndex mKept; ///< the cell of a refused name, until the event loop runs again
     BroxModelSet* mBroxModelSet = nullptr;
 };
 
