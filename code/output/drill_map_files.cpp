@@ -37,7 +37,7 @@ QByteArray asSvg(
     QBuffer buffer(&svg);
     QSvgGenerator generator;
     generator.setOutputDevice(&buffer);
-    generator.setTitle(title);
+    generator.setTitle(title.toHtmlEscaped()); // it is written as it is
     generator.setDescription({});
     generator.setResolution(dotsPerInch);
     generator.setSize(size);
