@@ -111,6 +111,7 @@ MainWindow::MainWindow(HostSession& session)
 
 MainWindow::~MainWindow()
 {
+    delete mMap; // which looks at the steps when it is hidden
     delete mTabs; // a viewer that ends may have something to tell this window
 }
 
