@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: MIT
+#include "ipc2581_steps.h"
+
+#include "panel.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr int maxRepeatDepth = 64;
+
+} // namespace
+
+void Ipc2581Steps::begin(const QString& name)
+{
+    if (mStepOfName.contains(name)) {
+        mValues.fail(QStringLiteral("a second step \"%1\"").arg(name));
+    }
+    mStepOfName.insert(name, mSteps.size());
+    mSteps.emplace_back().name = name;
+    mDatums.emplace_back();
+}
+
+void Ipc2581Steps::addRepeat(const XmlAttributes& attributes, double unit)
+{
+    if (unit == 0) {
+        mValues.fail(QStringLiteral("no CadHeader tells the units of this repeat"));
+    }
+    const auto at = [&](const char* name) { return mValues.numberOr(attributes, name, 0) * unit; };
+    Repeat repeat;
+    repeat.at = mValues.place(at("x"), at("y"));
+    const Place grid = mValues.place(at("dx"), at("dy"));
+    repeat.dx = grid.x;
+    repeat.dy = grid.y;
+    repeat.columns = mValues.repeats(attributes, "nx");
+    repeat.rows = mValues.repeats(attributes, "ny");
+    repeat.angle = mValues.numberOr(attributes, "angle", 0);
+    repeat.mirror = isTrue(attributes, "mirror");
+    mRepeats.push_back({mSteps.size() - 1, attributes.text("stepRef"), repeat, mValues.line()});
+}
+
+/** Moves a repeat so that the datum of the step, and not its origin, lies where it is told to. */
+void Ipc2581Steps::placeDatum(NamedRepeat& named, QStringList& notes) const
+{
+    Repeat& repeat = named.repeat;
+    const Place datum = mDatums[repeat.step];
+    if (datum == Place{}) {
+        return;
+    }
+    const Place turned = Transform({}, repeat.angle, repeat.mirror).map(datum);
+    repeat.at = mValues.place(double(repeat.at.x) - turned.x, double(repeat.at.y) - turned.y);
+    const QString note =
+        QStringLiteral("copies of step \"%1\" are placed by its datum, which is not its origin")
+            .arg(named.step);
+    if (!notes.contains(note)) {
+        notes << note;
+    }
+}
+
+void Ipc2581Steps::checkCircles(size_t step, std::vector<char>& state, int depth) const
+{
+    enum : char
+    {
+        Unseen,
+        Open,
+        Done
+    };
+    if (state[step] == Done) {
+        return;
+    }
+    if (state[step] == Open || depth == maxRepeatDepth) {
+        const auto named = std::find_if(mRepeats.begin(), mRepeats.end(),
+            [&](const NamedRepeat& each) { return each.repeat.step == step; });
+        mValues.fail(named == mRepeats.end() ? 1 : named->line,
+            QStringLiteral("step \"%1\" repeats itself, or repeats are nested too deeply")
+                .arg(mSteps[step].name));
+    }
+    state[step] = Open;
+    for (const Repeat& repeat : mSteps[step].repeats) {
+        checkCircles(repeat.step, state, depth + 1);
+    }
+    state[step] = Done;
+}
+
+void Ipc2581Steps::finish(Board& board, const QString& mainStep)
+{
+    for (NamedRepeat& named : mRepeats) {
+        const auto found = mStepOfName.constFind(named.step);
+        if (found == mStepOfName.constEnd()) {
+            mValues.fail(named.line, QStringLiteral("no step \"%1\" to repeat").arg(named.step));
+        }
+        named.repeat.step = *found;
+        placeDatum(named, board.notes);
+        mSteps[named.owner].repeats.push_back(named.repeat);
+    }
+    std::vector<char> state(mSteps.size(), 0);
+    for (size_t i = 0; i < mSteps.size(); ++i) {
+        checkCircles(i, state, 0);
+    }
+    board.steps = std::move(mSteps);
+    board.mainStep = mStepOfName.value(mainStep, 0);
+}

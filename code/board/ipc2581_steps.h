@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+#ifndef IPC2581_STEPS_H
+#define IPC2581_STEPS_H
+
+#include "ipc2581_values.h"
+
+#include <QHash>
+
+/** The steps of an IPC-2581 file and how they repeat each other, by names until all are known. */
+class Ipc2581Steps
+{
+public:
+    explicit Ipc2581Steps(const Ipc2581Values& values)
+        : mValues(values)
+    { }
+
+    void begin(const QString& name);
+    Step& current() { return mSteps.back(); }
+
+    /** The point of the current step that repeats of it place; its origin if none is told. */
+    void setDatum(Place datum) { mDatums.back() = datum; }
+
+    /** Repeats another step in the current one. */
+    void addRepeat(const XmlAttributes& attributes, double unit);
+
+    /** Gives a board the steps.
+     *
+     * @param mainStep  name; the first step if there is none of it
+     * @throws BoardError  for repeats of unknown steps, or in circles
+     */
+    void finish(Board& board, const QString& mainStep);
+
+private:
+    struct NamedRepeat
+    {
+        size_t owner;
+        QString step;
+        Repeat repeat;
+        qint64 line;
+    };
+
+    void placeDatum(NamedRepeat& named, QStringList& notes) const;
+    void checkCircles(size_t step, std::vector<char>& state, int depth) const;
+
+    const Ipc2581Values& mValues;
+    std::vector<Step> mSteps;
+    std::vector<Place> mDatums; ///< by step
+    QHash<QString, size_t> mStepOfName;
+    std::vector<NamedRepeat> mRepeats;
+};
+
+#endif
