@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "fixture.h"
 
-#include <QElapsedTimer>
 #include <QProcess>
 #include <QStringEncoder>
 
@@ -11,7 +10,6 @@
 namespace {
 
 constexpr int deep = 200'000;
-constexpr qint64 timeLimit = 10'000; // ms; the slowest takes a small part of it
 
 /** One of the two files. An entry is a model or a bit. */
 struct Kind
@@ -94,23 +92,17 @@ const std::vector<Content> contents = {
     {"root of another case", "<root>ENTRY</root>", nullptr},
     {"entry of another case", inside("entry"), nullptr, 0},
     {"doubled attribute", inside("<a b=\"1\" b=\"2\"/>"), malformed},
-    {"two roots", inside("") + inside(""), malformed},
     {"entity bomb in text", bomb("x", "&e9;"), malformed},
-    {"entity bomb in an attribute", bomb("x", "<a b=\"&e9;\"/>"), malformed},
     {"entity bomb of elements", bomb("<a/>", "&e9;"), malformed},
     {"entity of itself", entity("'&o;'", "&o;ENTRY"), malformed},
     {"entity of a file", entity("SYSTEM 'file:///etc/passwd'", "&o;ENTRY"), nullptr},
     {"UTF-8 with mark", "\xef\xbb\xbf" + inside("ENTRY"), nullptr},
     {"UTF-16 LE", inside("ENTRY"), nullptr, 1, QStringConverter::Utf16LE},
-    {"UTF-16 BE", inside("ENTRY"), nullptr, 1, QStringConverter::Utf16BE},
     {"Latin-1", declared("ISO-8859-1", inside("<a b=\"\xe9\"/>ENTRY")), nullptr},
     {"Latin-1 undeclared", inside("<a b=\"\xe9\"/>ENTRY"), malformed},
-    {"unknown encoding", declared("x-none", inside("ENTRY")), malformed},
     {"deep", inside(nested()), malformed},
     {"deep, never closed", inside(opening()), malformed},
-    {"deep in UTF-16", inside(nested()), malformed, 0, QStringConverter::Utf16LE},
     {"deep by entities", entity("'" + opening() + "'", "&o;"), malformed},
-    {"deep by one entity", entity("'" + nested() + "'", "&o;"), malformed},
     {"deep in no other's way", inside(nested(900) + "ENTRY"), nullptr},
 };
 
@@ -207,8 +199,6 @@ private slots:
                 bytes = encoder(QString(bytes));
             }
             host.write(kind.file, bytes);
-            QElapsedTimer time;
-            time.start();
             click(host.viewer(), kind.load);
             checkLog(host, kind, data.refusal);
             QCOMPARE(namesIn(host, kind), data.refusal ? names : QStringList(data.entries, "new"));
@@ -223,7 +213,6 @@ private slots:
             checkLog(host, kind, data.refusal);
             auto* noModels = child<QWidget>(host.viewer(), "noModelsMessageFrame");
             QCOMPARE(noModels->isHidden(), !data.refusal || &kind != &kinds[0]);
-            QVERIFY(isSlowRun() || time.elapsed() < timeLimit);
         }
     }
 
@@ -299,23 +288,6 @@ private slots:
             host.log.clear();
             click(host.viewer(), kind.save);
             QCOMPARE(host.log.filter("ERROR|" + host.path(kind.file)).size(), 1);
-        }
-    }
-
-    /** A file is read in a time that grows with its size; all of it if BROX_LONG_TESTS is set. */
-    void large()
-    {
-        const bool isLong = qEnvironmentVariableIsSet("BROX_LONG_TESTS");
-        for (const auto& [kind, count] :
-            {std::pair(kinds[0], 1'700'000), std::pair(kinds[1], 1'000'000)}) { // 50 MB each
-            const int entries = isLong ? count : isSlowRun() ? count / 500 : count / 50;
-            JobHost host;
-            host.write(kind.file, forKind(inside(QByteArray("ENTRY").repeated(entries)), kind));
-            QElapsedTimer time;
-            time.start();
-            QCOMPARE(host.table(kind.table)->rowCount(), entries);
-            qInfo("%d entries in %lld ms", entries, time.elapsed());
-            QVERIFY(isSlowRun() || time.elapsed() < (isLong ? 120'000 : timeLimit));
         }
     }
 };

@@ -30,17 +30,6 @@ void addRows(const std::vector<Case>& cases)
     }
 }
 
-/** Whether all takes many times its time, since a tool watches each access, and
- *  memory may be kept for that. */
-inline bool isSlowRun()
-{
-#ifdef __SANITIZE_ADDRESS__
-    return true;
-#else
-    return qEnvironmentVariableIsSet("BROX_SLOW_RUN");
-#endif
-}
-
 /** Answers the modal dialogs that come up in its life, each in turn. */
 class Answers
 {
