@@ -3,6 +3,9 @@
 #include "default_data.h"
 #include "host_session.h"
 
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QTableWidget>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -71,6 +74,26 @@ private slots:
                 QVERIFY2(QString(failure.what()).startsWith(error), failure.what());
             }
         }
+    }
+
+    void areWhatTheSchemaSays()
+    {
+        QFile file(SCHEMAS_DIR "/shop_rules.schema.json");
+        QVERIFY(file.open(QFile::ReadOnly));
+        const QJsonObject schema =
+            QJsonDocument::fromJson(file.readAll()).object()["properties"].toObject();
+        const QJsonObject rules = QJsonDocument::fromJson(ShopRules::starter().toJson()).object();
+        QCOMPARE(rules.keys(), schema.keys());
+        const QJsonObject rule = schema["tolerances"]["items"]["properties"].toObject();
+        QCOMPARE(rules["tolerances"][0].toObject().keys(), rule.keys());
+        QStringList types;
+        for (const QJsonValue& type : rule["type"]["enum"].toArray()) {
+            types << type.toString();
+        }
+        for (const ToleranceRule& one : ShopRules::starter().tolerances) {
+            QVERIFY(types.removeOne(typeKey(one.type)));
+        }
+        QCOMPARE(types, QStringList());
     }
 
     void actOnABoard()
