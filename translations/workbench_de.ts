@@ -464,11 +464,11 @@ bei X %2, Y %3</translation>
     </message>
     <message>
         <source>finished %1 +%2 -%3</source>
-        <translation>fertig %1 +%2 -%3</translation>
+        <translation>Endmaß %1 +%2 -%3</translation>
     </message>
     <message>
         <source>drill %1</source>
-        <translation>Bohrer %1</translation>
+        <translation>Bohrmaß %1</translation>
     </message>
     <message>
         <source>no drill size</source>
@@ -476,11 +476,114 @@ bei X %2, Y %3</translation>
     </message>
     <message>
         <source>no bit</source>
-        <translation>kein Bit</translation>
+        <translation>kein Bohrer</translation>
     </message>
     <message>
         <source>bit %1</source>
-        <translation>Bit %1</translation>
+        <translation>Bohrer %1</translation>
+    </message>
+</context>
+<context>
+    <name>PlanWords</name>
+    <message>
+        <source>Plated</source>
+        <translation>Metallisiert</translation>
+    </message>
+    <message>
+        <source>Non-plated</source>
+        <translation>Nicht metallisiert</translation>
+    </message>
+    <message>
+        <source>Via</source>
+        <translation>Via</translation>
+    </message>
+    <message>
+        <source>Press-fit</source>
+        <translation>Einpress</translation>
+    </message>
+    <message>
+        <source>Plated slot</source>
+        <translation>Langloch, metallisiert</translation>
+    </message>
+    <message>
+        <source>Non-plated slot</source>
+        <translation>Langloch, nicht metallisiert</translation>
+    </message>
+    <message>
+        <source>out-of-tolerance</source>
+        <translation>außer Toleranz</translation>
+    </message>
+    <message>
+        <source>no-bit</source>
+        <translation>kein Bohrer passt</translation>
+    </message>
+    <message>
+        <source>no-size</source>
+        <translation>kein Bohrmaß</translation>
+    </message>
+    <message>
+        <source>tolerance-assumed</source>
+        <translation>Toleranz angenommen</translation>
+    </message>
+    <message>
+        <source>type-assumed</source>
+        <translation>Art angenommen</translation>
+    </message>
+    <message>
+        <source>%1 by the user</source>
+        <translation>%1: vom Benutzer gewählt</translation>
+    </message>
+    <message>
+        <source>via by the rule for small plated holes</source>
+        <translation>Via nach der Regel für kleine metallisierte Bohrungen</translation>
+    </message>
+    <message>
+        <source>%1 by the rule for %2</source>
+        <translation>%1 nach der Regel für %2</translation>
+    </message>
+    <message>
+        <source>contours left out: %1 (no slots of one width)</source>
+        <translation>Konturen weggelassen: %1 (keine Langlöcher einer Breite)</translation>
+    </message>
+    <message>
+        <source>back drills left out: %1 (the fabricator chooses their tools)</source>
+        <translation>Rückbohrungen weggelassen: %1 (ihre Werkzeuge wählt der Hersteller)</translation>
+    </message>
+    <message>
+        <source>holes left out: %1 (on layers that are not drilled)</source>
+        <translation>Bohrungen weggelassen: %1 (auf Lagen, die nicht gebohrt werden)</translation>
+    </message>
+    <message>
+        <source>types (tools: %1)</source>
+        <translation>Arten (Werkzeuge: %1)</translation>
+    </message>
+    <message>
+        <source>tolerances (tools: %1)</source>
+        <translation>Toleranzen (Werkzeuge: %1)</translation>
+    </message>
+    <message>
+        <source>digits of %1</source>
+        <translation>Stellen von %1</translation>
+    </message>
+    <message>
+        <source>assumed: %1</source>
+        <translation>angenommen: %1</translation>
+    </message>
+    <message>
+        <source>plated</source>
+        <translation>metallisiert</translation>
+    </message>
+    <message>
+        <source>nonplated</source>
+        <translation>nicht metallisiert</translation>
+    </message>
+    <message>
+        <source>via</source>
+        <translation>Via</translation>
+    </message>
+    <message>
+        <source>press-fit</source>
+        <translation>Einpress</translation>
     </message>
 </context>
 <context>
@@ -509,7 +612,7 @@ bei X %2, Y %3</translation>
     </message>
     <message>
         <source>Type</source>
-        <translation>Typ</translation>
+        <translation>Art</translation>
     </message>
     <message>
         <source>From size</source>
@@ -542,6 +645,10 @@ bei X %2, Y %3</translation>
     <message>
         <source>never</source>
         <translation>nie</translation>
+    </message>
+    <message>
+        <source>There are two tolerances for one type and size.</source>
+        <translation>Für eine Art und Größe gibt es zwei Toleranzen.</translation>
     </message>
 </context>
 <context>

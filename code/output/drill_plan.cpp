@@ -23,6 +23,11 @@ std::map<std::pair<size_t, bool>, std::set<ProgramTool>> drillsByFile(const Dril
 
 } // namespace
 
+QString inEnglish(const QString& text)
+{
+    return text;
+}
+
 QString flagWord(PlanFlag flag)
 {
     switch (flag) {
@@ -92,7 +97,7 @@ void numberProgramTools(DrillPlan& plan)
     }
 }
 
-QStringList leftOut(const DrillPlan& plan)
+QStringList leftOut(const DrillPlan& plan, const Say& say)
 {
     qint64 contours = 0;
     qint64 backDrills = 0;
@@ -103,15 +108,16 @@ QStringList leftOut(const DrillPlan& plan)
         }
     }
     QStringList lines;
-    if (contours > 0) {
-        lines << QStringLiteral("contours left out: %1 (no slots of one width)").arg(contours);
-    }
-    if (backDrills > 0) {
-        lines << QStringLiteral("back drills left out: %1 (the fabricator chooses their tools)")
-                     .arg(backDrills);
-    }
-    if (const qint64 holes = plan.boardStep().holesLeftOut; holes > 0) {
-        lines << QStringLiteral("holes left out: %1 (on layers that are not drilled)").arg(holes);
-    }
+    const auto add = [&](qint64 count, const char* text) {
+        if (count > 0) {
+            lines << say(text).arg(count);
+        }
+    };
+    add(contours, QT_TRANSLATE_NOOP("PlanWords", "contours left out: %1 (no slots of one width)"));
+    add(backDrills,
+        QT_TRANSLATE_NOOP(
+            "PlanWords", "back drills left out: %1 (the fabricator chooses their tools)"));
+    add(plan.boardStep().holesLeftOut,
+        QT_TRANSLATE_NOOP("PlanWords", "holes left out: %1 (on layers that are not drilled)"));
     return lines;
 }

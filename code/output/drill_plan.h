@@ -4,6 +4,8 @@
 
 #include "panel.h"
 
+#include <functional>
+
 /** What a model makes of a step: all that tables, drill programs, maps and reports tell. */
 
 /** What a user should look at before drilling; the words are those of the tables. */
@@ -14,6 +16,14 @@ enum class PlanFlag
     NoSize, ///< "no-size": model and formula give none
     ToleranceAssumed, ///< "tolerance-assumed": by a rule of the shop
     TypeAssumed ///< "type-assumed": plating or kind was a guess or a rule's
+};
+
+/** Who says what type a tool has. */
+enum class TypeBy
+{
+    Board,
+    User,
+    ViaRule ///< small plated holes are vias
 };
 
 /** The holes, or the slots, of a tool with the drill that a model gives them. */
@@ -29,6 +39,7 @@ struct PlanRow
     std::optional<Size> drillSize; ///< null: PlanFlag::NoSize
     QString bit; ///< designation; empty if none was chosen
     QList<PlanFlag> flags; ///< in the order of the enumeration
+    TypeBy typeBy = TypeBy::Board;
     QString rule; ///< what rule or user decided about the tool, one line; empty: nothing
     int programTool = 0; ///< its number in the layer's program, from 1; 0: no size, so none
 
@@ -61,6 +72,12 @@ struct DrillPlan
     const Step& boardStep() const { return board->steps[step]; }
 };
 
+/** Says a text in the language of its readers. */
+using Say = std::function<QString(const QString&)>;
+
+/** As tables, programs and reports are, whatever the window's language. */
+QString inEnglish(const QString& text);
+
 /** "out-of-tolerance" and so on. */
 QString flagWord(PlanFlag flag);
 
@@ -79,6 +96,6 @@ QString sizeText(Size size, Units units);
 void numberProgramTools(DrillPlan& plan);
 
 /** What the plan does not drill, a line each: contours, back drills, holes on other layers. */
-QStringList leftOut(const DrillPlan& plan);
+QStringList leftOut(const DrillPlan& plan, const Say& say = inEnglish);
 
 #endif

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "job_table.h"
 
+#include "plan_words.h"
+#include "step_plan.h"
+
 #include <QMenu>
 #include <QTableWidget>
 
@@ -16,7 +19,7 @@ enum Column
 
 QString toolTipOf(const PlanRow& row)
 {
-    QString text = row.rule;
+    QString text = ruleText(row, spoken);
     if (row.flags.contains(PlanFlag::TypeAssumed)) {
         text += (text.isEmpty() ? QString() : QStringLiteral("\n"))
             + JobTable::tr("The board does not tell the type.");
@@ -78,7 +81,7 @@ void JobTable::offerTypes(const QPoint& place)
         types.insert(types.end(), {HoleType::Via, HoleType::PressFit});
     }
     for (const HoleType type : types) {
-        QAction* action = menu.addAction(typeWord(type, row.isSlot));
+        QAction* action = menu.addAction(spoken(typeWord(type, row.isSlot)));
         action->setCheckable(true);
         action->setChecked(type == row.type);
         action->setData(int(type));

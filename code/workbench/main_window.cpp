@@ -7,6 +7,7 @@
 #include "host_session.h"
 #include "log_dock.h"
 #include "map_dock.h"
+#include "plan_words.h"
 #include "recent_boards.h"
 #include "rules_dialog.h"
 #include "step_tabs.h"
@@ -49,7 +50,7 @@ QString contentText(const DrillPlan& draft)
                              .arg(draft.rows.size())
                              .arg(holes)
                              .arg(slotPaths)};
-    parts << assumedText(draft) << leftOut(draft);
+    parts << assumedText(draft, spoken) << leftOut(draft, spoken);
     parts.removeAll(QString());
     return parts.join("; ");
 }
@@ -82,6 +83,7 @@ MainWindow::MainWindow(HostSession& session)
     addDockWidget(Qt::BottomDockWidgetArea, mLog);
     addDockWidget(Qt::RightDockWidgetArea, mMap);
     mMap->hide();
+    connect(mMap->toggleViewAction(), &QAction::triggered, this, &MainWindow::makeRoomForMap);
     createMenus();
     mContent->setObjectName("contentLabel");
     statusBar()->addPermanentWidget(mContent);
@@ -113,6 +115,15 @@ MainWindow::~MainWindow()
 {
     delete mMap; // which looks at the steps when it is hidden
     delete mTabs; // a viewer that ends may have something to tell this window
+}
+
+/** The map goes beside the viewer, as far as the screen has room. */
+void MainWindow::makeRoomForMap(bool isShown)
+{
+    if (isShown && !isMaximized() && !isFullScreen() && !mMap->isFloating()) {
+        const int most = screen()->availableGeometry().right() + 1 - frameGeometry().left();
+        resize(qMax(width(), qMin(width() + mMap->sizeHint().width(), most)), height());
+    }
 }
 
 void MainWindow::createPages()
@@ -228,7 +239,7 @@ void MainWindow::tellNotes()
         mLog->add("NOTE", note);
     }
     if (const std::optional<size_t> step = mTabs->currentStep()) {
-        const QString assumed = assumedText(mSession.draft(*step));
+        const QString assumed = assumedText(mSession.draft(*step), spoken);
         if (!assumed.isEmpty()) {
             mLog->add("NOTE", assumed);
         }

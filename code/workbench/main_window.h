@@ -73,6 +73,7 @@ private:
     void chooseBoard();
     void editRules();
     void setUnits(QAction* action);
+    void makeRoomForMap(bool isShown);
     void followStep();
     void tellNotes();
     void tell(const QString& level, const QString& text);

@@ -3,6 +3,7 @@
 
 #include "host_session.h"
 #include "map_shapes.h"
+#include "plan_words.h"
 #include "step_tabs.h"
 
 #include <QHeaderView>
@@ -53,6 +54,14 @@ MapDock::MapDock(HostSession& session, const StepTabs& tabs, QWidget* parent)
     connect(&mTimer, &QTimer::timeout, this, &MapDock::followStep);
     connect(&tabs, &StepTabs::stepChanged, this, &MapDock::followStep);
     connect(this, &QDockWidget::visibilityChanged, this, &MapDock::followStep);
+}
+
+void MapDock::changeEvent(QEvent* event)
+{
+    QDockWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) {
+        mTimer.start(); // for the symbols' colours
+    }
 }
 
 /** Shows the step in front; without a step, or while nobody sees the dock, nothing. */
@@ -139,7 +148,7 @@ void MapDock::fillTree(const MapScene& scene, const QSet<size_t>& off)
             layer->setExpanded(true);
         }
         auto* item = new QTreeWidgetItem(layer,
-            {typeWord(row.type, row.isSlot), row.bit,
+            {spoken(typeWord(row.type, row.isSlot)), row.bit,
                 row.drillSize ? sizeText(*row.drillSize, mPlan.units) : QString(),
                 QString::number(row.count)});
         item->setData(0, rowRole, QVariant::fromValue(i));
@@ -192,14 +201,14 @@ QString MapDock::placeText(Size size) const
 QString MapDock::rowText(const PlanRow& row) const
 {
     const auto size = [this](Size value) { return sizeText(value, mPlan.units); };
-    QStringList parts{
-        QStringLiteral("%1, %2").arg(mPlan.layers[row.layer].name, typeWord(row.type, row.isSlot)),
+    QStringList parts{QStringLiteral("%1, %2").arg(
+                          mPlan.layers[row.layer].name, spoken(typeWord(row.type, row.isSlot))),
         tr("finished %1 +%2 -%3")
             .arg(size(row.finishedSize), size(row.tolerance.plus), size(row.tolerance.minus)),
         row.drillSize ? tr("drill %1").arg(size(*row.drillSize)) : tr("no drill size"),
         row.bit.isEmpty() ? tr("no bit") : tr("bit %1").arg(row.bit)};
     for (const PlanFlag flag : row.flags) {
-        parts << flagWord(flag);
+        parts << spoken(flagWord(flag));
     }
     return parts.join("; ");
 }

@@ -23,6 +23,9 @@ public:
     /** @param session, tabs  outlive the dock; it shows what is made of the step in front */
     MapDock(HostSession& session, const StepTabs& tabs, QWidget* parent);
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private:
     void followStep();
     void showStep(size_t step);

@@ -2,6 +2,7 @@
 #include "rules_dialog.h"
 
 #include "drill_plan.h"
+#include "plan_words.h"
 #include "ui_rules_dialog.h"
 
 #include <QComboBox>
@@ -73,7 +74,7 @@ void RulesDialog::addRow(const ToleranceRule& rule)
     auto* types = new QComboBox;
     for (const HoleType type :
         {HoleType::Plated, HoleType::NonPlated, HoleType::Via, HoleType::PressFit}) {
-        types->addItem(typeWord(type, false), int(type));
+        types->addItem(spoken(typeWord(type, false)), int(type));
     }
     types->setCurrentIndex(types->findData(int(rule.type)));
     table->setCellWidget(row, TypeColumn, types);
@@ -104,7 +105,7 @@ void RulesDialog::accept()
     try {
         mRules = shown();
         QDialog::accept();
-    } catch (const RulesError& error) {
-        mUi->errorLabel->setText(QString::fromUtf8(error.what()).simplified());
+    } catch (const RulesError&) { // all else the boxes see to
+        mUi->errorLabel->setText(tr("There are two tolerances for one type and size."));
     }
 }

@@ -52,17 +52,16 @@ public:
 private:
     void rule(PlanRow& row, const Tool& tool) const
     {
-        QStringList acted;
         bool isAssumed = tool.typeAssumed;
         row.type = tool.type;
         if (const TypeChoice* choice = choiceFor(row, tool)) {
             row.type = choice->type;
             isAssumed = false;
-            acted << QStringLiteral("%1 by the user").arg(typeKey(row.type));
+            row.typeBy = TypeBy::User;
         } else if (isViaByRule(row, tool)) {
             row.type = HoleType::Via;
             isAssumed = true;
-            acted << QStringLiteral("via by the rule for small plated holes");
+            row.typeBy = TypeBy::ViaRule;
         }
         if (row.isSlot && row.type != HoleType::NonPlated) {
             row.type = HoleType::Plated;
@@ -73,13 +72,11 @@ private:
                        row.finishedSize > 0 ? mRules.find(row.type, row.finishedSize) : nullptr) {
             row.tolerance = assumed->tolerance;
             row.flags << PlanFlag::ToleranceAssumed;
-            acted << QStringLiteral("%1 by the rule for %2")
-                         .arg(toleranceText(row.tolerance), typeKey(row.type));
         }
         if (isAssumed) {
             row.flags << PlanFlag::TypeAssumed;
         }
-        row.rule = acted.join("; ");
+        row.rule = ruleText(row);
     }
 
     const TypeChoice* choiceFor(const PlanRow& row, const Tool& tool) const
@@ -117,11 +114,6 @@ qsizetype countFlag(const DrillPlan& plan, PlanFlag flag)
         [flag](const PlanRow& row) { return row.flags.contains(flag); });
 }
 
-QString toolsText(qsizetype count)
-{
-    return count == 1 ? QStringLiteral("1 tool") : QStringLiteral("%1 tools").arg(count);
-}
-
 } // namespace
 
 DrillPlan draftPlan(
@@ -155,16 +147,32 @@ QString hostLayerName(const DrillPlan& plan, const PlanRow& row)
     return own;
 }
 
-QString assumedText(const DrillPlan& plan)
+QString ruleText(const PlanRow& row, const Say& say)
+{
+    const QString type = say(typeKey(row.type));
+    QStringList acted;
+    if (row.typeBy == TypeBy::User) {
+        acted << say(QT_TRANSLATE_NOOP("PlanWords", "%1 by the user")).arg(type);
+    } else if (row.typeBy == TypeBy::ViaRule) {
+        acted << say(QT_TRANSLATE_NOOP("PlanWords", "via by the rule for small plated holes"));
+    }
+    if (row.flags.contains(PlanFlag::ToleranceAssumed)) {
+        acted << say(QT_TRANSLATE_NOOP("PlanWords", "%1 by the rule for %2"))
+                     .arg(toleranceText(row.tolerance), type);
+    }
+    return acted.join("; ");
+}
+
+QString assumedText(const DrillPlan& plan, const Say& say)
 {
     QStringList parts;
-    const auto add = [&parts](qsizetype count, const char* what) {
-        if (count > 0) {
-            parts << QStringLiteral("%1 of %2").arg(QLatin1String(what), toolsText(count));
+    const auto add = [&](PlanFlag flag, const char* text) {
+        if (const qsizetype count = countFlag(plan, flag); count > 0) {
+            parts << say(text).arg(count);
         }
     };
-    add(countFlag(plan, PlanFlag::TypeAssumed), "type");
-    add(countFlag(plan, PlanFlag::ToleranceAssumed), "tolerances");
+    add(PlanFlag::TypeAssumed, QT_TRANSLATE_NOOP("PlanWords", "types (tools: %1)"));
+    add(PlanFlag::ToleranceAssumed, QT_TRANSLATE_NOOP("PlanWords", "tolerances (tools: %1)"));
     QStringList formats;
     for (const StepLayer& layer : plan.layers) {
         if (!layer.assumedFormat.isEmpty()) {
@@ -172,9 +180,11 @@ QString assumedText(const DrillPlan& plan)
         }
     }
     if (!formats.isEmpty()) {
-        parts << QStringLiteral("digits of %1").arg(formats.join(", "));
+        parts << say(QT_TRANSLATE_NOOP("PlanWords", "digits of %1")).arg(formats.join(", "));
     }
-    return parts.isEmpty() ? QString() : QStringLiteral("assumed: %1").arg(parts.join(", "));
+    return parts.isEmpty()
+        ? QString()
+        : say(QT_TRANSLATE_NOOP("PlanWords", "assumed: %1")).arg(parts.join(", "));
 }
 
 int strictRows(const DrillPlan& plan)

@@ -49,10 +49,10 @@ const Case cases[] = {
     {"$B $O --csv --units metric", 0, {"\n\"o,\"\"d\",Via,1,508,25.4,50.8,571.5,#74,1,\n"},
         "back drills left out: 2 (the fabricator chooses their tools)\n"
         "$D/o,\"d.drl: T7 drills 1 holes where a comment tells 9\n"
-        "assumed: tolerances of 1 tool\n"},
+        "assumed: tolerances (tools: 1)\n"},
     {"$B $O --table", 0, {"\n\nback drills left out: 2 (the fabricator chooses their tools)\n"},
         "$D/o,\"d.drl: T7 drills 1 holes where a comment tells 9\n"
-        "assumed: tolerances of 1 tool\n"},
+        "assumed: tolerances (tools: 1)\n"},
     {"$B $O --json 2>/dev/null | tr -d ' \\n'", 0,
         {R"({"amount":3.937007874015748,"holeType":"Pth","largeAmount":4.921259842519685,)"
          R"("largeFrom":118.11023622047244})",
@@ -92,9 +92,9 @@ const Case cases[] = {
     {"printf 'M48\\nT1C.01\\n%%\\nT1\\nX1.0Y1.0\\nM30\\n'"
      " | $B - --csv --file-units inch --vias-up-to 10mil --tolerance via=-2mil/+3mil",
         0, {"\nstandard input,Via,1,10,2,3,11.811,0.30,1,"},
-        "assumed: type of 1 tool, tolerances of 1 tool\n"},
+        "assumed: types (tools: 1), tolerances (tools: 1)\n"},
     {"sed -i 's/: 0.05/: 0.02/' $D/data/brox/shop_rules.json; $B breakout-NPTH.drl --csv", 0,
-        {",500,20,20,"}, "assumed: tolerances of 2 tools\n"},
+        {",500,20,20,"}, "assumed: tolerances (tools: 2)\n"},
     {"$B sensor.xml --csv --step board --model Unplated --data $D/new", 0,
         {",300,50,50,300,", ",350,50,50,350,"}, "made the data folder $D/new\n"},
     // What has no size.
@@ -118,7 +118,7 @@ const Case cases[] = {
         {"Board,Layer,Type,Count,FHS [mil],"},
         "$D/o,\"d.drl: back drills left out: 2 (the fabricator chooses their tools)\n"
         "$D/o,\"d.drl: $D/o,\"d.drl: T7 drills 1 holes where a comment tells 9\n"
-        "$D/o,\"d.drl: assumed: tolerances of 1 tool\n"},
+        "$D/o,\"d.drl: assumed: tolerances (tools: 1)\n"},
     {"(echo none; echo backplane.xml) >$D/list; $B --csv --boards $D/list --strict >/dev/null 2>&1",
         1, {}, ""},
     {"echo backplane.xml >$D/list; $B --csv --boards $D/list --strict >/dev/null 2>&1", 2, {}, ""},
