@@ -20,6 +20,15 @@ int print(const QString& text)
     return isWhole ? 0 : fail("the output can't be written");
 }
 
+/** A line about one board of several; many lines begin with the board's name by themselves.
+ *
+ * @param name  empty: there is one board
+ */
+QString named(const QString& name, const QString& line)
+{
+    return name.isEmpty() || line.startsWith(name + ':') ? line : name + ": " + line;
+}
+
 /** What the reader has to say, and what was assumed: for people, so on standard error.
  *
  * @param name  of the board where there are several; else empty
@@ -30,7 +39,7 @@ void warnOf(const DrillPlan& plan, const QString& name)
     lines << assumedText(plan);
     lines.removeAll(QString());
     for (const QString& line : lines) {
-        warn(name.isEmpty() ? line : name + ": " + line);
+        warn(named(name, line));
     }
 }
 
@@ -196,15 +205,14 @@ int printBoards(const Options& options, HostSession& session)
                 return 1;
             }
             for (const QString& line : leftOut(plan)) {
-                warn(name + ": " + line);
+                warn(named(name, line));
             }
             warnOf(plan, name);
             const int status = statusOf(options, plan, name);
             isStrict = isStrict || status == strictStatus;
             hasFailed = hasFailed || status == 1;
         } catch (const std::exception& error) {
-            const QString message = QString::fromUtf8(error.what());
-            warn(message.startsWith(name + ':') ? message : name + ": " + message);
+            warn(named(name, QString::fromUtf8(error.what())));
             hasFailed = true;
         }
     }

@@ -104,6 +104,15 @@ const Case cases[] = {
         "tools without a drill size by model \"ENIG\" and its formula: 9\n"},
     {"$B sensor.xml --json --step board --data $D/n 2>/dev/null | grep -e Size -e '\"tool\"'", 0,
         {"\"drillSize\": null", "\"finishedSize\": 300", "\"tool\": null"}, ""},
+    {"printf '%%\\nG90\\nT1\\nG00X1.0Y1.0\\nM15\\nG02X2.0Y1.0I0.5J0.0\\nM16\\nM30\\n' >$D/x.rou;"
+     "$B $D/x.rou --file-units metric --json --places --units metric 2>/dev/null | tr -d ' \\n'",
+        0,
+        {"\"drillSize\":null", "\"flags\":[\"no-size\",\"type-assumed\"]",
+            "\"places\":[[{\"to\":[1000,1000]},{\"centre\":[1500,1000],\"clockwise\":true,\"to\":"
+            "[2000,1000]}]]"},
+        ""},
+    {"$B $D/x.rou --file-units metric --drill-programs $D", 1, {},
+        "layer \"x\": the board tells no size of T1, \"Plated slot\"\n"},
     {"$B sensor.xml --drill-programs $D --data $D/n", 1, {},
         "layer \"Drill\": the tool \"Non-plated\" of 3175 micron has no drill size by model "
         "\"ENIG\" and its formula\n"},
@@ -117,7 +126,7 @@ const Case cases[] = {
     {"echo \"$D/o,\\\"d.drl\" >$D/list; $B --csv --boards $D/list", 0,
         {"Board,Layer,Type,Count,FHS [mil],"},
         "$D/o,\"d.drl: back drills left out: 2 (the fabricator chooses their tools)\n"
-        "$D/o,\"d.drl: $D/o,\"d.drl: T7 drills 1 holes where a comment tells 9\n"
+        "$D/o,\"d.drl: T7 drills 1 holes where a comment tells 9\n"
         "$D/o,\"d.drl: assumed: tolerances (tools: 1)\n"},
     {"(echo none; echo backplane.xml) >$D/list; $B --csv --boards $D/list --strict >/dev/null 2>&1",
         1, {}, ""},
@@ -129,6 +138,10 @@ const Case cases[] = {
     {"$B sensor.xml --csv --model x", 1, {},
         "no model \"x\"; there are: ENIG, HASL, Heavy copper, Immersion silver, Unplated\n"},
     {"$B sensor.xml --csv --units foot", 1, {}, "no units \"foot\"; there are: inch, metric\n"},
+    {"$B sensor.xml --csv --json", 1, {}, "--csv does not go with --json\n"},
+    {"$B sensor.xml --json >/dev/full", 1, {}, "the output can't be written\n"},
+    {"$B sensor.xml --report $D/./x.pdf --map $D/x.pdf; s=$?; ls $D/*x.pdf 2>/dev/null; exit $s", 1,
+        {}, "$D/x.pdf: can't be written: it is named twice\n"},
     {"$B --table", 1, {}, "a board file is needed\n"},
     {"$B sensor.xml --csv --tolerance plated=5", 1, {},
         "--tolerance: \"5\" is no tolerance such as -0.05/+0.10 or +-2mil\n"},
