@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QDockWidget>
 #include <QLineEdit>
 #include <QTableWidget>
 #include <QTemporaryDir>
@@ -66,12 +67,7 @@ void saveBitsEditor(const QWidget* viewer)
     auto* table = child<QTableWidget>(editor, "drillBitsTableWidget");
     editor->resize(400, 520);
     table->sortItems(1);
-    for (int row = 0; row < table->rowCount(); ++row) {
-        if (table->item(row, 0)->text() == "#80") {
-            table->setCurrentCell(row, 0);
-        }
-    }
-    table->scrollToItem(table->currentItem(), QAbstractItemView::PositionAtCenter);
+    table->setCurrentCell(0, 0);
     QApplication::processEvents();
     save(editor->grab(), "bits.png");
     editor->hide();
@@ -110,6 +106,20 @@ void saveBoard(HostSession& session, const QString& samples)
     saveBitsEditor(viewer);
 }
 
+void saveMap(HostSession& session, const QString& samples)
+{
+    MainWindow window(session);
+    window.resize(1400, 800);
+    window.openBoard({samples + "/controller.xml"});
+    auto* dock = child<QDockWidget>(&window, "mapDock");
+    dock->show();
+    window.resizeDocks({dock}, {560}, Qt::Horizontal);
+    window.show();
+    child<QTableWidget>(session.viewer(0), "jobDrillDataTableWidget")->selectRow(4);
+    QApplication::processEvents();
+    save(window.grab(), "map.png");
+}
+
 void saveNoModels(HostSession& session, const QString& samples)
 {
     session.setBoard(readBoard({samples + "/sensor.xml"}));
@@ -138,6 +148,10 @@ int main(int argc, char** argv)
         {
             HostSession session(filled.path());
             saveBoard(session, arguments[1]);
+        }
+        {
+            HostSession session(filled.path());
+            saveMap(session, arguments[1]);
         }
         HostSession session(empty.path());
         saveNoModels(session, arguments[1]);
