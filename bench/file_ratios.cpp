@@ -178,6 +178,33 @@ Sides readHits(const Scale& scale)
         [host] { return secondsOfBoard(*host); }};
 }
 
+/** Bytes of a key of Linux's account of this process. */
+double bytesOf(const QByteArray& key)
+{
+    QFile status("/proc/self/status");
+    require(status.open(QFile::ReadOnly), "there is no account of the memory");
+    const QByteArray all = status.readAll();
+    const qsizetype at = all.indexOf(key);
+    require(at >= 0, "the account of the memory lacks a line");
+    const QByteArray rest = all.mid(at + key.size(), 40);
+    return rest.first(rest.indexOf("kB")).trimmed().toDouble() * 1024;
+}
+
+/** By how much the process grows at most while a board is read: memory instead of time. */
+Sides holdBoard(const Scale& scale)
+{
+    const auto host = std::make_shared<BoardHost>(scale.size(1000000));
+    return {[host] {
+                QFile peak("/proc/self/clear_refs"); // 5 lowers the mark of the highest water
+                require(peak.open(QFile::WriteOnly) && peak.write("5") == 1 && peak.flush(),
+                    "the mark of the memory can't be reset");
+                const double before = bytesOf("VmRSS:");
+                secondsOfBoard(*host);
+                return bytesOf("VmHWM:") - before;
+            },
+        [host] { return double(16 * host->holes); }};
+}
+
 } // namespace
 
 std::span<const Ratio> fileRatios()
@@ -187,6 +214,7 @@ std::span<const Ratio> fileRatios()
         {"saving 10,000 models / building and saving a document", 1.3, 21, saveModels},
         {"reading a board of 1,000,000 holes / a bare pass of expat", 1.3, 7, readBoard},
         {"reading a drill file of 1,000,000 hits / that board", 1.0, 5, readHits},
+        {"memory for that board at its peak / 16 bytes a hole", 1.0, 3, holdBoard},
     };
     return ratios;
 }

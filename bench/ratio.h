@@ -7,7 +7,8 @@
 #include <span>
 #include <stdexcept>
 
-/** One side of a ratio: does its work once and gives the seconds that one piece of it took. */
+/** One side of a ratio: does its work once and gives the seconds that one piece of it took, or
+ *  whatever else both sides are measured in. */
 using Side = std::function<double()>;
 
 /** What is measured, and what it is held against; without a base it is held against a time. */
