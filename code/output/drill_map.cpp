@@ -3,9 +3,11 @@
 
 #include "map_shapes.h"
 
+#include <QPaintEngine>
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace {
 
@@ -80,6 +82,47 @@ double roundLength(double atMost, double unit)
     }
     return power * unit;
 }
+
+/** Areas that a tool cuts with its symbols, on their way to the paper. */
+class ToolInk
+{
+public:
+    ToolInk(QPainter& painter, const QColor& colour)
+        : mPainter(painter)
+        , mColour(colour)
+    { }
+
+    void add(const QPainterPath& area, const QPainterPath& symbol)
+    {
+        mAreas.addPath(area);
+        mSymbols.addPath(symbol);
+    }
+
+    int elementCount() const { return mAreas.elementCount(); }
+
+    /** @param symbolRadius  by which the lines have their width */
+    void paint(double symbolRadius)
+    {
+        const double line = std::clamp(0.16 * symbolRadius, 0.2, 2.5);
+        QColor tint = mColour;
+        tint.setAlphaF(0.18F);
+        mAreas.setFillRule(Qt::WindingFill);
+        mPainter.setBrush(tint);
+        mPainter.setPen(linePen(mColour, 0.6 * line));
+        mPainter.drawPath(mAreas);
+        mPainter.setBrush(Qt::NoBrush);
+        mPainter.setPen(linePen(mColour, line));
+        mPainter.drawPath(mSymbols);
+        mAreas.clear();
+        mSymbols.clear();
+    }
+
+private:
+    QPainter& mPainter;
+    QColor mColour;
+    QPainterPath mAreas;
+    QPainterPath mSymbols;
+};
 
 } // namespace
 
@@ -231,43 +274,38 @@ void DrillMap::paintBoard(QPainter& painter, const Sheet& sheet, const QRectF& a
     paintScale(painter, view, area);
 }
 
-/** One path for all circles and one for all symbols: files stay small, and PDF readers fast. */
+/** One path for all circles and one for all symbols: files stay small, and PDF readers fast. Images
+ *  are painted in pieces, since a path costs more than its parts there. */
 void DrillMap::paintTool(QPainter& painter, const Entry& entry, const View& view) const
 {
+    const bool isImage = painter.paintEngine()->type() == QPaintEngine::Raster;
+    const int mostElements = isImage ? 1000 : std::numeric_limits<int>::max();
     const QPainterPath unitSymbol = toolSymbol(entry.look);
-    QPainterPath circles;
-    QPainterPath symbols;
-    circles.setFillRule(Qt::WindingFill);
-    double symbol = 0;
+    ToolInk ink(painter, toolColour(entry.look, false));
     for (const size_t row : entry.tool->rows) {
         const Size size = shownSize(mPlan.rows[row]);
         const double radius = view.scale() * toMillimetres(size) / 2;
-        symbol = view.symbol(radius);
-        const auto addSymbol = [&](QPointF at) {
-            symbols.addPath(QTransform(symbol, 0, 0, symbol, at.x(), at.y()).map(unitSymbol));
+        const double symbol = view.symbol(radius);
+        const auto add = [&](const QPainterPath& area, QPointF at) {
+            ink.add(area, QTransform(symbol, 0, 0, symbol, at.x(), at.y()).map(unitSymbol));
+            if (ink.elementCount() >= mostElements) {
+                ink.paint(symbol);
+            }
         };
         for (const Place& hole : mPlaces[row].holes) {
             const QPointF at = view.map(toMap(hole));
-            circles.addEllipse(at, radius, radius);
-            addSymbol(at);
+            QPainterPath circle;
+            circle.addEllipse(at, radius, radius);
+            add(circle, at);
         }
         for (const Path& path : mPlaces[row].slotPaths) {
-            circles.addPath(view.map(slotArea(path, size)));
             const QPainterPath middle = toMap(path);
-            addSymbol(view.map(
-                middle.length() > 0 ? middle.pointAtPercent(0.5) : middle.currentPosition()));
+            add(view.map(slotArea(path, size)),
+                view.map(
+                    middle.length() > 0 ? middle.pointAtPercent(0.5) : middle.currentPosition()));
         }
+        ink.paint(symbol);
     }
-    const QColor colour = toolColour(entry.look, false);
-    QColor tint = colour;
-    tint.setAlphaF(0.18F);
-    const double line = std::clamp(0.16 * symbol, 0.2, 2.5);
-    painter.setBrush(tint);
-    painter.setPen(linePen(colour, 0.6 * line));
-    painter.drawPath(circles);
-    painter.setBrush(Qt::NoBrush);
-    painter.setPen(linePen(colour, line));
-    painter.drawPath(symbols);
 }
 
 void DrillMap::paintScale(QPainter& painter, const View& view, const QRectF& area) const
