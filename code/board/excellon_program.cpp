@@ -21,6 +21,7 @@ std::string_view trimmed(std::string_view text)
 
 std::string_view takeNumber(std::string_view& line)
 {
+    line = trimmed(line);
     const auto isPart = [](char c) {
         return (c >= '0' && c <= '9') || (c >= '+' && c <= '.' && c != ',');
     };

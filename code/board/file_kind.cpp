@@ -61,8 +61,9 @@ FileKind fileKind(QByteArrayView beginning)
     if (isArchive(bytes)) {
         return FileKind::Archive;
     }
-    if (bytes.startsWith("\xff\xfe") || bytes.startsWith("\xfe\xff")) {
-        return FileKind::Xml; // UTF-16
+    const bool isUtf16 = bytes.startsWith("\xff\xfe") || bytes.startsWith("\xfe\xff");
+    if (isUtf16 && bytes.first(qMin(bytes.size(), 4)).contains('<')) {
+        return FileKind::Xml;
     }
     if (bytes.startsWith("\xef\xbb\xbf")) {
         bytes = bytes.sliced(3);

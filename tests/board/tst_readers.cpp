@@ -164,7 +164,8 @@ private:
         const QByteArray plain = program("T1\nX1.Y1.");
         row("carriage returns", QByteArray(plain).replace('\n', '\r'), "P?0.8 1,1");
         row("lower case, blanks, byte order mark, no last end",
-            "\xef\xbb\xbf" + plain.toLower().replace("\n", "  \r\n\n").trimmed(), "P?0.8 1,1");
+            "\xef\xbb\xbf" + plain.toLower().replace("x", "x ").replace("\n", "  \r\n\n").trimmed(),
+            "P?0.8 1,1");
         row("tools alike stay two, unused ones none, order of definition, axes kept",
             program("T3\nX1.\nT2\nY-1.5\nX+2.Y.5\nT1\nX1.Y1.", "METRIC\nT1C1\nT2C1\nT3C.80\nT4C2."),
             "P?1 1,1; P?1 1,-1.5 2,0.5; P?0.8 1,0");
