@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "drill_map.h"
 
+#include "file_set.h"
 #include "map_shapes.h"
 
 #include <QPaintEngine>
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace {
 
@@ -190,8 +190,16 @@ double DrillMap::layerRoom(const Sheet& sheet) const
     return room > 0 ? room : 1000;
 }
 
-void DrillMap::paint(QPainter& painter, size_t index) const
+void DrillMap::paint(QPainter& painter, size_t index, const Progress& progress) const
 {
+    Count count{progress, 0, 0};
+    for (size_t i = 0; i < mSheets.size(); ++i) {
+        for (const Entry& entry : mSheets[i].entries) {
+            (i < index ? count.done : count.total) += entry.tool->hits();
+        }
+    }
+    count.total += count.done;
+    tell(progress, count.done, count.total);
     const Sheet& sheet = mSheets[index];
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
@@ -201,7 +209,7 @@ void DrillMap::paint(QPainter& painter, size_t index) const
     const QRectF body = all.adjusted(0, titleHeight, 0, 0);
     const QRectF legend(body.right() - legendWidth, body.top(), legendWidth, body.height());
     paintLegend(painter, sheet, legend);
-    paintBoard(painter, sheet, body.adjusted(0, 0, -legendWidth - margin / 2, 0));
+    paintBoard(painter, sheet, body.adjusted(0, 0, -legendWidth - margin / 2, 0), count);
     painter.restore();
 }
 
@@ -260,7 +268,8 @@ void DrillMap::paintLegendRow(QPainter& painter, const Entry& entry, const QRect
     writeCell(painter, row, slotsColumn, number(tool->slotPaths));
 }
 
-void DrillMap::paintBoard(QPainter& painter, const Sheet& sheet, const QRectF& area) const
+void DrillMap::paintBoard(
+    QPainter& painter, const Sheet& sheet, const QRectF& area, Count& count) const
 {
     const View view(mExtent, area.adjusted(20, 0, -20, -scaleHeight), layerRoom(sheet));
     painter.setBrush(Qt::NoBrush);
@@ -269,17 +278,18 @@ void DrillMap::paintBoard(QPainter& painter, const Sheet& sheet, const QRectF& a
         painter.drawPath(view.map(toMap(outline)));
     }
     for (const Entry& entry : sheet.entries) {
-        paintTool(painter, entry, view);
+        paintTool(painter, entry, view, count);
     }
     paintScale(painter, view, area);
 }
 
-/** One path for all circles and one for all symbols: files stay small, and PDF readers fast. Images
- *  are painted in pieces, since a path costs more than its parts there. */
-void DrillMap::paintTool(QPainter& painter, const Entry& entry, const View& view) const
+/** Many circles in one path, and their symbols in another: files stay small, and PDF readers fast.
+ *  In images a path costs more than its parts. */
+void DrillMap::paintTool(
+    QPainter& painter, const Entry& entry, const View& view, Count& count) const
 {
     const bool isImage = painter.paintEngine()->type() == QPaintEngine::Raster;
-    const int mostElements = isImage ? 1000 : std::numeric_limits<int>::max();
+    const int mostElements = isImage ? 1000 : 100'000;
     const QPainterPath unitSymbol = toolSymbol(entry.look);
     ToolInk ink(painter, toolColour(entry.look, false));
     for (const size_t row : entry.tool->rows) {
@@ -288,8 +298,10 @@ void DrillMap::paintTool(QPainter& painter, const Entry& entry, const View& view
         const double symbol = view.symbol(radius);
         const auto add = [&](const QPainterPath& area, QPointF at) {
             ink.add(area, QTransform(symbol, 0, 0, symbol, at.x(), at.y()).map(unitSymbol));
+            ++count.done;
             if (ink.elementCount() >= mostElements) {
                 ink.paint(symbol);
+                tell(count.progress, count.done, count.total);
             }
         };
         for (const Place& hole : mPlaces[row].holes) {

@@ -31,8 +31,12 @@ public:
     /** The sheet's layer. */
     QString title(size_t sheet) const;
 
-    /** Paints a sheet with its corner at the painter's origin, a unit a tenth of a millimetre. */
-    void paint(QPainter& painter, size_t sheet) const;
+    /** Paints a sheet with its corner at the painter's origin, a unit a tenth of a millimetre.
+     *
+     * @param progress  told how many holes and slots are painted, those of the sheets before it too
+     * @throws BoardCancelled
+     */
+    void paint(QPainter& painter, size_t sheet, const Progress& progress = {}) const;
 
 private:
     struct Entry
@@ -47,13 +51,19 @@ private:
         std::vector<Entry> entries;
     };
     class View; ///< how the board lies on a sheet
+    struct Count
+    {
+        const Progress& progress;
+        qint64 done;
+        qint64 total;
+    };
 
     double layerRoom(const Sheet& sheet) const;
     void paintTitle(QPainter& painter, size_t sheet) const;
     void paintLegend(QPainter& painter, const Sheet& sheet, const QRectF& area) const;
     void paintLegendRow(QPainter& painter, const Entry& entry, const QRectF& row) const;
-    void paintBoard(QPainter& painter, const Sheet& sheet, const QRectF& area) const;
-    void paintTool(QPainter& painter, const Entry& entry, const View& view) const;
+    void paintBoard(QPainter& painter, const Sheet& sheet, const QRectF& area, Count& count) const;
+    void paintTool(QPainter& painter, const Entry& entry, const View& view, Count& count) const;
     void paintScale(QPainter& painter, const View& view, const QRectF& area) const;
 
     const DrillPlan& mPlan;
@@ -69,7 +79,7 @@ class FileSet;
 /** Adds a plan's map to the files that are to be written: SVG or PNG with the sheets one below
  *  the other, or PDF with a page a sheet, by the file's suffix.
  *
- * @param progress  told how many sheets of how many are painted
+ * @param progress  told how many holes and slots of how many are painted
  *
  * @throws OutputError  also for another suffix, and if nothing is drilled
  * @throws PanelError, BoardCancelled
@@ -78,6 +88,6 @@ void addDrillMap(
     const DrillPlan& plan, const QString& path, FileSet& files, const Progress& progress = {});
 
 /** A sheet as the SVG element of a page. */
-QByteArray sheetAsSvg(const DrillMap& map, size_t sheet);
+QByteArray sheetAsSvg(const DrillMap& map, size_t sheet, const Progress& progress = {});
 
 #endif

@@ -23,8 +23,7 @@ void paintColumn(
     QPainter& painter, const DrillMap& map, size_t first, size_t count, const Progress& progress)
 {
     for (size_t i = 0; i < count; ++i) {
-        tell(progress, qint64(i), qint64(count));
-        map.paint(painter, first + i);
+        map.paint(painter, first + i, progress);
         painter.translate(0, DrillMap::height);
     }
 }
@@ -78,11 +77,10 @@ QByteArray asPdf(const DrillMap& map, const QString& title, const Progress& prog
     writer.setPageLayout(QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Landscape, {}));
     QPainter painter(&writer);
     for (size_t i = 0; i < map.sheetCount(); ++i) {
-        tell(progress, qint64(i), qint64(map.sheetCount()));
         if (i > 0) {
             writer.newPage();
         }
-        map.paint(painter, i);
+        map.paint(painter, i, progress);
     }
     painter.end();
     return pdf;
@@ -90,9 +88,9 @@ QByteArray asPdf(const DrillMap& map, const QString& title, const Progress& prog
 
 } // namespace
 
-QByteArray sheetAsSvg(const DrillMap& map, size_t sheet)
+QByteArray sheetAsSvg(const DrillMap& map, size_t sheet, const Progress& progress)
 {
-    const QByteArray svg = asSvg(map, sheet, 1, map.title(sheet), {});
+    const QByteArray svg = asSvg(map, sheet, 1, map.title(sheet), progress);
     return svg.sliced(svg.indexOf("<svg"));
 }
 

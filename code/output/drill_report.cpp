@@ -30,9 +30,8 @@ QByteArray asHtml(const DrillPlan& plan, const DrillMap& map, const Progress& pr
         + plan.board->job.toHtmlEscaped().toUtf8() + "</title>\n<style>" + style
         + "</style></head>\n<body>\n" + reportHtml(plan).toUtf8();
     for (size_t i = 0; i < map.sheetCount(); ++i) {
-        tell(progress, qint64(i), qint64(map.sheetCount()));
         html += "<h2>Map of layer " + map.title(i).toHtmlEscaped().toUtf8() + "</h2>\n"
-            + sheetAsSvg(map, i);
+            + sheetAsSvg(map, i, progress);
     }
     return html + "</body>\n</html>\n";
 }
@@ -83,10 +82,9 @@ QByteArray asPdf(const DrillPlan& plan, const DrillMap& map, const Progress& pro
     QPainter painter(&writer);
     paintText(painter, writer, text);
     for (size_t i = 0; i < map.sheetCount(); ++i) {
-        tell(progress, qint64(i), qint64(map.sheetCount()));
         writer.setPageOrientation(QPageLayout::Landscape);
         writer.newPage();
-        map.paint(painter, i);
+        map.paint(painter, i, progress);
     }
     painter.end();
     return pdf;
