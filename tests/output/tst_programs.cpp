@@ -3,7 +3,10 @@
 #include "excellon_reader.h"
 #include "file_set.h"
 #include "ipc2581_reader.h"
+#include "map_scene.h"
+#include "map_shapes.h"
 
+#include <QPainter>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -232,6 +235,62 @@ private slots:
                     QVERIFY(read == written);
                 }
             }
+        }
+    }
+
+    /** Each hole and slot is found on the map where it is drilled, and painted nowhere else. */
+    void map()
+    {
+        Board board = everything();
+        board.steps[0].layers[0].tools.pop_back(); // it overlaps another
+        const DrillPlan plan = planOf(board, 1);
+        const std::vector<RowPlaces> places = placesOf(plan);
+        MapScene scene(plan);
+        QImage image(800, 600, QImage::Format_RGB32);
+        const double scale = 700 / scene.extent().width();
+        const MapPosition view{
+            scale, QPointF(image.rect().center()) - scale * scene.extent().center()};
+        for (size_t row = 0; row < places.size(); ++row) {
+            const auto finds = [&](QPointF at, const Place& place) {
+                const auto hit = scene.hitAt(at, 0.01);
+                return hit && hit->row == row && hit->place == place;
+            };
+            for (size_t other = 0; other < places.size(); ++other) {
+                scene.setShown(other, other == row);
+            }
+            scene.paint(image, view, {Qt::white, Qt::white, Qt::white});
+            QPainter painter(&image);
+            const auto wipe = [&](const QRectF& area) {
+                const QRectF dots(view.toImage(area.topLeft()), view.toImage(area.bottomRight()));
+                const QRect box = dots.toAlignedRect().adjusted(-8, -8, 8, 8);
+                const QImage part = image.copy(box);
+                painter.fillRect(box, Qt::white);
+                return part != image.copy(box);
+            };
+            const double radius = toMillimetres(*plan.rows[row].drillSize) / 2;
+            for (const Place& hole : places[row].holes) {
+                const QPointF at = toMap(hole);
+                QVERIFY(finds(at, hole) && finds(at + QPointF(0.6 * radius, 0.6 * radius), hole));
+                QVERIFY(!finds(at - QPointF(1.1 * radius, 0), hole));
+                QVERIFY(wipe({at, at}));
+            }
+            for (const Path& path : places[row].slotPaths) {
+                const QPainterPath middle = toMap(path);
+                QVERIFY(finds(toMap(path.end()), path.start));
+                QVERIFY(path.segments.empty() || finds(middle.pointAtPercent(0.4), path.start));
+                for (const Segment& segment : path.segments) {
+                    QVERIFY(segment.shape == Segment::Shape::Line
+                        || !finds(toMap(segment.centre), path.start));
+                }
+                const QPointF start = toMap(path.start);
+                QVERIFY(wipe(path.segments.empty() ? QRectF(start, start) : middle.boundingRect()));
+            }
+            painter.end();
+            QImage blank = image;
+            blank.fill(Qt::white);
+            QVERIFY(image == blank);
+            scene.setShown(row, false);
+            QVERIFY(!scene.hitAt(toMap(Place{100 * mm, 0}), 1e6));
         }
     }
 

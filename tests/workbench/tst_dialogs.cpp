@@ -150,6 +150,12 @@ private slots:
             "tolerance-assumed; type-assumed\nat X 10.000 mm, Y 20.000 mm");
         QCOMPARE(tools()->currentRow(), 1);
         QVERIFY(tools()->item(1, 3)->isSelected() && !tools()->item(0, 3)->isSelected());
+        QTest::keyClick(map, Qt::Key_Plus);
+        QVERIFY(told().startsWith("b, Plated;"));
+        QTest::keyClick(map, Qt::Key_Right);
+        QCOMPARE(told(), "");
+        QTest::keyClick(map, Qt::Key_Home);
+        QVERIFY(told().startsWith("b, Plated;"));
         const QImage second = map->grab().toImage();
         tools()->selectRow(0);
         QVERIFY(map->grab().toImage() != second);
@@ -201,6 +207,7 @@ private slots:
         QCOMPARE(tool(1), "PressFit 1 800 50 50 950");
         chooseType("As the Board Has It");
         QCOMPARE(tool(1), "Pth 1 800 100 100 914.4");
+        QVERIFY(tools()->item(1, 1)->font().italic());
         chooseType("Via");
         open("a.drl");
         QCOMPARE(tool(1), "Pth 1 800 100 100 900");
@@ -256,9 +263,15 @@ private slots:
         QVERIFY(content("out/x.json").contains("\"bit\": \"#64\""));
         exportAs("Table...", path + ".txt");
         QVERIFY(content("out/x.txt").contains("b      Plated      1 "));
+        exportAs("Map...", path);
+        QVERIFY(content("out/x.svg").contains("Drill map, layer b"));
+        exportAs("Report...", path);
+        QVERIFY(content("out/x.html").contains("<h1>Drill report: b, step pcb</h1>"));
         mSession->viewer(0)->findChild<QLineEdit*>("dhsLineEdit")->selectAll();
         QTest::keyClicks(mSession->viewer(0)->findChild<QLineEdit*>("dhsLineEdit"), "F");
         Boxes boxes;
+        exportAs("Table...", path + "y.json");
+        QVERIFY(content("out/xy.json").contains("\"unsaved\": true"));
         exportAs("Drill Programs...", mFolder->filePath("out"));
         QVERIFY2(boxes.areAnswered(), qPrintable(boxes.seen.join(' ')));
         QVERIFY(content("out/b-pcb-b-plated.drl").contains("T02C0.800\n"));
@@ -288,6 +301,15 @@ private slots:
         }
         QCOMPARE(names().size(), 8);
         QCOMPARE(names().first(), "&1 i and 1 more gone");
+
+        mWindow->resize(700, 600);
+        open("a.drl");
+        QVERIFY(mWindow->close());
+        mWindow = std::make_unique<MainWindow>(*mSession);
+        mWindow->remember();
+        mWindow->reopenLastBoard();
+        QCOMPARE(mWindow->size(), QSize(700, 600));
+        QVERIFY(mWindow->windowTitle().startsWith("a.drl"));
     }
 
     void tabs()

@@ -58,13 +58,16 @@ private slots:
     {
         ShopRules rules = ShopRules::starter();
         rules.viasUpTo = 18 * sizePerMil;
-        rules.tolerances.push_back({HoleType::Via, 3, {1, 2}});
+        rules.tolerances.push_back({HoleType::Via, 7, {13, 14}});
         rules.sort();
         QVERIFY(ShopRules::fromJson(rules.toJson()) == rules);
         constexpr const char* wrong[][2] = {{"{", "1: "}, {"{\n\n}}", "3: "}, {"[]", " no list"},
             {R"({"tolerances": [], "via": 1})", " unknown member \"via\""},
             {R"({"tolerances": [{"type": "plate"}]})", " tolerances[0].type: no type \"plate\""},
             {R"({"tolerances": [{"type": "via", "minus": -1}]})", " tolerances[0].minus: "},
+            {R"({"tolerances": [{"type": "via", "minus": 0, "plus": 0}, {"type": "via",)"
+             R"( "minus": 1, "plus": 1}]})",
+                " tolerances: two for via from 0 mm"},
             {R"({"tolerances": [], "viasUpTo": "1"})", " viasUpTo: "}};
         for (const auto& [json, error] : wrong) {
             try {
