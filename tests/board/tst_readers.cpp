@@ -10,7 +10,7 @@ namespace {
 /** A place in millimetres, as drill files have it. */
 QString told(const Place& place)
 {
-    return QStringLiteral("%1,%2").arg(place.x / 4e5).arg(place.y / 4e5);
+    return QStringLiteral("%1,%2").arg(place.x / 4e5, 0, 'g', 9).arg(place.y / 4e5, 0, 'g', 9);
 }
 
 QString told(const Path& path)
@@ -29,7 +29,7 @@ QString told(const Path& path)
 QString told(const Tool& tool)
 {
     QString text = "PNVF"[int(tool.type)] + QString(tool.typeAssumed ? "?" : "")
-        + QString::number(tool.finishedSize / 4e5);
+        + QString::number(tool.finishedSize / 4e5, 'g', 9);
     if (tool.tolerance) {
         text += QStringLiteral("-%1+%2")
                     .arg(tool.tolerance->minus / 4e5)
@@ -189,8 +189,10 @@ private:
             ":7: tool T9 has no diameter");
         row("tool 0 with a diameter, and none",
             program("T0\nX1.\nT1\nX2.\nT0", "METRIC\nT0C1.\nT1C2."), "P?1 1,0; P?2 2,0");
-        row("another diameter", program("T1\nX1.\nT1C0.8\nX2.\nT1C0.9\nX3."),
-            "P?0.8 1,0 2,0; P?0.9 3,0");
+        row("another diameter", program("T1\nX1.\nT1C0.8\nX1.13\nT1C0.29\nX3."),
+            "P?0.8 1,0 1.13,0; P?0.29 3,0");
+        row("units that change", program("T1\nX1.\nT2\nX2.", "INCH\nT1C.02\nMETRIC\nT2C2."),
+            "P?0.508 1,0; P?2 2,0");
         row("back drills",
             program("T1\nX1.\nT2\nX2.",
                 "METRIC\n; #@! TA.AperFunction,NonPlated,BackDrill\nT1C1.\n; #@! TD\nT2C2."),

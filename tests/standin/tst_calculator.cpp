@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include <QTest>
 
+#include <climits>
 #include <locale>
 #include <string>
 
+#include "standin.h"
+#include "vex_data.h"
 #include "zeb_utils.h"
 
 namespace {
@@ -85,6 +88,20 @@ private slots:
         std::locale::global(before);
         QCOMPARE(status, 0);
         QCOMPARE(result, 1500.0);
+    }
+
+    void roundsSizes()
+    {
+        int number = -1;
+        QCOMPARE(vex__data_stpid2vex_num(standin_add_step("step", 1), &number), 0);
+        int size = 0;
+        QVERIFY(vex__size_milmicron2p(number, qQNaN(), 1, &size) != 0);
+        constexpr std::pair<double, int> cases[] = {
+            {0.0012, 0}, {-0.0013, -1}, {0.0026, 1}, {1e9, INT_MAX}, {-1e9, INT_MIN}};
+        for (const auto& [microns, expected] : cases) {
+            QCOMPARE(vex__size_milmicron2p(number, microns, 1, &size), 0);
+            QCOMPARE(size, expected);
+        }
     }
 };
 

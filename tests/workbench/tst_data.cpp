@@ -53,6 +53,7 @@ struct Accident
     const char* command; ///< for a shell; $FILE is the file, and the data folder is where it runs
     QStringList answers; ///< to the boxes that come with the save
     bool isSaved;
+    bool fillsTemporary = false; ///< the disk of temporary files is that of the data
 };
 
 const Accident accidents[] = {
@@ -72,6 +73,7 @@ const Accident accidents[] = {
     {"no place for backups, saved", "touch backups", {"Save"}, true},
     {"no rights at all", "chmod 500 . brox", {"Save"}, true},
     {"full disk", "cat /dev/zero >fill", {"Save", "Save Again", "Save", "Close"}, false},
+    {"full disk of temporary files", "cat /dev/zero >fill", {"Save", "Close"}, false, true},
 };
 
 } // namespace
@@ -135,6 +137,10 @@ private slots:
                     isFull ? "cd / && umount -l $OLDPWD" : "chmod -R u+rwX .", folder.path(), file);
             });
             QCOMPARE(createDefaultData(folder.path()), "");
+            if (accident.fillsTemporary) {
+                qputenv("TMPDIR", folder.path().toUtf8());
+            }
+            const auto otherDisk = qScopeGuard([] { qunsetenv("TMPDIR"); });
             HostSession session(folder.path());
             MainWindow window(session);
             window.show();
@@ -150,6 +156,7 @@ private slots:
             Boxes boxes(accident.answers);
             save(viewer, kind);
             QVERIFY2(boxes.areAnswered(), qPrintable(boxes.seen.join('\n')));
+            QCOMPARE(boxes.seen.value(0).contains("can't be read"), !harmed.fault.isEmpty());
 
             const DataFile::Content after = file.read();
             QCOMPARE(after.bytes.contains("Gold"), accident.isSaved);
@@ -242,6 +249,7 @@ private slots:
         QVERIFY(program.waitForFinished());
         const QByteArray last = program.readAll().trimmed().split('\n').last();
 
+        QVERIFY(QFile(folder.filePath("brox/brox.xml.AbCdEf")).open(QFile::WriteOnly));
         DataStart start(folder.path());
         QVERIFY(start.lock());
         QCOMPARE(QDir(folder.filePath("brox")).entryList({"brox*"}, QDir::Files).size(), 2);

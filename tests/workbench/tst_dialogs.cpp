@@ -21,6 +21,7 @@
 #include <QStatusBar>
 #include <QTableWidget>
 #include <QTemporaryDir>
+#include <QToolButton>
 #include <QTreeWidget>
 #include <QtTest>
 
@@ -195,6 +196,7 @@ private slots:
                 tools()->visualItemRect(tools()->item(1, 1)).center());
             QCoreApplication::processEvents(); // the viewer is made anew
         };
+        const QString name(64, 'n'); // as long as a host takes
         QVERIFY(tools()->item(1, 1)->font().italic() && tools()->item(1, 4)->font().italic());
         mSession->selectModel(0, "HASL");
         chooseType("Non-plated");
@@ -209,7 +211,10 @@ private slots:
         QCOMPARE(tool(1), "Pth 1 800 100 100 914.4");
         QVERIFY(tools()->item(1, 1)->font().italic());
         chooseType("Via");
-        open("a.drl");
+        open(name + ".drl");
+        QCOMPARE(tools()->item(1, 0)->text(), name);
+        mSession->closeViewer(0);
+        mSession->setRules(ShopRules(mSession->rules()));
         QCOMPARE(tool(1), "Pth 1 800 100 100 900");
     }
 
@@ -244,6 +249,9 @@ private slots:
         QVERIFY(mSession->rules().lines().join('\n').startsWith(
             "plated: -0.1/+0.3 mm where the board tells no tolerance\nnonplated: -0.05/"));
         QCOMPARE(mSession->rules().viasUpTo, Size(0.3 * sizePerMillimetre));
+        const Boxes boxes({"OK"});
+        child<QToolButton>("deleteToolButton")->click();
+        QCOMPARE(mWindow->statusBar()->currentMessage(), "Step pcb: model \"Gold\" is deleted");
     }
 
     void exports()

@@ -140,6 +140,8 @@ private slots:
                 session.viewer(0)->findChild<QTableWidget*>("jobDrillDataTableWidget");
             const DrillPlan plan = session.plan(0);
             QCOMPARE(table->rowCount(), 7);
+            QCOMPARE(table->item(5, 0)->text(), "breakout-PTH");
+            QCOMPARE(table->item(6, 0)->text(), "breakout-PTH slots");
             for (int i = 0; i < 7; ++i) {
                 const PlanRow& row = plan.rows[size_t(i)];
                 const auto size = [&](int column) {
@@ -155,8 +157,6 @@ private slots:
             QCOMPARE(strictRows(plan), rules == ShopRules::starter() ? 0 : 1);
         }
         QCOMPARE(session.draft(0).rows.back().count, 3);
-        QCOMPARE(
-            hostLayerName(session.draft(0), session.draft(0).rows.back()), "breakout-PTH slots");
     }
 };
 
