@@ -91,7 +91,9 @@ const Case cases[] = {
         0, {"4\n"}, ""},
     {"printf 'M48\\nT1C.01\\nT2C1.0\\n%%\\nT1\\nX1.0Y1.0\\nT2\\nX3.0Y1.0\\nM30\\n'"
      " | $B - --csv --file-units inch --vias-up-to 10mil --tolerance via=-2mil/+3mil",
-        0, {"\nstandard input,Via,1,10,2,3,11.811,0.30,1,"},
+        0,
+        {"\nstandard input,Via,1,10,2,3,11.811,0.30,1,",
+            ",,2,no-bit tolerance-assumed type-assumed\n"},
         "assumed: types (tools: 2), tolerances (tools: 2)\n"},
     {"sed -i 's/: 0.05/: 0.02/' $D/data/brox/shop_rules.json; $B breakout-NPTH.drl --csv", 0,
         {",500,20,20,"}, "assumed: tolerances (tools: 2)\n"},
