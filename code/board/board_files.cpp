@@ -26,7 +26,7 @@ bool isIpc2581(QByteArrayView beginning)
 bool isSurelyDrillProgram(QByteArrayView beginning)
 {
     static const QRegularExpression mark(
-        QStringLiteral("^\\s*(?:M48|T\\d+\\S*C[.\\d]+|G85|M71|M72|[XY][-+]?[.\\d]+\\S*)\\s*$"),
+        QStringLiteral("^\\s*(?:M48|T\\d+\\S*C[.\\d]+|G85|M15|M71|M72|[XY][-+]?[.\\d]+\\S*)\\s*$"),
         QRegularExpression::MultilineOption);
     return mark.match(QString::fromLatin1(beginning)).hasMatch();
 }

@@ -9,7 +9,6 @@
 namespace {
 
 constexpr size_t maxTools = 1000;
-constexpr double maxDiameter = 500.0 * sizePerMillimetre;
 
 } // namespace
 

@@ -14,7 +14,6 @@
 namespace {
 
 constexpr size_t maxCommandLength = 1 << 16;
-constexpr double maxDiameter = 500.0 * sizePerMillimetre;
 
 QString shown(std::string_view text)
 {

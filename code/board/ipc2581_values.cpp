@@ -136,6 +136,9 @@ Size Ipc2581Values::holeSize(const char* text, const char* name, double unit) co
     if (hole < 1) {
         fail(name, text, QStringLiteral("is no size of a hole"));
     }
+    if (hole > maxDiameter) {
+        fail(name, text, QStringLiteral("is too large for a hole, the most are 500 mm"));
+    }
     return hole;
 }
 

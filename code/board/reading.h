@@ -37,6 +37,9 @@ using Progress = std::function<bool(qint64 done, qint64 total)>;
 /** Why a step's layers are no board: what they have without a hole and a slot. */
 QString noHoleText(const std::vector<Layer>& layers);
 
+/** The largest hole or slot that a reader takes for one. */
+constexpr double maxDiameter = 500.0 * sizePerMillimetre;
+
 struct ReadOptions
 {
     std::optional<Units> fileUnits; ///< of drill files that tell none
