@@ -446,6 +446,7 @@ private slots:
         write("a/order/copy.drl", program("T1\nX1."));
         write("a/order/top.gbr", "%FSLAX34Y34*%\n%ADD10C,1*%\nM02*\n");
         write("a/order/readme.txt", "T and X\n");
+        write("a/order/drill.gbr", gerber("D10*\nX1Y1D03*"));
         const QString folder = mFolder.filePath("a/order");
         for (const char* pack : {"tar czf a/order.tar.gz a/order", "gzip -k a/order/b.drl",
                  "python3 -m zipfile -c a/order.zip a/order/"}) {
@@ -459,6 +460,7 @@ private slots:
             const QString got = outcome({mFolder.filePath(name)});
             QVERIFY2(got.startsWith(drilled + "\ntaken: a/order"), qPrintable(got));
             QVERIFY2(got.contains("top.gbr (a Gerber file)"), qPrintable(got));
+            QVERIFY2(got.contains("drill.gbr (there are Excellon files)"), qPrintable(got));
             QVERIFY2(got.contains("copy.drl: left out, it drills the same as b"), qPrintable(got));
         }
         QCOMPARE(readBoard({mFolder.filePath("a/order.zip")}).job, "order");

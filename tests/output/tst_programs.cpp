@@ -294,6 +294,16 @@ private slots:
         }
     }
 
+    /** Copies of a step go by columns and rows, each with its own distance. */
+    void grid()
+    {
+        Board board = everything();
+        board.steps[1].repeats = {{0, at(100, 0), 2, 3, 10 * mm, 20 * mm, 0, false}};
+        QCOMPARE(placesOf(planOf(board, 1))[1].holes,
+            std::vector<Place>(
+                {at(101, 2), at(111, 2), at(101, 22), at(111, 22), at(101, 42), at(111, 42)}));
+    }
+
     void refuses_data()
     {
         QTest::addColumn<int>("toolCount");

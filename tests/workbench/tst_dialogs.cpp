@@ -280,9 +280,12 @@ private slots:
         Boxes boxes;
         exportAs("Table...", path + "y.json");
         QVERIFY(content("out/xy.json").contains("\"unsaved\": true"));
+        exportAs("Report...", path + "y");
+        QCOMPARE(content("out/xy.html").count("edits that are not saved"), 2); // one in the map
         exportAs("Drill Programs...", mFolder->filePath("out"));
         QVERIFY2(boxes.areAnswered(), qPrintable(boxes.seen.join(' ')));
         QVERIFY(content("out/b-pcb-b-plated.drl").contains("T02C0.800\n"));
+        QVERIFY(content("out/b-pcb-b-plated.drl").contains("(with edits that are not saved)\n"));
         QCOMPARE(mWindow->statusBar()->currentMessage(),
             "Written by model ENIG: " + mFolder->filePath("out/b-pcb-b-plated.drl")
                 + " (with edits that are not saved)");

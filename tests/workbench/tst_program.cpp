@@ -79,6 +79,9 @@ const Case cases[] = {
             "Circles have the drill size; sizes in mil. Tool Bit Drill size Hits Slots "
             "T01 PTH #74 22.5 1 T02 PTH 3.15 124.016 1 "},
         ""},
+    {"sed s/1,4,PTH/1,2,PTH/ $O >$D/1.drl; sed s/1,4,PTH/2,3,PTH/ $O >$D/2.drl;"
+     " $B $O $D/1.drl $D/2.drl --drill-programs $D/p >/dev/null 2>&1; grep -h TF.File $D/p/*", 0,
+        {"Plated,1,4,PTH\n", "Plated,1,2,Blind\n", "Plated,2,3,Buried\n"}, ""},
     {"$B backplane.xml --report $D/r.html && grep -o color:red $D/r.html | wc -l", 0, {"\n8\n"},
         ""},
     {"cp $O \"$D/a<b,c.drl\"; $B \"$D/a<b,c.drl\" --csv --map $D/m.svg 2>/dev/null; cat $D/m.svg",
