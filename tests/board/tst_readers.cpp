@@ -326,8 +326,14 @@ private:
             ipc2581(feature("R", "<SlotCavity><Oval width='3' height='1'/></SlotCavity>")),
             "main/R: P?1 ~-1,0>1,0");
         row("a slot with corners is a contour",
-            ipc2581(feature("R", slot("<RectCenter width='2' height='1'/>") + via)),
-            "main/R: V0.3 1,2; P~-1,-0.5>1,-0.5>1,0.5>-1,0.5>-1,-0.5");
+            ipc2581(feature("R",
+                slot("<RectCenter width='2' height='1'/>")
+                    + slot(
+                        "<Outline><Polygon><PolyBegin x='0' y='0'/><PolyStepSegment x='2' y='0'/>"
+                        "<PolyStepSegment x='2' y='1'/><PolyStepSegment x='0' y='1'/>"
+                        "<PolyStepSegment x='0' y='0'/></Polygon></Outline>")
+                    + via)),
+            "main/R: V0.3 1,2; P~-1,-0.5>1,-0.5>1,0.5>-1,0.5>-1,-0.5; P~0,0>2,0>2,1>0,1>0,0");
 
         row("cut off", plain.chopped(20), ":12: ");
         row("not well-formed", QByteArray(plain).replace("</Set>", "</Sat>"), ":11: ");

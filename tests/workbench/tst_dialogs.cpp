@@ -210,9 +210,10 @@ private slots:
         chooseType("As the Board Has It");
         QCOMPARE(tool(1), "Pth 1 800 100 100 914.4");
         QVERIFY(tools()->item(1, 1)->font().italic());
-        chooseType("Via");
         open(name + ".drl");
         QCOMPARE(tools()->item(1, 0)->text(), name);
+        chooseType("Via");
+        open(name + ".drl");
         mSession->closeViewer(0);
         mSession->setRules(ShopRules(mSession->rules()));
         QCOMPARE(tool(1), "Pth 1 800 100 100 900");
