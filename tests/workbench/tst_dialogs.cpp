@@ -16,6 +16,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSettings>
 #include <QStatusBar>
@@ -339,6 +340,28 @@ private slots:
         QCOMPARE(tabs.count(), 2);
         QCOMPARE(tabs.tabText(0), "job: a&&b");
         QCOMPARE(tabs.tabText(1), "job: a&&b (2)");
+    }
+
+    void followsTheStep()
+    {
+        QVERIFY(QDir(mFolder->path()).mkdir("board"));
+        open("board/a.drl");
+        mWindow->openBoard({mFolder->filePath("board")});
+        const QString log = mWindow->findChild<QPlainTextEdit*>()->toPlainText();
+        QVERIFY(log.contains("taken: ") && log.contains("assumed: types"));
+        mWindow->openBoard({SAMPLES_DIR "/backplane.xml"});
+        const auto actions = mWindow->findChildren<QAction*>();
+        QVERIFY(std::any_of(actions.begin(), actions.end(), [](const QAction* action) {
+            return action->isChecked() && action->text() == "&Inch (mils)";
+        }));
+        QVERIFY(child<QMenu>("exportMenu")->isEnabled());
+        choose("Close Step");
+        QVERIFY(!child<QMenu>("exportMenu")->isEnabled());
+        mWindow->openBoard({SAMPLES_DIR "/sensor.xml"});
+        choose("1 board");
+        choose("Close Step");
+        QCOMPARE(mWindow->findChild<StepTabs*>()->tabText(0), "sensor: panel");
+        QVERIFY(exportAs("Table...", mFolder->filePath("t")).endsWith("/sensor-panel"));
     }
 };
 
