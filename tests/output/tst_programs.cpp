@@ -353,11 +353,15 @@ private slots:
     {
         QTemporaryDir folder;
         const auto path = [&](const char* name) { return folder.filePath(name); };
-        {
+        const QFile::Permissions own = QFile::ReadOwner | QFile::WriteOwner;
+        for (int i = 0; i < 2; ++i) {
             FileSet files;
             files.add(path("old"), "old");
             files.commit();
+            QVERIFY(i == 0 || !(QFile::permissions(path("old")) & QFile::ReadOther));
+            QVERIFY(QFile::setPermissions(path("old"), own));
         }
+        QCOMPARE(filesIn(folder.path()), QStringList("old"));
         try {
             FileSet files;
             for (const char* name : {"old", "new", "folder"}) {
