@@ -80,8 +80,8 @@ const Case cases[] = {
             "T01 PTH #74 22.5 1 T02 PTH 3.15 124.016 1 "},
         ""},
     {"sed s/1,4,PTH/1,2,PTH/ $O >$D/1.drl; sed s/1,4,PTH/2,3,PTH/ $O >$D/2.drl;"
-     " $B $O $D/1.drl $D/2.drl --drill-programs $D/p >/dev/null 2>&1; grep -h TF.File $D/p/*", 0,
-        {"Plated,1,4,PTH\n", "Plated,1,2,Blind\n", "Plated,2,3,Buried\n"}, ""},
+     " $B $O $D/1.drl $D/2.drl --drill-programs $D/p >/dev/null 2>&1; grep -h TF.File $D/p/*",
+        0, {"Plated,1,4,PTH\n", "Plated,1,2,Blind\n", "Plated,2,3,Buried\n"}, ""},
     {"$B backplane.xml --report $D/r.html && grep -o color:red $D/r.html | wc -l", 0, {"\n8\n"},
         ""},
     {"cp $O \"$D/a<b,c.drl\"; $B \"$D/a<b,c.drl\" --csv --map $D/m.svg 2>/dev/null; cat $D/m.svg",
@@ -118,6 +118,11 @@ const Case cases[] = {
         ""},
     {"$B $D/x.rou --file-units metric --drill-programs $D", 1, {},
         "layer \"x\": the board tells no size of T1, \"Plated slot\"\n"},
+    {"$B sensor.xml --map $D/m.svg --data $D/n 2>/dev/null; grep -q 'no size' $D/m.svg && echo "
+     "told",
+        0, {"told\n"}, ""},
+    {"$B controller.xml --map $D/m.svg; grep -o 'Drill map, layer' $D/m.svg | wc -l", 0, {"\n6\n"},
+        ""},
     {"$B sensor.xml --drill-programs $D --data $D/n", 1, {},
         "layer \"Drill\": the tool \"Non-plated\" of 3175 micron has no drill size by model "
         "\"ENIG\" and its formula\n"},
