@@ -17,9 +17,11 @@ void BitIndex::assign(std::vector<Bit> bits)
     mDesignations.clear();
     mSizes.reserve(bits.size());
     mDesignations.reserve(bits.size());
-    for (Bit& bit : bits) {
+    for (const Bit& bit : bits) {
         mSizes.push_back(bit.size);
-        mDesignations.push_back(std::move(bit.designation));
+        // A copy of its own, so that all lie together: those of the table lie far apart between its
+        // cells, each in another page of memory.
+        mDesignations.emplace_back(bit.designation.constData(), bit.designation.size());
     }
 }
 
