@@ -141,12 +141,12 @@ void BroxBitsTable::findDrillBit(int dhs, int minTol, int maxTol, QString* drill
 
     const qint64 lower = qint64(dhs) - minTol;
     const qint64 upper = qint64(dhs) + maxTol;
-    const std::optional<Bit> bit = index.nearest(dhs, lower, upper);
+    std::optional<Bit> bit = index.nearest(dhs, lower, upper);
     *found = bit.has_value();
     if (bit) {
         *bitSize = bit->size;
         if (drillDes) {
-            *drillDes = bit->designation;
+            *drillDes = std::move(bit->designation);
         }
     }
     *outOfTolRange = *bitSize < lower || *bitSize > upper;
