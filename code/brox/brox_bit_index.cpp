@@ -19,9 +19,7 @@ void BitIndex::assign(std::vector<Bit> bits)
     mDesignations.reserve(bits.size());
     for (const Bit& bit : bits) {
         mSizes.push_back(bit.size);
-        // A copy of its own, so that all lie together: those of the table lie far apart between its
-        // cells, each in another page of memory.
-        mDesignations.emplace_back(bit.designation.constData(), bit.designation.size());
+        mDesignations.push_back(bit.designation.toStdU16String());
     }
 }
 
@@ -30,9 +28,9 @@ void BitIndex::insert(int size, const QString& designation)
     const auto place = std::ranges::lower_bound(mSizes, size);
     const auto designated = mDesignations.begin() + (place - mSizes.begin());
     if (place != mSizes.end() && *place == size) {
-        *designated = designation;
+        *designated = designation.toStdU16String();
     } else {
-        mDesignations.insert(designated, designation);
+        mDesignations.insert(designated, designation.toStdU16String());
         mSizes.insert(place, size);
     }
 }
@@ -48,7 +46,7 @@ void BitIndex::remove(int size)
 
 void BitIndex::move(int size, const QString& designation)
 {
-    const auto old = std::ranges::find(mDesignations, designation);
+    const auto old = std::ranges::find(mDesignations, designation.toStdU16String());
     remove(old == mDesignations.end() ? 0 : mSizes[std::size_t(old - mDesignations.begin())]);
     insert(size, designation);
 }
@@ -73,5 +71,6 @@ std::optional<Bit> BitIndex::nearest(int dhs, qint64 lower, qint64 upper) const
     if (nearest == mSizes.end()) {
         return {};
     }
-    return Bit{*nearest, mDesignations[std::size_t(nearest - mSizes.begin())]};
+    const std::u16string& designation = mDesignations[std::size_t(nearest - mSizes.begin())];
+    return Bit{*nearest, QString::fromStdU16String(designation)};
 }

@@ -5,6 +5,7 @@
 #include <QString>
 
 #include <optional>
+#include <string>
 #include <vector>
 
 /** A drill bit as a lookup finds it. */
@@ -16,9 +17,10 @@ struct Bit
 
 /** The drill bits by size in host size units; one size has one bit.
  *
- * A flat map: they are read far more often than changed, so they lie in a row and not in a tree,
- * and the sizes apart from the designations. Among many bits a search waits for memory, and of
- * sizes alone most stay in the processor's cache.
+ * A flat map: they are read far more often than changed, so they lie in a row and not in a tree.
+ * Among many bits a lookup waits for memory. So the sizes lie apart, and the designations are
+ * strings that hold up to seven characters, as many as a host takes, within themselves; the data of
+ * a QString lie elsewhere, each in another page.
  */
 class BitIndex
 {
@@ -45,7 +47,7 @@ public:
 
 private:
     std::vector<int> mSizes; ///< rising
-    std::vector<QString> mDesignations; ///< each at the place of its size
+    std::vector<std::u16string> mDesignations; ///< each at the place of its size
 };
 
 #endif
