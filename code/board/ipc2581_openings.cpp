@@ -125,8 +125,8 @@ void Ipc2581Openings::begin(
 
 HoleType Ipc2581Openings::typeOf(const char* plating) const
 {
-    constexpr std::pair<const char*, HoleType> statuses[] = {{"PLATED", HoleType::Plated},
-        {"VIA", HoleType::Via}, {"NONPLATED", HoleType::NonPlated}};
+    constexpr std::pair<const char*, HoleType> statuses[] = {
+        {"PLATED", HoleType::Plated}, {"VIA", HoleType::Via}, {"NONPLATED", HoleType::NonPlated}};
     if (plating) {
         for (const auto& [status, type] : statuses) {
             if (std::strcmp(plating, status) == 0) {
