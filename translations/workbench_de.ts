@@ -2,6 +2,537 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de" sourcelanguage="en">
 <context>
+    <name>BoardText</name>
+    <message>
+        <source>more than %1 files</source>
+        <translation>mehr als %1 Dateien</translation>
+    </message>
+    <message>
+        <source>it unpacks to more than %1 GiB or %2 times its size</source>
+        <translation>entpackt hat es mehr als %1 GiB oder das %2-Fache seiner Größe</translation>
+    </message>
+    <message>
+        <source>the archive can&apos;t be read: %1</source>
+        <translation>das Archiv kann nicht gelesen werden: %1</translation>
+    </message>
+    <message>
+        <source>no file &quot;%1&quot; in the archive</source>
+        <translation>keine Datei „%1“ im Archiv</translation>
+    </message>
+    <message>
+        <source>standard input</source>
+        <translation>Standardeingabe</translation>
+    </message>
+    <message>
+        <source>the file is named twice</source>
+        <translation>die Datei ist zweimal genannt</translation>
+    </message>
+    <message>
+        <source>an archive within a folder</source>
+        <translation>ein Archiv in einem Ordner</translation>
+    </message>
+    <message>
+        <source>an archive of more than %1 MiB can&apos;t be read from a pipe</source>
+        <translation>ein Archiv von mehr als %1 MiB kann nicht aus einer Pipe gelesen werden</translation>
+    </message>
+    <message>
+        <source>an archive within an archive</source>
+        <translation>ein Archiv in einem Archiv</translation>
+    </message>
+    <message>
+        <source>no drill file: it is </source>
+        <translation>keine Bohrdatei: Das ist </translation>
+    </message>
+    <message>
+        <source>nothing of a board in it: %1</source>
+        <translation>nichts von einer Leiterplatte darin: %1</translation>
+    </message>
+    <message>
+        <source>it is empty</source>
+        <translation>leer</translation>
+    </message>
+    <message>
+        <source>no drill file; an IPC-2581 file is a board of its own, open it alone</source>
+        <translation>keine Bohrdatei; eine IPC-2581-Datei ist eine Leiterplatte für sich, öffnen Sie sie allein</translation>
+    </message>
+    <message>
+        <source>there is an IPC-2581 file</source>
+        <translation>es gibt eine IPC-2581-Datei</translation>
+    </message>
+    <message>
+        <source>there are Excellon files</source>
+        <translation>es gibt Excellon-Dateien</translation>
+    </message>
+    <message>
+        <source>%1: nothing to drill</source>
+        <translation>%1: nichts zu bohren</translation>
+    </message>
+    <message>
+        <source>%1: left out, it drills the same as %2</source>
+        <translation>%1: weggelassen, bohrt dasselbe wie %2</translation>
+    </message>
+    <message>
+        <source>taken: </source>
+        <translation>genommen: </translation>
+    </message>
+    <message>
+        <source>not taken: </source>
+        <translation>nicht genommen: </translation>
+    </message>
+    <message>
+        <source>trailing zeros left out</source>
+        <translation>Nullen am Ende weggelassen</translation>
+    </message>
+    <message>
+        <source>leading zeros left out</source>
+        <translation>Nullen am Anfang weggelassen</translation>
+    </message>
+    <message>
+        <source>inches, </source>
+        <translation>Zoll, </translation>
+    </message>
+    <message>
+        <source>millimetres, </source>
+        <translation>Millimeter, </translation>
+    </message>
+    <message>
+        <source>a place further than 5 m from the origin</source>
+        <translation>ein Ort weiter als 5 m vom Ursprung</translation>
+    </message>
+    <message>
+        <source>the header does not end: no % or M95 before %1</source>
+        <translation>der Kopf endet nicht: weder % noch M95 vor: %1</translation>
+    </message>
+    <message>
+        <source>%1 before a tool is selected</source>
+        <translation>%1, bevor ein Werkzeug gewählt ist</translation>
+    </message>
+    <message>
+        <source>too many holes and slots, the most are %1</source>
+        <translation>zu viele Bohrungen und Langlöcher, höchstens %1 sind möglich</translation>
+    </message>
+    <message>
+        <source>neither a hole (G05) nor a routed path</source>
+        <translation>weder eine Bohrung (G05) noch ein Fräsweg</translation>
+    </message>
+    <message>
+        <source>a hole</source>
+        <translation>eine Bohrung</translation>
+    </message>
+    <message>
+        <source>tool T%1 has no diameter</source>
+        <translation>Werkzeug T%1 hat keinen Durchmesser</translation>
+    </message>
+    <message>
+        <source>a place before a repeat in one line</source>
+        <translation>ein Ort vor einer Wiederholung in derselben Zeile</translation>
+    </message>
+    <message>
+        <source>a repeat that follows no hole</source>
+        <translation>eine Wiederholung, die keiner Bohrung folgt</translation>
+    </message>
+    <message>
+        <source>a slot</source>
+        <translation>ein Langloch</translation>
+    </message>
+    <message>
+        <source>a repeat within a routed path</source>
+        <translation>eine Wiederholung in einem Fräsweg</translation>
+    </message>
+    <message>
+        <source>an arc without a centre or radius</source>
+        <translation>ein Bogen ohne Mittelpunkt und Radius</translation>
+    </message>
+    <message>
+        <source>no arc of this radius reaches from here to there</source>
+        <translation>kein Bogen dieses Radius reicht vom Anfang zum Ende</translation>
+    </message>
+    <message>
+        <source>a repeat of a slot</source>
+        <translation>eine Wiederholung eines Langlochs</translation>
+    </message>
+    <message>
+        <source>a circle</source>
+        <translation>ein Kreis</translation>
+    </message>
+    <message>
+        <source>a slot without an end</source>
+        <translation>ein Langloch ohne Ende</translation>
+    </message>
+    <message>
+        <source>a routed circle without a size</source>
+        <translation>ein gefräster Kreis ohne Größe</translation>
+    </message>
+    <message>
+        <source>no pattern to repeat</source>
+        <translation>kein Muster, das zu wiederholen wäre</translation>
+    </message>
+    <message>
+        <source>%1 after the program&apos;s end</source>
+        <translation>%1 nach dem Ende des Programms</translation>
+    </message>
+    <message>
+        <source>M00 in line %1 is taken for a stop: the program goes on behind it</source>
+        <translation>M00 in Zeile %1 gilt als Halt: Das Programm geht danach weiter</translation>
+    </message>
+    <message>
+        <source>ICI is neither ON nor OFF</source>
+        <translation>ICI ist weder ON noch OFF</translation>
+    </message>
+    <message>
+        <source>R%1 is no number from 1 to %2</source>
+        <translation>R%1 ist keine Zahl von 1 bis %2</translation>
+    </message>
+    <message>
+        <source>no command of a drill file: </source>
+        <translation>kein Befehl einer Bohrdatei: </translation>
+    </message>
+    <message>
+        <source>a diameter without a tool</source>
+        <translation>ein Durchmesser ohne Werkzeug</translation>
+    </message>
+    <message>
+        <source>a repeat without a distance</source>
+        <translation>eine Wiederholung ohne Abstand</translation>
+    </message>
+    <message>
+        <source>the origin is set after the first hole</source>
+        <translation>der Ursprung wird nach der ersten Bohrung gesetzt</translation>
+    </message>
+    <message>
+        <source>unknown command G%1</source>
+        <translation>unbekannter Befehl G%1</translation>
+    </message>
+    <message>
+        <source>coordinates beside the program&apos;s end</source>
+        <translation>Koordinaten neben dem Ende des Programms</translation>
+    </message>
+    <message>
+        <source>coordinates beside a stop (M%1)</source>
+        <translation>Koordinaten neben einem Halt (M%1)</translation>
+    </message>
+    <message>
+        <source>coordinates beside the pattern&apos;s end</source>
+        <translation>Koordinaten neben dem Ende des Musters</translation>
+    </message>
+    <message>
+        <source>a pattern within a pattern</source>
+        <translation>ein Muster in einem Muster</translation>
+    </message>
+    <message>
+        <source>the pattern is not ended by M01</source>
+        <translation>das Muster endet nicht mit M01</translation>
+    </message>
+    <message>
+        <source>a pattern that is turned or mirrored (M%1) is not read</source>
+        <translation>ein gedrehtes oder gespiegeltes Muster (M%1) wird nicht gelesen</translation>
+    </message>
+    <message>
+        <source>unknown command M%1</source>
+        <translation>unbekannter Befehl M%1</translation>
+    </message>
+    <message>
+        <source>%1 with no whole number: %2</source>
+        <translation>%1 ohne ganze Zahl: %2</translation>
+    </message>
+    <message>
+        <source>%1%2 is no coordinate</source>
+        <translation>%1%2 ist keine Koordinate</translation>
+    </message>
+    <message>
+        <source>the line is longer than %1</source>
+        <translation>die Zeile ist länger als %1</translation>
+    </message>
+    <message>
+        <source>diameter %1 is no number</source>
+        <translation>Durchmesser %1 ist keine Zahl</translation>
+    </message>
+    <message>
+        <source>diameter %1 is not above 0</source>
+        <translation>Durchmesser %1 ist nicht größer als 0</translation>
+    </message>
+    <message>
+        <source>diameter %1 has no decimal point</source>
+        <translation>Durchmesser %1 hat keinen Dezimalpunkt</translation>
+    </message>
+    <message>
+        <source>more than %1 tools</source>
+        <translation>mehr als %1 Werkzeuge</translation>
+    </message>
+    <message>
+        <source>nothing tells whether T%1 is in millimetres or inches; --file-units inch or metric does</source>
+        <translation>nichts sagt, ob T%1 in Millimetern oder Zoll gemeint ist; --file-units inch oder metric sagt es</translation>
+    </message>
+    <message>
+        <source>tool T%1: %2 %3 is too small</source>
+        <translation>Werkzeug T%1: %2 %3 ist zu klein</translation>
+    </message>
+    <message>
+        <source>tool T%1: %2 %3 is too large, the most are 500 mm</source>
+        <translation>Werkzeug T%1: %2 %3 ist zu groß, höchstens 500 mm sind möglich</translation>
+    </message>
+    <message>
+        <source>the file does not tell the width of the slots of T%1</source>
+        <translation>die Datei nennt die Breite der Langlöcher von T%1 nicht</translation>
+    </message>
+    <message>
+        <source>T%1 drills %2 holes where a comment tells %3</source>
+        <translation>T%1 bohrt %2 Bohrungen, ein Kommentar nennt %3</translation>
+    </message>
+    <message>
+        <source>the header does not end; the file is cut off</source>
+        <translation>der Kopf endet nicht; die Datei ist abgeschnitten</translation>
+    </message>
+    <message>
+        <source>the program does not end; the file is cut off</source>
+        <translation>das Programm endet nicht; die Datei ist abgeschnitten</translation>
+    </message>
+    <message>
+        <source>a drill file</source>
+        <translation>eine Bohrdatei</translation>
+    </message>
+    <message>
+        <source>an XML file</source>
+        <translation>eine XML-Datei</translation>
+    </message>
+    <message>
+        <source>a Gerber drill file</source>
+        <translation>eine Gerber-Bohrdatei</translation>
+    </message>
+    <message>
+        <source>a Gerber file</source>
+        <translation>eine Gerberdatei</translation>
+    </message>
+    <message>
+        <source>a job file, which lists the board&apos;s files and has no holes itself</source>
+        <translation>eine Auftragsdatei, die die Dateien der Leiterplatte nennt und selbst keine Bohrungen hat</translation>
+    </message>
+    <message>
+        <source>a tape in EIA code; write it in ASCII</source>
+        <translation>ein Streifen in EIA-Code; schreiben Sie ihn in ASCII</translation>
+    </message>
+    <message>
+        <source>an archive</source>
+        <translation>ein Archiv</translation>
+    </message>
+    <message>
+        <source>a binary file</source>
+        <translation>eine Binärdatei</translation>
+    </message>
+    <message>
+        <source>a text without drill commands</source>
+        <translation>ein Text ohne Bohrbefehle</translation>
+    </message>
+    <message>
+        <source>an empty file</source>
+        <translation>eine leere Datei</translation>
+    </message>
+    <message>
+        <source>steps and repeats are not read</source>
+        <translation>Wiederholungen (SR) werden nicht gelesen</translation>
+    </message>
+    <message>
+        <source>%1 is not read: it moves what is drilled</source>
+        <translation>%1 wird nicht gelesen: Es verschiebt, was gebohrt wird</translation>
+    </message>
+    <message>
+        <source>%1 has no meaning in a drill file</source>
+        <translation>%1 hat in einer Bohrdatei keine Bedeutung</translation>
+    </message>
+    <message>
+        <source>unknown format of numbers: </source>
+        <translation>unbekanntes Zahlenformat: </translation>
+    </message>
+    <message>
+        <source>no aperture: </source>
+        <translation>keine Blende: </translation>
+    </message>
+    <message>
+        <source>an aperture before the units</source>
+        <translation>eine Blende vor der Einheit</translation>
+    </message>
+    <message>
+        <source>no coordinate: </source>
+        <translation>keine Koordinate: </translation>
+    </message>
+    <message>
+        <source>incremental places are not read</source>
+        <translation>Orte in Kettenmaßen werden nicht gelesen</translation>
+    </message>
+    <message>
+        <source>no command of a Gerber file: %1</source>
+        <translation>kein Befehl einer Gerberdatei: %1</translation>
+    </message>
+    <message>
+        <source>the centre of an arc lies further than 5 m from the origin</source>
+        <translation>der Mittelpunkt eines Bogens liegt weiter als 5 m vom Ursprung</translation>
+    </message>
+    <message>
+        <source>unknown operation D%1</source>
+        <translation>unbekannte Operation D%1</translation>
+    </message>
+    <message>
+        <source>aperture D%1 is not defined</source>
+        <translation>Blende D%1 ist nicht definiert</translation>
+    </message>
+    <message>
+        <source>aperture D%1 is not round, so what it flashes is no hole</source>
+        <translation>Blende D%1 ist nicht rund, was sie blitzt, ist also keine Bohrung</translation>
+    </message>
+    <message>
+        <source>aperture D%1 is not round, so what it draws is no slot</source>
+        <translation>Blende D%1 ist nicht rund, was sie zieht, ist also kein Langloch</translation>
+    </message>
+    <message>
+        <source>arcs of a single quadrant (G74) are not read</source>
+        <translation>Bögen eines einzelnen Quadranten (G74) werden nicht gelesen</translation>
+    </message>
+    <message>
+        <source>an arc without a centre</source>
+        <translation>ein Bogen ohne Mittelpunkt</translation>
+    </message>
+    <message>
+        <source>the file does not end with M02; it is cut off</source>
+        <translation>die Datei endet nicht mit M02; sie ist abgeschnitten</translation>
+    </message>
+    <message>
+        <source>aperture D%1: %2 mm is too small for a drill</source>
+        <translation>Blende D%1: %2 mm ist zu klein für einen Bohrer</translation>
+    </message>
+    <message>
+        <source>aperture D%1: %2 mm is too large for a drill, the most are 500 mm</source>
+        <translation>Blende D%1: %2 mm ist zu groß für einen Bohrer, höchstens 500 mm sind möglich</translation>
+    </message>
+    <message>
+        <source>a command that does not end</source>
+        <translation>ein Befehl, der nicht endet</translation>
+    </message>
+    <message>
+        <source>a set&apos;s %1 behind its holes</source>
+        <translation>%1 eines Set hinter dessen Bohrungen</translation>
+    </message>
+    <message>
+        <source>scale=&quot;%1&quot; is no scale</source>
+        <translation>scale=&quot;%1&quot; ist kein Maßstab</translation>
+    </message>
+    <message>
+        <source>no CadHeader tells the units of this hole</source>
+        <translation>kein CadHeader nennt die Einheit dieser Bohrung</translation>
+    </message>
+    <message>
+        <source>a hole without platingStatus</source>
+        <translation>eine Bohrung ohne platingStatus</translation>
+    </message>
+    <message>
+        <source>unknown platingStatus &quot;%1&quot;</source>
+        <translation>unbekannter platingStatus &quot;%1&quot;</translation>
+    </message>
+    <message>
+        <source>a hole without diameter</source>
+        <translation>eine Bohrung ohne diameter</translation>
+    </message>
+    <message>
+        <source>a hole that is scaled</source>
+        <translation>eine Bohrung, die skaliert ist</translation>
+    </message>
+    <message>
+        <source>a slot without a width</source>
+        <translation>ein Langloch ohne Breite</translation>
+    </message>
+    <message>
+        <source>no IPC-2581 file: the root element is &quot;%1&quot;</source>
+        <translation>keine IPC-2581-Datei: Das Wurzelelement ist „%1“</translation>
+    </message>
+    <message>
+        <source>a slot without a shape</source>
+        <translation>ein Langloch ohne Form</translation>
+    </message>
+    <message>
+        <source>no shape &quot;%1&quot; for this slot</source>
+        <translation>keine Form „%1“ für dieses Langloch</translation>
+    </message>
+    <message>
+        <source>a second step &quot;%1&quot;</source>
+        <translation>ein zweiter Step „%1“</translation>
+    </message>
+    <message>
+        <source>no CadHeader tells the units of this repeat</source>
+        <translation>kein CadHeader nennt die Einheit dieser Wiederholung</translation>
+    </message>
+    <message>
+        <source>copies of step &quot;%1&quot; are placed by its datum, which is not its origin</source>
+        <translation>Kopien des Steps „%1“ liegen nach dessen Bezugspunkt, der nicht sein Ursprung ist</translation>
+    </message>
+    <message>
+        <source>step &quot;%1&quot; repeats itself, or repeats are nested too deeply</source>
+        <translation>Step „%1“ wiederholt sich selbst, oder Wiederholungen sind zu tief verschachtelt</translation>
+    </message>
+    <message>
+        <source>no step &quot;%1&quot; to repeat</source>
+        <translation>kein Step „%1“, der zu wiederholen wäre</translation>
+    </message>
+    <message>
+        <source>is no number</source>
+        <translation>ist keine Zahl</translation>
+    </message>
+    <message>
+        <source>unknown units &quot;%1&quot;; known are MILLIMETER, MICRON and INCH</source>
+        <translation>unbekannte Einheit &quot;%1&quot;; bekannt sind MILLIMETER, MICRON und INCH</translation>
+    </message>
+    <message>
+        <source>is no size of a shape</source>
+        <translation>ist keine Größe einer Form</translation>
+    </message>
+    <message>
+        <source>is negative</source>
+        <translation>ist negativ</translation>
+    </message>
+    <message>
+        <source>is too large</source>
+        <translation>ist zu groß</translation>
+    </message>
+    <message>
+        <source>is no size of a hole</source>
+        <translation>ist keine Größe einer Bohrung</translation>
+    </message>
+    <message>
+        <source>is too large for a hole, the most are 500 mm</source>
+        <translation>ist zu groß für eine Bohrung, höchstens 500 mm sind möglich</translation>
+    </message>
+    <message>
+        <source>is no number from 1 to %1</source>
+        <translation>ist keine Zahl von 1 bis %1</translation>
+    </message>
+    <message>
+        <source>too many holes</source>
+        <translation>zu viele Bohrungen</translation>
+    </message>
+    <message>
+        <source>too many contours</source>
+        <translation>zu viele Konturen</translation>
+    </message>
+    <message>
+        <source>step &quot;%1&quot; is too large: more than %2 holes or %3 copies of steps</source>
+        <translation>Step „%1“ ist zu groß: mehr als %2 Bohrungen oder %3 Kopien von Steps</translation>
+    </message>
+    <message>
+        <source>step &quot;%1&quot; reaches too far</source>
+        <translation>Step „%1“ reicht zu weit</translation>
+    </message>
+    <message>
+        <source>a panel reaches too far for places of 32 bits</source>
+        <translation>ein Nutzen reicht zu weit für Orte in 32 Bit</translation>
+    </message>
+    <message>
+        <source>no drilled hole and no slot; contours: %1, back drills: %2</source>
+        <translation>weder Bohrung noch Langloch; Konturen: %1, Rückbohrungen: %2</translation>
+    </message>
+    <message>
+        <source>elements are nested more than %1 deep</source>
+        <translation>Elemente sind tiefer als %1-fach verschachtelt</translation>
+    </message>
+</context>
+<context>
     <name>DataFile</name>
     <message>
         <source>line %1: nested too deeply</source>

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "board_archive.h"
 
+#include "board_text.h"
 #include "file_kind.h"
 #include "reading.h"
 
@@ -49,7 +50,7 @@ public:
                 fail();
             }
             if (++mEntries > maxArchiveEntries) {
-                refuse(QStringLiteral("more than %1 files").arg(maxArchiveEntries));
+                refuse(BoardText::tr("more than %1 files").arg(maxArchiveEntries));
             }
             const bool isRaw = archive_format(mArchive.get()) == ARCHIVE_FORMAT_RAW;
             if (isRaw || archive_entry_filetype(entry) == AE_IFREG) {
@@ -70,7 +71,7 @@ public:
         const bool tooMuch = mUnpacked > maxUnpackedSize
             || (mUnpacked > freeUnpackedSize && mUnpacked / maxUnpackedRatio > mPackedSize);
         if (tooMuch) {
-            refuse(QStringLiteral("it unpacks to more than %1 GiB or %2 times its size")
+            refuse(BoardText::tr("it unpacks to more than %1 GiB or %2 times its size")
                        .arg(maxUnpackedSize >> 30)
                        .arg(maxUnpackedRatio));
         }
@@ -92,7 +93,7 @@ private:
     [[noreturn]] void fail() const
     {
         const char* text = archive_error_string(mArchive.get());
-        refuse(QStringLiteral("the archive can't be read: %1")
+        refuse(BoardText::tr("the archive can't be read: %1")
                    .arg(text ? QString::fromLocal8Bit(text) : QString()));
     }
 
@@ -163,5 +164,5 @@ std::unique_ptr<QIODevice> openArchiveEntry(const Archive& archive, const QStrin
             return std::make_unique<EntryDevice>(std::move(open));
         }
     }
-    throw BoardError(archive.path, 1, QStringLiteral("no file \"%1\" in the archive").arg(entry));
+    throw BoardError(archive.path, 1, BoardText::tr("no file \"%1\" in the archive").arg(entry));
 }

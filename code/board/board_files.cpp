@@ -2,6 +2,7 @@
 #include "board_files.h"
 
 #include "board_archive.h"
+#include "board_text.h"
 
 #include <QDirIterator>
 #include <QFile>
@@ -107,7 +108,7 @@ private:
     {
         const QFileInfo info(path);
         if (path == QLatin1String("-")) {
-            addStream(QStringLiteral("standard input"),
+            addStream(BoardText::tr("standard input"),
                 [](QFile& file) { return file.open(stdin, QIODevice::ReadOnly); });
         } else if (info.isDir()) {
             addFolder(path);
@@ -125,7 +126,7 @@ private:
     void checkTwice(const QFileInfo& info, const QString& path)
     {
         if (mCanonical.contains(info.canonicalFilePath()) && info.exists()) {
-            throw BoardError(path, 1, QStringLiteral("the file is named twice"));
+            throw BoardError(path, 1, BoardText::tr("the file is named twice"));
         }
         mCanonical << info.canonicalFilePath();
     }
@@ -139,7 +140,7 @@ private:
         const QByteArray beginning = file.peek(fileKindBytes);
         if (fileKind(beginning) == FileKind::Archive) {
             if (isFound) {
-                leave(name, QStringLiteral("an archive within a folder"));
+                leave(name, BoardText::tr("an archive within a folder"));
             } else {
                 addArchive({path, {}});
             }
@@ -172,7 +173,7 @@ private:
         beginning += readAtMost(*file, maxPipedSize - beginning.size() + 1);
         if (beginning.size() > maxPipedSize) {
             throw BoardError(name, 1,
-                QStringLiteral("an archive of more than %1 MiB can't be read from a pipe")
+                BoardText::tr("an archive of more than %1 MiB can't be read from a pipe")
                     .arg(maxPipedSize >> 20));
         }
         addArchive({name, std::make_shared<const QByteArray>(std::move(beginning))});
@@ -186,7 +187,7 @@ private:
         while (all.hasNext()) {
             files << all.next();
             if (files.size() > maxFolderFiles) {
-                throw BoardError(path, 1, QStringLiteral("more than %1 files").arg(maxFolderFiles));
+                throw BoardError(path, 1, BoardText::tr("more than %1 files").arg(maxFolderFiles));
             }
         }
         files.sort();
@@ -206,7 +207,7 @@ private:
             const bool isUnnamed = entry == archive.path; // compressed in a pipe
             const QString name = isUnnamed ? entry : archive.path + '/' + entry;
             if (look.kind == FileKind::Archive) {
-                leave(name, QStringLiteral("an archive within an archive"));
+                leave(name, BoardText::tr("an archive within an archive"));
                 continue;
             }
             add(name, look, true,
@@ -222,7 +223,7 @@ private:
             if (look.kind != FileKind::Xml && look.kind != FileKind::DrillProgram
                 && look.kind != FileKind::GerberDrill) {
                 throw BoardError(
-                    name, 1, QStringLiteral("no drill file: it is ") + kindText(look.kind));
+                    name, 1, BoardText::tr("no drill file: it is ") + kindText(look.kind));
             }
             mCandidates.push_back(std::move(file));
         } else if (look.isOfBoard) {
@@ -252,8 +253,8 @@ private:
             std::make_move_iterator(mCandidates.end()));
         if (mFiles.taken.empty()) {
             throw BoardError(paths.value(0), 1,
-                QStringLiteral("nothing of a board in it: %1")
-                    .arg(mFiles.left.isEmpty() ? QStringLiteral("it is empty")
+                BoardText::tr("nothing of a board in it: %1")
+                    .arg(mFiles.left.isEmpty() ? BoardText::tr("it is empty")
                                                : mFiles.left.join(QStringLiteral(", "))));
         }
     }
@@ -268,10 +269,10 @@ private:
             }
             if (!it->isFound || (isXml(*it) && first->isFound)) {
                 throw BoardError(first->name, 1,
-                    QStringLiteral("no drill file; an IPC-2581 file is a board of its own, open "
-                                   "it alone"));
+                    BoardText::tr("no drill file; an IPC-2581 file is a board of its own, open "
+                                  "it alone"));
             }
-            leave(it->name, QStringLiteral("there is an IPC-2581 file"));
+            leave(it->name, BoardText::tr("there is an IPC-2581 file"));
         }
         mFiles.taken.push_back(std::move(*first));
         mCandidates.clear();
@@ -282,7 +283,7 @@ private:
         std::erase_if(mCandidates, [this](const BoardFile& file) {
             const bool repeats = file.isFound && file.kind == FileKind::GerberDrill;
             if (repeats) {
-                leave(file.name, QStringLiteral("there are Excellon files"));
+                leave(file.name, BoardText::tr("there are Excellon files"));
             }
             return repeats;
         });

@@ -2,6 +2,7 @@
 #include "board_reader.h"
 
 #include "board_files.h"
+#include "board_text.h"
 #include "excellon_reader.h"
 #include "file_kind.h"
 #include "gerber_drill_reader.h"
@@ -78,14 +79,14 @@ public:
         }
         mUnits = mUnits ? mUnits : drill.units;
         if (isEmpty(drill.layer)) {
-            mBoard.notes << QStringLiteral("%1: nothing to drill").arg(file.name);
+            mBoard.notes << BoardText::tr("%1: nothing to drill").arg(file.name);
             return;
         }
         std::vector<Layer>& layers = mStep.layers;
         const auto twin = std::find_if(layers.begin(), layers.end(),
             [&](const Layer& other) { return file.isFound && drillTheSame(other, drill.layer); });
         if (twin != layers.end()) {
-            mBoard.notes << QStringLiteral("%1: left out, it drills the same as %2")
+            mBoard.notes << BoardText::tr("%1: left out, it drills the same as %2")
                                 .arg(file.name, twin->name);
             return;
         }
@@ -124,9 +125,9 @@ QStringList takenText(const BoardFiles& files)
     for (const BoardFile& file : files.taken) {
         taken << file.name;
     }
-    QStringList lines{QStringLiteral("taken: ") + taken.join(QStringLiteral(", "))};
+    QStringList lines{BoardText::tr("taken: ") + taken.join(QStringLiteral(", "))};
     if (!files.left.isEmpty()) {
-        lines << QStringLiteral("not taken: ") + files.left.join(QStringLiteral(", "));
+        lines << BoardText::tr("not taken: ") + files.left.join(QStringLiteral(", "));
     }
     return lines;
 }

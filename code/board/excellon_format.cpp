@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "excellon_format.h"
 
+#include "board_text.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -143,10 +145,10 @@ QString ExcellonFormat::guess() const
     if (!mGuessUsed && !mUnitsGuessed) {
         return {};
     }
-    const QString zeros = mZeros == Zeros::LeadingKept ? QStringLiteral("trailing zeros left out")
-                                                       : QStringLiteral("leading zeros left out");
+    const QString zeros = mZeros == Zeros::LeadingKept ? BoardText::tr("trailing zeros left out")
+                                                       : BoardText::tr("leading zeros left out");
     const QString digits = QStringLiteral("%1:%2, %3").arg(mBefore).arg(mAfter).arg(zeros);
     const QString unit =
-        mLikelyUnits == Units::Inch ? QStringLiteral("inches, ") : QStringLiteral("millimetres, ");
+        mLikelyUnits == Units::Inch ? BoardText::tr("inches, ") : BoardText::tr("millimetres, ");
     return mUnitsGuessed ? unit + digits : digits;
 }

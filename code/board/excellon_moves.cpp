@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "board_text.h"
 #include "excellon_words.h"
 
 #include <cmath>
@@ -25,20 +26,20 @@ ExcellonProgram::Point ExcellonProgram::target(
 Place ExcellonProgram::place(const Point& point) const
 {
     if (point.x != Size(point.x) || point.y != Size(point.y)) {
-        fail(QStringLiteral("a place further than 5 m from the origin"));
+        fail(BoardText::tr("a place further than 5 m from the origin"));
     }
     return {Size(point.x), Size(point.y)};
 }
 
-/** The selected tool, to make something with. */
+/** The selected tool, to make something with that BoardText knows. */
 ExcellonProgram::Use& ExcellonProgram::use(const char* what)
 {
     if (mInHeader) {
-        fail(QStringLiteral("the header does not end: no % or M95 before %1")
-                 .arg(QLatin1String(what)));
+        fail(BoardText::tr("the header does not end: no % or M95 before %1")
+                 .arg(BoardText::tr(what)));
     }
     if (!mUse) {
-        fail(QStringLiteral("%1 before a tool is selected").arg(QLatin1String(what)));
+        fail(BoardText::tr("%1 before a tool is selected").arg(BoardText::tr(what)));
     }
     mHasPlaces = true;
     return mUses[*mUse];
@@ -48,19 +49,19 @@ void ExcellonProgram::count(qint64 more)
 {
     mDrilled += more;
     if (mDrilled > maxDrilled) {
-        fail(QStringLiteral("too many holes and slots, the most are %1").arg(maxDrilled));
+        fail(BoardText::tr("too many holes and slots, the most are %1").arg(maxDrilled));
     }
 }
 
 void ExcellonProgram::addHoles(const Words& words)
 {
     if (mMode == Mode::Up) {
-        fail(QStringLiteral("neither a hole (G05) nor a routed path"));
+        fail(BoardText::tr("neither a hole (G05) nor a routed path"));
     }
-    Use& to = use("a hole");
+    Use& to = use(QT_TRANSLATE_NOOP("BoardText", "a hole"));
     const DrillTool& tool = mTools[to.tool];
     if (tool.diameter == 0 && !mComments.remark(tool.number)) {
-        fail(QStringLiteral("tool T%1 has no diameter").arg(tool.number));
+        fail(BoardText::tr("tool T%1 has no diameter").arg(tool.number));
     }
     count(qMax(1, words.repeats));
     if (words.repeats == 0) {
@@ -70,10 +71,10 @@ void ExcellonProgram::addHoles(const Words& words)
         return;
     }
     if (words.repeatIsLast) {
-        fail(QStringLiteral("a place before a repeat in one line"));
+        fail(BoardText::tr("a place before a repeat in one line"));
     }
     if (!mAfterHole) {
-        fail(QStringLiteral("a repeat that follows no hole"));
+        fail(BoardText::tr("a repeat that follows no hole"));
     }
     for (int i = 0; i < words.repeats; ++i) {
         mAt = {mAt.x + words.x.value_or(0), mAt.y + words.y.value_or(0)};
@@ -94,7 +95,7 @@ void ExcellonProgram::beginCut()
 {
     mMode = Mode::Cut;
     if (!mCutting) {
-        use("a slot");
+        use(QT_TRANSLATE_NOOP("BoardText", "a slot"));
         count(1);
         mCutting = true;
         mAfterHole = false;
@@ -118,7 +119,7 @@ void ExcellonProgram::endCut()
 void ExcellonProgram::cutTo(const Words& words)
 {
     if (words.repeats > 0) {
-        fail(QStringLiteral("a repeat within a routed path"));
+        fail(BoardText::tr("a repeat within a routed path"));
     }
     const Point to = target(words.x, words.y);
     count(1);
@@ -141,7 +142,7 @@ Place ExcellonProgram::arcCentre(const Point& to, const Words& words) const
         return place({mAt.x + words.i.value_or(0), mAt.y + words.j.value_or(0)});
     }
     if (!words.radius || *words.radius == 0) {
-        fail(QStringLiteral("an arc without a centre or radius"));
+        fail(BoardText::tr("an arc without a centre or radius"));
     }
     const double radius = std::abs(double(*words.radius));
     const double dx = double(to.x - mAt.x);
@@ -149,7 +150,7 @@ Place ExcellonProgram::arcCentre(const Point& to, const Words& words) const
     const double chord = std::hypot(dx, dy);
     // The last digit of a half circle's radius may be rounded down.
     if (chord == 0 || chord / 2 > radius * 1.01 + sizePerMicron) {
-        fail(QStringLiteral("no arc of this radius reaches from here to there"));
+        fail(BoardText::tr("no arc of this radius reaches from here to there"));
     }
     const double height = std::sqrt(std::max(0.0, radius * radius - chord * chord / 4));
     // A radius leads to the arc of at most 180 degrees: the centre of a clockwise one lies to the
@@ -164,25 +165,26 @@ void ExcellonProgram::addCannedSlot(const Words& words)
 {
     endCut();
     if (words.repeats > 0) {
-        fail(QStringLiteral("a repeat of a slot"));
+        fail(BoardText::tr("a repeat of a slot"));
     }
     count(1);
     mAfterHole = false;
     const Point first = target(words.x, words.y);
     if (words.canned == 32 || words.canned == 33) {
-        Use& to = use("a circle");
+        Use& to = use(QT_TRANSLATE_NOOP("BoardText", "a circle"));
         addCircle(first, words.radius.value_or(0), mCompensated ? to.contours : to.slotPaths);
         return;
     }
     if (words.canned == 84) {
         // The circle's diameter stands where a second place would.
-        addCircle(first, std::abs(words.x2.value_or(0)) / 2, use("a circle").contours);
+        addCircle(first, std::abs(words.x2.value_or(0)) / 2,
+            use(QT_TRANSLATE_NOOP("BoardText", "a circle")).contours);
         return;
     }
     if (!words.x2 && !words.y2) {
-        fail(QStringLiteral("a slot without an end"));
+        fail(BoardText::tr("a slot without an end"));
     }
-    Use& to = use("a slot");
+    Use& to = use(QT_TRANSLATE_NOOP("BoardText", "a slot"));
     mAt = first;
     const Place start = place(mAt);
     mAt = target(words.x2, words.y2);
@@ -192,7 +194,7 @@ void ExcellonProgram::addCannedSlot(const Words& words)
 void ExcellonProgram::addCircle(const Point& centre, qint64 radius, std::vector<Path>& to)
 {
     if (radius <= 0) {
-        fail(QStringLiteral("a routed circle without a size"));
+        fail(BoardText::tr("a routed circle without a size"));
     }
     mAt = centre;
     const Place start = place({centre.x + radius, centre.y});
@@ -223,7 +225,7 @@ void ExcellonProgram::endPattern()
 void ExcellonProgram::repeatPattern(const Point& by, int times)
 {
     if (mPattern != Pattern::Repeated) {
-        fail(QStringLiteral("no pattern to repeat"));
+        fail(BoardText::tr("no pattern to repeat"));
     }
     for (const Use& use : mUses) {
         count(times * qint64(use.patternEnd.holes - use.patternBegin.holes));

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "excellon_program.h"
 
+#include "board_text.h"
 #include "excellon_words.h"
 
 #include <algorithm>
@@ -81,11 +82,10 @@ void ExcellonProgram::readLine(std::string_view line)
         return;
     }
     if (mEnded) {
-        fail(shown(line) + QStringLiteral(" after the program's end"));
+        fail(BoardText::tr("%1 after the program's end").arg(shown(line)));
     }
     if (mStopLine != 0) {
-        mNotes << QStringLiteral(
-            "M00 in line %1 is taken for a stop: the program goes on behind it")
+        mNotes << BoardText::tr("M00 in line %1 is taken for a stop: the program goes on behind it")
                       .arg(mStopLine);
         mStopLine = 0;
     }
@@ -114,7 +114,7 @@ bool ExcellonProgram::readKeyword(std::string_view line)
     if (name == "ICI") {
         mIncremental = trimmed(fields) == "ON";
         if (!mIncremental && trimmed(fields) != "OFF") {
-            fail(QStringLiteral("ICI is neither ON nor OFF"));
+            fail(BoardText::tr("ICI is neither ON nor OFF"));
         }
         return true;
     }
@@ -179,7 +179,7 @@ ExcellonProgram::Words ExcellonProgram::split(std::string_view line)
             words.repeatIsLast = words.hasPlace;
             words.repeats = number(letter, value);
             if (words.repeats < 1 || words.repeats > maxRepeats) {
-                fail(QStringLiteral("R%1 is no number from 1 to %2")
+                fail(BoardText::tr("R%1 is no number from 1 to %2")
                          .arg(words.repeats)
                          .arg(maxRepeats));
             }
@@ -203,7 +203,7 @@ ExcellonProgram::Words ExcellonProgram::split(std::string_view line)
             // Depths, feeds, speeds and line numbers are nothing to us.
             if (std::string_view("BFHNSUZ").find(letter) == std::string_view::npos
                 || !(value.empty() || toNumber(value))) {
-                fail(QStringLiteral("no command of a drill file: ") + shown(all));
+                fail(BoardText::tr("no command of a drill file: ") + shown(all));
             }
         }
     }
@@ -215,7 +215,7 @@ void ExcellonProgram::readCommands(std::string_view line)
     mMayEnd = false;
     Words words = split(line);
     if (words.diameter && !words.tool) {
-        fail(QStringLiteral("a diameter without a tool"));
+        fail(BoardText::tr("a diameter without a tool"));
     }
     if (words.diameter) {
         defineTool(*words.tool, *words.diameter);
@@ -243,7 +243,7 @@ void ExcellonProgram::readCommands(std::string_view line)
         addCannedSlot(words);
     } else if (!words.hasPlace) {
         if (words.repeats > 0 && !hadPlace) {
-            fail(QStringLiteral("a repeat without a distance"));
+            fail(BoardText::tr("a repeat without a distance"));
         }
     } else if (mMode == Mode::Move) {
         moveTo(words);
@@ -286,7 +286,7 @@ void ExcellonProgram::preparation(int code, Words& words)
     case 92: // sets the origin, which only moves the whole
     case 93:
         if (mHasPlaces && (words.x.value_or(0) != 0 || words.y.value_or(0) != 0)) {
-            fail(QStringLiteral("the origin is set after the first hole"));
+            fail(BoardText::tr("the origin is set after the first hole"));
         }
         words.hasPlace = false;
         break;
@@ -304,7 +304,7 @@ void ExcellonProgram::preparation(int code, Words& words)
         mIncremental = true;
         break;
     default: // may drill holes that we would miss
-        fail(QStringLiteral("unknown command G%1").arg(code, 2, 10, QChar('0')));
+        fail(BoardText::tr("unknown command G%1").arg(code, 2, 10, QChar('0')));
     }
 }
 
@@ -314,7 +314,7 @@ void ExcellonProgram::miscellaneous(int code, Words& words)
     case 0:
     case 30:
         if (words.hasPlace) {
-            fail(QStringLiteral("coordinates beside the program's end"));
+            fail(BoardText::tr("coordinates beside the program's end"));
         }
         endCut();
         mEnded = code == 30;
@@ -323,12 +323,12 @@ void ExcellonProgram::miscellaneous(int code, Words& words)
     case 6:
     case 9:
         if (words.hasPlace) {
-            fail(QStringLiteral("coordinates beside a stop (M%1)").arg(code, 2, 10, QChar('0')));
+            fail(BoardText::tr("coordinates beside a stop (M%1)").arg(code, 2, 10, QChar('0')));
         }
         break;
     case 1:
         if (words.hasPlace) {
-            fail(QStringLiteral("coordinates beside the pattern's end"));
+            fail(BoardText::tr("coordinates beside the pattern's end"));
         }
         // Without M25 the pattern begins with the program or where the last one ended.
         endPattern();
@@ -346,14 +346,14 @@ void ExcellonProgram::miscellaneous(int code, Words& words)
         break;
     case 25:
         if (mPattern == Pattern::Open) {
-            fail(QStringLiteral("a pattern within a pattern"));
+            fail(BoardText::tr("a pattern within a pattern"));
         }
         beginPattern();
         mPattern = Pattern::Open;
         break;
     case 8:
         if (mPattern == Pattern::Open) {
-            fail(QStringLiteral("the pattern is not ended by M01"));
+            fail(BoardText::tr("the pattern is not ended by M01"));
         }
         beginPattern();
         mPattern = Pattern::None;
@@ -378,7 +378,7 @@ void ExcellonProgram::miscellaneous(int code, Words& words)
     case 70:
     case 80:
     case 90:
-        fail(QStringLiteral("a pattern that is turned or mirrored (M%1) is not read").arg(code));
+        fail(BoardText::tr("a pattern that is turned or mirrored (M%1) is not read").arg(code));
     case 71:
         setUnits(Units::Metric);
         break;
@@ -388,7 +388,7 @@ void ExcellonProgram::miscellaneous(int code, Words& words)
     default:
         if (std::find(std::begin(harmlessMiscellaneous), std::end(harmlessMiscellaneous), code)
             == std::end(harmlessMiscellaneous)) {
-            fail(QStringLiteral("unknown command M%1").arg(code, 2, 10, QChar('0')));
+            fail(BoardText::tr("unknown command M%1").arg(code, 2, 10, QChar('0')));
         }
     }
 }
@@ -406,7 +406,7 @@ int ExcellonProgram::number(char letter, std::string_view digits) const
     const char* end = digits.data() + digits.size();
     const auto [stop, error] = std::from_chars(digits.data(), end, value);
     if (error != std::errc() || stop != end || value < 0) {
-        fail(QStringLiteral("%1 with no whole number: %2").arg(QChar(letter)).arg(shown(digits)));
+        fail(BoardText::tr("%1 with no whole number: %2").arg(QChar(letter)).arg(shown(digits)));
     }
     return value;
 }
@@ -415,7 +415,7 @@ qint64 ExcellonProgram::coordinate(char letter, std::string_view digits)
 {
     const auto value = mFormat.read(digits);
     if (!value) {
-        fail(QStringLiteral("%1%2 is no coordinate").arg(QChar(letter)).arg(shown(digits)));
+        fail(BoardText::tr("%1%2 is no coordinate").arg(QChar(letter)).arg(shown(digits)));
     }
     // Far beyond every place, but sums of it still fit.
     constexpr qint64 far = qint64(1) << 40;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "excellon_reader.h"
 
+#include "board_text.h"
 #include "excellon_program.h"
 
 #include <QFileInfo>
@@ -33,7 +34,7 @@ public:
             mRest += chunk.substr(0, end);
             if (mRest.size() > maxLineLength) {
                 throw BoardError(mName, mLine + 1,
-                    QStringLiteral("the line is longer than %1").arg(maxLineLength));
+                    BoardText::tr("the line is longer than %1").arg(maxLineLength));
             }
             if (end == chunk.npos) {
                 return;

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "board_text.h"
 #include "excellon_words.h"
 
 #include <QFileInfo>
@@ -23,17 +24,16 @@ void ExcellonProgram::setUnits(Units units)
 
 void ExcellonProgram::defineTool(int number, std::string_view diameter)
 {
-    const QString told = QStringLiteral("diameter %1 ").arg(shown(diameter));
     const auto value = toNumber(diameter);
     if (!value) {
-        fail(told + QStringLiteral("is no number"));
+        fail(BoardText::tr("diameter %1 is no number").arg(shown(diameter)));
     }
     if (*value <= 0) {
-        fail(told + QStringLiteral("is not above 0"));
+        fail(BoardText::tr("diameter %1 is not above 0").arg(shown(diameter)));
     }
     // More digits would leave open where the point is thought to be.
     if (diameter.size() > 1 && diameter.find('.') == diameter.npos) {
-        fail(told + QStringLiteral("has no decimal point"));
+        fail(BoardText::tr("diameter %1 has no decimal point").arg(shown(diameter)));
     }
     DrillTool tool{number, mLine, *value, std::string(diameter), mComments.attributes(),
         mComments.tolerance(), mUnits};
@@ -61,7 +61,7 @@ void ExcellonProgram::defineTool(int number, std::string_view diameter)
         }
     }
     if (mTools.size() == maxTools) {
-        fail(QStringLiteral("more than %1 tools").arg(maxTools));
+        fail(BoardText::tr("more than %1 tools").arg(maxTools));
     }
     mToolOfNumber[number] = mTools.size();
     mTools.push_back(std::move(tool));
@@ -107,19 +107,18 @@ Size ExcellonProgram::sizeOf(const DrillTool& tool) const
     const auto units = tool.units ? tool.units : mFormat.units();
     if (!units) {
         fail(tool.line,
-            QStringLiteral("nothing tells whether T%1 is in millimetres or inches; "
-                           "--file-units inch or metric does")
+            BoardText::tr("nothing tells whether T%1 is in millimetres or inches; "
+                          "--file-units inch or metric does")
                 .arg(tool.number));
     }
     const bool inch = units == Units::Inch;
     const double size = std::round(tool.diameter * (inch ? sizePerInch : sizePerMillimetre));
     if (size < 1 || size > maxDiameter) {
         fail(tool.line,
-            QStringLiteral("tool T%1: %2 %3 is too %4")
+            (size < 1 ? BoardText::tr("tool T%1: %2 %3 is too small")
+                      : BoardText::tr("tool T%1: %2 %3 is too large, the most are 500 mm"))
                 .arg(tool.number)
-                .arg(QString::fromStdString(tool.text), inch ? "inch" : "mm",
-                    size < 1 ? QStringLiteral("small")
-                             : QStringLiteral("large, the most are 500 mm")));
+                .arg(QString::fromStdString(tool.text), inch ? "inch" : "mm"));
     }
     return Size(size);
 }
@@ -172,7 +171,7 @@ void ExcellonProgram::addTo(Layer& layer, Use& use, QStringList& notes) const
         return;
     }
     if (!use.holes.empty() && sizeOf(drill) == 0) {
-        fail(drill.line, QStringLiteral("tool T%1 has no diameter").arg(drill.number));
+        fail(drill.line, BoardText::tr("tool T%1 has no diameter").arg(drill.number));
     }
     Tool tool;
     tool.number = drill.number;
@@ -185,7 +184,7 @@ void ExcellonProgram::addTo(Layer& layer, Use& use, QStringList& notes) const
     tool.holes = std::move(use.holes);
     tool.slotPaths = std::move(use.slotPaths);
     if (tool.finishedSize == 0) {
-        notes << QStringLiteral("the file does not tell the width of the slots of T%1")
+        notes << BoardText::tr("the file does not tell the width of the slots of T%1")
                      .arg(drill.number);
     }
     (facts.backDrill ? layer.backDrills : layer.tools).push_back(std::move(tool));
@@ -203,7 +202,7 @@ void ExcellonProgram::compareQuantities(QStringList& notes) const
             hits += use.tool == i ? qint64(use.holes.size() + use.slotPaths.size()) : 0;
         }
         if (hits != remark->quantity) {
-            notes << QStringLiteral("T%1 drills %2 holes where a comment tells %3")
+            notes << BoardText::tr("T%1 drills %2 holes where a comment tells %3")
                          .arg(mTools[i].number)
                          .arg(hits)
                          .arg(remark->quantity);
@@ -214,10 +213,10 @@ void ExcellonProgram::compareQuantities(QStringList& notes) const
 DrillFile ExcellonProgram::finish()
 {
     if (mInHeader) {
-        fail(QStringLiteral("the header does not end; the file is cut off"));
+        fail(BoardText::tr("the header does not end; the file is cut off"));
     }
     if (!mEnded && !mMayEnd && mStopLine == 0) {
-        fail(QStringLiteral("the program does not end; the file is cut off"));
+        fail(BoardText::tr("the program does not end; the file is cut off"));
     }
     DrillFile file;
     file.notes = std::move(mNotes);

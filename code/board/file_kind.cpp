@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "file_kind.h"
 
+#include "board_text.h"
+
 #include <QRegularExpression>
 #include <algorithm>
 
@@ -95,25 +97,25 @@ QString kindText(FileKind kind)
 {
     switch (kind) {
     case FileKind::DrillProgram:
-        return QStringLiteral("a drill file");
+        return BoardText::tr("a drill file");
     case FileKind::Xml:
-        return QStringLiteral("an XML file");
+        return BoardText::tr("an XML file");
     case FileKind::GerberDrill:
-        return QStringLiteral("a Gerber drill file");
+        return BoardText::tr("a Gerber drill file");
     case FileKind::Gerber:
-        return QStringLiteral("a Gerber file");
+        return BoardText::tr("a Gerber file");
     case FileKind::Job:
-        return QStringLiteral("a job file, which lists the board's files and has no holes itself");
+        return BoardText::tr("a job file, which lists the board's files and has no holes itself");
     case FileKind::Eia:
-        return QStringLiteral("a tape in EIA code; write it in ASCII");
+        return BoardText::tr("a tape in EIA code; write it in ASCII");
     case FileKind::Archive:
-        return QStringLiteral("an archive");
+        return BoardText::tr("an archive");
     case FileKind::Binary:
-        return QStringLiteral("a binary file");
+        return BoardText::tr("a binary file");
     case FileKind::Text:
-        return QStringLiteral("a text without drill commands");
+        return BoardText::tr("a text without drill commands");
     case FileKind::Empty:
-        return QStringLiteral("an empty file");
+        return BoardText::tr("an empty file");
     }
     return {};
 }

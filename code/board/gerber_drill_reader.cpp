@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "gerber_drill_reader.h"
 
+#include "board_text.h"
 #include "excellon_comments.h"
 #include "panel.h"
 #include "slot_shape.h"
@@ -107,13 +108,13 @@ void GerberDrill::extended(std::string_view text)
         mAttributes.read("#@! " + QString::fromUtf8(text.data(), qsizetype(text.size())), mFormat);
     } else if (text.starts_with("SR") && text != "SR" && text != "SRX1Y1"
         && !text.starts_with("SRX1Y1I")) {
-        fail(QStringLiteral("steps and repeats are not read"));
+        fail(BoardText::tr("steps and repeats are not read"));
     } else if (text.starts_with("AB") || movesPlaces(text)) {
-        fail(QStringLiteral("%1 is not read: it moves what is drilled").arg(shown(text)));
+        fail(BoardText::tr("%1 is not read: it moves what is drilled").arg(shown(text)));
     } else if (text.starts_with("LPC") || text.starts_with("LM") || text.starts_with("LR")
         || text.starts_with("LS")) {
         if (text != "LMN" && text != "LR0" && text != "LR0.0" && text != "LS1" && text != "LS1.0") {
-            fail(QStringLiteral("%1 has no meaning in a drill file").arg(shown(text)));
+            fail(BoardText::tr("%1 has no meaning in a drill file").arg(shown(text)));
         }
     }
 }
@@ -123,11 +124,11 @@ void GerberDrill::setFormat(std::string_view text)
 {
     const size_t x = text.find('X');
     if (x == text.npos || x + 2 >= text.size() || text.find('I') < x) {
-        fail(QStringLiteral("unknown format of numbers: ") + shown(text));
+        fail(BoardText::tr("unknown format of numbers: ") + shown(text));
     }
     const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
     if (!isDigit(text[x + 1]) || !isDigit(text[x + 2])) {
-        fail(QStringLiteral("unknown format of numbers: ") + shown(text));
+        fail(BoardText::tr("unknown format of numbers: ") + shown(text));
     }
     if (text.find('T') < x) {
         mFormat.setZeros(ExcellonFormat::Zeros::LeadingKept);
@@ -140,8 +141,8 @@ void GerberDrill::defineAperture(std::string_view text)
     const size_t digits = std::min(text.find_first_not_of("0123456789"), text.size());
     const auto number = toNumber(text.substr(0, digits));
     if (!number || *number < 10 || *number > 1e6 || !mFormat.units()) {
-        fail(mFormat.units() ? QStringLiteral("no aperture: ") + shown(text)
-                             : QStringLiteral("an aperture before the units"));
+        fail(mFormat.units() ? BoardText::tr("no aperture: ") + shown(text)
+                             : BoardText::tr("an aperture before the units"));
     }
     const std::string_view definition = text.substr(digits);
     const double unit = mFormat.units() == Units::Inch ? sizePerInch : sizePerMillimetre;
@@ -190,7 +191,7 @@ void GerberDrill::command(std::string_view text)
     const auto coordinate = [&](std::string_view digits) {
         const auto value = mFormat.read(digits);
         if (!value || *value != Size(*value)) {
-            fail(QStringLiteral("no coordinate: ") + shown(digits));
+            fail(BoardText::tr("no coordinate: ") + shown(digits));
         }
         return Size(*value);
     };
@@ -236,7 +237,7 @@ void GerberDrill::command(std::string_view text)
             } else if (code == 74 || code == 75) {
                 mQuadrants = code == 74;
             } else if (code == 91) {
-                fail(QStringLiteral("incremental places are not read"));
+                fail(BoardText::tr("incremental places are not read"));
             }
             break; // G54, G90 and the like
         case 'M':
@@ -247,7 +248,7 @@ void GerberDrill::command(std::string_view text)
         case '\t':
             break;
         default:
-            fail(QStringLiteral("no command of a Gerber file: %1").arg(QChar(letter)));
+            fail(BoardText::tr("no command of a Gerber file: %1").arg(QChar(letter)));
         }
     }
     if (operation == 0 && hasPlace) {
@@ -259,7 +260,7 @@ void GerberDrill::command(std::string_view text)
             const qint64 x = mAt.x + i.value_or(0);
             const qint64 y = mAt.y + j.value_or(0);
             if (x != Size(x) || y != Size(y)) {
-                fail(QStringLiteral("the centre of an arc lies further than 5 m from the origin"));
+                fail(BoardText::tr("the centre of an arc lies further than 5 m from the origin"));
             }
             centre = Place{Size(x), Size(y)};
         }
@@ -282,7 +283,7 @@ void GerberDrill::operate(int code, const Place& to, const std::optional<Place>&
         flash(to);
         break;
     default:
-        fail(QStringLiteral("unknown operation D%1").arg(code, 2, 10, QChar('0')));
+        fail(BoardText::tr("unknown operation D%1").arg(code, 2, 10, QChar('0')));
     }
     mAt = to;
 }
@@ -291,7 +292,7 @@ GerberDrill::Aperture& GerberDrill::aperture()
 {
     const auto found = mApertures.find(mCurrent);
     if (found == mApertures.end()) {
-        fail(QStringLiteral("aperture D%1 is not defined").arg(mCurrent));
+        fail(BoardText::tr("aperture D%1 is not defined").arg(mCurrent));
     }
     return found->second;
 }
@@ -304,7 +305,7 @@ void GerberDrill::flash(const Place& at)
         return;
     }
     if (with.shape != 'O') {
-        fail(QStringLiteral("aperture D%1 is not round, so what it flashes is no hole")
+        fail(BoardText::tr("aperture D%1 is not round, so what it flashes is no hole")
                  .arg(mCurrent));
     }
     SlotShape oval = ovalSlot(Size(std::lround(with.width)), Size(std::lround(with.height)));
@@ -315,15 +316,14 @@ void GerberDrill::flash(const Place& at)
 void GerberDrill::draw(const Place& to, const std::optional<Place>& centre)
 {
     if (!mInRegion && aperture().shape != 'C') {
-        fail(
-            QStringLiteral("aperture D%1 is not round, so what it draws is no slot").arg(mCurrent));
+        fail(BoardText::tr("aperture D%1 is not round, so what it draws is no slot").arg(mCurrent));
     }
     if (mPath.segments.empty()) {
         mPath.start = mAt;
     }
     if (mShape != Segment::Shape::Line && (!centre || mQuadrants)) {
-        fail(mQuadrants ? QStringLiteral("arcs of a single quadrant (G74) are not read")
-                        : QStringLiteral("an arc without a centre"));
+        fail(mQuadrants ? BoardText::tr("arcs of a single quadrant (G74) are not read")
+                        : BoardText::tr("an arc without a centre"));
     }
     mPath.segments.push_back({mShape, to, mShape == Segment::Shape::Line ? Place{} : *centre});
 }
@@ -344,7 +344,7 @@ void GerberDrill::endPath()
 DrillFile GerberDrill::finish()
 {
     if (!mEnded) {
-        fail(QStringLiteral("the file does not end with M02; it is cut off"));
+        fail(BoardText::tr("the file does not end with M02; it is cut off"));
     }
     DrillFile file;
     const HoleFacts whole = mAttributes.fallback(0, QFileInfo(mName).fileName());
@@ -360,10 +360,11 @@ DrillFile GerberDrill::finish()
         tool.functionTold = aperture.facts.functionTold || facts.functionTold;
         const double size = std::round(std::min(aperture.width, aperture.height));
         if (size < 1 || size > maxDiameter) {
-            fail(QStringLiteral("aperture D%1: %2 mm is too %3 for a drill")
+            fail((size < 1 ? BoardText::tr("aperture D%1: %2 mm is too small for a drill")
+                           : BoardText::tr(
+                               "aperture D%1: %2 mm is too large for a drill, the most are 500 mm"))
                      .arg(code)
-                     .arg(size / sizePerMillimetre)
-                     .arg(size < 1 ? "small" : "large, the most are 500 mm"));
+                     .arg(size / sizePerMillimetre));
         }
         tool.finishedSize = Size(size);
         (aperture.facts.backDrill ? file.layer.backDrills : file.layer.tools)
@@ -402,7 +403,7 @@ public:
             } else if (c != '\r' && !(mText.empty() && c == ' ')) {
                 mText += c;
                 if (mText.size() > maxCommandLength) {
-                    mDrill.fail(QStringLiteral("a command that does not end"));
+                    mDrill.fail(BoardText::tr("a command that does not end"));
                 }
             }
         }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ipc2581_openings.h"
 
+#include "board_text.h"
 #include "panel.h"
 
 namespace {
@@ -73,7 +74,7 @@ void Ipc2581Openings::beginSet()
 void Ipc2581Openings::placeSet(std::string_view name, const XmlAttributes& attributes)
 {
     if (mSetStarted) {
-        mValues.fail(QStringLiteral("a set's %1 behind its holes")
+        mValues.fail(BoardText::tr("a set's %1 behind its holes")
                          .arg(QString::fromUtf8(name.data(), qsizetype(name.size()))));
     }
     read(name, attributes, mSetPosition);
@@ -101,7 +102,7 @@ void Ipc2581Openings::read(
         to.mirror = isTrue(attributes, "mirror");
         if (!(to.scale > 0)) {
             mValues.fail(
-                QStringLiteral("scale=\"%1\" is no scale").arg(attributes.text("scale").left(40)));
+                BoardText::tr("scale=\"%1\" is no scale").arg(attributes.text("scale").left(40)));
         }
     }
 }
@@ -111,7 +112,7 @@ void Ipc2581Openings::begin(
     const char* plating, const char* minus, const char* plus, bool mayAssume)
 {
     if (mUnit == 0) {
-        mValues.fail(QStringLiteral("no CadHeader tells the units of this hole"));
+        mValues.fail(BoardText::tr("no CadHeader tells the units of this hole"));
     }
     mOwnPosition = {};
     mTool.typeAssumed = mayAssume && (!plating || !*plating);
@@ -144,8 +145,8 @@ HoleType Ipc2581Openings::typeOf(const char* plating) const
         }
     }
     // Plating decides the drill size, so a guess would make scrap.
-    mValues.fail(!plating || !*plating ? QStringLiteral("a hole without platingStatus")
-                                       : QStringLiteral("unknown platingStatus \"%1\"")
+    mValues.fail(!plating || !*plating ? BoardText::tr("a hole without platingStatus")
+                                       : BoardText::tr("unknown platingStatus \"%1\"")
                                              .arg(QString::fromUtf8(plating).left(40)));
 }
 
@@ -154,7 +155,7 @@ void Ipc2581Openings::beginHole(const XmlAttributes& attributes)
     const HoleTexts texts(attributes);
     begin(texts.plating, texts.minus, texts.plus, false);
     if (!texts.diameter) {
-        mValues.fail(QStringLiteral("a hole without diameter"));
+        mValues.fail(BoardText::tr("a hole without diameter"));
     }
     mTool.finishedSize = mValues.holeSize(texts.diameter, "diameter", mUnit);
     mIsSquare = texts.type && qstricmp(texts.type, "SQUARE") == 0;
@@ -173,7 +174,7 @@ void Ipc2581Openings::endHole()
         return;
     }
     if (mSetPosition.scale != 1 || mOwnPosition.scale != 1) {
-        mValues.fail(QStringLiteral("a hole that is scaled"));
+        mValues.fail(BoardText::tr("a hole that is scaled"));
     }
     const bool isPlain = mOwnPosition.turnsNothing() && mSetPosition.isIdentity();
     const Place at = isPlain ? mValues.place(mOwnPosition.x, mOwnPosition.y) : placed(Path{}).start;
@@ -205,7 +206,7 @@ void Ipc2581Openings::add(const Ipc2581Opening& opening)
     const double scale = mOwnPosition.scale * mSetPosition.scale;
     mTool.finishedSize = mValues.place(opening.slot->width * scale, 0).x;
     if (mTool.finishedSize < 1) {
-        mValues.fail(QStringLiteral("a slot without a width"));
+        mValues.fail(BoardText::tr("a slot without a width"));
     }
     mCollector.tool(mTool, mBackDrilled).slotPaths.push_back(placed(opening.slot->middle));
 }

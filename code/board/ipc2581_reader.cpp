@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ipc2581_reader.h"
 
+#include "board_text.h"
 #include "ipc2581_openings.h"
 #include "ipc2581_steps.h"
 #include "panel.h"
@@ -179,7 +180,7 @@ Element Reader::startTop(std::string_view name, const XmlAttributes& attributes)
 {
     if (mPath.back() == Element::Document) {
         if (name != "IPC-2581") {
-            mValues.fail(QStringLiteral("no IPC-2581 file: the root element is \"%1\"")
+            mValues.fail(BoardText::tr("no IPC-2581 file: the root element is \"%1\"")
                              .arg(QString::fromUtf8(name.data(), qsizetype(name.size())).left(40)));
         }
         return Element::Root;
@@ -319,7 +320,8 @@ Element Reader::startShape(std::string_view name, const XmlAttributes& attribute
 void Reader::readUnits(const XmlAttributes& attributes)
 {
     if (attributes.text("units").isEmpty()) {
-        mValues.fail(QStringLiteral("unknown units \"\"; known are MILLIMETER, MICRON and INCH"));
+        mValues.fail(BoardText::tr("unknown units \"%1\"; known are MILLIMETER, MICRON and INCH")
+                         .arg(QString()));
     }
     mUnit = mValues.unitOf(attributes);
     mOpenings.setUnit(mUnit);

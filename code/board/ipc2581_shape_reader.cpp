@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "ipc2581_shape_reader.h"
 
+#include "board_text.h"
+
 #include <algorithm>
 
 using Kind = Ipc2581Shape::Kind;
@@ -181,8 +183,8 @@ Ipc2581Opening Ipc2581ShapeReader::opening() const
     const auto opening = shape ? openingOf(*shape) : std::nullopt;
     if (!opening) {
         mValues.fail(mShape.reference.empty()
-                ? QStringLiteral("a slot without a shape")
-                : QStringLiteral("no shape \"%1\" for this slot")
+                ? BoardText::tr("a slot without a shape")
+                : BoardText::tr("no shape \"%1\" for this slot")
                       .arg(QString::fromStdString(mShape.reference).left(40)));
     }
     return *opening;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ipc2581_steps.h"
 
+#include "board_text.h"
 #include "panel.h"
 
 #include <algorithm>
@@ -14,7 +15,7 @@ constexpr int maxRepeatDepth = 64;
 void Ipc2581Steps::begin(const QString& name)
 {
     if (mStepOfName.contains(name)) {
-        mValues.fail(QStringLiteral("a second step \"%1\"").arg(name));
+        mValues.fail(BoardText::tr("a second step \"%1\"").arg(name));
     }
     mStepOfName.insert(name, mSteps.size());
     mSteps.emplace_back().name = name;
@@ -24,7 +25,7 @@ void Ipc2581Steps::begin(const QString& name)
 void Ipc2581Steps::addRepeat(const XmlAttributes& attributes, double unit)
 {
     if (unit == 0) {
-        mValues.fail(QStringLiteral("no CadHeader tells the units of this repeat"));
+        mValues.fail(BoardText::tr("no CadHeader tells the units of this repeat"));
     }
     const auto at = [&](const char* name) { return mValues.numberOr(attributes, name, 0) * unit; };
     Repeat repeat;
@@ -50,7 +51,7 @@ void Ipc2581Steps::placeDatum(NamedRepeat& named, QStringList& notes) const
     const Place turned = Transform({}, repeat.angle, repeat.mirror).map(datum);
     repeat.at = mValues.place(double(repeat.at.x) - turned.x, double(repeat.at.y) - turned.y);
     const QString note =
-        QStringLiteral("copies of step \"%1\" are placed by its datum, which is not its origin")
+        BoardText::tr("copies of step \"%1\" are placed by its datum, which is not its origin")
             .arg(named.step);
     if (!notes.contains(note)) {
         notes << note;
@@ -72,7 +73,7 @@ void Ipc2581Steps::checkCircles(size_t step, std::vector<char>& state, int depth
         const auto named = std::find_if(mRepeats.begin(), mRepeats.end(),
             [&](const NamedRepeat& each) { return each.repeat.step == step; });
         mValues.fail(named == mRepeats.end() ? 1 : named->line,
-            QStringLiteral("step \"%1\" repeats itself, or repeats are nested too deeply")
+            BoardText::tr("step \"%1\" repeats itself, or repeats are nested too deeply")
                 .arg(mSteps[step].name));
     }
     state[step] = Open;
@@ -87,7 +88,7 @@ void Ipc2581Steps::finish(Board& board, const QString& mainStep)
     for (NamedRepeat& named : mRepeats) {
         const auto found = mStepOfName.constFind(named.step);
         if (found == mStepOfName.constEnd()) {
-            mValues.fail(named.line, QStringLiteral("no step \"%1\" to repeat").arg(named.step));
+            mValues.fail(named.line, BoardText::tr("no step \"%1\" to repeat").arg(named.step));
         }
         named.repeat.step = *found;
         placeDatum(named, board.notes);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "ipc2581_values.h"
 
+#include "board_text.h"
+
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -80,7 +82,7 @@ double Ipc2581Values::number(const char* text, const char* name) const
     }
     const QByteArray trimmed = QByteArrayView(text).trimmed().toByteArray();
     if (!readNumber(trimmed.constData() + trimmed.startsWith('+'), value)) {
-        fail(name, text, QStringLiteral("is no number"));
+        fail(name, text, BoardText::tr("is no number"));
     }
     return value;
 }
@@ -104,7 +106,7 @@ double Ipc2581Values::unitOf(const XmlAttributes& attributes) const
     if (units == QLatin1String("INCH")) {
         return sizePerInch;
     }
-    fail(QStringLiteral("unknown units \"%1\"; known are MILLIMETER, MICRON and INCH")
+    fail(BoardText::tr("unknown units \"%1\"; known are MILLIMETER, MICRON and INCH")
              .arg(units.left(40)));
 }
 
@@ -112,7 +114,7 @@ double Ipc2581Values::length(const XmlAttributes& attributes, const char* name, 
 {
     const double value = numberOr(attributes, name, 0) * unit;
     if (!(value >= 0 && value <= maxSize)) {
-        fail(name, attributes.value(name), QStringLiteral("is no size of a shape"));
+        fail(name, attributes.value(name), BoardText::tr("is no size of a shape"));
     }
     return value;
 }
@@ -121,11 +123,11 @@ Size Ipc2581Values::size(const char* text, const char* name, double unit) const
 {
     const double value = number(text, name);
     if (value < 0) {
-        fail(name, text, QStringLiteral("is negative"));
+        fail(name, text, BoardText::tr("is negative"));
     }
     const double hostSize = value * unit;
     if (!isSize(hostSize)) {
-        fail(name, text, QStringLiteral("is too large"));
+        fail(name, text, BoardText::tr("is too large"));
     }
     return rounded(hostSize);
 }
@@ -134,10 +136,10 @@ Size Ipc2581Values::holeSize(const char* text, const char* name, double unit) co
 {
     const Size hole = size(text, name, unit);
     if (hole < 1) {
-        fail(name, text, QStringLiteral("is no size of a hole"));
+        fail(name, text, BoardText::tr("is no size of a hole"));
     }
     if (hole > maxDiameter) {
-        fail(name, text, QStringLiteral("is too large for a hole, the most are 500 mm"));
+        fail(name, text, BoardText::tr("is too large for a hole, the most are 500 mm"));
     }
     return hole;
 }
@@ -151,7 +153,7 @@ int Ipc2581Values::repeats(const XmlAttributes& attributes, const char* name) co
     bool ok = false;
     const int times = QByteArrayView(text).trimmed().toInt(&ok);
     if (!ok || times < 1 || times > maxRepeats) {
-        fail(name, text, QStringLiteral("is no number from 1 to %1").arg(maxRepeats));
+        fail(name, text, BoardText::tr("is no number from 1 to %1").arg(maxRepeats));
     }
     return times;
 }
@@ -159,7 +161,7 @@ int Ipc2581Values::repeats(const XmlAttributes& attributes, const char* name) co
 Place Ipc2581Values::place(double x, double y) const
 {
     if (!isSize(x) || !isSize(y)) {
-        fail(QStringLiteral("a place further than 5 m from the origin"));
+        fail(BoardText::tr("a place further than 5 m from the origin"));
     }
     return {rounded(x), rounded(y)};
 }

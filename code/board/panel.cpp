@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "panel.h"
 
+#include "board_text.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -34,7 +36,7 @@ void addTool(std::vector<StepTool>& tools, const StepTool& more, qint64 factor)
     found->holes += times(more.holes, factor);
     found->slotPaths += times(more.slotPaths, factor);
     if (found->holes > hostLimit || found->slotPaths > hostLimit) {
-        throw PanelError(QStringLiteral("too many holes"));
+        throw PanelError(BoardText::tr("too many holes"));
     }
 }
 
@@ -53,7 +55,7 @@ void addLayer(std::vector<StepLayer>& layers, const StepLayer& more, qint64 fact
     }
     found->contours += times(more.contours, factor);
     if (found->contours > hostLimit) {
-        throw PanelError(QStringLiteral("too many contours"));
+        throw PanelError(BoardText::tr("too many contours"));
     }
 }
 
@@ -132,7 +134,7 @@ void checkLimits(const Board& board, size_t step)
     }
     if (places > spreadLimit || gatherer.copiesOf(step) > copiesLimit) {
         throw PanelError(
-            QStringLiteral("step \"%1\" is too large: more than %2 holes or %3 copies of steps")
+            BoardText::tr("step \"%1\" is too large: more than %2 holes or %3 copies of steps")
                 .arg(board.steps[step].name)
                 .arg(spreadLimit)
                 .arg(copiesLimit));
@@ -151,7 +153,7 @@ void visitCopies(const Board& board, size_t step, const Transform& where,
                 const qint64 y = qint64(repeat.at.y) + qint64(row) * repeat.dy;
                 if (x != Size(x) || y != Size(y)) {
                     throw PanelError(
-                        QStringLiteral("step \"%1\" reaches too far").arg(board.steps[step].name));
+                        BoardText::tr("step \"%1\" reaches too far").arg(board.steps[step].name));
                 }
                 visitCopies(board, repeat.step,
                     where * Transform({Size(x), Size(y)}, repeat.angle, repeat.mirror), visit);
@@ -164,7 +166,7 @@ Size rounded(double coordinate)
 {
     const double whole = std::round(coordinate);
     if (!(std::abs(whole) <= std::numeric_limits<Size>::max())) {
-        throw PanelError(QStringLiteral("a panel reaches too far for places of 32 bits"));
+        throw PanelError(BoardText::tr("a panel reaches too far for places of 32 bits"));
     }
     return Size(whole);
 }

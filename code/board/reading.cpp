@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "reading.h"
 
+#include "board_text.h"
+
 #include <QIODevice>
 
 namespace {
@@ -46,7 +48,7 @@ QString noHoleText(const std::vector<Layer>& layers)
             backDrills += tool.holes.size();
         }
     }
-    return QStringLiteral("no drilled hole and no slot; contours: %1, back drills: %2")
+    return BoardText::tr("no drilled hole and no slot; contours: %1, back drills: %2")
         .arg(contours)
         .arg(backDrills);
 }

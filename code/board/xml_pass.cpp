@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "xml_pass.h"
 
+#include "board_text.h"
+
 #include <expat.h>
 
 namespace {
@@ -52,7 +54,7 @@ void XmlPass::onStart(void* pass, const char* name, const char** attributes)
     if (self->mSkippedDepth == 0 || self->mDepth > maxDepth) {
         self->guarded([&] {
             if (self->mDepth > maxDepth) {
-                self->fail(QStringLiteral("elements are nested more than %1 deep").arg(maxDepth));
+                self->fail(BoardText::tr("elements are nested more than %1 deep").arg(maxDepth));
             }
             if (!self->mListener->start(localName(name), XmlAttributes(attributes))) {
                 self->mSkippedDepth = self->mDepth;

@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: MIT
+#ifndef BOARD_TEXT_H
+#define BOARD_TEXT_H
+
+#include <QCoreApplication>
+
+/** What boards and their readers tell the user, in the language of the program. */
+class BoardText
+{
+    Q_DECLARE_TR_FUNCTIONS(BoardText)
+};
+
+#endif
