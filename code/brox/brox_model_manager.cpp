@@ -169,6 +169,7 @@ void BroxModelManager::on_broxModelTableWidget_itemChanged(QTableWidgetItem* ite
     }
     // The answer raises this slot once more; by then it is the model's own name, and all is quiet.
     const Entry entry(ui.broxModelTableWidget);
+    const bool isTyped = hasOpenEditor(ui.broxModelTableWidget);
     const QString wanted = item->text();
     QString approved;
     emit broxModelRenameRequest(wanted, approved);
@@ -177,7 +178,7 @@ void BroxModelManager::on_broxModelTableWidget_itemChanged(QTableWidgetItem* ite
     if (approved != wanted) {
         ui.broxModelTableWidget->setCurrentItem(item);
         entry.refuse();
-        if (!entry.isAsked()) {
+        if (isTyped && !entry.isAsked()) {
             keepSelection();
         }
     } else if (isOther) {
