@@ -791,6 +791,14 @@ Belassen: Die Datei bleibt, wie sie ist, bis Sie speichern; dann werden Sie gefr
         <source>no step &quot;%1&quot;; there are: %2</source>
         <translation>kein Step „%1“; es gibt: %2</translation>
     </message>
+    <message>
+        <source>%1 has no %2</source>
+        <translation>%1 hat kein %2</translation>
+    </message>
+    <message>
+        <source>the viewer has no %1</source>
+        <translation>der Viewer hat kein %1</translation>
+    </message>
 </context>
 <context>
     <name>JobTable</name>
@@ -1015,7 +1023,7 @@ bei X %2, Y %3</translation>
     </message>
 </context>
 <context>
-    <name>PlanWords</name>
+    <name>PlanText</name>
     <message>
         <source>Plated</source>
         <translation>Metallisiert</translation>
@@ -1115,6 +1123,309 @@ bei X %2, Y %3</translation>
     <message>
         <source>press-fit</source>
         <translation>Einpress</translation>
+    </message>
+    <message>
+        <source>%1 (%2 to %3)</source>
+        <translation>%1 (%2 bis %3)</translation>
+    </message>
+    <message>
+        <source>Drill map, layer %1</source>
+        <translation>Bohrkarte, Lage %1</translation>
+    </message>
+    <message>
+        <source>Board %1, step %2, model %3%4. Circles have the drill size; sizes in %5.</source>
+        <translation>Leiterplatte %1, Step %2, Modell %3%4. Kreise haben das Bohrmaß; Maße in %5.</translation>
+    </message>
+    <message>
+        <source> with edits that are not saved</source>
+        <translation> mit Änderungen, die nicht gespeichert sind</translation>
+    </message>
+    <message>
+        <source>Tool</source>
+        <comment>map legend</comment>
+        <translation>Wkz.</translation>
+    </message>
+    <message>
+        <source>Bit</source>
+        <translation>Bohrer</translation>
+    </message>
+    <message>
+        <source>Drill size</source>
+        <translation>Bohrmaß</translation>
+    </message>
+    <message>
+        <source>Hits</source>
+        <translation>Hübe</translation>
+    </message>
+    <message>
+        <source>Slots</source>
+        <comment>map legend</comment>
+        <translation>Langl.</translation>
+    </message>
+    <message>
+        <source>no size</source>
+        <translation>kein Maß</translation>
+    </message>
+    <message>
+        <source>%1 %2, scale %3:1</source>
+        <translation>%1 %2, Maßstab %3:1</translation>
+    </message>
+    <message>
+        <source>inch</source>
+        <translation>Zoll</translation>
+    </message>
+    <message>
+        <source>%1: a map is written as .svg, .pdf or .png</source>
+        <translation>%1: eine Karte wird als .svg, .pdf oder .png geschrieben</translation>
+    </message>
+    <message>
+        <source>step &quot;%1&quot;: no holes, so no map</source>
+        <translation>Step „%1“: keine Bohrungen, also keine Karte</translation>
+    </message>
+    <message>
+        <source>Drill map of %1</source>
+        <translation>Bohrkarte von %1</translation>
+    </message>
+    <message>
+        <source>mil</source>
+        <translation>Mil</translation>
+    </message>
+    <message>
+        <source>micron</source>
+        <translation>µm</translation>
+    </message>
+    <message>
+        <source>step &quot;%1&quot;: no holes, so no drill program</source>
+        <translation>Step „%1“: keine Bohrungen, also kein Bohrprogramm</translation>
+    </message>
+    <message>
+        <source>layer &quot;%1&quot;: the board tells no size of T%2, &quot;%3&quot;</source>
+        <translation>Lage „%1“: die Leiterplatte nennt kein Maß von T%2, „%3“</translation>
+    </message>
+    <message>
+        <source>layer &quot;%1&quot;: the tool &quot;%2&quot; of %3 %4 has no drill size by model &quot;%5&quot; and its formula</source>
+        <translation>Lage „%1“: das Werkzeug „%2“ von %3 %4 hat nach Modell „%5“ und dessen Formel kein Bohrmaß</translation>
+    </message>
+    <message>
+        <source>layer &quot;%1&quot;, %2: %3 tools; a drill program holds at most %4</source>
+        <translation>Lage „%1“, %2: %3 Werkzeuge; ein Bohrprogramm fasst höchstens %4</translation>
+    </message>
+    <message>
+        <source>non-plated</source>
+        <translation>nicht metallisiert</translation>
+    </message>
+    <message>
+        <source>en</source>
+        <comment>code of the language itself</comment>
+        <translation>de</translation>
+    </message>
+    <message>
+        <source>Map of layer %1</source>
+        <translation>Karte der Lage %1</translation>
+    </message>
+    <message>
+        <source>Drill report of %1</source>
+        <translation>Bohrbericht von %1</translation>
+    </message>
+    <message>
+        <source>%1: a report is written as .html or .pdf</source>
+        <translation>%1: ein Bericht wird als .html oder .pdf geschrieben</translation>
+    </message>
+    <message>
+        <source>%1: can&apos;t be written: %2</source>
+        <translation>%1 kann nicht geschrieben werden: %2</translation>
+    </message>
+    <message>
+        <source>it is a folder</source>
+        <translation>das ist ein Ordner</translation>
+    </message>
+    <message>
+        <source>its folder can&apos;t be made</source>
+        <translation>der Ordner kann nicht angelegt werden</translation>
+    </message>
+    <message>
+        <source>it is named twice</source>
+        <translation>der Name kommt zweimal vor</translation>
+    </message>
+    <message>
+        <source>Board</source>
+        <translation>Leiterplatte</translation>
+    </message>
+    <message>
+        <source>Step</source>
+        <translation>Step</translation>
+    </message>
+    <message>
+        <source>Model</source>
+        <translation>Modell</translation>
+    </message>
+    <message>
+        <source>Formula</source>
+        <translation>Formel</translation>
+    </message>
+    <message>
+        <source>Bits</source>
+        <translation>Bohrer</translation>
+    </message>
+    <message>
+        <source>rounded to bits of the table</source>
+        <translation>auf Bohrer der Tabelle gerundet</translation>
+    </message>
+    <message>
+        <source>not used</source>
+        <translation>nicht benutzt</translation>
+    </message>
+    <message>
+        <source>Units</source>
+        <translation>Einheit</translation>
+    </message>
+    <message>
+        <source>Written by</source>
+        <translation>Geschrieben von</translation>
+    </message>
+    <message>
+        <source>Model or bits have edits that are not saved.</source>
+        <translation>Modell oder Bohrer haben Änderungen, die nicht gespeichert sind.</translation>
+    </message>
+    <message>
+        <source>Amounts</source>
+        <translation>Zugaben</translation>
+    </message>
+    <message>
+        <source>Hole type</source>
+        <translation>Art</translation>
+    </message>
+    <message>
+        <source>Amount</source>
+        <translation>Zugabe</translation>
+    </message>
+    <message>
+        <source>Large from</source>
+        <translation>Groß ab</translation>
+    </message>
+    <message>
+        <source>Amount if large</source>
+        <translation>Zugabe groß</translation>
+    </message>
+    <message>
+        <source>Rules of the shop</source>
+        <translation>Regeln des Betriebs</translation>
+    </message>
+    <message>
+        <source>Drill table</source>
+        <translation>Bohrtabelle</translation>
+    </message>
+    <message>
+        <source>Layer</source>
+        <translation>Lage</translation>
+    </message>
+    <message>
+        <source>Type</source>
+        <translation>Art</translation>
+    </message>
+    <message>
+        <source>Count</source>
+        <translation>Anzahl</translation>
+    </message>
+    <message>
+        <source>FHS</source>
+        <translation>Endmaß</translation>
+    </message>
+    <message>
+        <source>-Tol</source>
+        <translation>Tol. −</translation>
+    </message>
+    <message>
+        <source>+Tol</source>
+        <translation>Tol. +</translation>
+    </message>
+    <message>
+        <source>DHS</source>
+        <translation>Bohrmaß</translation>
+    </message>
+    <message>
+        <source>Tool</source>
+        <translation>Wkz.</translation>
+    </message>
+    <message>
+        <source>Flags</source>
+        <translation>Hinweise</translation>
+    </message>
+    <message>
+        <source>Decided by</source>
+        <translation>Entschieden durch</translation>
+    </message>
+    <message>
+        <source>Total</source>
+        <translation>Summe</translation>
+    </message>
+    <message>
+        <source>Slots</source>
+        <translation>Langl.</translation>
+    </message>
+    <message>
+        <source>Drill programs</source>
+        <translation>Bohrprogramme</translation>
+    </message>
+    <message>
+        <source>layer %1: digits of coordinates assumed to be %2</source>
+        <translation>Lage %1: angenommene Stellen der Koordinaten: %2</translation>
+    </message>
+    <message>
+        <source>Left out and noted</source>
+        <translation>Weggelassen und angemerkt</translation>
+    </message>
+    <message>
+        <source>Nothing.</source>
+        <translation>Nichts.</translation>
+    </message>
+    <message>
+        <source>Drill report: %1, step %2</source>
+        <translation>Bohrbericht: %1, Step %2</translation>
+    </message>
+    <message>
+        <source>no type &quot;%1&quot;; there are: plated, nonplated, via, press-fit</source>
+        <translation>keine Art „%1“; es gibt: plated, nonplated, via, press-fit</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no size from 0 to 1000 mm</source>
+        <translation>„%1“ ist kein Maß von 0 bis 1000 mm</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no tolerance such as -0.05/+0.10 or +-2mil</source>
+        <translation>„%1“ ist keine Toleranz wie -0.05/+0.10 oder +-2mil</translation>
+    </message>
+    <message>
+        <source>%1: no number of millimetres from 0 to 1000</source>
+        <translation>%1: keine Zahl von 0 bis 1000 in Millimetern</translation>
+    </message>
+    <message>
+        <source>%1unknown member &quot;%2&quot;</source>
+        <translation>%1unbekannter Eintrag „%2“</translation>
+    </message>
+    <message>
+        <source> no list of tolerances</source>
+        <translation> keine Liste von Toleranzen</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is neither none nor such as plated=-0.05/+0.10</source>
+        <translation>„%1“ ist weder none noch wie plated=-0.05/+0.10</translation>
+    </message>
+    <message>
+        <source> tolerances: two for %1 from %2 mm</source>
+        <translation> Toleranzen: zwei für %1 ab %2 mm</translation>
+    </message>
+    <message>
+        <source> from %1 mm</source>
+        <translation> ab %1 mm</translation>
+    </message>
+    <message>
+        <source>%1%2: %3 where the board tells no tolerance</source>
+        <translation>%1%2: %3, wo die Leiterplatte keine Toleranz nennt</translation>
+    </message>
+    <message>
+        <source>plated up to %1 mm: vias where the board does not tell them apart</source>
+        <translation>metallisiert bis %1 mm: Vias, wo die Leiterplatte sie nicht unterscheidet</translation>
     </message>
 </context>
 <context>

@@ -3,6 +3,7 @@
 
 #include "file_set.h"
 #include "map_shapes.h"
+#include "plan_text.h"
 
 #include <QPaintEngine>
 #include <QPainter>
@@ -35,11 +36,6 @@ void write(QPainter& painter, const QRectF& area, int alignment, const QString& 
         metrics.elidedText(text, Qt::ElideRight, area.width()));
 }
 
-QString unitOf(const DrillPlan& plan)
-{
-    return plan.units == Units::Inch ? QStringLiteral("mil") : QStringLiteral("micron");
-}
-
 /** Columns of the legend: where they begin, as a share of its width, and how they are aligned. */
 struct Column
 {
@@ -49,11 +45,11 @@ struct Column
 };
 constexpr Column symbolColumn{0, 0.09, Qt::AlignHCenter};
 constexpr Column toolColumn{0.1, 0.2, Qt::AlignLeft};
-constexpr Column platingColumn{0.2, 0.36, Qt::AlignLeft};
-constexpr Column bitColumn{0.37, 0.53, Qt::AlignLeft};
-constexpr Column sizeColumn{0.53, 0.72, Qt::AlignRight};
-constexpr Column hitsColumn{0.73, 0.88, Qt::AlignRight};
-constexpr Column slotsColumn{0.88, 1, Qt::AlignRight};
+constexpr Column platingColumn{0.2, 0.31, Qt::AlignLeft};
+constexpr Column bitColumn{0.32, 0.47, Qt::AlignLeft};
+constexpr Column sizeColumn{0.47, 0.66, Qt::AlignRight};
+constexpr Column hitsColumn{0.67, 0.85, Qt::AlignRight};
+constexpr Column slotsColumn{0.86, 1, Qt::AlignRight};
 
 QRectF cellOf(const QRectF& row, const Column& column)
 {
@@ -174,7 +170,7 @@ QString DrillMap::title(size_t sheet) const
 {
     const StepLayer& layer = mPlan.layers[mSheets[sheet].layer];
     return layer.span
-        ? QStringLiteral("%1 (%2 to %3)").arg(layer.name, layer.span->from, layer.span->to)
+        ? PlanText::tr("%1 (%2 to %3)").arg(layer.name, layer.span->from, layer.span->to)
         : layer.name;
 }
 
@@ -218,12 +214,14 @@ void DrillMap::paintTitle(QPainter& painter, size_t sheet) const
     painter.setPen(Qt::black);
     const QRectF head(margin, margin, width - 2 * margin, 72);
     painter.setFont(fontOf(56, true));
-    write(painter, head, Qt::AlignLeft | Qt::AlignTop, "Drill map, layer " + title(sheet));
+    write(painter, head, Qt::AlignLeft | Qt::AlignTop,
+        PlanText::tr("Drill map, layer %1").arg(title(sheet)));
     painter.setFont(fontOf(32));
     write(painter, head.translated(0, 72), Qt::AlignLeft | Qt::AlignTop,
-        QStringLiteral("Board %1, step %2, model %3%4. Circles have the drill size; sizes in %5.")
+        PlanText::tr("Board %1, step %2, model %3%4. Circles have the drill size; sizes in %5.")
             .arg(mPlan.board->job, mPlan.boardStep().name, mPlan.model,
-                mPlan.unsaved ? " with edits that are not saved" : "", unitOf(mPlan)));
+                mPlan.unsaved ? PlanText::tr(" with edits that are not saved") : QString(),
+                unitName(mPlan.units)));
 }
 
 void DrillMap::paintLegend(QPainter& painter, const Sheet& sheet, const QRectF& area) const
@@ -233,11 +231,11 @@ void DrillMap::paintLegend(QPainter& painter, const Sheet& sheet, const QRectF& 
     QRectF row(area.left(), area.top(), area.width(), rowHeight);
     painter.setPen(Qt::black);
     painter.setFont(fontOf(0.5 * rowHeight, true));
-    writeCell(painter, row, toolColumn, "Tool");
-    writeCell(painter, row, bitColumn, "Bit");
-    writeCell(painter, row, sizeColumn, "Drill size");
-    writeCell(painter, row, hitsColumn, "Hits");
-    writeCell(painter, row, slotsColumn, "Slots");
+    writeCell(painter, row, toolColumn, PlanText::tr("Tool", "map legend"));
+    writeCell(painter, row, bitColumn, PlanText::tr("Bit"));
+    writeCell(painter, row, sizeColumn, PlanText::tr("Drill size"));
+    writeCell(painter, row, hitsColumn, PlanText::tr("Hits"));
+    writeCell(painter, row, slotsColumn, PlanText::tr("Slots", "map legend"));
     painter.setPen(linePen(Qt::black, thinLine));
     painter.drawLine(row.bottomLeft(), row.bottomRight());
     painter.setFont(fontOf(0.56 * rowHeight));
@@ -263,7 +261,7 @@ void DrillMap::paintLegendRow(QPainter& painter, const Entry& entry, const QRect
     writeCell(painter, row, platingColumn, program->isPlated ? "PTH" : "NPTH");
     writeCell(painter, row, bitColumn, tool->bit);
     writeCell(painter, row, sizeColumn,
-        tool->size ? sizeText(*tool->size, mPlan.units) : QStringLiteral("no size"));
+        tool->size ? sizeText(*tool->size, mPlan.units) : PlanText::tr("no size"));
     writeCell(painter, row, hitsColumn, number(tool->holes));
     writeCell(painter, row, slotsColumn, number(tool->slotPaths));
 }
@@ -334,7 +332,8 @@ void DrillMap::paintScale(QPainter& painter, const View& view, const QRectF& are
     }
     painter.setFont(fontOf(28));
     write(painter, QRectF(end.x() + 20, end.y() - 20, 600, 40), Qt::AlignLeft | Qt::AlignVCenter,
-        QStringLiteral("%1 %2, scale %3:1")
-            .arg(QString::number(length / unit, 'g', 6), isInch ? "inch" : "mm",
+        PlanText::tr("%1 %2, scale %3:1")
+            .arg(QString::number(length / unit, 'g', 6),
+                isInch ? PlanText::tr("inch") : QStringLiteral("mm"),
                 QString::number(view.scale() / 10, 'g', 3)));
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "drill_map.h"
 #include "file_set.h"
+#include "plan_text.h"
 
 #include <QBuffer>
 #include <QFileInfo>
@@ -99,14 +100,14 @@ void addDrillMap(
 {
     const QString suffix = QFileInfo(path).suffix().toLower();
     if (suffix != "svg" && suffix != "pdf" && suffix != "png") {
-        throw OutputError(path + ": a map is written as .svg, .pdf or .png");
+        throw OutputError(PlanText::tr("%1: a map is written as .svg, .pdf or .png").arg(path));
     }
     const DrillMap map(plan);
     if (map.sheetCount() == 0) {
         throw OutputError(
-            QStringLiteral("step \"%1\": no holes, so no map").arg(plan.boardStep().name));
+            PlanText::tr("step \"%1\": no holes, so no map").arg(plan.boardStep().name));
     }
-    const QString title = "Drill map of " + plan.board->job;
+    const QString title = PlanText::tr("Drill map of %1").arg(plan.board->job);
     files.add(path,
         suffix == "svg"       ? asSvg(map, 0, map.sheetCount(), title, progress)
             : suffix == "pdf" ? asPdf(map, title, progress)

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "drill_plan.h"
 
+#include "plan_text.h"
+
 #include <algorithm>
 #include <map>
 #include <set>
@@ -23,24 +25,19 @@ std::map<std::pair<size_t, bool>, std::set<ProgramTool>> drillsByFile(const Dril
 
 } // namespace
 
-QString inEnglish(const QString& text)
-{
-    return text;
-}
-
 QString flagWord(PlanFlag flag)
 {
     switch (flag) {
     case PlanFlag::OutOfTolerance:
-        return QStringLiteral("out-of-tolerance");
+        return QT_TRANSLATE_NOOP("PlanText", "out-of-tolerance");
     case PlanFlag::NoBit:
-        return QStringLiteral("no-bit");
+        return QT_TRANSLATE_NOOP("PlanText", "no-bit");
     case PlanFlag::NoSize:
-        return QStringLiteral("no-size");
+        return QT_TRANSLATE_NOOP("PlanText", "no-size");
     case PlanFlag::ToleranceAssumed:
-        return QStringLiteral("tolerance-assumed");
+        return QT_TRANSLATE_NOOP("PlanText", "tolerance-assumed");
     case PlanFlag::TypeAssumed:
-        return QStringLiteral("type-assumed");
+        return QT_TRANSLATE_NOOP("PlanText", "type-assumed");
     }
     return {};
 }
@@ -59,18 +56,18 @@ bool isAlarming(const PlanRow& row)
 QString typeWord(HoleType type, bool isSlot)
 {
     if (isSlot) {
-        return type == HoleType::NonPlated ? QStringLiteral("Non-plated slot")
-                                           : QStringLiteral("Plated slot");
+        return type == HoleType::NonPlated ? QT_TRANSLATE_NOOP("PlanText", "Non-plated slot")
+                                           : QT_TRANSLATE_NOOP("PlanText", "Plated slot");
     }
     switch (type) {
     case HoleType::Plated:
-        return QStringLiteral("Plated");
+        return QT_TRANSLATE_NOOP("PlanText", "Plated");
     case HoleType::NonPlated:
-        return QStringLiteral("Non-plated");
+        return QT_TRANSLATE_NOOP("PlanText", "Non-plated");
     case HoleType::Via:
-        return QStringLiteral("Via");
+        return QT_TRANSLATE_NOOP("PlanText", "Via");
     case HoleType::PressFit:
-        return QStringLiteral("Press-fit");
+        return QT_TRANSLATE_NOOP("PlanText", "Press-fit");
     }
     return {};
 }
@@ -85,6 +82,11 @@ QString sizeText(Size size, Units units)
     return text.endsWith('.') ? text.chopped(1) : text;
 }
 
+QString unitName(Units units)
+{
+    return units == Units::Inch ? PlanText::tr("mil") : PlanText::tr("micron");
+}
+
 void numberProgramTools(DrillPlan& plan)
 {
     const auto drills = drillsByFile(plan);
@@ -97,7 +99,7 @@ void numberProgramTools(DrillPlan& plan)
     }
 }
 
-QStringList leftOut(const DrillPlan& plan, const Say& say)
+QStringList leftOut(const DrillPlan& plan)
 {
     qint64 contours = 0;
     qint64 backDrills = 0;
@@ -108,16 +110,14 @@ QStringList leftOut(const DrillPlan& plan, const Say& say)
         }
     }
     QStringList lines;
-    const auto add = [&](qint64 count, const char* text) {
+    const auto add = [&lines](qint64 count, const QString& text) {
         if (count > 0) {
-            lines << say(text).arg(count);
+            lines << text.arg(count);
         }
     };
-    add(contours, QT_TRANSLATE_NOOP("PlanWords", "contours left out: %1 (no slots of one width)"));
-    add(backDrills,
-        QT_TRANSLATE_NOOP(
-            "PlanWords", "back drills left out: %1 (the fabricator chooses their tools)"));
+    add(contours, PlanText::tr("contours left out: %1 (no slots of one width)"));
+    add(backDrills, PlanText::tr("back drills left out: %1 (the fabricator chooses their tools)"));
     add(plan.boardStep().holesLeftOut,
-        QT_TRANSLATE_NOOP("PlanWords", "holes left out: %1 (on layers that are not drilled)"));
+        PlanText::tr("holes left out: %1 (on layers that are not drilled)"));
     return lines;
 }

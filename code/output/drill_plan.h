@@ -4,8 +4,6 @@
 
 #include "panel.h"
 
-#include <functional>
-
 /** What a model makes of a step: all that tables, drill programs, maps and reports tell. */
 
 /** What a user should look at before drilling; the words are those of the tables. */
@@ -72,12 +70,6 @@ struct DrillPlan
     const Step& boardStep() const { return board->steps[step]; }
 };
 
-/** Says a text in the language of its readers. */
-using Say = std::function<QString(const QString&)>;
-
-/** As tables, programs and reports are, whatever the window's language. */
-QString inEnglish(const QString& text);
-
 /** "out-of-tolerance" and so on. */
 QString flagWord(PlanFlag flag);
 
@@ -91,11 +83,14 @@ QString typeWord(HoleType type, bool isSlot);
 /** A size as a user reads it, in mils or microns, at most three decimals and no trailing zeros. */
 QString sizeText(Size size, Units units);
 
+/** "mil" or "micron", in the language of the program. */
+QString unitName(Units units);
+
 /** Numbers the tools of the drill programs: for each layer and plating from 1, by rising drill
  *  size and then by bit. Rows of one size and bit share a tool, holes and slots alike. */
 void numberProgramTools(DrillPlan& plan);
 
 /** What the plan does not drill, a line each: contours, back drills, holes on other layers. */
-QStringList leftOut(const DrillPlan& plan, const Say& say = inEnglish);
+QStringList leftOut(const DrillPlan& plan);
 
 #endif

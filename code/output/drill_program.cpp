@@ -2,6 +2,7 @@
 #include "drill_program.h"
 
 #include "file_set.h"
+#include "plan_text.h"
 #include "sweep.h"
 
 #include <QDir>
@@ -302,23 +303,22 @@ const Resolution& resolutionOf(const DrillPlan& plan)
 void checkRows(const DrillPlan& plan)
 {
     if (plan.rows.empty()) {
-        throw OutputError(QStringLiteral("step \"%1\": no holes, so no drill program")
-                              .arg(plan.boardStep().name));
+        throw OutputError(
+            PlanText::tr("step \"%1\": no holes, so no drill program").arg(plan.boardStep().name));
     }
     for (const PlanRow& row : plan.rows) {
         if (row.finishedSize == 0) {
-            throw OutputError(QStringLiteral("layer \"%1\": the board tells no size of T%2, \"%3\"")
-                                  .arg(plan.layers[row.layer].name)
-                                  .arg(plan.tool(row).tool->number)
-                                  .arg(typeWord(row.type, row.isSlot)));
+            throw OutputError(
+                PlanText::tr("layer \"%1\": the board tells no size of T%2, \"%3\"")
+                    .arg(plan.layers[row.layer].name, QString::number(plan.tool(row).tool->number),
+                        spoken(typeWord(row.type, row.isSlot))));
         }
         if (!row.drillSize || resolutionOf(plan).round(*row.drillSize) <= 0) {
             throw OutputError(
-                QStringLiteral("layer \"%1\": the tool \"%2\" of %3 %4 has no drill size by model "
-                               "\"%5\" and its formula")
-                    .arg(plan.layers[row.layer].name, typeWord(row.type, row.isSlot),
-                        sizeText(row.finishedSize, plan.units),
-                        plan.units == Units::Inch ? "mil" : "micron", plan.model));
+                PlanText::tr("layer \"%1\": the tool \"%2\" of %3 %4 has no drill size by model "
+                             "\"%5\" and its formula")
+                    .arg(plan.layers[row.layer].name, spoken(typeWord(row.type, row.isSlot)),
+                        sizeText(row.finishedSize, plan.units), unitName(plan.units), plan.model));
         }
     }
 }
@@ -328,9 +328,9 @@ void checkTools(const DrillPlan& plan, const std::vector<Program>& programs)
     for (const Program& program : programs) {
         if (program.tools.size() > programToolLimit) {
             throw OutputError(
-                QStringLiteral("layer \"%1\", %2: %3 tools; a drill program holds at most %4")
+                PlanText::tr("layer \"%1\", %2: %3 tools; a drill program holds at most %4")
                     .arg(plan.layers[program.layer].name,
-                        program.isPlated ? QStringLiteral("plated") : QStringLiteral("non-plated"))
+                        program.isPlated ? PlanText::tr("plated") : PlanText::tr("non-plated"))
                     .arg(program.tools.size())
                     .arg(programToolLimit));
         }

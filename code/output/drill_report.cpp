@@ -3,6 +3,7 @@
 
 #include "drill_map.h"
 #include "file_set.h"
+#include "plan_text.h"
 #include "report_html.h"
 
 #include <QAbstractTextDocumentLayout>
@@ -26,12 +27,13 @@ const char style[] = "body{font-family:sans-serif;margin:2em;color:black;backgro
 
 QByteArray asHtml(const DrillPlan& plan, const DrillMap& map, const Progress& progress)
 {
-    QByteArray html = "<!DOCTYPE html>\n<html lang=\"en\">\n<head><meta charset=\"utf-8\">\n<title>"
-        + plan.board->job.toHtmlEscaped().toUtf8() + "</title>\n<style>" + style
-        + "</style></head>\n<body>\n" + reportHtml(plan).toUtf8();
+    QByteArray html = "<!DOCTYPE html>\n<html lang=\""
+        + PlanText::tr("en", "code of the language itself").toUtf8()
+        + "\">\n<head><meta charset=\"utf-8\">\n<title>" + plan.board->job.toHtmlEscaped().toUtf8()
+        + "</title>\n<style>" + style + "</style></head>\n<body>\n" + reportHtml(plan).toUtf8();
     for (size_t i = 0; i < map.sheetCount(); ++i) {
-        html += "<h2>Map of layer " + map.title(i).toHtmlEscaped().toUtf8() + "</h2>\n"
-            + sheetAsSvg(map, i, progress);
+        html += "<h2>" + PlanText::tr("Map of layer %1").arg(map.title(i)).toHtmlEscaped().toUtf8()
+            + "</h2>\n" + sheetAsSvg(map, i, progress);
     }
     return html + "</body>\n</html>\n";
 }
@@ -64,7 +66,7 @@ QByteArray asPdf(const DrillPlan& plan, const DrillMap& map, const Progress& pro
     QBuffer buffer(&pdf);
     buffer.open(QIODevice::WriteOnly);
     QPdfWriter writer(&buffer);
-    writer.setTitle("Drill report of " + plan.board->job);
+    writer.setTitle(PlanText::tr("Drill report of %1").arg(plan.board->job));
     writer.setCreator(QStringLiteral("brox " OUTPUT_VERSION));
     writer.setResolution(dotsPerInch);
     writer.setPageLayout(QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Portrait, {}));
@@ -97,7 +99,7 @@ void addDrillReport(
 {
     const QString suffix = QFileInfo(path).suffix().toLower();
     if (suffix != "html" && suffix != "pdf") {
-        throw OutputError(path + ": a report is written as .html or .pdf");
+        throw OutputError(PlanText::tr("%1: a report is written as .html or .pdf").arg(path));
     }
     const DrillMap map(plan);
     files.add(path, suffix == "html" ? asHtml(plan, map, progress) : asPdf(plan, map, progress));

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "file_set.h"
 
+#include "plan_text.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -19,7 +21,7 @@ fs::path native(const QString& path)
 
 OutputError failure(const QString& path, const QString& reason)
 {
-    return OutputError(QStringLiteral("%1: can't be written: %2").arg(path, reason));
+    return OutputError(PlanText::tr("%1: can't be written: %2").arg(path, reason));
 }
 
 /** A name beside a file that nothing has yet; short, since the file's own may be at the limit. */
@@ -78,14 +80,14 @@ void FileSet::add(const QString& path, const QByteArray& content)
 {
     const QFileInfo info(path);
     if (info.isDir()) {
-        throw failure(path, QStringLiteral("it is a folder"));
+        throw failure(path, PlanText::tr("it is a folder"));
     }
     if (!QDir().mkpath(info.absolutePath())) {
-        throw failure(path, QStringLiteral("its folder can't be made"));
+        throw failure(path, PlanText::tr("its folder can't be made"));
     }
     const QString place = QDir(info.absoluteDir().canonicalPath()).filePath(info.fileName());
     if (!mPlaces.insert(place).second) {
-        throw failure(path, QStringLiteral("it is named twice"));
+        throw failure(path, PlanText::tr("it is named twice"));
     }
     mFiles.push_back({path, freeName(path), {}, false});
     QFile file(mFiles.back().temporary);

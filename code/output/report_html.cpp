@@ -2,6 +2,7 @@
 #include "report_html.h"
 
 #include "drill_program.h"
+#include "plan_text.h"
 
 namespace {
 
@@ -15,6 +16,7 @@ struct Column
 {
     QString title;
     Align align = Align::Left;
+    bool wraps = true; ///< a cell that wraps may end on another page than it begins
 };
 
 QString escaped(const QString& text)
@@ -32,11 +34,12 @@ QString alert(const QString& text)
     return "<b style=\"color:red\">" + escaped(text) + "</b>";
 }
 
-QString cell(const char* tag, const QString& html, Align align)
+QString cell(const char* tag, const QString& html, const Column& column)
 {
-    return QStringLiteral("<%1%2>%3</%1>")
+    return QStringLiteral("<%1%2%3>%4</%1>")
         .arg(QLatin1String(tag),
-            QLatin1String(align == Align::Right ? " align=\"right\"" : " align=\"left\""),
+            QLatin1String(column.align == Align::Right ? " align=\"right\"" : " align=\"left\""),
+            QLatin1String(column.wraps ? "" : " style=\"white-space:nowrap\""),
             html.isEmpty() ? QStringLiteral("&nbsp;") : html);
 }
 
@@ -46,13 +49,13 @@ QString table(const QList<Column>& columns, const QList<QStringList>& rows)
     QString html = "<table border=\"1\" cellspacing=\"0\" cellpadding=\"3\" "
                    "style=\"border-collapse:collapse\">\n<thead><tr>";
     for (const Column& column : columns) {
-        html += cell("th", escaped(column.title), column.align);
+        html += cell("th", escaped(column.title), column);
     }
     html += "</tr></thead>\n<tbody>\n";
     for (const QStringList& row : rows) {
         html += "<tr>";
         for (qsizetype i = 0; i < row.size(); ++i) {
-            html += cell("td", row[i], columns[i].align);
+            html += cell("td", row[i], columns[i]);
         }
         html += "</tr>\n";
     }
@@ -78,8 +81,7 @@ public:
 
     Column column(const QString& name) const
     {
-        return {QStringLiteral("%1 [%2]").arg(name, mUnits == Units::Inch ? "mil" : "micron"),
-            Align::Right};
+        return {QStringLiteral("%1 [%2]").arg(name, unitName(mUnits)), Align::Right};
     }
     QString text(Size size) const { return sizeText(size, mUnits); }
     QString text(std::optional<Size> size) const { return size ? text(*size) : QString(); }
@@ -92,29 +94,32 @@ QString flagsHtml(const PlanRow& row)
 {
     QStringList words;
     for (const PlanFlag flag : row.flags) {
-        words << (isAlarming(flag) ? alert(flagWord(flag)) : escaped(flagWord(flag)));
+        words << (isAlarming(flag) ? alert(spoken(flagWord(flag)))
+                                   : escaped(spoken(flagWord(flag))));
     }
     return words.join(' ');
 }
 
 QString factsHtml(const DrillPlan& plan)
 {
-    const auto row = [](const char* name, const QString& text) {
+    const auto row = [](const QString& name, const QString& text) {
         return QStringList{QStringLiteral("<b>%1</b>").arg(name), escaped(text)};
     };
     QString html = "<table cellspacing=\"0\" cellpadding=\"3\">\n";
-    for (const QStringList& cells :
-        {row("Board", plan.board->job), row("Step", plan.boardStep().name),
-            row("Model", plan.model), row("Formula", plan.formula),
-            row("Bits", plan.usesBits ? "rounded to bits of the table" : "not used"),
-            row("Units", plan.units == Units::Inch ? "mil" : "micron"),
-            row("Written by", QStringLiteral("brox " OUTPUT_VERSION))}) {
-        html += "<tr>" + cell("td", cells[0], Align::Left) + cell("td", cells[1], Align::Left)
-            + "</tr>\n";
+    for (const QStringList& cells : {row(PlanText::tr("Board"), plan.board->job),
+             row(PlanText::tr("Step"), plan.boardStep().name),
+             row(PlanText::tr("Model"), plan.model), row(PlanText::tr("Formula"), plan.formula),
+             row(PlanText::tr("Bits"),
+                 plan.usesBits ? PlanText::tr("rounded to bits of the table")
+                               : PlanText::tr("not used")),
+             row(PlanText::tr("Units"), unitName(plan.units)),
+             row(PlanText::tr("Written by"), QStringLiteral("brox " OUTPUT_VERSION))}) {
+        html += "<tr>" + cell("td", cells[0], {}) + cell("td", cells[1], {}) + "</tr>\n";
     }
     html += "</table>\n";
     if (plan.unsaved) {
-        html += "<p>" + alert("Model or bits have edits that are not saved.") + "</p>\n";
+        html +=
+            "<p>" + alert(PlanText::tr("Model or bits have edits that are not saved.")) + "</p>\n";
     }
     return html;
 }
@@ -129,32 +134,38 @@ QString amountsHtml(const DrillPlan& plan, const Sizes& sizes)
             hasLarge ? sizes.text(amount.largeAmount) : QString()};
     }
     return rows.isEmpty() ? QString()
-                          : heading("Amounts")
-            + table({{"Hole type"}, sizes.column("Amount"), sizes.column("Large from"),
-                        sizes.column("Amount if large")},
+                          : heading(PlanText::tr("Amounts"))
+            + table({{PlanText::tr("Hole type")}, sizes.column(PlanText::tr("Amount")),
+                        sizes.column(PlanText::tr("Large from")),
+                        sizes.column(PlanText::tr("Amount if large"))},
                 rows);
 }
 
 QString rulesHtml(const DrillPlan& plan)
 {
-    return plan.rules.isEmpty() ? QString() : heading("Rules of the shop") + list(plan.rules);
+    return plan.rules.isEmpty() ? QString()
+                                : heading(PlanText::tr("Rules of the shop")) + list(plan.rules);
 }
 
 QString rowsHtml(const DrillPlan& plan, const Sizes& sizes)
 {
     QList<QStringList> rows;
     for (const PlanRow& row : plan.rows) {
-        rows << QStringList{escaped(plan.layers[row.layer].name), typeWord(row.type, row.isSlot),
-            QString::number(row.count), sizes.text(row.finishedSize),
-            sizes.text(row.tolerance.minus), sizes.text(row.tolerance.plus),
-            sizes.text(row.drillSize), isAlarming(row) ? alert(row.bit) : escaped(row.bit),
+        rows << QStringList{escaped(plan.layers[row.layer].name),
+            escaped(spoken(typeWord(row.type, row.isSlot))), QString::number(row.count),
+            sizes.text(row.finishedSize), sizes.text(row.tolerance.minus),
+            sizes.text(row.tolerance.plus), sizes.text(row.drillSize),
+            isAlarming(row) ? alert(row.bit) : escaped(row.bit),
             row.programTool > 0 ? QString::number(row.programTool) : QString(), flagsHtml(row),
             escaped(row.rule)};
     }
-    return heading("Drill table")
-        + table({{"Layer"}, {"Type"}, {"Count", Align::Right}, sizes.column("FHS"),
-                    sizes.column("-Tol"), sizes.column("+Tol"), sizes.column("DHS"), {"Bit"},
-                    {"Tool", Align::Right}, {"Flags"}, {"Decided by"}},
+    return heading(PlanText::tr("Drill table"))
+        + table({{PlanText::tr("Layer")}, {PlanText::tr("Type"), Align::Left, false},
+                    {PlanText::tr("Count"), Align::Right}, sizes.column(PlanText::tr("FHS")),
+                    sizes.column(PlanText::tr("-Tol")), sizes.column(PlanText::tr("+Tol")),
+                    sizes.column(PlanText::tr("DHS")), {PlanText::tr("Bit"), Align::Left, false},
+                    {PlanText::tr("Tool"), Align::Right}, {PlanText::tr("Flags")},
+                    {PlanText::tr("Decided by")}},
             rows);
 }
 
@@ -168,21 +179,22 @@ QString programHtml(const Program& program, const QString& name, const Sizes& si
         slotPaths += tool.slotPaths;
         rows << QStringList{tool.number > 0
                 ? QStringLiteral("T%1").arg(tool.number, 2, 10, QChar('0'))
-                : alert("no size"),
+                : alert(PlanText::tr("no size")),
             escaped(tool.bit), sizes.text(tool.size), QString::number(tool.holes),
             QString::number(tool.slotPaths)};
     }
-    rows << QStringList{"<b>Total</b>", {}, {}, QStringLiteral("<b>%1</b>").arg(holes),
-        QStringLiteral("<b>%1</b>").arg(slotPaths)};
+    rows << QStringList{QStringLiteral("<b>%1</b>").arg(escaped(PlanText::tr("Total"))), {}, {},
+        QStringLiteral("<b>%1</b>").arg(holes), QStringLiteral("<b>%1</b>").arg(slotPaths)};
     return "<h3>" + escaped(name) + "</h3>\n"
-        + table({{"Tool"}, {"Bit"}, sizes.column("Drill size"), {"Hits", Align::Right},
-                    {"Slots", Align::Right}},
+        + table({{PlanText::tr("Tool")}, {PlanText::tr("Bit")},
+                    sizes.column(PlanText::tr("Drill size")), {PlanText::tr("Hits"), Align::Right},
+                    {PlanText::tr("Slots"), Align::Right}},
             rows);
 }
 
 QString programsHtml(const DrillPlan& plan, const Sizes& sizes)
 {
-    QString html = heading("Drill programs");
+    QString html = heading(PlanText::tr("Drill programs"));
     const std::vector<Program> programs = programsOf(plan);
     const QStringList names = programNames(plan, programs);
     for (size_t i = 0; i < programs.size(); ++i) {
@@ -196,12 +208,13 @@ QString notesHtml(const DrillPlan& plan)
     QStringList lines = leftOut(plan);
     for (const StepLayer& layer : plan.layers) {
         if (!layer.assumedFormat.isEmpty()) {
-            lines << QStringLiteral("layer %1: digits of coordinates assumed to be %2")
+            lines << PlanText::tr("layer %1: digits of coordinates assumed to be %2")
                          .arg(layer.name, layer.assumedFormat);
         }
     }
     lines += plan.board->notes;
-    return heading("Left out and noted") + (lines.isEmpty() ? "<p>Nothing.</p>\n" : list(lines));
+    return heading(PlanText::tr("Left out and noted"))
+        + (lines.isEmpty() ? "<p>" + escaped(PlanText::tr("Nothing.")) + "</p>\n" : list(lines));
 }
 
 } // namespace
@@ -209,8 +222,9 @@ QString notesHtml(const DrillPlan& plan)
 QString reportHtml(const DrillPlan& plan)
 {
     const Sizes sizes(plan);
-    return QStringLiteral("<h1>Drill report: %1, step %2</h1>\n")
-               .arg(escaped(plan.board->job), escaped(plan.boardStep().name))
-        + factsHtml(plan) + amountsHtml(plan, sizes) + rulesHtml(plan) + rowsHtml(plan, sizes)
-        + programsHtml(plan, sizes) + notesHtml(plan);
+    return "<h1>"
+        + escaped(
+            PlanText::tr("Drill report: %1, step %2").arg(plan.board->job, plan.boardStep().name))
+        + "</h1>\n" + factsHtml(plan) + amountsHtml(plan, sizes) + rulesHtml(plan)
+        + rowsHtml(plan, sizes) + programsHtml(plan, sizes) + notesHtml(plan);
 }

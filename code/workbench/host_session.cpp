@@ -30,7 +30,7 @@ struct HostSession::Module
         function = reinterpret_cast<Function*>(library.resolve(name));
         if (!function) {
             throw HostError(
-                QStringLiteral("%1 has no %2").arg(library.fileName(), QString::fromLatin1(name)));
+                HostSession::tr("%1 has no %2").arg(library.fileName(), QString::fromLatin1(name)));
         }
     }
 
@@ -259,7 +259,7 @@ Widget* part(const QWidget* viewer, const char* name)
 {
     auto* widget = viewer->findChild<Widget*>(name);
     if (!widget) {
-        throw HostError(QStringLiteral("the viewer has no %1").arg(QLatin1String(name)));
+        throw HostError(HostSession::tr("the viewer has no %1").arg(QLatin1String(name)));
     }
     return widget;
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "job_table.h"
 
-#include "plan_words.h"
+#include "plan_text.h"
 #include "step_plan.h"
 
 #include <QMenu>
@@ -19,7 +19,7 @@ enum Column
 
 QString toolTipOf(const PlanRow& row)
 {
-    QString text = ruleText(row, spoken);
+    QString text = row.rule;
     if (row.flags.contains(PlanFlag::TypeAssumed)) {
         text += (text.isEmpty() ? QString() : QStringLiteral("\n"))
             + JobTable::tr("The board does not tell the type.");

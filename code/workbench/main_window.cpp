@@ -7,7 +7,6 @@
 #include "host_session.h"
 #include "log_dock.h"
 #include "map_dock.h"
-#include "plan_words.h"
 #include "recent_boards.h"
 #include "rules_dialog.h"
 #include "step_tabs.h"
@@ -50,7 +49,7 @@ QString contentText(const DrillPlan& draft)
                              .arg(draft.rows.size())
                              .arg(holes)
                              .arg(slotPaths)};
-    parts << assumedText(draft, spoken) << leftOut(draft, spoken);
+    parts << assumedText(draft) << leftOut(draft);
     parts.removeAll(QString());
     return parts.join("; ");
 }
@@ -239,7 +238,7 @@ void MainWindow::tellNotes()
         mLog->add("NOTE", note);
     }
     if (const std::optional<size_t> step = mTabs->currentStep()) {
-        const QString assumed = assumedText(mSession.draft(*step), spoken);
+        const QString assumed = assumedText(mSession.draft(*step));
         if (!assumed.isEmpty()) {
             mLog->add("NOTE", assumed);
         }

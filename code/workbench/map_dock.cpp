@@ -3,7 +3,7 @@
 
 #include "host_session.h"
 #include "map_shapes.h"
-#include "plan_words.h"
+#include "plan_text.h"
 #include "step_tabs.h"
 
 #include <QHeaderView>

@@ -2,7 +2,7 @@
 #include "rules_dialog.h"
 
 #include "drill_plan.h"
-#include "plan_words.h"
+#include "plan_text.h"
 #include "ui_rules_dialog.h"
 
 #include <QComboBox>

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "shop_rules.h"
 
+#include "plan_text.h"
+
 #include <QDir>
 #include <QFileInfo>
 #include <QJsonArray>
@@ -54,7 +56,7 @@ HoleType neededType(const QString& name)
         return *type;
     }
     throw RulesError(
-        QStringLiteral("no type \"%1\"; there are: plated, nonplated, via, press-fit").arg(name));
+        PlanText::tr("no type \"%1\"; there are: plated, nonplated, via, press-fit").arg(name));
 }
 
 /** A size of an option; "mil" behind it goes before the unit that is given. */
@@ -69,7 +71,7 @@ Size sizeOf(QString text, bool isMil)
     const double number = text.trimmed().toDouble(&isNumber);
     const double unit = isMil ? sizePerMil : sizePerMillimetre;
     if (!isNumber || !(number >= 0) || number * unit > largest * sizePerMillimetre) {
-        throw RulesError(QStringLiteral("\"%1\" is no size from 0 to 1000 mm").arg(text));
+        throw RulesError(PlanText::tr("\"%1\" is no size from 0 to 1000 mm").arg(text));
     }
     return Size(std::lround(number * unit));
 }
@@ -82,7 +84,7 @@ Tolerance toleranceOf(const QString& text)
     const QRegularExpressionMatch match = form.match(text.trimmed());
     if (!match.hasMatch() || (match.hasCaptured(2) && match.captured(2) == match.captured(4))) {
         throw RulesError(
-            QStringLiteral("\"%1\" is no tolerance such as -0.05/+0.10 or +-2mil").arg(text));
+            PlanText::tr("\"%1\" is no tolerance such as -0.05/+0.10 or +-2mil").arg(text));
     }
     if (!match.captured(1).isEmpty()) {
         const Size both = sizeOf(match.captured(1), false);
@@ -98,7 +100,7 @@ Size jsonSize(const QJsonValue& value, const QString& where)
 {
     const double number = value.toDouble(-1);
     if (!value.isDouble() || number < 0 || number > largest) {
-        throw RulesError(where + ": no number of millimetres from 0 to 1000");
+        throw RulesError(PlanText::tr("%1: no number of millimetres from 0 to 1000").arg(where));
     }
     return Size(std::lround(number * sizePerMillimetre));
 }
@@ -107,7 +109,7 @@ void checkKeys(const QJsonObject& object, const QStringList& known, const QStrin
 {
     for (const QString& key : object.keys()) {
         if (!known.contains(key)) {
-            throw RulesError(QStringLiteral("%1unknown member \"%2\"").arg(where, key));
+            throw RulesError(PlanText::tr("%1unknown member \"%2\"").arg(where, key));
         }
     }
 }
@@ -134,13 +136,13 @@ QString typeKey(HoleType type)
 {
     switch (type) {
     case HoleType::Plated:
-        return QStringLiteral("plated");
+        return QT_TRANSLATE_NOOP("PlanText", "plated");
     case HoleType::NonPlated:
-        return QStringLiteral("nonplated");
+        return QT_TRANSLATE_NOOP("PlanText", "nonplated");
     case HoleType::Via:
-        return QStringLiteral("via");
+        return QT_TRANSLATE_NOOP("PlanText", "via");
     case HoleType::PressFit:
-        return QStringLiteral("press-fit");
+        return QT_TRANSLATE_NOOP("PlanText", "press-fit");
     }
     return {};
 }
@@ -203,7 +205,7 @@ ShopRules ShopRules::fromJson(const QByteArray& json)
     const QJsonObject object = document.object();
     checkKeys(object, {tolerancesKey, viasKey}, QStringLiteral(" "));
     if (!document.isObject() || !object[tolerancesKey].isArray()) {
-        throw RulesError(QStringLiteral(" no list of tolerances"));
+        throw RulesError(PlanText::tr(" no list of tolerances"));
     }
     ShopRules rules;
     const QJsonArray list = object[tolerancesKey].toArray();
@@ -236,7 +238,7 @@ void ShopRules::changeTolerances(const QString& text)
         if (equals < 0) {
             if (part.trimmed().toLower() != "none") {
                 throw RulesError(
-                    QStringLiteral("\"%1\" is neither none nor such as plated=-0.05/+0.10")
+                    PlanText::tr("\"%1\" is neither none nor such as plated=-0.05/+0.10")
                         .arg(part));
             }
             tolerances.clear();
@@ -276,8 +278,8 @@ void ShopRules::sort()
     const auto twin = std::adjacent_find(tolerances.begin(), tolerances.end(),
         [&](const ToleranceRule& a, const ToleranceRule& b) { return key(a) == key(b); });
     if (twin != tolerances.end()) {
-        throw RulesError(QStringLiteral(" tolerances: two for %1 from %2 mm")
-                             .arg(typeKey(twin->type), numberText(twin->from)));
+        throw RulesError(PlanText::tr(" tolerances: two for %1 from %2 mm")
+                             .arg(spoken(typeKey(twin->type)), numberText(twin->from)));
     }
 }
 
@@ -286,12 +288,12 @@ QStringList ShopRules::lines() const
     QStringList lines;
     for (const ToleranceRule& rule : tolerances) {
         const QString band =
-            rule.from == 0 ? QString() : QStringLiteral(" from %1 mm").arg(numberText(rule.from));
-        lines << QStringLiteral("%1%2: %3 where the board tells no tolerance")
-                     .arg(typeKey(rule.type), band, toleranceText(rule.tolerance));
+            rule.from == 0 ? QString() : PlanText::tr(" from %1 mm").arg(numberText(rule.from));
+        lines << PlanText::tr("%1%2: %3 where the board tells no tolerance")
+                     .arg(spoken(typeKey(rule.type)), band, toleranceText(rule.tolerance));
     }
     if (viasUpTo > 0) {
-        lines << QStringLiteral("plated up to %1 mm: vias where the board does not tell them apart")
+        lines << PlanText::tr("plated up to %1 mm: vias where the board does not tell them apart")
                      .arg(numberText(viasUpTo));
     }
     return lines;

@@ -1,9 +1,27 @@
 // SPDX-License-Identifier: MIT
 #include "step_plan.h"
 
+#include "plan_text.h"
+
 #include <algorithm>
 
 namespace {
+
+/** What rule or user decided about a tool, one line; empty: nothing. */
+QString ruleText(const PlanRow& row)
+{
+    const QString type = spoken(typeKey(row.type));
+    QStringList acted;
+    if (row.typeBy == TypeBy::User) {
+        acted << PlanText::tr("%1 by the user").arg(type);
+    } else if (row.typeBy == TypeBy::ViaRule) {
+        acted << PlanText::tr("via by the rule for small plated holes");
+    }
+    if (row.flags.contains(PlanFlag::ToleranceAssumed)) {
+        acted << PlanText::tr("%1 by the rule for %2").arg(toleranceText(row.tolerance), type);
+    }
+    return acted.join("; ");
+}
 
 /** What a host takes for a name, in bytes. */
 constexpr qsizetype nameLength = 64;
@@ -147,32 +165,16 @@ QString hostLayerName(const DrillPlan& plan, const PlanRow& row)
     return own;
 }
 
-QString ruleText(const PlanRow& row, const Say& say)
-{
-    const QString type = say(typeKey(row.type));
-    QStringList acted;
-    if (row.typeBy == TypeBy::User) {
-        acted << say(QT_TRANSLATE_NOOP("PlanWords", "%1 by the user")).arg(type);
-    } else if (row.typeBy == TypeBy::ViaRule) {
-        acted << say(QT_TRANSLATE_NOOP("PlanWords", "via by the rule for small plated holes"));
-    }
-    if (row.flags.contains(PlanFlag::ToleranceAssumed)) {
-        acted << say(QT_TRANSLATE_NOOP("PlanWords", "%1 by the rule for %2"))
-                     .arg(toleranceText(row.tolerance), type);
-    }
-    return acted.join("; ");
-}
-
-QString assumedText(const DrillPlan& plan, const Say& say)
+QString assumedText(const DrillPlan& plan)
 {
     QStringList parts;
-    const auto add = [&](PlanFlag flag, const char* text) {
+    const auto add = [&](PlanFlag flag, const QString& text) {
         if (const qsizetype count = countFlag(plan, flag); count > 0) {
-            parts << say(text).arg(count);
+            parts << text.arg(count);
         }
     };
-    add(PlanFlag::TypeAssumed, QT_TRANSLATE_NOOP("PlanWords", "types (tools: %1)"));
-    add(PlanFlag::ToleranceAssumed, QT_TRANSLATE_NOOP("PlanWords", "tolerances (tools: %1)"));
+    add(PlanFlag::TypeAssumed, PlanText::tr("types (tools: %1)"));
+    add(PlanFlag::ToleranceAssumed, PlanText::tr("tolerances (tools: %1)"));
     QStringList formats;
     for (const StepLayer& layer : plan.layers) {
         if (!layer.assumedFormat.isEmpty()) {
@@ -180,11 +182,9 @@ QString assumedText(const DrillPlan& plan, const Say& say)
         }
     }
     if (!formats.isEmpty()) {
-        parts << say(QT_TRANSLATE_NOOP("PlanWords", "digits of %1")).arg(formats.join(", "));
+        parts << PlanText::tr("digits of %1").arg(formats.join(", "));
     }
-    return parts.isEmpty()
-        ? QString()
-        : say(QT_TRANSLATE_NOOP("PlanWords", "assumed: %1")).arg(parts.join(", "));
+    return parts.isEmpty() ? QString() : PlanText::tr("assumed: %1").arg(parts.join(", "));
 }
 
 int strictRows(const DrillPlan& plan)

@@ -26,11 +26,8 @@ DrillPlan draftPlan(
 /** A row's tool as a host's layer has it: all slots of a layer are on another one. */
 QString hostLayerName(const DrillPlan& plan, const PlanRow& row);
 
-/** What rule or user decided about a tool, one line; empty: nothing. */
-QString ruleText(const PlanRow& row, const Say& say = inEnglish);
-
 /** What was assumed in a step, as one line with counts; empty: nothing. */
-QString assumedText(const DrillPlan& plan, const Say& say = inEnglish);
+QString assumedText(const DrillPlan& plan);
 
 /** How many rows are flagged so that they must not be drilled unseen. */
 int strictRows(const DrillPlan& plan);

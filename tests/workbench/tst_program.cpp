@@ -156,8 +156,8 @@ const Case cases[] = {
     {"$B sensor.xml --csv --tolerance plated=5", 1, {},
         "--tolerance: \"5\" is no tolerance such as -0.05/+0.10 or +-2mil\n"},
     {"$B none --table", 1, {}, "none:1: No such file or directory\n"},
-    {"$B make_boards.py --screenshot none.png", 1, {},
-        "make_boards.py:1: no drill file: it is a text without drill commands\n"},
+    {"$B make_boards.py --screenshot none.png --language de", 1, {},
+        "make_boards.py:1: keine Bohrdatei: Das ist ein Text ohne Bohrbefehle\n"},
     {"$B sensor.xml", 1, {}, "no display to open a window on; --table and --csv need none\n"},
 };
 
