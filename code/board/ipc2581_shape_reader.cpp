@@ -90,8 +90,13 @@ bool Ipc2581ShapeReader::addSimple(std::string_view name, const XmlAttributes& a
         make(Kind::Circle, "diameter", "diameter");
     } else if (name == "Oval") {
         make(Kind::Oval, "width", "height");
-    } else if (name == "RectCenter" || name == "RectCham") {
-        make(Kind::Rectangle, "width", "height");
+    } else if (name == "RectCenter" || name == "RectCham" || name == "Diamond"
+        || name == "Ellipse") {
+        make(Kind::Rectangle, "width", "height"); // no slot, whatever it is exactly
+    } else if (name == "Octagon" || name == "Hexagon") {
+        make(Kind::Rectangle, "length", "length");
+    } else if (name == "Triangle") {
+        make(Kind::Rectangle, "base", "height");
     } else if (name == "RectRound") {
         // Corners that are half as wide as the shape are round ends.
         if (make(Kind::Rectangle, "width", "height")

@@ -338,7 +338,7 @@ private:
         row("cut off", plain.chopped(20), ":12: ");
         row("not well-formed", QByteArray(plain).replace("</Set>", "</Sat>"), ":11: ");
         row("other root", "\n<svg/>", ":2: no IPC-2581 file");
-        row("contours alone", ipc2581(feature("R", slot("<RectCenter width='2' height='1'/>"))),
+        row("contours alone", ipc2581(feature("R", slot("<Octagon length='2'/>"))),
             ":12: no drilled hole and no slot; contours: 1, back drills: 0");
         row("unknown units", ipc2581("", "CUBIT"), ":5: unknown units \"CUBIT\"");
         row("too many boards",
