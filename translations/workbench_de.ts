@@ -531,6 +531,14 @@
         <source>elements are nested more than %1 deep</source>
         <translation>Elemente sind tiefer als %1-fach verschachtelt</translation>
     </message>
+    <message>
+        <source>the XML does not end; the file is cut off</source>
+        <translation>das XML endet nicht; die Datei ist abgeschnitten</translation>
+    </message>
+    <message>
+        <source>no well-formed XML: %1</source>
+        <translation>kein wohlgeformtes XML: %1</translation>
+    </message>
 </context>
 <context>
     <name>DataFile</name>

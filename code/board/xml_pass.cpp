@@ -84,7 +84,13 @@ void XmlPass::parse(std::string_view bytes, bool isLast)
         std::rethrow_exception(mFailure);
     }
     if (status != XML_STATUS_OK) {
-        fail(QString::fromUtf8(XML_ErrorString(XML_GetErrorCode(mParser.get()))));
+        const XML_Error error = XML_GetErrorCode(mParser.get());
+        const bool isCutOff = isLast
+            && (error == XML_ERROR_NO_ELEMENTS || error == XML_ERROR_UNCLOSED_TOKEN
+                || error == XML_ERROR_UNCLOSED_CDATA_SECTION || error == XML_ERROR_PARTIAL_CHAR);
+        fail(isCutOff ? BoardText::tr("the XML does not end; the file is cut off")
+                      : BoardText::tr("no well-formed XML: %1")
+                            .arg(QString::fromUtf8(XML_ErrorString(error))));
     }
 }
 

@@ -335,8 +335,9 @@ private:
                     + via)),
             "main/R: V0.3 1,2; P~-1,-0.5>1,-0.5>1,0.5>-1,0.5>-1,-0.5; P~0,0>2,0>2,1>0,1>0,0");
 
-        row("cut off", plain.chopped(20), ":12: ");
-        row("not well-formed", QByteArray(plain).replace("</Set>", "</Sat>"), ":11: ");
+        row("cut off", plain.chopped(20), ":12: the XML does not end; the file is cut off");
+        row("not well-formed", QByteArray(plain).replace("</Set>", "</Sat>"),
+            ":11: no well-formed XML: ");
         row("other root", "\n<svg/>", ":2: no IPC-2581 file");
         row("contours alone", ipc2581(feature("R", slot("<Octagon length='2'/>"))),
             ":12: no drilled hole and no slot; contours: 1, back drills: 0");
