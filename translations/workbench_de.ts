@@ -536,8 +536,32 @@
         <translation>das XML endet nicht; die Datei ist abgeschnitten</translation>
     </message>
     <message>
+        <source>a hole without x and y</source>
+        <translation>eine Bohrung ohne x und y</translation>
+    </message>
+    <message>
+        <source>a second CadHeader tells other units</source>
+        <translation>ein zweiter CadHeader nennt andere Einheiten</translation>
+    </message>
+    <message>
+        <source>the file does not tell what layer &quot;%1&quot; is for; its holes are drilled</source>
+        <translation>die Datei sagt nicht, wofür Lage „%1“ ist; ihre Bohrungen werden gebohrt</translation>
+    </message>
+    <message>
+        <source>a slot of several shapes, or of a moved one</source>
+        <translation>ein Langloch aus mehreren Formen oder einer verschobenen</translation>
+    </message>
+    <message>
+        <source>the file does not tell its main step; &quot;%1&quot; is taken</source>
+        <translation>die Datei nennt ihren Hauptschritt nicht; „%1“ wird genommen</translation>
+    </message>
+    <message>
+        <source>is neither true nor false</source>
+        <translation>ist weder true noch false</translation>
+    </message>
+    <message>
         <source>no well-formed XML: %1</source>
-        <translation>kein wohlgeformtes XML: %1</translation>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>

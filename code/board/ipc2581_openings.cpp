@@ -83,6 +83,7 @@ void Ipc2581Openings::placeSet(std::string_view name, const XmlAttributes& attri
 void Ipc2581Openings::placeOpening(std::string_view name, const XmlAttributes& attributes)
 {
     read(name, attributes, mOwnPosition);
+    mHasPlace = mHasPlace || name == "Location";
 }
 
 void Ipc2581Openings::read(
@@ -99,7 +100,7 @@ void Ipc2581Openings::read(
         to.yOffset = length("yOffset");
         to.rotation = mValues.numberOr(attributes, "rotation", 0);
         to.scale = mValues.numberOr(attributes, "scale", 1);
-        to.mirror = isTrue(attributes, "mirror");
+        to.mirror = mValues.isTrue(attributes, "mirror");
         if (!(to.scale > 0)) {
             mValues.fail(
                 BoardText::tr("scale=\"%1\" is no scale").arg(attributes.text("scale").left(40)));
@@ -159,6 +160,7 @@ void Ipc2581Openings::beginHole(const XmlAttributes& attributes)
     }
     mTool.finishedSize = mValues.holeSize(texts.diameter, "diameter", mUnit);
     mIsSquare = texts.type && qstricmp(texts.type, "SQUARE") == 0;
+    mHasPlace = texts.x && texts.y;
     mOwnPosition.x = texts.x ? mValues.number(texts.x, "x") * mUnit : 0;
     mOwnPosition.y = texts.y ? mValues.number(texts.y, "y") * mUnit : 0;
 }
@@ -166,6 +168,9 @@ void Ipc2581Openings::beginHole(const XmlAttributes& attributes)
 void Ipc2581Openings::endHole()
 {
     mSetStarted = true;
+    if (!mHasPlace) {
+        mValues.fail(BoardText::tr("a hole without x and y"));
+    }
     if (mIsSquare) {
         Ipc2581Shape square;
         square.kind = Ipc2581Shape::Kind::Rectangle;

@@ -76,6 +76,7 @@ private:
     Position mSetPosition;
     bool mSetStarted = false; ///< a hole of the set has been added
     Position mOwnPosition; ///< of the hole or slot
+    bool mHasPlace = false; ///< the hole
     Tool mTool; ///< of the hole or slot
     bool mIsSquare = false;
 };

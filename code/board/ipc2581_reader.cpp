@@ -7,6 +7,7 @@
 #include "panel.h"
 
 #include <QSet>
+#include <algorithm>
 
 namespace {
 
@@ -70,6 +71,7 @@ private:
     void readUnits(const XmlAttributes& attributes);
     void declareLayer(const XmlAttributes& attributes);
     void beginLayerFeature(const XmlAttributes& attributes);
+    void noteUndeclared();
     void dropEmptyTolerances();
     void finish();
 
@@ -90,7 +92,9 @@ private:
     QString mSpec;
     QSet<QString> mBackDrillSpecs;
     QSet<QString> mBackDrillLayers;
-    bool mDrilled = false; ///< the layer of the features is
+    QString mLayer; ///< of the features
+    bool mDrilled = false; ///< that layer is
+    bool mUndeclared = false; ///< that layer is taken to be drilled for want of a declaration
 };
 
 bool Reader::start(std::string_view name, const XmlAttributes& attributes)
@@ -284,6 +288,9 @@ Element Reader::startFeature(std::string_view name, const XmlAttributes& attribu
             ++mSteps.current().holesLeftOut;
             return Element::Skip;
         }
+        if (mUndeclared) {
+            noteUndeclared();
+        }
         isHole ? mOpenings.beginHole(attributes) : mOpenings.beginSlot(attributes);
         return isHole ? Element::Hole : Element::Slot;
     }
@@ -302,8 +309,9 @@ Element Reader::startFeature(std::string_view name, const XmlAttributes& attribu
 /** Inside of an entry or a slot: primitives, and what only holds them. */
 Element Reader::startShape(std::string_view name, const XmlAttributes& attributes)
 {
-    if (mPath.back() == Element::Slot && (name == "Location" || name == "Xform")) {
-        mOpenings.placeOpening(name, attributes);
+    if (name == "Location" || name == "Xform") {
+        const bool inSlot = std::find(mPath.begin(), mPath.end(), Element::Slot) != mPath.end();
+        inSlot ? mOpenings.placeOpening(name, attributes) : mShapes.movePart();
         return Element::Skip;
     }
     switch (mShapes.startPart(name, attributes)) {
@@ -319,11 +327,15 @@ Element Reader::startShape(std::string_view name, const XmlAttributes& attribute
 
 void Reader::readUnits(const XmlAttributes& attributes)
 {
-    if (attributes.text("units").isEmpty()) {
+    const double unit = mValues.unitOf(attributes);
+    if (unit == 0) {
         mValues.fail(BoardText::tr("unknown units \"%1\"; known are MILLIMETER, MICRON and INCH")
                          .arg(QString()));
     }
-    mUnit = mValues.unitOf(attributes);
+    if (mUnit != 0 && mUnit != unit) {
+        mValues.fail(BoardText::tr("a second CadHeader tells other units"));
+    }
+    mUnit = unit;
     mOpenings.setUnit(mUnit);
     mBoard.units = mUnit == sizePerInch ? Units::Inch : Units::Metric;
 }
@@ -340,9 +352,10 @@ void Reader::declareLayer(const XmlAttributes& attributes)
 
 void Reader::beginLayerFeature(const XmlAttributes& attributes)
 {
-    const QString name = attributes.text("layerRef");
+    const QString name = mLayer = attributes.text("layerRef");
     const QString function = mLayerFunctions.value(name);
     const bool isBackDrilled = mBackDrillLayers.contains(name);
+    mUndeclared = function.isEmpty() && !isBackDrilled;
     // A round hole on a layer of routs is drilled too; an undeclared layer gets the benefit of
     // the doubt. On layers of copper and the like, holes only repeat what the drill layers say.
     mDrilled = function.isEmpty() || function == QLatin1String("DRILL")
@@ -351,6 +364,16 @@ void Reader::beginLayerFeature(const XmlAttributes& attributes)
         const auto span = mSpans.constFind(name);
         mOpenings.beginLayer(
             name, span == mSpans.constEnd() ? std::nullopt : std::optional(*span), isBackDrilled);
+    }
+}
+
+void Reader::noteUndeclared()
+{
+    const QString note =
+        BoardText::tr("the file does not tell what layer \"%1\" is for; its holes are drilled")
+            .arg(mLayer);
+    if (!mBoard.notes.contains(note)) {
+        mBoard.notes << note;
     }
 }
 

@@ -28,6 +28,7 @@ struct Ipc2581Shape
     double lineWidth = 0; ///< of a stroke; 0 until it is told
     Path path;
     std::string reference;
+    bool isCompound = false; ///< of several parts, or of one that is moved: not understood
 };
 
 using Ipc2581Shapes = std::unordered_map<std::string, Ipc2581Shape>;

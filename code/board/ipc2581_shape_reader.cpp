@@ -41,6 +41,8 @@ bool Ipc2581ShapeReader::begin(Kind kind)
     const bool isFirst = mShape.kind == Kind::None;
     if (isFirst) {
         mShape.kind = kind;
+    } else {
+        mShape.isCompound = true;
     }
     return isFirst;
 }
@@ -99,9 +101,14 @@ bool Ipc2581ShapeReader::addSimple(std::string_view name, const XmlAttributes& a
         make(Kind::Rectangle, "base", "height");
     } else if (name == "RectRound") {
         // Corners that are half as wide as the shape are round ends.
+        const auto isRound = [&](const char* corner) {
+            return !attributes.value(corner) || mValues.isTrue(attributes, corner);
+        };
         if (make(Kind::Rectangle, "width", "height")
             && mValues.length(attributes, "radius", mUnit) * 2
-                >= std::min(mShape.width, mShape.height) - sizePerMicron) {
+                >= std::min(mShape.width, mShape.height) - sizePerMicron
+            && isRound("upperLeft") && isRound("upperRight") && isRound("lowerLeft")
+            && isRound("lowerRight")) {
             mShape.kind = Kind::Oval;
         }
     } else if (name == "RectCorner") {
@@ -168,6 +175,9 @@ const Ipc2581Shape* Ipc2581ShapeReader::resolved() const
 {
     const Ipc2581Shape* at = &mShape;
     for (int i = 0; i < maxReferences; ++i) {
+        if (at->isCompound) {
+            mValues.fail(BoardText::tr("a slot of several shapes, or of a moved one"));
+        }
         const bool isUser = at->kind == Kind::UserReference;
         if (!isUser && at->kind != Kind::StandardReference) {
             return at;
@@ -203,7 +213,7 @@ Place Ipc2581ShapeReader::place(const XmlAttributes& attributes, const char* x, 
 
 Segment Ipc2581ShapeReader::arcTo(Place end, const XmlAttributes& attributes) const
 {
-    return {isTrue(attributes, "clockwise") ? Segment::Shape::Clockwise
-                                            : Segment::Shape::CounterClockwise,
+    return {mValues.isTrue(attributes, "clockwise") ? Segment::Shape::Clockwise
+                                                    : Segment::Shape::CounterClockwise,
         end, place(attributes, "centerX", "centerY")};
 }

@@ -34,6 +34,9 @@ public:
     /** An element of a shape: a primitive, or what only holds some. */
     Inside startPart(std::string_view name, const XmlAttributes& attributes);
 
+    /** A part of the entry lies somewhere of its own. */
+    void movePart() { mShape.isCompound = true; }
+
     void beginPolygon() { mShape.path = {}; }
     void addCorner(std::string_view name, const XmlAttributes& attributes);
     void endPolygon();

@@ -36,7 +36,7 @@ void Ipc2581Steps::addRepeat(const XmlAttributes& attributes, double unit)
     repeat.columns = mValues.repeats(attributes, "nx");
     repeat.rows = mValues.repeats(attributes, "ny");
     repeat.angle = mValues.numberOr(attributes, "angle", 0);
-    repeat.mirror = isTrue(attributes, "mirror");
+    repeat.mirror = mValues.isTrue(attributes, "mirror");
     mRepeats.push_back({mSteps.size() - 1, attributes.text("stepRef"), repeat, mValues.line()});
 }
 
@@ -97,6 +97,10 @@ void Ipc2581Steps::finish(Board& board, const QString& mainStep)
     std::vector<char> state(mSteps.size(), 0);
     for (size_t i = 0; i < mSteps.size(); ++i) {
         checkCircles(i, state, 0);
+    }
+    if (mSteps.size() > 1 && !mStepOfName.contains(mainStep)) {
+        board.notes << BoardText::tr("the file does not tell its main step; \"%1\" is taken")
+                           .arg(mSteps.front().name);
     }
     board.steps = std::move(mSteps);
     board.mainStep = mStepOfName.value(mainStep, 0);

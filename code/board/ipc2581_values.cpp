@@ -97,7 +97,10 @@ double Ipc2581Values::numberOr(
 double Ipc2581Values::unitOf(const XmlAttributes& attributes) const
 {
     const QString units = attributes.text("units").toUpper();
-    if (units == QLatin1String("MILLIMETER") || units.isEmpty()) {
+    if (units.isEmpty()) {
+        return 0;
+    }
+    if (units == QLatin1String("MILLIMETER")) {
         return sizePerMillimetre;
     }
     if (units == QLatin1String("MICRON")) {
@@ -158,16 +161,22 @@ int Ipc2581Values::repeats(const XmlAttributes& attributes, const char* name) co
     return times;
 }
 
+bool Ipc2581Values::isTrue(const XmlAttributes& attributes, const char* name) const
+{
+    const QByteArray value = QByteArray(attributes.value(name)).trimmed().toLower();
+    if (value == "true" || value == "1") {
+        return true;
+    }
+    if (!value.isEmpty() && value != "false" && value != "0") {
+        fail(name, value, BoardText::tr("is neither true nor false"));
+    }
+    return false;
+}
+
 Place Ipc2581Values::place(double x, double y) const
 {
     if (!isSize(x) || !isSize(y)) {
         fail(BoardText::tr("a place further than 5 m from the origin"));
     }
     return {rounded(x), rounded(y)};
-}
-
-bool isTrue(const XmlAttributes& attributes, const char* name)
-{
-    const char* value = attributes.value(name);
-    return value && (std::strcmp(value, "true") == 0 || std::strcmp(value, "1") == 0);
 }

@@ -22,7 +22,7 @@ public:
     double number(const char* text, const char* name) const;
     double numberOr(const XmlAttributes& attributes, const char* name, double other) const;
 
-    /** Host sizes to one of the units that an element names; millimetres if it names none. */
+    /** Host sizes to one of the units that an element names; 0 if it names none. */
     double unitOf(const XmlAttributes& attributes) const;
 
     /** A length of a shape in host sizes, not negative; 0 if there is none. */
@@ -33,6 +33,9 @@ public:
 
     /** Of a hole; above 0. */
     Size holeSize(const char* text, const char* name, double unit) const;
+
+    /** Of a shape, as XML and some exporters write it; false if it is not told. */
+    bool isTrue(const XmlAttributes& attributes, const char* name) const;
 
     /** How often something is repeated; 1 if it is not told. */
     int repeats(const XmlAttributes& attributes, const char* name) const;
@@ -45,7 +48,5 @@ private:
 
     const XmlPass& mPass;
 };
-
-bool isTrue(const XmlAttributes& attributes, const char* name);
 
 #endif

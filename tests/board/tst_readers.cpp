@@ -103,7 +103,7 @@ QByteArray ipc2581(const QByteArray& mainStep, const QByteArray& units = "MILLIM
 {
     return QByteArray(
                R"(<IPC-2581 xmlns='http://webstds.ipc.org/2581'><Content><StepRef name='main'/>
-<DictionaryLineDesc><EntryLineDesc id='w'>
+<DictionaryLineDesc units='MILLIMETER'><EntryLineDesc id='w'>
 <LineDesc lineWidth='.5'/></EntryLineDesc></DictionaryLineDesc>
 <DictionaryStandard units='INCH'><EntryStandard id='o'><Oval width='.4' height='.1'/></EntryStandard>
 </DictionaryStandard></Content><Ecad name='job'><CadHeader units='UNITS'>
@@ -270,7 +270,7 @@ private:
             "1-2: V0.3 1,0 2,0 ~0,0>0,5)0,7*0,6; P1 ~0,-1>0,1; P~0,0>1,0>0,0");
         row("Gerber: a square hole", gerber("D12*\nX0Y0D03*"), ":6: aperture D12 is not round");
         row("Gerber: copies", gerber("%SRX1Y10I0J1*%"), ":5: steps and repeats are not read");
-        row("Gerber: format", "%FSLAXZ4Y34*%\n%ADD10C,1*%\nX1D03*\n" + gerber(""),
+        row("Gerber: format", "%FSLAX34Y35*%\n%ADD10C,1*%\nX1D03*\n" + gerber(""),
             ":1: unknown format");
         row("Gerber: cut off", gerber("D10*\nX0Y0D03*").chopped(5), ":7: the file does not end");
     }
@@ -307,7 +307,7 @@ private:
             "copies of step \"a\" are placed by its datum, which is not its origin");
         row("sets that are turned and moved",
             ipc2581(
-                feature("D", "<Location x='10' y='0'/><Xform rotation='90' mirror='true'/>" + via)),
+                feature("D", "<Location x='10' y='0'/><Xform rotation='90' mirror='TRUE'/>" + via)),
             "main/DTOP-BOT: V0.3 8,-1");
         row("slots: of a dictionary, turned, rounded, drawn",
             ipc2581(feature("R",
@@ -327,7 +327,7 @@ private:
             "main/R: P?1 ~-1,0>1,0");
         row("a slot with corners is a contour",
             ipc2581(feature("R",
-                slot("<RectCenter width='2' height='1'/>")
+                slot("<RectRound width='2' height='1' radius='1' upperLeft='false'/>")
                     + slot(
                         "<Outline><Polygon><PolyBegin x='0' y='0'/><PolyStepSegment x='2' y='0'/>"
                         "<PolyStepSegment x='2' y='1'/><PolyStepSegment x='0' y='1'/>"
@@ -356,7 +356,10 @@ private:
             {feature("D", hole("GLUED", "1")), ":10: unknown platingStatus"},
             {feature("R", slot("")), ":10: a slot without a shape"},
             {feature("R", slot("<UserPrimitiveRef id='x'/>")), ":10: no shape \"x\""},
+            {feature("D", "<Hole platingStatus='VIA' diameter='1' x='1'/>"),
+                ":10: a hole without x"},
             {"<StepRepeat nx='0'/>", ":10: nx=\"0\" is no number from"},
+            {"<StepRepeat mirror='yes'/>", ":10: mirror=\"yes\" is neither true"},
             {"<StepRepeat stepRef='b'/>", ":10: no step \"b\" to repeat"},
             {"<StepRepeat stepRef='main'/>", ":10: step \"main\" repeats itself"},
             {"</Step><Step name='main'>", ":10: a second step"},
