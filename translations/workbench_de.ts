@@ -536,6 +536,18 @@
         <translation>das XML endet nicht; die Datei ist abgeschnitten</translation>
     </message>
     <message>
+        <source>no well-formed XML: %1</source>
+        <translation>kein wohlgeformtes XML: %1</translation>
+    </message>
+    <message>
+        <source>unknown units: </source>
+        <translation>unbekannte Einheiten: </translation>
+    </message>
+    <message>
+        <source>aperture D%1 is defined twice</source>
+        <translation>Blende D%1 ist zweimal definiert</translation>
+    </message>
+    <message>
         <source>a hole without x and y</source>
         <translation>eine Bohrung ohne x und y</translation>
     </message>
@@ -558,10 +570,6 @@
     <message>
         <source>is neither true nor false</source>
         <translation>ist weder true noch false</translation>
-    </message>
-    <message>
-        <source>no well-formed XML: %1</source>
-        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>

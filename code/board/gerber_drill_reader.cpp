@@ -101,7 +101,10 @@ void GerberDrill::extended(std::string_view text)
     if (text.starts_with("FS")) {
         setFormat(text);
     } else if (text.starts_with("MO")) {
-        mFormat.setUnits(text.substr(2, 2) == "IN" ? Units::Inch : Units::Metric);
+        if (text != "MOIN" && text != "MOMM") {
+            fail(BoardText::tr("unknown units: ") + shown(text));
+        }
+        mFormat.setUnits(text == "MOIN" ? Units::Inch : Units::Metric);
     } else if (text.starts_with("ADD")) {
         defineAperture(text.substr(3));
     } else if (text.starts_with("TF.") || text.starts_with("TA.") || text.starts_with("TD")) {
@@ -122,18 +125,18 @@ void GerberDrill::extended(std::string_view text)
 /** "FSLAX46Y46": only absolute numbers with leading zeros left out are left in use. */
 void GerberDrill::setFormat(std::string_view text)
 {
-    const size_t x = text.find('X');
-    if (x == text.npos || x + 2 >= text.size() || text.find('I') < x) {
-        fail(BoardText::tr("unknown format of numbers: ") + shown(text));
-    }
+    const size_t x = std::min(text.find('X'), text.size());
+    const std::string_view digits = text.substr(x).substr(0, 3);
+    const std::string_view other = text.substr(std::min(x + 3, text.size())).substr(0, 3);
     const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
-    if (!isDigit(text[x + 1]) || !isDigit(text[x + 2])) {
+    if (digits.size() < 3 || !isDigit(digits[1]) || !isDigit(digits[2]) || other.size() < 3
+        || other[0] != 'Y' || other.substr(1) != digits.substr(1) || text.find('I') < x) {
         fail(BoardText::tr("unknown format of numbers: ") + shown(text));
     }
     if (text.find('T') < x) {
         mFormat.setZeros(ExcellonFormat::Zeros::LeadingKept);
     }
-    mFormat.setDigits(text[x + 1] - '0', text[x + 2] - '0');
+    mFormat.setDigits(digits[1] - '0', digits[2] - '0');
 }
 
 void GerberDrill::defineAperture(std::string_view text)
@@ -169,9 +172,10 @@ void GerberDrill::defineAperture(std::string_view text)
         const Tolerance tolerance{size(told->second), size(told->first)};
         tool.tolerance = tolerance == Tolerance{} ? std::nullopt : std::optional(tolerance);
     }
-    if (!mApertures.contains(code)) {
-        mOrder.push_back(code);
+    if (mApertures.contains(code)) {
+        fail(BoardText::tr("aperture D%1 is defined twice").arg(code));
     }
+    mOrder.push_back(code);
     mApertures[code] = std::move(aperture);
 }
 
