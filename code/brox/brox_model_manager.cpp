@@ -20,10 +20,19 @@ namespace {
 class NameDelegate : public QStyledItemDelegate
 {
 public:
-    NameDelegate(QObject* manager, std::function<bool()> isRefused)
+    /** @param isTyped  up while an editor hands over its name */
+    NameDelegate(QObject* manager, bool& isTyped, std::function<bool()> isRefused)
         : QStyledItemDelegate(manager)
+        , mIsTyped(isTyped)
         , mIsRefused(std::move(isRefused))
     { }
+
+    void setModelData(
+        QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const override
+    {
+        const QScopedValueRollback typing(mIsTyped, true);
+        QStyledItemDelegate::setModelData(editor, model, index);
+    }
 
     bool eventFilter(QObject* watched, QEvent* event) override
     {
@@ -47,6 +56,7 @@ private:
         return !mIsRefused();
     }
 
+    bool& mIsTyped;
     std::function<bool()> mIsRefused;
 };
 
@@ -64,7 +74,7 @@ BroxModelManager::BroxModelManager(QWidget* parent, Qt::WindowFlags f)
     ui.noModelsMessageFrame->setVisible(false);
     ui.broxModelTableWidget->sortByColumn(0, Qt::AscendingOrder);
     ui.broxModelTableWidget->setItemDelegate(
-        new NameDelegate(this, [this] { return mKept.isValid(); }));
+        new NameDelegate(this, mIsTyped, [this] { return mKept.isValid(); }));
 }
 
 BroxModelManager::~BroxModelManager() = default;
@@ -169,7 +179,6 @@ void BroxModelManager::on_broxModelTableWidget_itemChanged(QTableWidgetItem* ite
     }
     // The answer raises this slot once more; by then it is the model's own name, and all is quiet.
     const Entry entry(ui.broxModelTableWidget);
-    const bool isTyped = hasOpenEditor(ui.broxModelTableWidget);
     const QString wanted = item->text();
     QString approved;
     emit broxModelRenameRequest(wanted, approved);
@@ -178,7 +187,7 @@ void BroxModelManager::on_broxModelTableWidget_itemChanged(QTableWidgetItem* ite
     if (approved != wanted) {
         ui.broxModelTableWidget->setCurrentItem(item);
         entry.refuse();
-        if (isTyped && !entry.isAsked()) {
+        if (mIsTyped && !entry.isAsked()) {
             keepSelection();
         }
     } else if (isOther) {

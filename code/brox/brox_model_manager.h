@@ -62,6 +62,7 @@ private:
 
     Ui::BroxModelManager ui;
     bool mUpdating = false;
+    bool mIsTyped = false; ///< an editor is handing over a name
     QPersistentModelIndex mKept; ///< the cell of a refused name, until the event loop runs again
     BroxModelSet* mBroxModelSet = nullptr;
 };

@@ -57,7 +57,7 @@ const std::vector<Case> viewerCases = {
     {"refused, Down", "F2, b, Down, F2, x, Return", "[x 1], b 2, c 3 *", "a > x", {ok}},
     {"refused, Tab", "F2, b, Tab, F2, x, Return", "[x 1], b 2, c 3 *", "a > x", {ok}},
     {"refused, program", "F2, b, select 2, F2, x, Return", "[x 1], b 2, c 3 *", "a > x", {ok}},
-    {"program refused, program", "name b, select 2", "a 1, b 2, [c 3]", "", {ok}},
+    {"program refused, program", "F2, name b, select 2", "a 1, b 2, [c 3]", "", {ok}},
     {"name, Tab", "F2, aa, Tab, bb, Return", "aa 1, [bb 2], c 3 *", "a > aa, b > bb"},
     {"name, use bits", "F2, x, useBitFileCheckBox", "[x 100], b 2, c 3 * bits", "a > x"},
     {"refused, use bits", "F2, b, useBitFileCheckBox", "[a 1], b 2, c 3", "", {ok}},
