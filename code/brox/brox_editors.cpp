@@ -108,7 +108,7 @@ bool enterOpenEditors(QWidget* part)
     return std::all_of(tables.begin(), tables.end(), enterOpenEditor);
 }
 
-void enterTypedNumbers(QWidget* part, double scale)
+void enterTypedNumbers(QWidget* part, const std::function<double()>& scale)
 {
     for (QTableWidget* table : part->findChildren<QTableWidget*>()) {
         if (!hasOpenEditor(table)) {
@@ -121,7 +121,7 @@ void enterTypedNumbers(QWidget* part, double scale)
         const QVariant after = cell.data(Qt::EditRole);
         const double number = after.toDouble(&isNumber);
         if (isNumber && after != before) {
-            table->model()->setData(cell, number * scale);
+            table->model()->setData(cell, number * scale());
         }
     }
 }

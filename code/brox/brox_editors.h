@@ -4,6 +4,8 @@
 
 #include "brox_dialogs.h"
 
+#include <functional>
+
 class QTableWidget;
 class QWidget;
 
@@ -23,9 +25,9 @@ bool enterOpenEditors(QWidget* part);
 
 /** Enters numbers that were typed below a widget for other units than the cells now have.
  *
- * @param scale  new units to one old unit
+ * @param scale  gives new units to one old unit; asked only for a number that was typed
  */
-void enterTypedNumbers(QWidget* part, double scale);
+void enterTypedNumbers(QWidget* part, const std::function<double()>& scale);
 
 bool hasOpenEditor(const QTableWidget* table);
 

@@ -287,7 +287,7 @@ void BroxViewer::parentViewer_unitsChanged(zeb_units_enum)
     // that the user has read until now.
     const QString oldUnits = ui.unitsLabel->text();
     updateUnitsLabel();
-    const double scale = numbersPerNumber(oldUnits, ui.unitsLabel->text());
+    const auto scale = [&] { return numbersPerNumber(oldUnits, ui.unitsLabel->text()); };
     enterTypedNumbers(ui.broxAmountsWidget, scale);
     enterTypedNumbers(ui.broxTesterWidget, scale);
     enterOpenEditors(this);
