@@ -571,6 +571,14 @@
         <source>is neither true nor false</source>
         <translation>ist weder true noch false</translation>
     </message>
+    <message>
+        <source>the name is not written in UTF-8</source>
+        <translation>der Name ist nicht in UTF-8 geschrieben</translation>
+    </message>
+    <message>
+        <source>the units change in line %1</source>
+        <translation>die Einheit wechselt in Zeile %1</translation>
+    </message>
 </context>
 <context>
     <name>DataFile</name>
@@ -1466,6 +1474,10 @@ bei X %2, Y %3</translation>
     <message>
         <source>plated up to %1 mm: vias where the board does not tell them apart</source>
         <translation>metallisiert bis %1 mm: Vias, wo die Leiterplatte sie nicht unterscheidet</translation>
+    </message>
+    <message>
+        <source>an arc whose ends are not equally far from its centre</source>
+        <translation>ein Bogen, dessen Enden nicht gleich weit von seinem Mittelpunkt liegen</translation>
     </message>
 </context>
 <context>

@@ -4,12 +4,12 @@
 #include "board_archive.h"
 #include "board_text.h"
 
-#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <algorithm>
 #include <cstdio>
+#include <filesystem>
 #include <map>
 
 namespace {
@@ -182,18 +182,39 @@ private:
     void addFolder(const QString& path)
     {
         mFiles.isSearched = true;
-        QStringList files;
-        QDirIterator all(path, QDir::Files, QDirIterator::Subdirectories);
-        while (all.hasNext()) {
-            files << all.next();
-            if (files.size() > maxFolderFiles) {
-                throw BoardError(path, 1, BoardText::tr("more than %1 files").arg(maxFolderFiles));
-            }
-        }
-        files.sort();
-        for (const QString& file : files) {
+        for (const QString& file : filesIn(path)) {
             addFile(file, file, true);
         }
+    }
+
+    /** All but hidden ones, sorted. Qt would leave out what it can't enter or name, and a board
+     *  would lack a layer. */
+    static QStringList filesIn(const QString& path)
+    {
+        namespace fs = std::filesystem;
+        QStringList files;
+        try {
+            fs::recursive_directory_iterator at(QFile::encodeName(path).toStdString());
+            for (; at != fs::recursive_directory_iterator(); ++at) {
+                const std::string name = at->path().string();
+                const QString file = QFile::decodeName(name.c_str());
+                if (at->path().filename().string().starts_with('.')) {
+                    at.disable_recursion_pending();
+                } else if (QFile::encodeName(file) != name.c_str()) {
+                    throw BoardError(file, 1, BoardText::tr("the name is not written in UTF-8"));
+                } else if (at->is_regular_file()) {
+                    files << file;
+                }
+                if (files.size() > maxFolderFiles) {
+                    throw BoardError(
+                        path, 1, BoardText::tr("more than %1 files").arg(maxFolderFiles));
+                }
+            }
+        } catch (const fs::filesystem_error& error) {
+            throw BoardError(path, 1, QString::fromStdString(error.code().message()));
+        }
+        files.sort();
+        return files;
     }
 
     void addArchive(const Archive& archive)

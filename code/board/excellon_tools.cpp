@@ -15,6 +15,9 @@ constexpr size_t maxTools = 1000;
 
 void ExcellonProgram::setUnits(Units units)
 {
+    if (mUnits && *mUnits != units) {
+        mNotes << BoardText::tr("the units change in line %1").arg(mLine);
+    }
     mUnits = units;
     mFormat.setUnits(units);
     for (DrillTool& tool : mTools) {

@@ -9,6 +9,7 @@
 #include <QSet>
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 
 namespace {
 
@@ -143,11 +144,25 @@ private:
         mText += '\n';
     }
 
+    /** No machine can follow an arc that does not keep its distance. */
+    void checkArc(Point from, Point to, Point centre) const
+    {
+        const double first = std::hypot(from.x - centre.x, from.y - centre.y);
+        const double last = std::hypot(to.x - centre.x, to.y - centre.y);
+        // Old files have few digits.
+        const double tolerance = first / 100 + double(mResolution.round(50 * sizePerMicron));
+        if (std::abs(first - last) > tolerance) {
+            throw OutputError(
+                PlanText::tr("an arc whose ends are not equally far from its centre"));
+        }
+    }
+
     /** An arc of more than half a circle goes by the point opposite to its start. */
     void arc(const Segment& segment, Point from, Point to)
     {
         const bool clockwise = segment.shape == Segment::Shape::Clockwise;
         const Point centre = point(segment.centre);
+        checkArc(from, to, centre);
         const double turn = double(from.x - centre.x) * double(to.y - centre.y)
             - double(from.y - centre.y) * double(to.x - centre.x);
         const bool isFull = from.x == to.x && from.y == to.y;

@@ -92,12 +92,23 @@ int takeScreenshot(const Options& options, HostSession& session, const QStringLi
 void prepareData(const Options& options, const QString& dataDir)
 {
     const bool isNew = !QFileInfo::exists(dataDir);
+    QStringList missing;
+    for (const DataFile::Kind kind : DataFile::kinds) {
+        const QString path = DataFile(dataDir, kind).path();
+        if (!QFileInfo::exists(path)) {
+            missing << path;
+        }
+    }
     const QString error = createDefaultData(dataDir);
     if (!error.isEmpty()) {
         throw HostError(error);
     }
     if (isNew && options.isSet(options.data)) {
         warn(QStringLiteral("made the data folder %1").arg(dataDir));
+    }
+    // A shop that lost its models should not take those to start with for its own.
+    if (missing.size() == 1) {
+        warn(QStringLiteral("%1 was missing and holds what a new one does").arg(missing[0]));
     }
     const QString complaints = DataFile::complaints(dataDir);
     if (!options.wantsWindow() && !complaints.isEmpty()) {

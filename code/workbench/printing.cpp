@@ -54,6 +54,9 @@ QStringList readList(const QString& path)
     }
     QStringList names;
     for (const QByteArray& line : file.readAll().split('\n')) {
+        if (line.contains('\0')) {
+            throw HostError(QStringLiteral("%1: a list has a name a line").arg(path));
+        }
         names << QString::fromLocal8Bit(line).trimmed();
     }
     names.removeAll(QString());

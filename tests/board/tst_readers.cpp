@@ -192,7 +192,7 @@ private:
         row("another diameter", program("T1\nX1.\nT1C0.8\nX1.13\nT1C0.29\nX3."),
             "P?0.8 1,0 1.13,0; P?0.29 3,0");
         row("units that change", program("T1\nX1.\nT2\nX2.", "INCH\nT1C.02\nMETRIC\nT2C2."),
-            "P?0.508 1,0; P?2 2,0");
+            "P?0.508 1,0; P?2 2,0\nfile: the units change in line 4");
         row("back drills",
             program("T1\nX1.\nT2\nX2.",
                 "METRIC\n; #@! TA.AperFunction,NonPlated,BackDrill\nT1C1.\n; #@! TD\nT2C2."),
@@ -249,7 +249,7 @@ private:
             {"T1\nR5X1.", ":6: a repeat that follows no"},
             {"T1\nG00X1.\nM15\nT1\nX2.", ":9: neither a hole"},
             {"T1\nX0\nM25\nR9999X0\nM01\nM02X0R9999", ":10: too many holes and slots"},
-            {"R10001X1", ":5: R10001 is no"}, {"T1\nM25\nX1.\nM02X1.", ":8: no pattern to repeat"},
+            {"T1\nM25\nX1.\nM02X1.", ":8: no pattern to repeat"},
             {"T1\nM25\nX1.\nM01\nM02X1.M80", ":9: a pattern that is turned or mirrored"},
             {"T1\nM15\nM16\nX1.", ":8: neither a hole"}, {"T1\nX6000.", ":6: a place further than"},
             {"T1\nG02X5.A1.", ":6: no arc of this radius"},

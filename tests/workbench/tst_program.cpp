@@ -102,6 +102,10 @@ const Case cases[] = {
         {",500,20,20,"}, "assumed: tolerances (tools: 2)\n"},
     {"$B sensor.xml --csv --step board --model Unplated --data $D/new", 0,
         {",300,50,50,300,", ",350,50,50,350,"}, "made the data folder $D/new\n"},
+    {"rm $D/new/brox/brox.xml; $B --models --data $D/new", 0, {"Unplated\n"},
+        "$D/new/brox/brox.xml was missing and holds what a new one does\n"},
+    {"mkdir $D/l; touch $D/l/$(printf '\\351'); $B $D/l --csv", 1, {},
+        "$D/l/\uFFFD:1: the name is not written in UTF-8\n"},
     // What has no size.
     {"cp -r $D/data $D/n; sed -i 's/\"FHS [^\"]*\"/\"FHS \\/ 0\"/' $D/n/brox/brox.xml;"
      "$B sensor.xml --csv --step board --data $D/n",
@@ -118,6 +122,8 @@ const Case cases[] = {
         ""},
     {"$B $D/x.rou --file-units metric --drill-programs $D", 1, {},
         "layer \"x\": the board tells no size of T1, \"Plated slot\"\n"},
+    {"sed 's/I0.5/I0.2/;s/T1/T1C1.0/' $D/x.rou | $B - --file-units metric --drill-programs $D", 1,
+        {}, "an arc whose ends are not equally far from its centre\n"},
     {"$B sensor.xml --map $D/m.svg --data $D/n 2>/dev/null; grep -q 'no size' $D/m.svg && echo "
      "told",
         0, {"told\n"}, ""},
