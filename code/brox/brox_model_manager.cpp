@@ -184,10 +184,10 @@ void BroxModelManager::on_broxModelTableWidget_itemChanged(QTableWidgetItem* ite
     emit broxModelRenameRequest(wanted, approved);
     item->setText(approved);
     item->setToolTip(approved);
-    if (approved != wanted) {
+    if (mIsTyped && approved != wanted) {
         ui.broxModelTableWidget->setCurrentItem(item);
         entry.refuse();
-        if (mIsTyped && !entry.isAsked()) {
+        if (!entry.isAsked()) {
             keepSelection();
         }
     } else if (isOther) {
