@@ -579,6 +579,14 @@
         <source>the units change in line %1</source>
         <translation>die Einheit wechselt in Zeile %1</translation>
     </message>
+    <message>
+        <source>places are told from an origin of their own, set in line %1</source>
+        <translation>Orte zählen von einem eigenen Ursprung aus, gesetzt in Zeile %1</translation>
+    </message>
+    <message>
+        <source>T%1 has one diameter in line %2 and another in line %3, which counts</source>
+        <translation>T%1 hat in Zeile %2 einen Durchmesser und in Zeile %3 einen anderen, der gilt</translation>
+    </message>
 </context>
 <context>
     <name>DataFile</name>

@@ -285,8 +285,13 @@ void ExcellonProgram::preparation(int code, Words& words)
         break;
     case 92: // sets the origin, which only moves the whole
     case 93:
-        if (mHasPlaces && (words.x.value_or(0) != 0 || words.y.value_or(0) != 0)) {
-            fail(BoardText::tr("the origin is set after the first hole"));
+        if (words.x.value_or(0) != 0 || words.y.value_or(0) != 0) {
+            if (mHasPlaces) {
+                fail(BoardText::tr("the origin is set after the first hole"));
+            }
+            // Other files of the board may have another one.
+            mNotes << BoardText::tr("places are told from an origin of their own, set in line %1")
+                          .arg(mLine);
         }
         words.hasPlace = false;
         break;

@@ -59,6 +59,11 @@ void ExcellonProgram::defineTool(int number, std::string_view diameter)
             return use.tool == known->second && (!use.holes.empty() || !use.slotPaths.empty());
         });
         if (!isUsed) {
+            mNotes << BoardText::tr(
+                "T%1 has one diameter in line %2 and another in line %3, which counts")
+                          .arg(number)
+                          .arg(old.line)
+                          .arg(mLine);
             old = tool;
             return;
         }
