@@ -587,6 +587,10 @@
         <source>T%1 has one diameter in line %2 and another in line %3, which counts</source>
         <translation>T%1 hat in Zeile %2 einen Durchmesser und in Zeile %3 einen anderen, der gilt</translation>
     </message>
+    <message>
+        <source>two files in it are called %1</source>
+        <translation>zwei Dateien darin heißen %1</translation>
+    </message>
 </context>
 <context>
     <name>DataFile</name>

@@ -220,9 +220,13 @@ private:
     void addArchive(const Archive& archive)
     {
         mFiles.isSearched = true;
-        std::map<QString, Look> entries; // by name; of two of one name the first is read
+        std::map<QString, Look> entries; // by name
         listArchive(archive, [&](const QString& name, const QByteArray& beginning) {
-            entries.emplace(name, lookAt(beginning));
+            const Look look = lookAt(beginning);
+            if (!entries.emplace(name, look).second && look.isOfBoard) {
+                throw BoardError(
+                    archive.path, 1, BoardText::tr("two files in it are called %1").arg(name));
+            }
         });
         for (const auto& [entry, look] : entries) {
             const bool isUnnamed = entry == archive.path; // compressed in a pipe

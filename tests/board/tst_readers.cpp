@@ -458,8 +458,9 @@ private slots:
         write("a/order/readme.txt", "T and X\n");
         write("a/order/drill.gbr", gerber("D10*\nX1Y1D03*"));
         const QString folder = mFolder.filePath("a/order");
-        for (const char* pack : {"tar czf a/order.tar.gz a/order", "gzip -k a/order/b.drl",
-                 "python3 -m zipfile -c a/order.zip a/order/"}) {
+        for (const char* pack :
+            {"tar czf a/order.tar.gz a/order", "tar cf two.tar --hard-dereference a/order a/order",
+                "gzip -k a/order/b.drl", "python3 -m zipfile -c a/order.zip a/order/"}) {
             QProcess process;
             process.setWorkingDirectory(mFolder.path());
             process.startCommand(pack);
@@ -484,6 +485,7 @@ private slots:
         QVERIFY(outcome({mFolder.filePath("a/order/b.drl.gz")}).startsWith(drilled));
         write("a/order/board.xml", ipc2581(feature("D", hole("VIA", "0.3"))));
         QVERIFY(outcome({folder}).startsWith("main/DTOP-BOT: V0.3 1,2"));
+        QVERIFY(outcome({mFolder.filePath("two.tar")}).startsWith("two.tar:1: two files"));
         QVERIFY(outcome({write("cut.zip", "PK\x03\x04 and no more")}).startsWith("cut.zip:1: "));
     }
 
