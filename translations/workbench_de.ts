@@ -591,6 +591,10 @@
         <source>two files in it are called %1</source>
         <translation>zwei Dateien darin heißen %1</translation>
     </message>
+    <message>
+        <source>T%1 has %2 mm where a comment tells %3 mm</source>
+        <translation>T%1 hat %2 mm, wo ein Kommentar %3 mm nennt</translation>
+    </message>
 </context>
 <context>
     <name>DataFile</name>

@@ -129,7 +129,7 @@ private:
     std::optional<Tolerance> toleranceOf(const DrillTool& tool) const;
     HoleFacts factsOf(const Use& use) const;
     void addTo(Layer& layer, Use& use, QStringList& notes) const;
-    void compareQuantities(QStringList& notes) const;
+    void compareRemarks(QStringList& notes) const;
 
     QString mName;
     qint64 mLine = 0;

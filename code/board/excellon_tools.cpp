@@ -198,11 +198,21 @@ void ExcellonProgram::addTo(Layer& layer, Use& use, QStringList& notes) const
     (facts.backDrill ? layer.backDrills : layer.tools).push_back(std::move(tool));
 }
 
-void ExcellonProgram::compareQuantities(QStringList& notes) const
+void ExcellonProgram::compareRemarks(QStringList& notes) const
 {
     for (size_t i = 0; i < mTools.size(); ++i) {
         const ToolRemark* remark = mComments.remark(mTools[i].number);
-        if (!remark || remark->quantity < 0) {
+        if (!remark) {
+            continue;
+        }
+        constexpr Size tolerance = sizePerMil / 2; // diameters may be rounded
+        if (remark->size > 0 && std::abs(sizeOf(mTools[i]) - remark->size) > tolerance) {
+            notes << BoardText::tr("T%1 has %2 mm where a comment tells %3 mm")
+                         .arg(mTools[i].number)
+                         .arg(double(sizeOf(mTools[i])) / sizePerMillimetre)
+                         .arg(double(remark->size) / sizePerMillimetre);
+        }
+        if (remark->quantity < 0) {
             continue;
         }
         qint64 hits = 0;
@@ -228,7 +238,7 @@ DrillFile ExcellonProgram::finish()
     }
     DrillFile file;
     file.notes = std::move(mNotes);
-    compareQuantities(file.notes);
+    compareRemarks(file.notes);
     // In the order of their definition, which is how programs list them.
     std::stable_sort(
         mUses.begin(), mUses.end(), [](const Use& a, const Use& b) { return a.tool < b.tool; });

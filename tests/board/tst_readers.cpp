@@ -406,12 +406,12 @@ private slots:
                 ": N0.8-0.01+0.02"},
             {";TYPE=NON_PLATED\n; type=plated", ": P0.8"},
             {";TYPE=PLATED\nT5C1.\n;TYPE=NON_PLATED", ": N0.8"},
-            {";T1 Holesize 1. = 9.0 Tolerance = +0.1/-0.2 NON_PLATED MM Quantity = 1",
+            {";T1 Holesize 1. = 0.81 Tolerance = +0.1/-0.2 NON_PLATED MM Quantity = 1",
                 ": N0.8-0.2+0.1"},
             {"; NON-PLATED HOLES START AT T1\n; THROUGH (PLATED) HOLES START AT T100", ": N0.8"},
             {";Layer: NPTH_Through", ": N0.8"}, {";Layer: PTH_Inner1_Inner2_Via", ": V0.8"},
             {";Layer: Drill PTH", ": P0.8"}, {"; Contents: Thru / Drill / Non-Plated", ": N0.8"},
-            {";T1 Holesize 1. = 9.0 Tolerance = +2/-1 OPTIONAL INCHES", ": P?0.8-25.4+50.8"}};
+            {";T1 Holesize 1. = .0315 Tolerance = +2/-1 OPTIONAL INCHES", ": P?0.8-25.4+50.8"}};
         for (const auto& [comments, tool] : cases) {
             const QByteArray header = QByteArray("METRIC\n") + comments + "\nT1C0.8";
             QCOMPARE(outcome({write("board.drl", program("T1\nX1.Y1.", header))}),
@@ -420,10 +420,12 @@ private slots:
         const QByteArray below = program("T1\n;TYPE=PLATED\nT1\nX1.\n;TYPE=NON_PLATED\nT1\nX2.",
             ";TYPE=NON_PLATED\nMETRIC\nT1C0.8");
         QCOMPARE(outcome({write("below.drl", below)}), "pcb/below: P0.8 1,0; N0.8 2,0");
-        const QByteArray remark = program("T1\nX1.\nX2.",
-            ";T1 Holesize 1. = 10.0 Tolerance = +0/-0 PLATED MILS Quantity = 3\nINCH");
+        const QByteArray remark = program("T1\nX1.\nX2.\nT2\nX3.",
+            ";T1 Holesize 1. = 10.0 Tolerance = +0/-0 PLATED MILS Quantity = 3\nINCH\nT2C.1\n"
+            ";T2 Holesize 2. = 50.0 Tolerance = +0/-0 PLATED MILS");
         QCOMPARE(outcome({write("remark.drl", remark)}),
-            "pcb/remark: P0.254 25.4,0 50.8,0\n"
+            "pcb/remark: P2.54 76.2,0; P0.254 25.4,0 50.8,0\n"
+            "remark.drl: T2 has 2.54 mm where a comment tells 1.27 mm\n"
             "remark.drl: T1 drills 2 holes where a comment tells 3");
         QCOMPARE(outcome({write("a-NPTH.drl", program("T1\nX1."))}), "pcb/a-NPTH: N0.8 1,0");
     }
