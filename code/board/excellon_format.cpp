@@ -71,8 +71,16 @@ ExcellonFormat::Sample ExcellonFormat::takeSample(std::string_view text)
 
 void ExcellonFormat::setDigits(int before, int after)
 {
+    const bool isKnown = mBefore != 0 || mAfter != 0;
+    mDigitsGuessed = mDigitsGuessed || (isKnown && (mBefore != before || mAfter != after));
     mBefore = before;
     mAfter = after;
+}
+
+void ExcellonFormat::setZeros(Zeros zeros)
+{
+    mZerosGuessed = mZerosGuessed || (mZeros != Zeros::Unknown && mZeros != zeros);
+    mZeros = zeros;
 }
 
 /** Guesses what nothing has told. */

@@ -36,8 +36,9 @@ public:
     /** Told by the file or by the fallback, never guessed. */
     std::optional<Units> units() const { return mUnits ? mUnits : mFallbackUnits; }
 
+    /** What is told twice and differently is a guess, too. */
     void setDigits(int before, int after);
-    void setZeros(Zeros zeros) { mZeros = zeros; }
+    void setZeros(Zeros zeros);
 
     /** A number of a place in host size units, without a limit.
      *

@@ -48,9 +48,7 @@ public:
     explicit GerberDrill(const QString& name)
         : mName(name)
         , mFormat({})
-    {
-        mFormat.setZeros(ExcellonFormat::Zeros::TrailingKept);
-    }
+    { }
 
     void countLine() { ++mLine; }
     void command(std::string_view text);
@@ -133,9 +131,8 @@ void GerberDrill::setFormat(std::string_view text)
         || other[0] != 'Y' || other.substr(1) != digits.substr(1) || text.find('I') < x) {
         fail(BoardText::tr("unknown format of numbers: ") + shown(text));
     }
-    if (text.find('T') < x) {
-        mFormat.setZeros(ExcellonFormat::Zeros::LeadingKept);
-    }
+    mFormat.setZeros(text.find('T') < x ? ExcellonFormat::Zeros::LeadingKept
+                                        : ExcellonFormat::Zeros::TrailingKept);
     mFormat.setDigits(digits[1] - '0', digits[2] - '0');
 }
 

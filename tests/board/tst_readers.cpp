@@ -175,6 +175,8 @@ private:
         row("units with fields", program("T1\nX1000Y2", "M71,TZ,0000.00\nT1C0.8"), "P?0.8 10,0.02");
         row("digits told by a comment", program("T1\nX1000", ";FILE_FORMAT=4:4\nMETRIC,LZ\nT1C1."),
             "P?1 1000,0");
+        row("zeros told twice", program("T1\nX123", "METRIC,LZ,TZ,000.000\nT1C1."),
+            "P?1 0.123,0 [3:3, leading zeros left out]");
         row("suppressed zeros told by a comment",
             program("T1\nX1",
                 "; FORMAT={3:3/ absolute / metric / suppress trailing zeros}\nMETRIC\nT1C1."),
