@@ -181,7 +181,10 @@ QRectF extentOf(
             add(QRectF(toMap(least), toMap(greatest)).normalized().marginsAdded(margins));
         }
         for (const Path& path : places[i].slotPaths) {
-            add(toMap(path).boundingRect().marginsAdded(margins));
+            // Qt gives a path of one point no place.
+            const QRectF way = path.segments.empty() ? QRectF(toMap(path.start), QSizeF())
+                                                     : toMap(path).boundingRect();
+            add(way.marginsAdded(margins));
         }
     }
     for (const Path& outline : outlines) {

@@ -43,12 +43,14 @@ Board everything()
     drill.tools.push_back(tool(HoleType::NonPlated, 3.2, {at(-0.5, 0.00001)}));
     drill.contours.push_back({HoleType::NonPlated, {at(0, 0), {{Line, at(1, 1), {}}}}});
     drill.backDrills.push_back(tool(HoleType::NonPlated, 0.6, {at(1, 1), at(5, 2)}));
-    Layer other{"drill_ a_b", {}, {tool(HoleType::Plated, 0.5, {at(7, 7)})}, {}, {}, {}};
+    Layer other{
+        "drill_ a_b", Span{"a,b", "c"}, {tool(HoleType::Plated, 0.5, {at(7, 7)})}, {}, {}, {}};
 
     Board board;
-    board.job = QString::fromUtf8("Jöb");
+    board.job = QString::fromUtf8("Jöb\x07");
     board.steps.resize(2);
     board.steps[0] = {"pcb", {drill, other}, {}, {}, 0};
+    board.steps[0].outline.push_back({at(-9, -9), {{Line, at(30, 20), {}}}});
     board.steps[1].name = "panel";
     board.steps[1].repeats = {
         {0, at(100, 0), 1, 1, 0, 0, 0, false}, {0, at(200, 0), 2, 1, 50 * mm, 0, 90, true}};
@@ -247,12 +249,13 @@ private slots:
         const std::vector<RowPlaces> places = placesOf(plan);
         MapScene scene(plan);
         QImage image(800, 600, QImage::Format_RGB32);
+        QCOMPARE(scene.extent().toAlignedRect(), QRect(91, -20, 168, 50)); // of the outlines
         const double scale = 700 / scene.extent().width();
         const MapPosition view{
             scale, QPointF(image.rect().center()) - scale * scene.extent().center()};
         for (size_t row = 0; row < places.size(); ++row) {
-            const auto finds = [&](QPointF at, const Place& place) {
-                const auto hit = scene.hitAt(at, 0.01);
+            const auto finds = [&](QPointF at, const Place& place, double reach = 0.01) {
+                const auto hit = scene.hitAt(at, reach);
                 return hit && hit->row == row && hit->place == place;
             };
             for (size_t other = 0; other < places.size(); ++other) {
@@ -270,7 +273,8 @@ private slots:
             const double radius = toMillimetres(*plan.rows[row].drillSize) / 2;
             for (const Place& hole : places[row].holes) {
                 const QPointF at = toMap(hole);
-                QVERIFY(finds(at, hole) && finds(at + QPointF(0.6 * radius, 0.6 * radius), hole));
+                QVERIFY(
+                    finds(at, hole, 50) && finds(at + QPointF(0.6 * radius, 0.6 * radius), hole));
                 QVERIFY(!finds(at - QPointF(1.1 * radius, 0), hole));
                 QVERIFY(wipe({at, at}));
             }
@@ -289,8 +293,23 @@ private slots:
             QImage blank = image;
             blank.fill(Qt::white);
             QVERIFY(image == blank);
+            QVERIFY(!scene.hitAt({110.586, -1.414}, 0.01)); // where the long arc has its gap
+            // What lies across the right border does not come in at the left.
+            scene.paint(image, {scale, view.origin + QPointF(800 - view.toImage({101, -1}).x(), 0)},
+                {Qt::white, Qt::white, Qt::white});
+            QVERIFY(image.copy(0, 0, 20, 600) == blank.copy(0, 0, 20, 600));
             scene.setShown(row, false);
             QVERIFY(!scene.hitAt(toMap(Place{100 * mm, 0}), 1e6));
+        }
+    }
+
+    void looks()
+    {
+        for (size_t i = 0; i < 100; ++i) {
+            QVERIFY(toolColour(i, true) != toolColour(i, false));
+            for (size_t other = 0; other < i; ++other) {
+                QVERIFY(toolSymbol(i) != toolSymbol(other));
+            }
         }
     }
 
