@@ -12,12 +12,10 @@
 static void evaluate(const BroxDhsFormula& formula)
 {
     constexpr int highest = std::numeric_limits<int>::max();
-    for (int fhs : {0, 400, highest, -highest - 1}) {
-        int result = -1;
-        bool success = false;
-        formula.calculateDhs(25, fhs, -highest - 1, highest, &result, &success);
-        fuzzCheck(success || result == 0, "a formula without a value gives 0");
-    }
+    int result = -1;
+    bool success = false;
+    formula.calculateDhs(25, highest, -highest - 1, highest, &result, &success);
+    fuzzCheck(success || result == 0, "a formula without a value gives 0");
 }
 
 /** Any text as a model's formula, and typed key by key. */

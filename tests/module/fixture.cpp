@@ -127,13 +127,16 @@ Host::Drill Host::drill(
     return drill;
 }
 
-QStringList Host::modelNames()
+QStringList Host::modelNames(int* status)
 {
     char** names = nullptr;
     int count = 0;
-    brox__proxy_get_model_list(step, &names, &count);
+    const int got = brox__proxy_get_model_list(step, &names, &count);
+    if (status) {
+        *status = got;
+    }
     QStringList list;
-    for (int i = 0; i < count; ++i) {
+    for (int i = 0; names && i < count; ++i) {
         list.append(QString::fromLocal8Bit(names[i]));
         zeb__mem_free(names[i], 1, "fixture", __LINE__);
     }

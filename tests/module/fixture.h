@@ -117,7 +117,7 @@ public:
     Drill drill(const char* model, int fhs, int minTol = 0, int maxTol = 0, int toolType = 0,
         int toolSubType = 0);
 
-    QStringList modelNames();
+    QStringList modelNames(int* status = nullptr);
 
     /** Files below the module's folder. */
     QString path(const QString& name) const { return mFolder.filePath("brox/" + name); }

