@@ -106,7 +106,7 @@ QByteArray ipc2581(const QByteArray& mainStep, const QByteArray& units = "MILLIM
 <DictionaryLineDesc units='MILLIMETER'><EntryLineDesc id='w'>
 <LineDesc lineWidth='.5'/></EntryLineDesc></DictionaryLineDesc>
 <DictionaryStandard units='INCH'><EntryStandard id='o'><Oval width='.4' height='.1'/></EntryStandard>
-</DictionaryStandard></Content><Ecad name='job'><CadHeader units='UNITS'>
+</DictionaryStandard><DictionaryUser units='INCH'><EntryUser id='o'><UserSpecial><Circle diameter='.1'/></UserSpecial></EntryUser></DictionaryUser></Content><Ecad name='job'><CadHeader units='UNITS'>
 <Spec name='bd'><Backdrill type='START_LAYER'/></Spec></CadHeader><CadData>
 <Layer name='D' layerFunction='DRILL'><Span fromLayer='TOP' toLayer='BOT'/></Layer>
 <Layer name='R' layerFunction='ROUT'/><Layer name='C' layerFunction='CONDUCTOR'/>
@@ -172,6 +172,10 @@ private:
         row("inch, units after the tools, trailing zeros left out",
             program("T1\nX0254Y01", "FMAT,2\nT01F00S00C0.0310H500Z-1.\nINCH,LZ"),
             "P?0.7874 64.516,25.4 [2:4, trailing zeros left out]");
+        row("seven digits have one decimal more", program("T1\nX1234567", "METRIC\nT1C.8"),
+            "P?0.8 123.4567,0 [3:4, leading zeros left out]");
+        row("a slot of no told width", program("T9\nG00X1.\nM15\nG01X2.\nM16"),
+            "P?0 ~1,0>2,0\nfile: the file does not tell the width of the slots of T9");
         row("units with fields", program("T1\nX1000Y2", "M71,TZ,0000.00\nT1C0.8"), "P?0.8 10,0.02");
         row("digits told by a comment", program("T1\nX1000", ";FILE_FORMAT=4:4\nMETRIC,LZ\nT1C1."),
             "P?1 1000,0");
@@ -183,8 +187,8 @@ private:
             "P?1 100,0");
         row("zeros guessed from the file", program("T1\nX001Y0155\nX00123Y01", "INCH\nT1C.1"),
             "P?2.54 2.54,39.37 3.1242,25.4 [2:4, trailing zeros left out]");
-        row("incremental places", program("T1\nX1.\nG91\nX1.Y1.\nX1.\nG90\nX9."),
-            "P?0.8 1,0 2,1 3,1 9,1");
+        row("incremental places", program("T1\nX1.Y1.\nG91\nX1.Y1.\nX1.\nG90\nX9."),
+            "P?0.8 1,1 2,2 3,2 9,2");
         row("incremental by the header", program("T1\nX1.\nX1.", "METRIC\nICI,ON\nT1C0.8"),
             "P?0.8 1,0 2,0");
         row("no header, a tool by the number 0", "%\nM72\nG90\nT0C0.1\nX1.Y1.\nT9\nX2.\nM00",
@@ -193,8 +197,10 @@ private:
             program("T0\nX1.\nT1\nX2.\nT0", "METRIC\nT0C1.\nT1C2."), "P?1 1,0; P?2 2,0");
         row("another diameter", program("T1\nX1.\nT1C0.8\nX1.13\nT1C0.29\nX3."),
             "P?0.8 1,0 1.13,0; P?0.29 3,0");
-        row("units that change", program("T1\nX1.\nT2\nX2.", "INCH\nT1C.02\nMETRIC\nT2C2."),
-            "P?0.508 1,0; P?2 2,0\nfile: the units change in line 4");
+        row("units that change",
+            program("T1\nX1.\nT2\nX2.",
+                "INCH\n;#@! TA.DrillTolerance,.001,.002\nT1C.02\n;#@! TD\nMETRIC\nT2C2."),
+            "P?0.508-0.0508+0.0254 1,0; P?2 2,0\nfile: the units change in line 6");
         row("back drills",
             program("T1\nX1.\nT2\nX2.",
                 "METRIC\n; #@! TA.AperFunction,NonPlated,BackDrill\nT1C1.\n; #@! TD\nT2C2."),
@@ -214,8 +220,8 @@ private:
                     "M17\nG05\nX5."),
             "P?0.8 5,2 ~0,0>2,0)4,2*2,2 ~9,2(9,2*10,2");
         row("path without tool down; a cutter beside its path makes a contour",
-            program("T1\nG00X1.Y1.\nG01X2.\nG00X5.\nG41\nM15\nG01X3.\nG40\nM16"),
-            "P?0.8 ~1,1>2,1; P~5,1>3,1");
+            program("T1\nG00X1.Y1.\nG01X2.\nG00X5.\nG41\nM15\nG01X3.\nG40\nM16\nG00X7.\nG01X8."),
+            "P?0.8 ~1,1>2,1 ~7,1>8,1; P~5,1>3,1");
         row("tool down and up beside places", program("T1\nG00X1.Y1.M15\nG01X2.M16\nG05\nX9."),
             "P?0.8 9,1 ~1,1>2,1");
         row("a pattern repeats contours too", program("T1\nX9.\nM25\nX1.Y0.G84X2.\nM01\nM02X5."),
@@ -224,8 +230,8 @@ private:
             program("T1\nX1000", "; FORMAT={3:3/ absolute / metric / keep zeros}\nT1C1."),
             "P?1 1,0");
         row("a skipped block, comments, what sets the machine up",
-            program(
-                "(a)\n/\nT1\n/X3.\nT1M06\nM09 ; X1Y1\nM47,X5Y5 GO\nG93X0Y0\nN10X1.Y1.F10\n%\nM18",
+            program("(a)\n/\nT0103\n/X3.\nT1M06\nM09 ; X1Y1\nM47,X5Y5 "
+                    "GO\nG93X0Y0\nN10X1.Y1.F10\n%\nM18",
                 "METRIC\nVER,1\nR,H\nDETECT,ON\nATC,ON\nT1C0.8"),
             "P?0.8 3,0 1,1");
 
@@ -237,7 +243,8 @@ private:
         row("long line", "M48\n;" + QByteArray(5000, 'x') + '\n', ":2: the line is longer");
         row("cut off in the header", plain.left(18), ":3: the header does not end");
         row("cut off in the body", plain.chopped(4), ":6: the program does not end");
-        row("more after the end", plain + "X1\n", ":8: \"X1\" after the program's end");
+        row("more after the end", QByteArray(plain + "X1\n").replace("\n", "\r\n"),
+            ":8: \"X1\" after the program's end");
         row("no units", program("T1\nX1.", "T1C0.8"),
             ":2: nothing tells whether T1 is in millimetres or inches; --file-units");
         row("too large in later units", program("T1\nX1.", "T1C90.\nINCH"),
@@ -254,6 +261,7 @@ private:
             {"T1\nM25\nX1.\nM02X1.", ":8: no pattern to repeat"},
             {"T1\nM25\nX1.\nM01\nM02X1.M80", ":9: a pattern that is turned or mirrored"},
             {"T1\nM15\nM16\nX1.", ":8: neither a hole"}, {"T1\nX6000.", ":6: a place further than"},
+            {"T1\nX1.\nG92X2.", ":7: the origin is set after the first hole"},
             {"T1\nG02X5.A1.", ":6: no arc of this radius"},
             {"T2C0.", ":5: diameter \"0.\" is not above 0"},
             {"T2C080", ":5: diameter \"080\" has no decimal point"}, {"", ":1: no drilled hole"}};
@@ -270,6 +278,11 @@ private:
                 "G03X0Y70000I0J10000D01*\nD11*\nX0Y0D03*\nG01*\nG36*\nX0Y0D02*\nX10000D01*\nX0D01*"
                 "\nG37*"),
             "1-2: V0.3 1,0 2,0 ~0,0>0,5)0,7*0,6; P1 ~0,-1>0,1; P~0,0>1,0>0,0");
+        row("Gerber: inches by an old command, back drills, nothing plated",
+            gerber("G70*\nD10*\nX10000Y0D03*\nG36*\nX0D02*\nX10000D01*\nX0D01*\nG37*\nD11*\nD03*")
+                .replace("Plated", "NonPlated")
+                .replace("ViaDrill", "BackDrill"),
+            "1-2: N1 ~0,-1>0,1; back0.3 25.4,0; N~0,0>25.4,0>0,0");
         row("Gerber: a square hole", gerber("D12*\nX0Y0D03*"), ":6: aperture D12 is not round");
         row("Gerber: copies", gerber("%SRX1Y10I0J1*%"), ":5: steps and repeats are not read");
         row("Gerber: format", "%FSLAX34Y35*%\n%ADD10C,1*%\nX1D03*\n" + gerber(""),
@@ -293,7 +306,7 @@ private:
         row("order of first appearance, all of the key counts, vias by what closes them",
             ipc2581(feature("D",
                         hole("PLATED", "1", "plusTol='1e-1' minusTol='0.05'")
-                            + hole("NONPLATED", "1") + hole("PLATED", "1", "plusTol='0.1'"))
+                            + hole("NONPLATED", "+1") + hole("PLATED", "1", "plusTol='0.1'"))
                 + feature("R", via) + feature("D", hole("VIA_CAPPED", "0.3"))),
             "main/DTOP-BOT: P1-0.05+0.1 1,2; N1-0+0 1,2; P1-0+0.1 1,2; V0.3-0+0 1,2\n"
             "main/R: V0.3-0+0 1,2");
@@ -302,18 +315,21 @@ private:
                 + feature("C", via) + feature("D", via + "<SpecRef id='bd'/>" + via)),
             "main/B: back0.3 1,2\nmain/DTOP-BOT: V0.3 1,2; back0.3 1,2");
         row("copies are placed by their datum",
-            ipc2581("<StepRepeat stepRef='a' x='10' angle='90' mirror='true'/></Step>"
+            ipc2581("<StepRepeat stepRef='a' x='10' angle='90' mirror='1'/></Step>"
                     "<Step name='a'><Datum x='1' y='2'/>"
                 + feature("D", via)),
             "main*a 12,1\na/DTOP-BOT: V0.3 1,2\n"
             "copies of step \"a\" are placed by its datum, which is not its origin");
         row("sets that are turned and moved",
-            ipc2581(
-                feature("D", "<Location x='10' y='0'/><Xform rotation='90' mirror='TRUE'/>" + via)),
-            "main/DTOP-BOT: V0.3 8,-1");
+            ipc2581(feature("D",
+                "<Location x='10' y='0'/><Xform rotation='90' mirror='TRUE'/>" + via + "</Set><Set>"
+                    + via)),
+            "main/DTOP-BOT: V0.3 8,-1 1,2");
         row("slots: of a dictionary, turned, rounded, drawn",
             ipc2581(feature("R",
-                slot("<Location x='20' y='1'/><Xform rotation='90'/><StandardPrimitiveRef id='o'/>")
+                slot("<Location x='20' y='1'/><Xform rotation='90' scale='.5'/>"
+                     "<StandardPrimitiveRef id='o'/>")
+                    + slot("<UserPrimitiveRef id='o'/>")
                     + slot("<RectRound width='1' height='3' radius='0.5'/>")
                     + slot(
                         "<Outline><Polygon><PolyBegin x='0' y='0'/><PolyStepSegment x='4' y='0'/>"
@@ -323,7 +339,8 @@ private:
                         "</Polygon></Outline>")
                     + slot("<Polyline><PolyBegin x='0' y='0'/><PolyStepSegment x='1' y='0'/>"
                            "<LineDescRef id='w'/></Polyline>"))),
-            "main/R: P2.54 ~20,-2.81>20,4.81; P1 ~0,-1>0,1; P2 ~0,1>4,1; P0.5 ~0,0>1,0");
+            "main/R: P1.27 ~20,-0.905>20,2.905; P2.54 ~0,0; P1 ~0,-1>0,1; P2 ~0,1>4,1; P0.5 "
+            "~0,0>1,0");
         row("a slot without a plating status",
             ipc2581(feature("R", "<SlotCavity><Oval width='3' height='1'/></SlotCavity>")),
             "main/R: P?1 ~-1,0>1,0");
@@ -333,9 +350,10 @@ private:
                     + slot(
                         "<Outline><Polygon><PolyBegin x='0' y='0'/><PolyStepSegment x='2' y='0'/>"
                         "<PolyStepSegment x='2' y='1'/><PolyStepSegment x='0' y='1'/>"
-                        "<PolyStepSegment x='0' y='0'/></Polygon></Outline>")
-                    + via)),
-            "main/R: V0.3 1,2; P~-1,-0.5>1,-0.5>1,0.5>-1,0.5>-1,-0.5; P~0,0>2,0>2,1>0,1>0,0");
+                        "</Polygon></Outline>")
+                    + hole("PLATED", "1", "type='SQUARE'") + via)),
+            "main/R: V0.3 1,2; P~-1,-0.5>1,-0.5>1,0.5>-1,0.5>-1,-0.5; P~0,0>2,0>2,1>0,1>0,0; "
+            "P~0.5,1.5>1.5,1.5>1.5,2.5>0.5,2.5>0.5,1.5");
 
         row("cut off", plain.chopped(20), ":12: the XML does not end; the file is cut off");
         row("not well-formed", QByteArray(plain).replace("</Set>", "</Sat>"),
@@ -360,6 +378,7 @@ private:
             {feature("R", slot("<UserPrimitiveRef id='x'/>")), ":10: no shape \"x\""},
             {feature("D", "<Hole platingStatus='VIA' diameter='1' x='1'/>"),
                 ":10: a hole without x"},
+            {feature("D", hole("VIA", "1", "minusTol='-.1'")), ":10: minusTol=\"-.1\" is negative"},
             {"<StepRepeat nx='0'/>", ":10: nx=\"0\" is no number from"},
             {"<StepRepeat mirror='yes'/>", ":10: mirror=\"yes\" is neither true"},
             {"<StepRepeat stepRef='b'/>", ":10: no step \"b\" to repeat"},
@@ -403,14 +422,18 @@ private slots:
                 "1-2: V0.8"},
             {"; #@! TF.FileFunction,MixedPlating,1,2\n;#@! TA.AperFunction,ComponentDrill,PressFit",
                 "1-2: F0.8"},
-            {"; #@! TA.AperFunction,NonPlated,NPTH,ViaDrill\n; #@! TD", ": P?0.8"},
+            {"; #@! TA.AperFunction,NonPlated,NPTH,ViaDrill\n"
+             "; #@! TA.DrillTolerance,0.02,0.01\n; #@! TD",
+                ": P?0.8"},
             {"; #@! TA.DrillTolerance,0.02,0.01\n; #@! TA.AperFunction,NonPlated,NPTH",
                 ": N0.8-0.01+0.02"},
             {";TYPE=NON_PLATED\n; type=plated", ": P0.8"},
             {";TYPE=PLATED\nT5C1.\n;TYPE=NON_PLATED", ": N0.8"},
             {";T1 Holesize 1. = 0.81 Tolerance = +0.1/-0.2 NON_PLATED MM Quantity = 1",
                 ": N0.8-0.2+0.1"},
-            {"; NON-PLATED HOLES START AT T1\n; THROUGH (PLATED) HOLES START AT T100", ": N0.8"},
+            {"; PLATED HOLES START AT T0\n; NON-PLATED HOLES START AT T1\n"
+             "; THROUGH (PLATED) HOLES START AT T100",
+                ": N0.8"},
             {";Layer: NPTH_Through", ": N0.8"}, {";Layer: PTH_Inner1_Inner2_Via", ": V0.8"},
             {";Layer: Drill PTH", ": P0.8"}, {"; Contents: Thru / Drill / Non-Plated", ": N0.8"},
             {";T1 Holesize 1. = .0315 Tolerance = +2/-1 OPTIONAL INCHES", ": P?0.8-25.4+50.8"}};
@@ -422,11 +445,11 @@ private slots:
         const QByteArray below = program("T1\n;TYPE=PLATED\nT1\nX1.\n;TYPE=NON_PLATED\nT1\nX2.",
             ";TYPE=NON_PLATED\nMETRIC\nT1C0.8");
         QCOMPARE(outcome({write("below.drl", below)}), "pcb/below: P0.8 1,0; N0.8 2,0");
-        const QByteArray remark = program("T1\nX1.\nX2.\nT2\nX3.",
+        const QByteArray remark = program("T1\nX1.\nX1.G85X2.\nT2\nX3.",
             ";T1 Holesize 1. = 10.0 Tolerance = +0/-0 PLATED MILS Quantity = 3\nINCH\nT2C.1\n"
             ";T2 Holesize 2. = 50.0 Tolerance = +0/-0 PLATED MILS");
         QCOMPARE(outcome({write("remark.drl", remark)}),
-            "pcb/remark: P2.54 76.2,0; P0.254 25.4,0 50.8,0\n"
+            "pcb/remark: P2.54 76.2,0; P0.254 25.4,0 ~25.4,0>50.8,0\n"
             "remark.drl: T2 has 2.54 mm where a comment tells 1.27 mm\n"
             "remark.drl: T1 drills 2 holes where a comment tells 3");
         QCOMPARE(outcome({write("a-NPTH.drl", program("T1\nX1."))}), "pcb/a-NPTH: N0.8 1,0");
@@ -462,19 +485,20 @@ private slots:
         write("a/order/readme.txt", "T and X\n");
         write("a/order/drill.gbr", gerber("D10*\nX1Y1D03*"));
         const QString folder = mFolder.filePath("a/order");
-        for (const char* pack :
-            {"tar czf a/order.tar.gz a/order", "tar cf two.tar --hard-dereference a/order a/order",
-                "gzip -k a/order/b.drl", "python3 -m zipfile -c a/order.zip a/order/"}) {
+        for (const char* pack : {"gzip -kn a/order/b.drl", "tar cf a/order.tar a/order",
+                 "tar cf two.tar --hard-dereference a/order a/order",
+                 "python3 -m zipfile -c a/order.zip a/order/"}) {
             QProcess process;
             process.setWorkingDirectory(mFolder.path());
             process.startCommand(pack);
             QVERIFY(process.waitForFinished() && process.exitCode() == 0);
         }
         const QString drilled = "pcb/b: P?0.8 1,0";
-        for (const char* name : {"a/order", "a/order.tar.gz", "a/order.zip"}) {
+        for (const char* name : {"a/order", "a/order.tar", "a/order.zip"}) {
             const QString got = outcome({mFolder.filePath(name)});
             QVERIFY2(got.startsWith(drilled + "\ntaken: a/order"), qPrintable(got));
             QVERIFY2(got.contains("top.gbr (a Gerber file)"), qPrintable(got));
+            QVERIFY2(got.contains("b.drl.gz (an archive within a"), qPrintable(got));
             QVERIFY2(got.contains("drill.gbr (there are Excellon files)"), qPrintable(got));
             QVERIFY2(got.contains("copy.drl: left out, it drills the same as b"), qPrintable(got));
         }
@@ -490,6 +514,8 @@ private slots:
         write("a/order/board.xml", ipc2581(feature("D", hole("VIA", "0.3"))));
         QVERIFY(outcome({folder}).startsWith("main/DTOP-BOT: V0.3 1,2"));
         QVERIFY(outcome({mFolder.filePath("two.tar")}).startsWith("two.tar:1: two files"));
+        write("a/order/second.xml", ipc2581(""));
+        QVERIFY(outcome({folder}).contains("an IPC-2581 file is a board of its own"));
         QVERIFY(outcome({write("cut.zip", "PK\x03\x04 and no more")}).startsWith("cut.zip:1: "));
     }
 
