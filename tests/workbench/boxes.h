@@ -5,10 +5,11 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QMessageBox>
+#include <QTest>
 #include <QTimer>
 
 /** Presses the named buttons of the message boxes that come up in its life, one after the other;
- *  boxes beyond them are closed. */
+ *  boxes beyond them are closed. "Enter" and "Escape" are keys. */
 class Boxes
 {
 public:
@@ -35,6 +36,9 @@ private:
         }
         seen << box->text();
         const QString answer = mAnswers.isEmpty() ? QString() : mAnswers.takeFirst();
+        if (answer == "Enter" || answer == "Escape") {
+            return QTest::keyClick(box, answer == "Enter" ? Qt::Key_Enter : Qt::Key_Escape);
+        }
         for (QAbstractButton* button : box->buttons()) {
             if (button->text().remove('&') == answer) {
                 return button->click();

@@ -60,11 +60,11 @@ const Accident accidents[] = {
     {"none", "", {}, true},
     {"the same again", "touch $FILE", {}, true},
     {"gone", "rm $FILE", {}, true},
-    {"broken, kept", "echo '<a' >$FILE", {"Keep"}, false},
+    {"broken, kept", "echo '<a' >$FILE", {"Enter"}, false},
     {"broken, overwritten", "echo '<a' >$FILE", {"Overwrite"}, true},
     {"cut off, kept", "truncate -s 400 $FILE", {"Keep"}, false},
     {"another root", "echo '<a/>' >$FILE", {"Overwrite"}, true},
-    {"changed meanwhile, kept", "echo >>$FILE", {"Keep"}, false},
+    {"changed meanwhile, kept", "echo >>$FILE", {"Escape"}, false},
     {"changed meanwhile, overwritten", "echo >>$FILE", {"Overwrite"}, true},
     {"no rights to read", "chmod 0 $FILE", {"Overwrite"}, true},
     {"no rights to write", "chmod 400 $FILE", {"Close"}, false},
@@ -156,8 +156,8 @@ private slots:
             Boxes boxes(accident.answers);
             save(viewer, kind);
             QVERIFY2(boxes.areAnswered(), qPrintable(boxes.seen.join('\n')));
-            const bool isAsked =
-                accident.answers.contains("Keep") || accident.answers.contains("Overwrite");
+            const bool isAsked = accident.answers.contains("Keep")
+                || accident.answers.contains("Enter") || accident.answers.contains("Overwrite");
             QCOMPARE(boxes.seen.value(0).contains("can't be read"),
                 isAsked && !QByteArray(accident.name).startsWith("changed"));
 

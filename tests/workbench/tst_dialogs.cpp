@@ -22,9 +22,12 @@
 #include <QStatusBar>
 #include <QTableWidget>
 #include <QTemporaryDir>
+#include <QTextBlock>
+#include <QTextBrowser>
 #include <QToolButton>
 #include <QTreeWidget>
 #include <QtTest>
+#include <cmath>
 
 namespace {
 
@@ -67,15 +70,16 @@ private:
         file.close();
         QVERIFY(mWindow->openBoard({path}));
     }
-    void choose(const QString& text)
+    QAction* action(const QString& text) const
     {
         for (QAction* action : mWindow->findChildren<QAction*>()) {
             if (action->text().remove('&') == text) {
-                return action->trigger();
+                return action;
             }
         }
-        QFAIL("no such action");
+        qFatal("There is no %s", qPrintable(text));
     }
+    void choose(const QString& text) { action(text)->trigger(); }
     /** Does something in the dialog that comes up next. */
     template <typename Dialog>
     void inDialog(const std::function<void(Dialog*)>& work)
@@ -152,13 +156,40 @@ private slots:
             "tolerance-assumed; type-assumed\nat X 10.000 mm, Y 20.000 mm");
         QCOMPARE(tools()->currentRow(), 1);
         QVERIFY(tools()->item(1, 3)->isSelected() && !tools()->item(0, 3)->isSelected());
+        const QImage second = map->grab().toImage();
         QTest::keyClick(map, Qt::Key_Plus);
         QVERIFY(told().startsWith("b, Plated;"));
         QTest::keyClick(map, Qt::Key_Right);
         QCOMPARE(told(), "");
+        QTest::mouseClick(map, Qt::LeftButton, {}, map->rect().center() - QPoint(60, 0));
+        QVERIFY(hole->text().startsWith("b, Plated;"));
+        QCOMPARE(told(), "");
+        QTest::keyClick(map, Qt::Key_Left);
+        QTest::mouseClick(map, Qt::RightButton, {}, map->rect().center());
+        QCOMPARE(hole->text(), "");
+        QTest::mousePress(map, Qt::LeftButton, {}, map->rect().center());
+        for (const int way : {20, 40}) {
+            QMouseEvent move(QEvent::MouseMove, map->rect().center() + QPoint(way, 0), {},
+                Qt::NoButton, Qt::LeftButton, {});
+            QApplication::sendEvent(map, &move);
+        }
+        QTest::mouseRelease(map, Qt::LeftButton, {}, map->rect().center() + QPoint(40, 0));
+        QCOMPARE(hole->text(), ""); // it was dragged
+        choose("Inch (mils)");
+        QTRY_COMPARE(hole->text(), "Click a hole to see what drills it.");
+        QCOMPARE(told(), "");
+        choose("Metric (microns)");
+        QTest::keyClick(map, Qt::Key_Minus);
         QTest::keyClick(map, Qt::Key_Home);
+        QTRY_VERIFY(told().startsWith("b, Plated;"));
+        mWindow->resize(mWindow->size() + QSize(90, 60));
         QVERIFY(told().startsWith("b, Plated;"));
-        const QImage second = map->grab().toImage();
+        mWindow->resize(mWindow->size() - QSize(90, 60));
+        QWheelEvent wheel({}, {}, {}, {0, 120}, {}, {}, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(map, &wheel);
+        QTest::mouseClick(map, Qt::LeftButton, {}, map->rect().center() * std::sqrt(2));
+        QVERIFY(hole->text().startsWith("b, Plated;"));
+        QTest::keyClick(map, Qt::Key_Home);
         tools()->selectRow(0);
         QVERIFY(map->grab().toImage() != second);
         tools()->selectRow(1);
@@ -182,23 +213,27 @@ private slots:
 
     void types()
     {
-        const auto chooseType = [this](const QString& text) {
-            QTimer::singleShot(0, this, [text] {
+        QString checked;
+        const auto chooseType = [&](const QString& text, bool isByKey = false) {
+            QTimer::singleShot(0, this, [&, text] {
                 auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+                QVERIFY(menu);
                 for (QAction* action : menu->actions()) {
+                    checked = action->isChecked() ? action->text() : checked;
                     if (action->text().remove('&') == text) {
                         menu->setActiveAction(action);
                     }
                 }
                 QTest::keyClick(menu, Qt::Key_Return);
             });
-            tools()->setCurrentCell(0, 0);
+            tools()->setCurrentCell(isByKey, 0);
             emit tools()->customContextMenuRequested(
-                tools()->visualItemRect(tools()->item(1, 1)).center());
+                isByKey ? QPoint(0, 5000) : tools()->visualItemRect(tools()->item(1, 1)).center());
             QCoreApplication::processEvents(); // the viewer is made anew
         };
         const QString name(64, 'n'); // as long as a host takes
         QVERIFY(tools()->item(1, 1)->font().italic() && tools()->item(1, 4)->font().italic());
+        QVERIFY(tools()->item(1, 1)->toolTip().endsWith("\nThe board does not tell the type."));
         mSession->selectModel(0, "HASL");
         chooseType("Non-plated");
         QCOMPARE(tool(1), "NPth 1 800 50 50 850");
@@ -208,7 +243,8 @@ private slots:
             "nonplated by the user; -0.05/+0.05 mm by the rule for nonplated");
         chooseType("Press-fit");
         QCOMPARE(tool(1), "PressFit 1 800 50 50 950");
-        chooseType("As the Board Has It");
+        chooseType("As the Board Has It", true);
+        QCOMPARE(checked, "Press-fit");
         QCOMPARE(tool(1), "Pth 1 800 100 100 914.4");
         QVERIFY(tools()->item(1, 1)->font().italic());
         open(name + ".drl");
@@ -244,6 +280,16 @@ private slots:
             choose("Shop Rules...");
             QVERIFY(boxes.areAnswered());
         }
+        inDialog<QDialog>([](QDialog* dialog) {
+            auto* table = dialog->findChild<QTableWidget*>("tolerancesTable");
+            auto* vias = dialog->findChild<QDoubleSpinBox*>("viasUpToBox");
+            QCOMPARE(static_cast<QDoubleSpinBox*>(table->cellWidget(0, 3))->value(), 0.3);
+            QCOMPARE(vias->value(), 0.3);
+            dialog->findChild<QPushButton*>("starterButton")->click();
+            QCOMPARE(vias->value(), 0.0);
+            dialog->reject();
+        });
+        choose("Shop Rules...");
         QCOMPARE(tool(0), "Via 2 300 100 100 350");
         QCOMPARE(tool(1), "Pth 1 800 100 300 1016");
         QCOMPARE(mSession->selectedModel(0), "Gold");
@@ -251,6 +297,8 @@ private slots:
         QVERIFY(mSession->rules().lines().join('\n').startsWith(
             "plated: -0.1/+0.3 mm where the board tells no tolerance\nnonplated: -0.05/"));
         QCOMPARE(mSession->rules().viasUpTo, Size(0.3 * sizePerMillimetre));
+        mWindow->lockRules(true);
+        QVERIFY(!action("Shop Rules...")->isEnabled());
         const Boxes boxes({"OK"});
         child<QToolButton>("deleteToolButton")->click();
         QCOMPARE(mWindow->statusBar()->currentMessage(), "Step pcb: model \"Gold\" is deleted");
@@ -316,12 +364,14 @@ private slots:
         QCOMPARE(names().first(), "&1 i and 1 more gone");
 
         mWindow->resize(700, 600);
+        child<QDockWidget>("mapDock")->show();
         open("a.drl");
         QVERIFY(mWindow->close());
         mWindow = std::make_unique<MainWindow>(*mSession);
         mWindow->remember();
         mWindow->reopenLastBoard();
         QCOMPARE(mWindow->size(), QSize(700, 600));
+        QVERIFY(child<QDockWidget>("mapDock")->isVisibleTo(mWindow.get()));
         QVERIFY(mWindow->windowTitle().startsWith("a.drl"));
     }
 
@@ -340,6 +390,14 @@ private slots:
         QCOMPARE(tabs.count(), 2);
         QCOMPARE(tabs.tabText(0), "job: a&&b");
         QCOMPARE(tabs.tabText(1), "job: a&&b (2)");
+    }
+
+    void guide()
+    {
+        choose("User Guide");
+        auto* page = child<QDialog>("userGuide")->findChild<QTextBrowser*>();
+        emit page->anchorClicked(QUrl("#the-rules-of-the-shop"));
+        QCOMPARE(page->textCursor().block().text(), "The rules of the shop");
     }
 
     void followsTheStep()

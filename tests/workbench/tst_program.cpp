@@ -68,16 +68,17 @@ const Case cases[] = {
             R"("slots":true,"tool":2,"type":"Platedslot"}],"rules":["plated:-0.1/+0.1mmwhere)",
             R"("step":"pcb","unit":"mil","unsaved":false,"usesBits":true})"},
         ""},
-    {"$B $O --report $D/r.html --map $D/m.svg 2>/dev/null"
-     " && cat $D/r.html $D/m.svg | tr '\\n' ' ' | sed 's/<[^>]*>/ /g' | tr -s ' '",
+    {"$B $O --report $D/r.HTML --map $D/m.svg 2>/dev/null"
+     " && cat $D/r.HTML $D/m.svg | tr '\\n' ' ' | sed 's/<[^>]*>/ /g' | tr -s ' '",
         0,
-        {"$D/r.html\n$D/m.svg\n", " Pth 3.937 118.11 4.921 Via 1.969 &nbsp; &nbsp; Laser ",
+        {"$D/r.HTML\n$D/m.svg\n", " Pth 3.937 118.11 4.921 Via 1.969 &nbsp; &nbsp; Laser ",
             " o,&quot;d Via 1 20 1 2 22.5 #74 1 &nbsp; &nbsp; o,&quot;d Plated slot 1 ",
             " 2 tolerance-assumed -0.1/+0.1 mm by the rule for plated ",
             " Total &nbsp; &nbsp; 1 1 Left out and noted back drills left out: 2 (",
             "T7 drills 1 holes where a comment tells 9 Map of layer o,&quot;d (1 to 4) ",
             "Circles have the drill size; sizes in mil. Tool Bit Drill size Hits Slots "
-            "T01 PTH #74 22.5 1 T02 PTH 3.15 124.016 1 "},
+            "T01 PTH #74 22.5 1 T02 PTH 3.15 124.016 1 ",
+            " inch, scale "},
         ""},
     {"sed s/1,4,PTH/1,2,PTH/ $O >$D/1.drl; sed s/1,4,PTH/2,3,PTH/ $O >$D/2.drl;"
      " $B $O $D/1.drl $D/2.drl --drill-programs $D/p >/dev/null 2>&1; grep -h TF.File $D/p/*",
@@ -92,12 +93,13 @@ const Case cases[] = {
     {"for i in '--units metric' '--units inch' '--step board' '--model HASL'; do"
      " $B sensor.xml $i --screenshot $D/i.png 2>/dev/null; cksum <$D/i.png; done | sort -u | wc -l",
         0, {"4\n"}, ""},
-    {"printf 'M48\\nT1C.01\\nT2C1.0\\n%%\\nT1\\nX1.0Y1.0\\nT2\\nX3.0Y1.0\\nM30\\n'"
+    {"printf 'M48\\nT1C.01\\nT2C1.0\\n%%\\nT1\\nX10000Y10000\\nT2\\nX3.0Y1.0\\nM30\\n'"
      " | $B - --csv --file-units inch --vias-up-to 10mil --tolerance via=-2mil/+3mil",
         0,
         {"\nstandard input,Via,1,10,2,3,11.811,0.30,1,",
             ",,2,no-bit tolerance-assumed type-assumed\n"},
-        "assumed: types (tools: 2), tolerances (tools: 2)\n"},
+        "assumed: types (tools: 2), tolerances (tools: 2), "
+        "digits of standard input (2:4, leading zeros left out)\n"},
     {"sed -i 's/: 0.05/: 0.02/' $D/data/brox/shop_rules.json; $B breakout-NPTH.drl --csv", 0,
         {",500,20,20,"}, "assumed: tolerances (tools: 2)\n"},
     {"$B sensor.xml --csv --step board --model Unplated --data $D/new", 0,
@@ -127,8 +129,13 @@ const Case cases[] = {
     {"$B sensor.xml --map $D/m.svg --data $D/n 2>/dev/null; grep -q 'no size' $D/m.svg && echo "
      "told",
         0, {"told\n"}, ""},
-    {"$B controller.xml --map $D/m.svg; grep -o 'Drill map, layer' $D/m.svg | wc -l", 0, {"\n6\n"},
-        ""},
+    {"$B controller.xml --map $D/m.svg; grep -B4 'map, layer' $D/m.svg | grep -o 'matrix([^)]*'"
+     " | sort -u | wc -l",
+        0, {"\n6\n"}, ""},
+    {"$B controller.xml --map $D/m.pdf; grep -ac '/Type /Page$' $D/m.pdf", 0, {"\n6\n"}, ""},
+    {"sed 's/Function=\"ROUT/Function=\"PLANE/' sensor.xml | $B - --csv --step board", 0, {"Drill"},
+        "holes left out: 1 (on layers that are not drilled)\n"},
+    {"grep -o '<Drill ' $D/data/brox/brox_drill_bits.xml | wc -l", 0, {"162\n"}, ""},
     {"$B sensor.xml --drill-programs $D --data $D/n", 1, {},
         "layer \"Drill\": the tool \"Non-plated\" of 3175 micron has no drill size by model "
         "\"ENIG\" and its formula\n"},
@@ -153,7 +160,9 @@ const Case cases[] = {
     {"$B sensor.xml --table --step x", 1, {}, "no step \"x\"; there are: board, panel\n"},
     {"$B sensor.xml --csv --model x", 1, {},
         "no model \"x\"; there are: ENIG, HASL, Heavy copper, Immersion silver, Unplated\n"},
-    {"$B sensor.xml --csv --units foot", 1, {}, "no units \"foot\"; there are: inch, metric\n"},
+    {"$B sensor.xml --csv --units foot --data $D/no; s=$?; ls $D/no 2>/dev/null; exit $s", 1, {},
+        "no units \"foot\"; there are: inch, metric\n"},
+    {"$B sensor.xml --screenshot $D/no/x.png", 1, {}, "$D/no/x.png: the image can't be written\n"},
     {"$B sensor.xml --csv --json", 1, {}, "--csv does not go with --json\n"},
     {"$B sensor.xml --json >/dev/full", 1, {}, "the output can't be written\n"},
     {"$B sensor.xml --report $D/./x.pdf --map $D/x.pdf; s=$?; ls $D/*x.pdf 2>/dev/null; exit $s", 1,
