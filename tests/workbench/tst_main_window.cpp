@@ -118,6 +118,8 @@ private slots:
         QCOMPARE(tab(), "sensor: board");
         press("Ctrl+I");
         QCOMPARE(units(), "Mils");
+        press("Ctrl+M");
+        QCOMPARE(units(), "Microns");
         press("Ctrl+Tab");
         QCOMPARE(tab(), "sensor: panel");
         QCOMPARE(units(), "Microns");
