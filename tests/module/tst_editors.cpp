@@ -64,6 +64,7 @@ const std::vector<Case> viewerCases = {
     {"refused, use bits at once", "F2, b, toggle", "[a 1], b 2, c 3", "", {ok}},
     {"amount, recalculate", "amount, 4, Return, amount, 5, recalcPushButton", "[a 5], b 2, c 3 *"},
     {"amount, inches", "amount, 50.8, inches", "[a 50.8], b 2, c 3 *"},
+    {"looked at, inches", "amount, inches", "[a 1], b 2, c 3 *"},
     {"name, inches", "F2, x, inches", "[x 1], b 2, c 3 *", "a > x"},
     {"refused, bits window", "F2, b, openBitFileToolButton", "[a 1], b 2, c 3", "", {ok}},
     {"no number, save", "amount, -, saveToolButton", "[a 1], b 2, c 3"},

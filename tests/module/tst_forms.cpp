@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "fixture.h"
 
+#include <QLabel>
+
 #include <optional>
 
 /** Takes the place of the host's function: each text is its key, as "module number". */
@@ -54,7 +56,12 @@ private slots:
         const auto* bits = child<QTableWidget>(mViewer, "drillBitsTableWidget");
         QCOMPARE(bits->horizontalHeaderItem(1)->text(), "brox_bits_table 146");
         QCOMPARE(bits->horizontalHeaderItem(2)->text(), "brox_bits_table 147");
-        const Answers answers{QMessageBox::Cancel};
+        QVERIFY(child<QLabel>(mViewer, "label_2")->font().stretch() <= 100);
+        Answers answers;
+        answers.add([](QDialog* dialog) {
+            QCOMPARE(qobject_cast<QMessageBox*>(dialog)->textFormat(), Qt::PlainText);
+            dialog->reject();
+        });
         click(mViewer, "deleteToolButton");
         QCOMPARE(answers.seen.value(0).title, "brox_model_manager 159");
         QCOMPARE(answers.seen.value(0).text, "brox_model_manager 160 'a'?");

@@ -2,9 +2,11 @@
 #include "fixture.h"
 
 #include <QCheckBox>
+#include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QScrollBar>
+#include <QSplitter>
 
 #include "zeb_utils.h"
 
@@ -67,6 +69,9 @@ private slots:
         QCOMPARE(nameLabel()->text(), QString("<None>"));
         QCOMPARE(in<QLabel>("unitsLabel")->text(), QString("Microns"));
         QVERIFY(in<QWidget>("loadToolButton")->isHidden());
+        models()->setMaximumHeight(50);
+        const QList<int> heights = in<QSplitter>("splitter")->sizes();
+        QVERIFY(heights[0] < heights[1]);
         for (const char* name : {"Model", "Model + 1", "Model + 2"}) {
             click(mHost->viewer(), "newToolButton");
             QVERIFY(models()->isVisible() && in<QWidget>("noModelsMessageFrame")->isHidden());
@@ -76,6 +81,7 @@ private slots:
             QLineEdit* editor = openEditor(models());
             QVERIFY(editor);
             QCOMPARE(editor->text(), QString(name));
+            QVERIFY(models()->viewport()->rect().contains(editor->geometry().center()));
             QTest::keyClick(editor, Qt::Key_Escape);
             QCOMPARE(nameLabel()->text(), QString(name));
             QCOMPARE(formula()->text(), QString("FHS + AMOUNT + (MAX_TOL - MIN_TOL) / 2"));
@@ -89,7 +95,7 @@ private slots:
 
     void renames_data()
     {
-        const QString longest(64, 'W');
+        const QString longest = 'X' + QString(63, 'W');
         addRows<Rename>({
             {"free name", "c", "c"},
             {"other case", "B", "B"},
@@ -123,6 +129,7 @@ private slots:
         QCOMPARE(models()->currentItem()->toolTip(), name);
         QCOMPARE(nameLabel()->toolTip(), name);
         QCOMPARE(nameLabel()->text() == name, name.size() < 64);
+        QCOMPARE(nameLabel()->text().at(0), name.at(0));
         QCOMPARE(mHost->modelNames(), QStringList({name, "a"}));
         const bool isRenamed = name != "b";
         QCOMPARE(mHost->heard, isRenamed ? QStringList("0: b > " + name) : QStringList());
@@ -176,6 +183,7 @@ private slots:
             }
             QCOMPARE(answers.seen.last().text, QString(InternalException(824099).getMessage()));
             QCOMPARE(answers.seen.last().cursor, Qt::ArrowCursor);
+            QVERIFY(QString(InternalException(1).getMessage()) != answers.seen.last().text);
             QVERIFY(QApplication::overrideCursor());
             QCOMPARE(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
             QApplication::restoreOverrideCursor();
@@ -263,9 +271,10 @@ private slots:
 
     void loading()
     {
-        show({modelXml("a")});
+        show({modelXml("a"), modelXml("z")});
         mHost->write("other.xml", modelsXml({modelXml("y", "2"), modelXml("x", "1")}));
         models()->item(0, 0)->setText("b");
+        models()->selectRow(1);
         using Buttons = std::initializer_list<QMessageBox::StandardButton>;
         const auto load = [&](Buttons buttons, const char* file) {
             Answers answers(buttons); // a button that a dialog lacks rejects it
@@ -275,12 +284,25 @@ private slots:
             click(mHost->viewer(), "loadToolButton");
             return mHost->modelNames().join(' ') + (hasChanges(mHost->viewer()) ? "*" : "");
         };
-        QCOMPARE(load({QMessageBox::Cancel}, nullptr), QString("b*"));
-        QCOMPARE(load({QMessageBox::Discard, QMessageBox::NoButton}, nullptr), QString("b*"));
+        QCOMPARE(load({QMessageBox::Cancel}, nullptr), QString("b z*"));
+        QCOMPARE(load({QMessageBox::Discard, QMessageBox::NoButton}, nullptr), QString("b z*"));
         QVERIFY(mHost->log.isEmpty());
-        QCOMPARE(load({QMessageBox::Discard}, "../none.xml"), QString("b"));
+        QCOMPARE(load({QMessageBox::Discard}, "../none.xml"), QString("b z"));
+        QCOMPARE(nameLabel()->text(), QString("z"));
         QCOMPARE(mHost->log.value(0), QString("INTERNAL|(fi.exists()) at brox_viewer"));
         QCOMPARE(mHost->log.filter("ERROR|Unable to find BROX XML file: /").size(), 1);
+        standin_set_system_dir(mHost->path("..").toUtf8());
+        {
+            Answers answers;
+            answers.add([](QDialog* dialog) {
+                auto* files = qobject_cast<QFileDialog*>(dialog);
+                QCOMPARE(files->directory().dirName(), "brox");
+                QCOMPARE(files->nameFilters(),
+                    QStringList({"BROX XML File (brox.xml)", "All Files (*)"}));
+                dialog->reject();
+            });
+            click(mHost->viewer(), "loadToolButton");
+        }
         QCOMPARE(load({}, "other.xml"), QString("y x"));
         QCOMPARE(nameLabel()->text(), QString("x"));
     }

@@ -51,6 +51,9 @@ private slots:
         QCOMPARE(
             child<QWidget>(viewer, "BitsFileEditor")->windowTitle(), "Bohrertabelle bearbeiten *");
         QCOMPARE(child<QToolButton>(viewer, "saveToolButton")->toolTip(), "KRV-Modelle speichern");
+        QVERIFY(standin_set_catalogue(nullptr));
+        QCOMPARE(QString(zeb__nls_nlst("@$@#brox_viewer@$@#GENERAL@$@#278@$@#Save KRV Models")),
+            "Save KRV Models");
     }
 };
 
