@@ -541,7 +541,7 @@
     </message>
     <message>
         <source>unknown units: </source>
-        <translation>unbekannte Einheiten: </translation>
+        <translation>unbekannte Einheit: </translation>
     </message>
     <message>
         <source>aperture D%1 is defined twice</source>
@@ -565,7 +565,7 @@
     </message>
     <message>
         <source>the file does not tell its main step; &quot;%1&quot; is taken</source>
-        <translation>die Datei nennt ihren Hauptschritt nicht; „%1“ wird genommen</translation>
+        <translation>die Datei nennt ihren Haupt-Step nicht; „%1“ wird genommen</translation>
     </message>
     <message>
         <source>is neither true nor false</source>

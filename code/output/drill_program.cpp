@@ -150,7 +150,8 @@ private:
         const double first = std::hypot(from.x - centre.x, from.y - centre.y);
         const double last = std::hypot(to.x - centre.x, to.y - centre.y);
         // Old files have few digits.
-        const double tolerance = first / 100 + double(mResolution.round(50 * sizePerMicron));
+        const double tolerance =
+            first / 100 + double(mResolution.round(qint64(50) * sizePerMicron));
         if (std::abs(first - last) > tolerance) {
             throw OutputError(
                 PlanText::tr("an arc whose ends are not equally far from its centre"));
