@@ -6,6 +6,7 @@
 #include "ipc2581_steps.h"
 #include "panel.h"
 
+#include <QFileInfo>
 #include <QSet>
 #include <algorithm>
 
@@ -422,5 +423,9 @@ void Reader::finish()
 
 Board readIpc2581(QIODevice& device, const QString& name, const ReadOptions& options)
 {
-    return Reader(name, options).read(device);
+    Board board = Reader(name, options).read(device);
+    if (board.job.isEmpty()) {
+        board.job = QFileInfo(name).completeBaseName();
+    }
+    return board;
 }
