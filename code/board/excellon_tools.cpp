@@ -205,21 +205,19 @@ void ExcellonProgram::compareRemarks(QStringList& notes) const
         if (!remark) {
             continue;
         }
-        constexpr Size tolerance = sizePerMil / 2; // diameters may be rounded
-        if (remark->size > 0 && std::abs(sizeOf(mTools[i]) - remark->size) > tolerance) {
-            notes << BoardText::tr("T%1 has %2 mm where a comment tells %3 mm")
-                         .arg(mTools[i].number)
-                         .arg(double(sizeOf(mTools[i])) / sizePerMillimetre)
-                         .arg(double(remark->size) / sizePerMillimetre);
-        }
-        if (remark->quantity < 0) {
-            continue;
-        }
         qint64 hits = 0;
         for (const Use& use : mUses) {
             hits += use.tool == i ? qint64(use.holes.size() + use.slotPaths.size()) : 0;
         }
-        if (hits != remark->quantity) {
+        constexpr Size tolerance = sizePerMil / 2; // diameters may be rounded
+        const Size size = hits > 0 ? sizeOf(mTools[i]) : 0;
+        if (remark->size > 0 && size > 0 && std::abs(size - remark->size) > tolerance) {
+            notes << BoardText::tr("T%1 has %2 mm where a comment tells %3 mm")
+                         .arg(mTools[i].number)
+                         .arg(double(size) / sizePerMillimetre)
+                         .arg(double(remark->size) / sizePerMillimetre);
+        }
+        if (remark->quantity >= 0 && hits != remark->quantity) {
             notes << BoardText::tr("T%1 drills %2 holes where a comment tells %3")
                          .arg(mTools[i].number)
                          .arg(hits)
