@@ -85,16 +85,16 @@ public:
 
     void slot(const Path& path)
     {
-        Point from = point(path.start);
-        move("G00", from);
+        Place from = path.start;
+        move("G00", point(from));
         line("M15");
         if (path.segments.empty()) { // the tool goes down and up
-            move("G01", from);
+            move("G01", point(from));
         }
         for (const Segment& segment : path.segments) {
-            const Point to = point(segment.to);
-            segment.shape == Segment::Shape::Line ? move("G01", to) : arc(segment, from, to);
-            from = to;
+            segment.shape == Segment::Shape::Line ? move("G01", point(segment.to))
+                                                  : arc(segment, from);
+            from = segment.to;
         }
         line("M16");
     }
@@ -138,41 +138,49 @@ private:
     /** Centres stay exact where a radius would leave them to a square root. */
     void arcTo(bool clockwise, Point from, Point to, Point centre)
     {
+        if (from.x == to.x
+            && from.y == to.y) { // shorter than a digit; as an arc it would be a circle
+            return move("G01", to);
+        }
         mText += clockwise ? "G02" : "G03";
         appendAxes('X', 'Y', to);
         appendAxes('I', 'J', {centre.x - from.x, centre.y - from.y});
         mText += '\n';
     }
 
-    /** No machine can follow an arc that does not keep its distance. */
-    void checkArc(Point from, Point to, Point centre) const
+    /** An arc of more than half a circle goes by the point opposite to its start. The board's own
+     *  places tell that: with the program's digits the ends of a short arc may be one. */
+    void arc(const Segment& segment, Place from)
     {
-        const double first = std::hypot(from.x - centre.x, from.y - centre.y);
-        const double last = std::hypot(to.x - centre.x, to.y - centre.y);
-        // Old files have few digits.
+        const Place to = segment.to;
+        const double fromX = double(from.x) - segment.centre.x;
+        const double fromY = double(from.y) - segment.centre.y;
+        const double toX = double(to.x) - segment.centre.x;
+        const double toY = double(to.y) - segment.centre.y;
+        checkArc(std::hypot(fromX, fromY), std::hypot(toX, toY));
+
+        const bool clockwise = segment.shape == Segment::Shape::Clockwise;
+        const double turn = fromX * toY - fromY * toX;
+        const bool isFull = from.x == to.x && from.y == to.y;
+        const Point centre = point(segment.centre);
+        Point start = point(from);
+        if (isFull || (clockwise ? turn > 0 : turn < 0)) {
+            const Point opposite{2 * centre.x - start.x, 2 * centre.y - start.y};
+            arcTo(clockwise, start, opposite, centre);
+            start = opposite;
+        }
+        arcTo(clockwise, start, point(to), centre);
+    }
+
+    /** No machine can follow an arc that does not keep its distance. */
+    static void checkArc(double first, double last)
+    {
         const double tolerance =
-            first / 100 + double(mResolution.round(qint64(50) * sizePerMicron));
+            first / 100 + 50 * double(sizePerMicron); // old files have few digits
         if (std::abs(first - last) > tolerance) {
             throw OutputError(
                 PlanText::tr("an arc whose ends are not equally far from its centre"));
         }
-    }
-
-    /** An arc of more than half a circle goes by the point opposite to its start. */
-    void arc(const Segment& segment, Point from, Point to)
-    {
-        const bool clockwise = segment.shape == Segment::Shape::Clockwise;
-        const Point centre = point(segment.centre);
-        checkArc(from, to, centre);
-        const double turn = double(from.x - centre.x) * double(to.y - centre.y)
-            - double(from.y - centre.y) * double(to.x - centre.x);
-        const bool isFull = from.x == to.x && from.y == to.y;
-        if (isFull || (clockwise ? turn > 0 : turn < 0)) {
-            const Point opposite{2 * centre.x - from.x, 2 * centre.y - from.y};
-            arcTo(clockwise, from, opposite, centre);
-            from = opposite;
-        }
-        arcTo(clockwise, from, to, centre);
     }
 
     const Resolution& mResolution;

@@ -4,6 +4,8 @@
 #include "printing.h"
 
 #include <QApplication>
+#include <QDir>
+#include <unistd.h>
 
 int main(int argc, char** argv)
 {
@@ -21,6 +23,12 @@ int main(int argc, char** argv)
     const bool onlyPrints = !options.wantsWindow() && !options.isSet(options.screenshot);
     if (noWindows || onlyPrints) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
+        if (!qEnvironmentVariableIsSet("XDG_RUNTIME_DIR")) {
+            // Qt would take the like, and tell so on standard error with each board.
+            const QString folder =
+                QDir::temp().filePath(QStringLiteral("runtime-%1").arg(getuid()));
+            qputenv("XDG_RUNTIME_DIR", QFile::encodeName(folder));
+        }
     }
 
     QApplication app(argc, argv);

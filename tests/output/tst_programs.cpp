@@ -179,7 +179,9 @@ private slots:
     {
         QFETCH(size_t, step);
         QFETCH(Units, units);
-        const Board board = everything();
+        Board board = everything();
+        board.steps[0].layers[0].tools[2].slotPaths[0].segments.push_back(
+            {Segment::Shape::Clockwise, at(4.00001, 4), at(4, 3)}); // shorter than a digit
         QTemporaryDir folder;
         FileSet files;
         addDrillPrograms(planOf(board, step, units), folder.filePath("new/programs"), files);

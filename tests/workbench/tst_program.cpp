@@ -83,8 +83,9 @@ const Case cases[] = {
     {"sed s/1,4,PTH/1,2,PTH/ $O >$D/1.drl; sed s/1,4,PTH/2,3,PTH/ $O >$D/2.drl;"
      " $B $O $D/1.drl $D/2.drl --drill-programs $D/p >/dev/null 2>&1; grep -h TF.File $D/p/*",
         0, {"Plated,1,4,PTH\n", "Plated,1,2,Blind\n", "Plated,2,3,Buried\n"}, ""},
-    {"$B backplane.xml --report $D/r.html && grep -o color:red $D/r.html | wc -l", 0, {"\n8\n"},
-        ""},
+    {"touch $D/x.html; ln -sf x.html $D/r.html; $B backplane.xml --report $D/r.html;"
+     " grep -o color:red $D/x.html | wc -l",
+        0, {"\n8\n"}, ""},
     {"cp $O \"$D/a<b,c.drl\"; $B \"$D/a<b,c.drl\" --csv --map $D/m.svg 2>/dev/null; cat $D/m.svg",
         0,
         {"\n\"a<b,c\",Via,1,20,1,2,", "<title>Drill map of a&lt;b,c</title>",
@@ -188,10 +189,10 @@ private:
     int run(const QString& command)
     {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
+        for (const char* name :
+            {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "XDG_RUNTIME_DIR"}) {
             environment.remove(name);
         }
-        environment.insert("XDG_RUNTIME_DIR", mFolder.path()); // Qt warns when there is none
         environment.insert("B", QString(WORKBENCH " --data %1").arg(mFolder.filePath("data")));
         environment.insert("D", mFolder.path());
         environment.insert("O", mFolder.filePath("o,\"d.drl"));
