@@ -1495,6 +1495,10 @@ bei X %2, Y %3</translation>
         <source>an arc whose ends are not equally far from its centre</source>
         <translation>ein Bogen, dessen Enden nicht gleich weit von seinem Mittelpunkt liegen</translation>
     </message>
+    <message>
+        <source>it is no file</source>
+        <translation>das ist keine Datei</translation>
+    </message>
 </context>
 <context>
     <name>Question</name>

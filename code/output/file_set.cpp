@@ -50,6 +50,14 @@ void write(QFile& file, const QByteArray& content, const QString& path)
     }
 }
 
+/** Where a file is to be: a link stays one, and the file that it leads to is replaced. */
+QString targetOf(const QString& name)
+{
+    const QFileInfo info(name);
+    const QString target = info.isSymLink() ? info.canonicalFilePath() : QString();
+    return target.isEmpty() ? name : target;
+}
+
 /** A second name for a file, or a copy where the file system knows no second names. */
 void keep(const fs::path& file, const fs::path& backup)
 {
@@ -76,11 +84,15 @@ FileSet::~FileSet()
     }
 }
 
-void FileSet::add(const QString& path, const QByteArray& content)
+void FileSet::add(const QString& name, const QByteArray& content)
 {
+    const QString path = targetOf(name);
     const QFileInfo info(path);
     if (info.isDir()) {
         throw failure(path, PlanText::tr("it is a folder"));
+    }
+    if (info.exists() && !info.isFile()) {
+        throw failure(path, PlanText::tr("it is no file"));
     }
     if (!QDir().mkpath(info.absolutePath())) {
         throw failure(path, PlanText::tr("its folder can't be made"));

@@ -40,7 +40,7 @@ public:
      *
      * @throws OutputError
      */
-    void add(const QString& path, const QByteArray& content);
+    void add(const QString& name, const QByteArray& content);
 
     /** Puts all files in place, or none.
      *
