@@ -78,7 +78,7 @@ const Case cases[] = {
             "T7 drills 1 holes where a comment tells 9 Map of layer o,&quot;d (1 to 4) ",
             "Circles have the drill size; sizes in mil. Tool Bit Drill size Hits Slots "
             "T01 PTH #74 22.5 1 T02 PTH 3.15 124.016 1 ",
-            " inch, scale "},
+            " 0.05 inch, scale 33.7:1"},
         ""},
     {"sed s/1,4,PTH/1,2,PTH/ $O >$D/1.drl; sed s/1,4,PTH/2,3,PTH/ $O >$D/2.drl;"
      " $B $O $D/1.drl $D/2.drl --drill-programs $D/p >/dev/null 2>&1; grep -h TF.File $D/p/*",
