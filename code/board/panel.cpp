@@ -101,30 +101,46 @@ public:
         return mLayers[index] = std::move(sum);
     }
 
-    qint64 copiesOf(size_t index)
+private:
+    const Board& mBoard;
+    std::map<size_t, std::vector<StepLayer>> mLayers;
+};
+
+/** Adds up a number of a step and of all its copies, each step asked once. */
+class StepSum
+{
+public:
+    /** @param most  what is above it counts as one more */
+    StepSum(const Board& board, qint64 most, std::function<qint64(const Step&)> own)
+        : mBoard(board)
+        , mMost(most)
+        , mOwn(std::move(own))
+    { }
+
+    qint64 of(size_t index)
     {
-        const auto known = mCopies.find(index);
-        if (known != mCopies.end()) {
+        const auto known = mSums.find(index);
+        if (known != mSums.end()) {
             return known->second;
         }
-        qint64 sum = 1;
+        qint64 sum = mOwn(mBoard.steps[index]);
         for (const Repeat& repeat : mBoard.steps[index].repeats) {
-            sum = std::min(sum + times(copiesOf(repeat.step), copies(repeat)), copiesLimit + 1);
+            sum = std::min(sum + times(of(repeat.step), copies(repeat)), mMost + 1);
         }
-        return mCopies[index] = sum;
+        return mSums[index] = sum;
     }
 
 private:
     const Board& mBoard;
-    std::map<size_t, std::vector<StepLayer>> mLayers;
-    std::map<size_t, qint64> mCopies;
+    qint64 mMost;
+    std::function<qint64(const Step&)> mOwn;
+    std::map<size_t, qint64> mSums;
 };
 
 void checkLimits(const Board& board, size_t step)
 {
-    Gatherer gatherer(board);
     qint64 places = 0;
-    for (const StepLayer& layer : gatherer.layers(step)) {
+    for (const StepLayer& layer : gatherLayers(board, step)) {
         for (const std::vector<StepTool>* tools : {&layer.tools, &layer.backDrills}) {
             for (const StepTool& tool : *tools) {
                 places += tool.holes + tool.slotPaths;
@@ -132,7 +148,8 @@ void checkLimits(const Board& board, size_t step)
         }
         places += layer.contours;
     }
-    if (places > spreadLimit || gatherer.copiesOf(step) > copiesLimit) {
+    StepSum copyCount(board, copiesLimit, [](const Step&) { return 1; });
+    if (places > spreadLimit || copyCount.of(step) > copiesLimit) {
         throw PanelError(
             BoardText::tr("step \"%1\" is too large: more than %2 holes or %3 copies of steps")
                 .arg(board.steps[step].name)
@@ -183,6 +200,11 @@ size_t StepLayer::indexOf(const Tool& tool) const
 std::vector<StepLayer> gatherLayers(const Board& board, size_t step)
 {
     return Gatherer(board).layers(step);
+}
+
+qint64 holesLeftOut(const Board& board, size_t step)
+{
+    return StepSum(board, hostLimit, [](const Step& each) { return each.holesLeftOut; }).of(step);
 }
 
 Transform::Transform(Place move, double angle, bool mirror)

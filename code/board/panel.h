@@ -51,6 +51,9 @@ struct StepLayer
  */
 std::vector<StepLayer> gatherLayers(const Board& board, size_t step);
 
+/** Holes of a step and of all it repeats that lie on layers that are not drilled; at most 2^31. */
+qint64 holesLeftOut(const Board& board, size_t step);
+
 /** A turn, perhaps a mirror image, and a move. */
 class Transform
 {

@@ -117,7 +117,7 @@ QStringList leftOut(const DrillPlan& plan)
     };
     add(contours, PlanText::tr("contours left out: %1 (no slots of one width)"));
     add(backDrills, PlanText::tr("back drills left out: %1 (the fabricator chooses their tools)"));
-    add(plan.boardStep().holesLeftOut,
+    add(holesLeftOut(*plan.board, plan.step),
         PlanText::tr("holes left out: %1 (on layers that are not drilled)"));
     return lines;
 }

@@ -46,6 +46,8 @@ const Case cases[] = {
             "drill_1-4,Via,140,10,0,0,13.78,0.35,1,out-of-tolerance\n",
             "ROUT,Plated slot,3,30,1.5,1.5,33.465,0.85,1,\n"},
         ""},
+    {"sed 's/n=\"ROUT/n=\"PLANE/' sensor.xml | $B - --csv", 0, {"Drill,Via,720"},
+        "holes left out: 12 (on layers that are not drilled)\n"},
     {"$B $O --csv --units metric", 0, {"\n\"o,\"\"d\",Via,1,508,25.4,50.8,571.5,#74,1,\n"},
         "back drills left out: 2 (the fabricator chooses their tools)\n"
         "$D/o,\"d.drl: T7 drills 1 holes where a comment tells 9\n"
