@@ -198,7 +198,7 @@ int run(const Options& options)
     const QString language = options.isSet(options.language) ? options.value(options.language)
         : prints                                             ? QString()
                                                              : systemLanguage();
-    HostSession session(dataDir, language);
+    HostSession session(dataDir, moduleCatalogue(language));
     if (!prints) {
         speak(language);
     }

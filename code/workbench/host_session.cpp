@@ -2,7 +2,6 @@
 #include "host_session.h"
 
 #include "brox_proxy.h"
-#include "language.h"
 #include "share.h"
 #include "standin.h"
 #include "vex_data.h"
@@ -97,9 +96,9 @@ std::pair<int, int> hostType(HoleType type)
 
 } // namespace
 
-HostSession::HostSession(const QString& dataDir, const QString& language)
+HostSession::HostSession(const QString& dataDir, const QString& catalogue)
     : mDataDir(QDir(dataDir).absolutePath().toUtf8())
-    , mCatalogue(moduleCatalogue(language).toUtf8())
+    , mCatalogue(catalogue.toUtf8())
     , mGuard(QString::fromUtf8(mDataDir))
 {
     setUpHost();

@@ -44,12 +44,11 @@ class HostSession : public QObject
 public:
     /** Loads the module.
      *
-     * @param dataDir   folder of the module's two files
-     * @param language  code of the language that the module speaks, such as "de"; "en" or empty:
-     *                  its own texts
-     * @throws HostError  if it isn't found or is no such module, or does not speak the language
+     * @param dataDir    folder of the module's two files
+     * @param catalogue  file of the texts that the module speaks; empty: its own texts
+     * @throws HostError  if it isn't found or is no such module
      */
-    explicit HostSession(const QString& dataDir, const QString& language = {});
+    explicit HostSession(const QString& dataDir, const QString& catalogue = {});
 
     /** Viewers that are still open are deleted. */
     ~HostSession() override;
