@@ -41,7 +41,7 @@
     </message>
     <message>
         <source>no drill file: it is </source>
-        <translation>keine Bohrdatei: Das ist </translation>
+        <translation>keine Bohrdatei, sondern </translation>
     </message>
     <message>
         <source>nothing of a board in it: %1</source>

@@ -176,7 +176,7 @@ const Case cases[] = {
         "--tolerance: \"5\" is no tolerance such as -0.05/+0.10 or +-2mil\n"},
     {"$B none --table", 1, {}, "none:1: No such file or directory\n"},
     {"$B make_boards.py --screenshot none.png --language de", 1, {},
-        "make_boards.py:1: keine Bohrdatei: Das ist ein Text ohne Bohrbefehle\n"},
+        "make_boards.py:1: keine Bohrdatei, sondern ein Text ohne Bohrbefehle\n"},
     {"$B sensor.xml", 1, {}, "no display to open a window on; --table and --csv need none\n"},
 };
 
