@@ -15,6 +15,8 @@
 
 #include "board_host.h" // last: a name of the host's is one of the module's parameters
 
+using namespace brox;
+
 namespace {
 
 /** A models file, and the set of its models. */

@@ -9,6 +9,8 @@
 
 #include <cmath>
 
+using namespace brox;
+
 namespace {
 
 /** The plan of a board of a million holes whose drills are a little larger. */

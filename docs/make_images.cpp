@@ -13,6 +13,8 @@
 #include <QTemporaryDir>
 #include <QToolButton>
 
+using namespace brox;
+
 namespace {
 
 QDir images;

@@ -616,89 +616,6 @@
     </message>
 </context>
 <context>
-    <name>DataGuard</name>
-    <message>
-        <source>nothing whole could be written to %1 (%2)</source>
-        <translation>nach %1 konnte nichts vollständig geschrieben werden (%2)</translation>
-    </message>
-    <message>
-        <source>Overwrite</source>
-        <translation>Überschreiben</translation>
-    </message>
-    <message>
-        <source>Keep</source>
-        <translation>Behalten</translation>
-    </message>
-    <message>
-        <source>Overwrite: what stands there goes to the backups.
-Keep: nothing is saved.</source>
-        <translation>Überschreiben: Was dort steht, kommt zu den Sicherungen.
-Behalten: Nichts wird gespeichert.</translation>
-    </message>
-    <message>
-        <source>%1 can&apos;t be read: %2</source>
-        <translation>%1 kann nicht gelesen werden: %2</translation>
-    </message>
-    <message>
-        <source>%1 has changed since step %2 read it: another step or another program has saved it.</source>
-        <translation>%1 ist anders, als Step %2 es gelesen hat: Ein anderer Step oder ein anderes Programm hat es gespeichert.</translation>
-    </message>
-    <message>
-        <source>No backup of %1 could be made: %2</source>
-        <translation>Von %1 konnte keine Sicherung angelegt werden: %2</translation>
-    </message>
-    <message>
-        <source>Save: if the computer stops meanwhile, the file may be lost.
-Cancel: nothing is saved.</source>
-        <translation>Speichern: Bleibt der Rechner währenddessen stehen, kann die Datei verloren sein.
-Abbrechen: Nichts wird gespeichert.</translation>
-    </message>
-    <message>
-        <source>Save</source>
-        <translation>Speichern</translation>
-    </message>
-    <message>
-        <source>Cancel</source>
-        <translation>Abbrechen</translation>
-    </message>
-    <message>
-        <source>%1 can&apos;t be moved to the backups</source>
-        <translation>%1 kann nicht zu den Sicherungen verschoben werden</translation>
-    </message>
-    <message>
-        <source>what was read back is not what was saved</source>
-        <translation>was zurückgelesen wurde, ist nicht, was gespeichert wurde</translation>
-    </message>
-    <message>
-        <source>Close</source>
-        <translation>Schließen</translation>
-    </message>
-    <message>
-        <source>Save Again</source>
-        <translation>Nochmals speichern</translation>
-    </message>
-    <message>
-        <source>%1 could not be saved: %2</source>
-        <translation>%1 konnte nicht gespeichert werden: %2</translation>
-    </message>
-    <message>
-        <source>What was saved before is still there. What was to be saved counts as unsaved.</source>
-        <translation>Was zuvor gespeichert war, ist noch da. Was gespeichert werden sollte, gilt als ungespeichert.</translation>
-    </message>
-    <message>
-        <source>Discard</source>
-        <translation>Verwerfen</translation>
-    </message>
-    <message>
-        <source>Unsaved data will be lost.</source>
-        <translation>Ungespeicherte Daten gehen verloren.</translation>
-    </message>
-    <message>
-        <source>Nothing could be saved: %1</source>
-        <translation>Es konnte nichts gespeichert werden: %1</translation>
-    </message>
-</context>
-<context>
     <name>DataStart</name>
     <message>
         <source>Another workbench is open on %1 (process %2 on %3).</source>
@@ -749,341 +666,6 @@ Belassen: Die Datei bleibt, wie sie ist, bis Sie speichern; dann werden Sie gefr
     <message>
         <source>it can&apos;t be moved to the backups</source>
         <translation>die Datei kann nicht zu den Sicherungen verschoben werden</translation>
-    </message>
-</context>
-<context>
-    <name>ErrorBar</name>
-    <message>
-        <source>A click takes this line away; the log keeps it.</source>
-        <translation>Ein Klick nimmt diese Zeile weg; im Protokoll bleibt sie.</translation>
-    </message>
-</context>
-<context>
-    <name>ExportMenu</name>
-    <message>
-        <source>&amp;Export</source>
-        <translation>&amp;Exportieren</translation>
-    </message>
-    <message>
-        <source>&amp;Drill Programs...</source>
-        <translation>&amp;Bohrprogramme...</translation>
-    </message>
-    <message>
-        <source>&amp;Report...</source>
-        <translation>Be&amp;richt...</translation>
-    </message>
-    <message>
-        <source>Export Report</source>
-        <translation>Bericht exportieren</translation>
-    </message>
-    <message>
-        <source>HTML (*.html);;PDF (*.pdf)</source>
-        <translation>HTML (*.html);;PDF (*.pdf)</translation>
-    </message>
-    <message>
-        <source>&amp;Map...</source>
-        <translation>Bohr&amp;karte...</translation>
-    </message>
-    <message>
-        <source>Export Map</source>
-        <translation>Bohrkarte exportieren</translation>
-    </message>
-    <message>
-        <source>SVG (*.svg);;PDF (*.pdf);;PNG (*.png)</source>
-        <translation>SVG (*.svg);;PDF (*.pdf);;PNG (*.png)</translation>
-    </message>
-    <message>
-        <source>&amp;Table...</source>
-        <translation>&amp;Tabelle...</translation>
-    </message>
-    <message>
-        <source>Export Table</source>
-        <translation>Tabelle exportieren</translation>
-    </message>
-    <message>
-        <source>Comma-separated values (*.csv);;JSON (*.json);;Text (*.txt)</source>
-        <translation>Durch Kommas getrennt (*.csv);;JSON (*.json);;Text (*.txt)</translation>
-    </message>
-    <message>
-        <source>Export Drill Programs</source>
-        <translation>Bohrprogramme exportieren</translation>
-    </message>
-    <message>
-        <source>Writing %1</source>
-        <translation>%1 wird geschrieben</translation>
-    </message>
-    <message>
-        <source>Cancel</source>
-        <translation>Abbrechen</translation>
-    </message>
-    <message>
-        <source>Written by model %1: %2</source>
-        <translation>Nach Modell %1 geschrieben: %2</translation>
-    </message>
-    <message>
-        <source> (with edits that are not saved)</source>
-        <translation> (mit Änderungen, die nicht gespeichert sind)</translation>
-    </message>
-    <message>
-        <source> (tools to be looked at: %1)</source>
-        <translation> (zu prüfende Werkzeuge: %1)</translation>
-    </message>
-    <message>
-        <source>Nothing was written</source>
-        <translation>Nichts wurde geschrieben</translation>
-    </message>
-</context>
-<context>
-    <name>HostSession</name>
-    <message>
-        <source>the library can&apos;t %1: status %2</source>
-        <translation>Die Bibliothek meldet Status %2 (%1)</translation>
-    </message>
-    <message>
-        <source>no model &quot;%1&quot;; there are no models</source>
-        <translation>kein Modell „%1“; es gibt keine Modelle</translation>
-    </message>
-    <message>
-        <source>no model &quot;%1&quot;; there are: %2</source>
-        <translation>kein Modell „%1“; es gibt: %2</translation>
-    </message>
-    <message>
-        <source>no language &quot;%1&quot;; there are: %2</source>
-        <translation>keine Sprache „%1“; es gibt: %2</translation>
-    </message>
-    <message>
-        <source>no step &quot;%1&quot;; there are: %2</source>
-        <translation>kein Step „%1“; es gibt: %2</translation>
-    </message>
-    <message>
-        <source>%1 has no %2</source>
-        <translation>%1 hat kein %2</translation>
-    </message>
-    <message>
-        <source>the viewer has no %1</source>
-        <translation>der Viewer hat kein %1</translation>
-    </message>
-</context>
-<context>
-    <name>JobTable</name>
-    <message>
-        <source>The board does not tell the type.</source>
-        <translation>Das Board nennt den Typ nicht.</translation>
-    </message>
-    <message>
-        <source>As the &amp;Board Has It</source>
-        <translation>Wie das &amp;Board ihn nennt</translation>
-    </message>
-</context>
-<context>
-    <name>LogDock</name>
-    <message>
-        <source>Log</source>
-        <translation>Protokoll</translation>
-    </message>
-</context>
-<context>
-    <name>MainWindow</name>
-    <message>
-        <source>Step %1: model &quot;%2&quot; is now &quot;%3&quot;</source>
-        <translation>Step %1: Das Modell „%2“ heißt jetzt „%3“</translation>
-    </message>
-    <message>
-        <source>Step %1: model &quot;%2&quot; is deleted</source>
-        <translation>Step %1: Das Modell „%2“ ist gelöscht</translation>
-    </message>
-    <message>
-        <source>%1 saved</source>
-        <translation>%1 gespeichert</translation>
-    </message>
-    <message>
-        <source>brox workbench</source>
-        <translation>brox-Workbench</translation>
-    </message>
-    <message>
-        <source>Open Board</source>
-        <translation>Leiterplatte öffnen</translation>
-    </message>
-    <message>
-        <source>Boards (*.xml *.cvg *.drl *.xln *.xnc *.drd *.exc *.ncd *.nc *.tap *.txt);;IPC-2581 (*.xml *.cvg);;All files (*)</source>
-        <translation>Leiterplatten (*.xml *.cvg *.drl *.xln *.xnc *.drd *.exc *.ncd *.nc *.tap *.txt);;IPC-2581 (*.xml *.cvg);;Alle Dateien (*)</translation>
-    </message>
-    <message>
-        <source>Reading %1</source>
-        <translation>%1 wird gelesen</translation>
-    </message>
-    <message>
-        <source>Cancel</source>
-        <translation>Abbrechen</translation>
-    </message>
-    <message>
-        <source>Open a board to set up its drill tools.</source>
-        <translation>Öffnen Sie eine Leiterplatte, um ihre Bohrwerkzeuge einzurichten.</translation>
-    </message>
-    <message>
-        <source>Choose a step of the board in the menu Step.</source>
-        <translation>Wählen Sie im Menü Step einen Step der Leiterplatte.</translation>
-    </message>
-    <message>
-        <source>%1[*] - brox workbench</source>
-        <translation>%1[*] – brox-Workbench</translation>
-    </message>
-    <message>
-        <source>&amp;Step</source>
-        <translation>&amp;Step</translation>
-    </message>
-    <message>
-        <source>&amp;View</source>
-        <translation>&amp;Ansicht</translation>
-    </message>
-    <message>
-        <source>&amp;Log</source>
-        <translation>&amp;Protokoll</translation>
-    </message>
-    <message>
-        <source>&amp;File</source>
-        <translation>&amp;Datei</translation>
-    </message>
-    <message>
-        <source>&amp;Open Board...</source>
-        <translation>Leiterplatte ö&amp;ffnen …</translation>
-    </message>
-    <message>
-        <source>Open &amp;Recent</source>
-        <translation>&amp;Zuletzt geöffnet</translation>
-    </message>
-    <message>
-        <source>&amp;Close Step</source>
-        <translation>Step s&amp;chließen</translation>
-    </message>
-    <message>
-        <source>&amp;Quit</source>
-        <translation>&amp;Beenden</translation>
-    </message>
-    <message>
-        <source>&amp;Units</source>
-        <translation>&amp;Einheit</translation>
-    </message>
-    <message>
-        <source>&amp;Inch (mils)</source>
-        <translation>&amp;Zoll (Mil)</translation>
-    </message>
-    <message>
-        <source>&amp;Metric (microns)</source>
-        <translation>&amp;Metrisch (Mikrometer)</translation>
-    </message>
-    <message>
-        <source>&amp;Next Tab</source>
-        <translation>&amp;Nächste Karte</translation>
-    </message>
-    <message>
-        <source>&amp;Previous Tab</source>
-        <translation>&amp;Vorige Karte</translation>
-    </message>
-    <message>
-        <source>&amp;Help</source>
-        <translation>&amp;Hilfe</translation>
-    </message>
-    <message>
-        <source>&amp;User Guide</source>
-        <translation>&amp;Benutzerhandbuch (englisch)</translation>
-    </message>
-    <message>
-        <source>&amp;About brox workbench</source>
-        <translation>&amp;Über brox-Workbench</translation>
-    </message>
-    <message>
-        <source>About brox workbench</source>
-        <translation>Über brox-Workbench</translation>
-    </message>
-    <message>
-        <source>&lt;h3&gt;brox workbench %1&lt;/h3&gt;&lt;p&gt;Sets up the drill tools of printed-circuit boards: finished hole sizes become drill sizes, by models of the plating and a table of bits.&lt;/p&gt;&lt;p&gt;MIT licence. Models and bits are in&lt;br&gt;%2&lt;/p&gt;</source>
-        <translation>&lt;h3&gt;brox-Workbench %1&lt;/h3&gt;&lt;p&gt;Richtet die Bohrwerkzeuge von Leiterplatten ein: Aus Endmaßen von Löchern werden Bohrmaße, nach Modellen der Metallisierung und einer Tabelle der Bohrer.&lt;/p&gt;&lt;p&gt;MIT-Lizenz. Modelle und Bohrer liegen in&lt;br&gt;%2&lt;/p&gt;</translation>
-    </message>
-    <message>
-        <source>Step %1: %2 tools, %3 holes, %4 slots</source>
-        <translation>Step %1: %2 Werkzeuge, %3 Bohrungen, %4 Langlöcher</translation>
-    </message>
-    <message>
-        <source>&amp;Drill Map</source>
-        <translation>&amp;Bohrkarte</translation>
-    </message>
-    <message>
-        <source>Shop R&amp;ules...</source>
-        <translation>&amp;Regeln des Betriebs...</translation>
-    </message>
-</context>
-<context>
-    <name>MapDock</name>
-    <message>
-        <source>Drill map</source>
-        <translation>Bohrkarte</translation>
-    </message>
-    <message>
-        <source>Layers and tools on the map</source>
-        <translation>Lagen und Werkzeuge der Karte</translation>
-    </message>
-    <message>
-        <source>Layer, tool</source>
-        <translation>Lage, Werkzeug</translation>
-    </message>
-    <message>
-        <source>Bit</source>
-        <translation>Bohrer</translation>
-    </message>
-    <message>
-        <source>DHS</source>
-        <translation>Bohrmaß</translation>
-    </message>
-    <message>
-        <source>Count</source>
-        <translation>Anzahl</translation>
-    </message>
-    <message>
-        <source>Click a hole to see what drills it.</source>
-        <translation>Ein Klick auf eine Bohrung zeigt ihr Werkzeug.</translation>
-    </message>
-    <message>
-        <source>&amp;Fit</source>
-        <translation>&amp;Einpassen</translation>
-    </message>
-    <message>
-        <source>Shows all of the board</source>
-        <translation>Zeigt die ganze Leiterplatte</translation>
-    </message>
-    <message>
-        <source>%1
-at X %2, Y %3</source>
-        <translation>%1
-bei X %2, Y %3</translation>
-    </message>
-    <message>
-        <source>inch</source>
-        <translation>Zoll</translation>
-    </message>
-    <message>
-        <source>mm</source>
-        <translation>mm</translation>
-    </message>
-    <message>
-        <source>finished %1 +%2 -%3</source>
-        <translation>Endmaß %1 +%2 -%3</translation>
-    </message>
-    <message>
-        <source>drill %1</source>
-        <translation>Bohrmaß %1</translation>
-    </message>
-    <message>
-        <source>no drill size</source>
-        <translation>kein Bohrmaß</translation>
-    </message>
-    <message>
-        <source>no bit</source>
-        <translation>kein Bohrer</translation>
-    </message>
-    <message>
-        <source>bit %1</source>
-        <translation>Bohrer %1</translation>
     </message>
 </context>
 <context>
@@ -1515,7 +1097,432 @@ bei X %2, Y %3</translation>
     </message>
 </context>
 <context>
-    <name>RulesDialog</name>
+    <name>UserGuide</name>
+    <message>
+        <source>brox user guide</source>
+        <translation>brox-Benutzerhandbuch</translation>
+    </message>
+</context>
+<context>
+    <name>brox::DataGuard</name>
+    <message>
+        <source>nothing whole could be written to %1 (%2)</source>
+        <translation>nach %1 konnte nichts vollständig geschrieben werden (%2)</translation>
+    </message>
+    <message>
+        <source>Overwrite</source>
+        <translation>Überschreiben</translation>
+    </message>
+    <message>
+        <source>Keep</source>
+        <translation>Behalten</translation>
+    </message>
+    <message>
+        <source>Overwrite: what stands there goes to the backups.
+Keep: nothing is saved.</source>
+        <translation>Überschreiben: Was dort steht, kommt zu den Sicherungen.
+Behalten: Nichts wird gespeichert.</translation>
+    </message>
+    <message>
+        <source>%1 can&apos;t be read: %2</source>
+        <translation>%1 kann nicht gelesen werden: %2</translation>
+    </message>
+    <message>
+        <source>%1 has changed since step %2 read it: another step or another program has saved it.</source>
+        <translation>%1 ist anders, als Step %2 es gelesen hat: Ein anderer Step oder ein anderes Programm hat es gespeichert.</translation>
+    </message>
+    <message>
+        <source>No backup of %1 could be made: %2</source>
+        <translation>Von %1 konnte keine Sicherung angelegt werden: %2</translation>
+    </message>
+    <message>
+        <source>Save: if the computer stops meanwhile, the file may be lost.
+Cancel: nothing is saved.</source>
+        <translation>Speichern: Bleibt der Rechner währenddessen stehen, kann die Datei verloren sein.
+Abbrechen: Nichts wird gespeichert.</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Speichern</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>%1 can&apos;t be moved to the backups</source>
+        <translation>%1 kann nicht zu den Sicherungen verschoben werden</translation>
+    </message>
+    <message>
+        <source>what was read back is not what was saved</source>
+        <translation>was zurückgelesen wurde, ist nicht, was gespeichert wurde</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Save Again</source>
+        <translation>Nochmals speichern</translation>
+    </message>
+    <message>
+        <source>%1 could not be saved: %2</source>
+        <translation>%1 konnte nicht gespeichert werden: %2</translation>
+    </message>
+    <message>
+        <source>What was saved before is still there. What was to be saved counts as unsaved.</source>
+        <translation>Was zuvor gespeichert war, ist noch da. Was gespeichert werden sollte, gilt als ungespeichert.</translation>
+    </message>
+    <message>
+        <source>Discard</source>
+        <translation>Verwerfen</translation>
+    </message>
+    <message>
+        <source>Unsaved data will be lost.</source>
+        <translation>Ungespeicherte Daten gehen verloren.</translation>
+    </message>
+    <message>
+        <source>Nothing could be saved: %1</source>
+        <translation>Es konnte nichts gespeichert werden: %1</translation>
+    </message>
+</context>
+<context>
+    <name>brox::ErrorBar</name>
+    <message>
+        <source>A click takes this line away; the log keeps it.</source>
+        <translation>Ein Klick nimmt diese Zeile weg; im Protokoll bleibt sie.</translation>
+    </message>
+</context>
+<context>
+    <name>brox::ExportMenu</name>
+    <message>
+        <source>&amp;Export</source>
+        <translation>&amp;Exportieren</translation>
+    </message>
+    <message>
+        <source>&amp;Drill Programs...</source>
+        <translation>&amp;Bohrprogramme...</translation>
+    </message>
+    <message>
+        <source>&amp;Report...</source>
+        <translation>Be&amp;richt...</translation>
+    </message>
+    <message>
+        <source>Export Report</source>
+        <translation>Bericht exportieren</translation>
+    </message>
+    <message>
+        <source>HTML (*.html);;PDF (*.pdf)</source>
+        <translation>HTML (*.html);;PDF (*.pdf)</translation>
+    </message>
+    <message>
+        <source>&amp;Map...</source>
+        <translation>Bohr&amp;karte...</translation>
+    </message>
+    <message>
+        <source>Export Map</source>
+        <translation>Bohrkarte exportieren</translation>
+    </message>
+    <message>
+        <source>SVG (*.svg);;PDF (*.pdf);;PNG (*.png)</source>
+        <translation>SVG (*.svg);;PDF (*.pdf);;PNG (*.png)</translation>
+    </message>
+    <message>
+        <source>&amp;Table...</source>
+        <translation>&amp;Tabelle...</translation>
+    </message>
+    <message>
+        <source>Export Table</source>
+        <translation>Tabelle exportieren</translation>
+    </message>
+    <message>
+        <source>Comma-separated values (*.csv);;JSON (*.json);;Text (*.txt)</source>
+        <translation>Durch Kommas getrennt (*.csv);;JSON (*.json);;Text (*.txt)</translation>
+    </message>
+    <message>
+        <source>Export Drill Programs</source>
+        <translation>Bohrprogramme exportieren</translation>
+    </message>
+    <message>
+        <source>Writing %1</source>
+        <translation>%1 wird geschrieben</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Written by model %1: %2</source>
+        <translation>Nach Modell %1 geschrieben: %2</translation>
+    </message>
+    <message>
+        <source> (with edits that are not saved)</source>
+        <translation> (mit Änderungen, die nicht gespeichert sind)</translation>
+    </message>
+    <message>
+        <source> (tools to be looked at: %1)</source>
+        <translation> (zu prüfende Werkzeuge: %1)</translation>
+    </message>
+    <message>
+        <source>Nothing was written</source>
+        <translation>Nichts wurde geschrieben</translation>
+    </message>
+</context>
+<context>
+    <name>brox::HostSession</name>
+    <message>
+        <source>the library can&apos;t %1: status %2</source>
+        <translation>Die Bibliothek meldet Status %2 (%1)</translation>
+    </message>
+    <message>
+        <source>no model &quot;%1&quot;; there are no models</source>
+        <translation>kein Modell „%1“; es gibt keine Modelle</translation>
+    </message>
+    <message>
+        <source>no model &quot;%1&quot;; there are: %2</source>
+        <translation>kein Modell „%1“; es gibt: %2</translation>
+    </message>
+    <message>
+        <source>no language &quot;%1&quot;; there are: %2</source>
+        <translation>keine Sprache „%1“; es gibt: %2</translation>
+    </message>
+    <message>
+        <source>no step &quot;%1&quot;; there are: %2</source>
+        <translation>kein Step „%1“; es gibt: %2</translation>
+    </message>
+    <message>
+        <source>%1 has no %2</source>
+        <translation>%1 hat kein %2</translation>
+    </message>
+    <message>
+        <source>the viewer has no %1</source>
+        <translation>der Viewer hat kein %1</translation>
+    </message>
+</context>
+<context>
+    <name>brox::JobTable</name>
+    <message>
+        <source>The board does not tell the type.</source>
+        <translation>Das Board nennt den Typ nicht.</translation>
+    </message>
+    <message>
+        <source>As the &amp;Board Has It</source>
+        <translation>Wie das &amp;Board ihn nennt</translation>
+    </message>
+</context>
+<context>
+    <name>brox::LogDock</name>
+    <message>
+        <source>Log</source>
+        <translation>Protokoll</translation>
+    </message>
+</context>
+<context>
+    <name>brox::MainWindow</name>
+    <message>
+        <source>Step %1: model &quot;%2&quot; is now &quot;%3&quot;</source>
+        <translation>Step %1: Das Modell „%2“ heißt jetzt „%3“</translation>
+    </message>
+    <message>
+        <source>Step %1: model &quot;%2&quot; is deleted</source>
+        <translation>Step %1: Das Modell „%2“ ist gelöscht</translation>
+    </message>
+    <message>
+        <source>%1 saved</source>
+        <translation>%1 gespeichert</translation>
+    </message>
+    <message>
+        <source>brox workbench</source>
+        <translation>brox-Workbench</translation>
+    </message>
+    <message>
+        <source>Open Board</source>
+        <translation>Leiterplatte öffnen</translation>
+    </message>
+    <message>
+        <source>Boards (*.xml *.cvg *.drl *.xln *.xnc *.drd *.exc *.ncd *.nc *.tap *.txt);;IPC-2581 (*.xml *.cvg);;All files (*)</source>
+        <translation>Leiterplatten (*.xml *.cvg *.drl *.xln *.xnc *.drd *.exc *.ncd *.nc *.tap *.txt);;IPC-2581 (*.xml *.cvg);;Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>Reading %1</source>
+        <translation>%1 wird gelesen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Open a board to set up its drill tools.</source>
+        <translation>Öffnen Sie eine Leiterplatte, um ihre Bohrwerkzeuge einzurichten.</translation>
+    </message>
+    <message>
+        <source>Choose a step of the board in the menu Step.</source>
+        <translation>Wählen Sie im Menü Step einen Step der Leiterplatte.</translation>
+    </message>
+    <message>
+        <source>%1[*] - brox workbench</source>
+        <translation>%1[*] – brox-Workbench</translation>
+    </message>
+    <message>
+        <source>&amp;Step</source>
+        <translation>&amp;Step</translation>
+    </message>
+    <message>
+        <source>&amp;View</source>
+        <translation>&amp;Ansicht</translation>
+    </message>
+    <message>
+        <source>&amp;Log</source>
+        <translation>&amp;Protokoll</translation>
+    </message>
+    <message>
+        <source>&amp;File</source>
+        <translation>&amp;Datei</translation>
+    </message>
+    <message>
+        <source>&amp;Open Board...</source>
+        <translation>Leiterplatte ö&amp;ffnen …</translation>
+    </message>
+    <message>
+        <source>Open &amp;Recent</source>
+        <translation>&amp;Zuletzt geöffnet</translation>
+    </message>
+    <message>
+        <source>&amp;Close Step</source>
+        <translation>Step s&amp;chließen</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>&amp;Beenden</translation>
+    </message>
+    <message>
+        <source>&amp;Units</source>
+        <translation>&amp;Einheit</translation>
+    </message>
+    <message>
+        <source>&amp;Inch (mils)</source>
+        <translation>&amp;Zoll (Mil)</translation>
+    </message>
+    <message>
+        <source>&amp;Metric (microns)</source>
+        <translation>&amp;Metrisch (Mikrometer)</translation>
+    </message>
+    <message>
+        <source>&amp;Next Tab</source>
+        <translation>&amp;Nächste Karte</translation>
+    </message>
+    <message>
+        <source>&amp;Previous Tab</source>
+        <translation>&amp;Vorige Karte</translation>
+    </message>
+    <message>
+        <source>&amp;Help</source>
+        <translation>&amp;Hilfe</translation>
+    </message>
+    <message>
+        <source>&amp;User Guide</source>
+        <translation>&amp;Benutzerhandbuch (englisch)</translation>
+    </message>
+    <message>
+        <source>&amp;About brox workbench</source>
+        <translation>&amp;Über brox-Workbench</translation>
+    </message>
+    <message>
+        <source>About brox workbench</source>
+        <translation>Über brox-Workbench</translation>
+    </message>
+    <message>
+        <source>&lt;h3&gt;brox workbench %1&lt;/h3&gt;&lt;p&gt;Sets up the drill tools of printed-circuit boards: finished hole sizes become drill sizes, by models of the plating and a table of bits.&lt;/p&gt;&lt;p&gt;MIT licence. Models and bits are in&lt;br&gt;%2&lt;/p&gt;</source>
+        <translation>&lt;h3&gt;brox-Workbench %1&lt;/h3&gt;&lt;p&gt;Richtet die Bohrwerkzeuge von Leiterplatten ein: Aus Endmaßen von Löchern werden Bohrmaße, nach Modellen der Metallisierung und einer Tabelle der Bohrer.&lt;/p&gt;&lt;p&gt;MIT-Lizenz. Modelle und Bohrer liegen in&lt;br&gt;%2&lt;/p&gt;</translation>
+    </message>
+    <message>
+        <source>Step %1: %2 tools, %3 holes, %4 slots</source>
+        <translation>Step %1: %2 Werkzeuge, %3 Bohrungen, %4 Langlöcher</translation>
+    </message>
+    <message>
+        <source>&amp;Drill Map</source>
+        <translation>&amp;Bohrkarte</translation>
+    </message>
+    <message>
+        <source>Shop R&amp;ules...</source>
+        <translation>&amp;Regeln des Betriebs...</translation>
+    </message>
+</context>
+<context>
+    <name>brox::MapDock</name>
+    <message>
+        <source>Drill map</source>
+        <translation>Bohrkarte</translation>
+    </message>
+    <message>
+        <source>Layers and tools on the map</source>
+        <translation>Lagen und Werkzeuge der Karte</translation>
+    </message>
+    <message>
+        <source>Layer, tool</source>
+        <translation>Lage, Werkzeug</translation>
+    </message>
+    <message>
+        <source>Bit</source>
+        <translation>Bohrer</translation>
+    </message>
+    <message>
+        <source>DHS</source>
+        <translation>Bohrmaß</translation>
+    </message>
+    <message>
+        <source>Count</source>
+        <translation>Anzahl</translation>
+    </message>
+    <message>
+        <source>Click a hole to see what drills it.</source>
+        <translation>Ein Klick auf eine Bohrung zeigt ihr Werkzeug.</translation>
+    </message>
+    <message>
+        <source>&amp;Fit</source>
+        <translation>&amp;Einpassen</translation>
+    </message>
+    <message>
+        <source>Shows all of the board</source>
+        <translation>Zeigt die ganze Leiterplatte</translation>
+    </message>
+    <message>
+        <source>%1
+at X %2, Y %3</source>
+        <translation>%1
+bei X %2, Y %3</translation>
+    </message>
+    <message>
+        <source>inch</source>
+        <translation>Zoll</translation>
+    </message>
+    <message>
+        <source>mm</source>
+        <translation>mm</translation>
+    </message>
+    <message>
+        <source>finished %1 +%2 -%3</source>
+        <translation>Endmaß %1 +%2 -%3</translation>
+    </message>
+    <message>
+        <source>drill %1</source>
+        <translation>Bohrmaß %1</translation>
+    </message>
+    <message>
+        <source>no drill size</source>
+        <translation>kein Bohrmaß</translation>
+    </message>
+    <message>
+        <source>no bit</source>
+        <translation>kein Bohrer</translation>
+    </message>
+    <message>
+        <source>bit %1</source>
+        <translation>Bohrer %1</translation>
+    </message>
+</context>
+<context>
+    <name>brox::RulesDialog</name>
     <message>
         <source>Shop Rules</source>
         <translation>Regeln des Betriebs</translation>
@@ -1563,13 +1570,6 @@ bei X %2, Y %3</translation>
     <message>
         <source>There are two tolerances for one type and size.</source>
         <translation>Für eine Art und Größe gibt es zwei Toleranzen.</translation>
-    </message>
-</context>
-<context>
-    <name>UserGuide</name>
-    <message>
-        <source>brox user guide</source>
-        <translation>brox-Benutzerhandbuch</translation>
     </message>
 </context>
 </TS>

@@ -8,6 +8,8 @@
 #include <optional>
 #include <vector>
 
+namespace brox {
+
 /** A board's drill data, as a reader hands them over: what the files tell, and of each guess that
  *  it is one. Rules of a shop act later and change nothing here. */
 
@@ -151,5 +153,7 @@ struct Board
     size_t mainStep = 0; ///< index of the step that the file is about
     QStringList notes; ///< lines for the user: files taken and not, counts that differ and such
 };
+
+} // namespace brox
 
 #endif

@@ -11,6 +11,8 @@
 #include <archive_entry.h>
 #include <limits>
 
+namespace brox {
+
 namespace {
 
 constexpr size_t blockSize = 1 << 16;
@@ -166,3 +168,5 @@ std::unique_ptr<QIODevice> openArchiveEntry(const Archive& archive, const QStrin
     }
     throw BoardError(archive.path, 1, BoardText::tr("no file \"%1\" in the archive").arg(entry));
 }
+
+} // namespace brox

@@ -8,6 +8,8 @@
 #include <functional>
 #include <memory>
 
+namespace brox {
+
 /** Files in .zip, .tar.gz, .7z and .gz, read without being unpacked to disk. What comes through a
  *  pipe can be read only once, so an archive that does is kept in memory as it is, packed.
  *
@@ -43,5 +45,7 @@ void listArchive(const Archive& archive,
  * @throws BoardError
  */
 std::unique_ptr<QIODevice> openArchiveEntry(const Archive& archive, const QString& entry);
+
+} // namespace brox
 
 #endif

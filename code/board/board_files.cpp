@@ -12,6 +12,8 @@
 #include <filesystem>
 #include <map>
 
+namespace brox {
+
 namespace {
 
 constexpr int maxFolderFiles = 10000;
@@ -325,3 +327,5 @@ BoardFiles findBoardFiles(const QStringList& paths)
 {
     return Finder().find(paths);
 }
+
+} // namespace brox

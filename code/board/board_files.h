@@ -8,6 +8,8 @@
 #include <QIODevice>
 #include <memory>
 
+namespace brox {
+
 /** A file that a board is read from, wherever it lies. */
 struct BoardFile
 {
@@ -32,5 +34,7 @@ struct BoardFiles
  *                     there is nothing to read
  */
 BoardFiles findBoardFiles(const QStringList& paths);
+
+} // namespace brox
 
 #endif

@@ -12,6 +12,8 @@
 #include <QFileInfo>
 #include <algorithm>
 
+namespace brox {
+
 namespace {
 
 /** What the names have in common, up to a mark between words; else their folder. */
@@ -167,3 +169,5 @@ Board readBoard(const QStringList& paths, const ReadOptions& options)
     board.notes = notes + board.notes;
     return board;
 }
+
+} // namespace brox

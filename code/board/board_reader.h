@@ -4,6 +4,8 @@
 
 #include "reading.h"
 
+namespace brox {
+
 /** Reads a board of whatever kind its files are, told by their content.
  *
  * @param paths  an IPC-2581 file; or all drill files of a board, each of which becomes a layer of
@@ -13,5 +15,7 @@
  * @throws BoardCancelled
  */
 Board readBoard(const QStringList& paths, const ReadOptions& options = {});
+
+} // namespace brox
 
 #endif

@@ -4,10 +4,14 @@
 
 #include <QCoreApplication>
 
+namespace brox {
+
 /** What boards and their readers tell the user, in the language of the program. */
 class BoardText
 {
     Q_DECLARE_TR_FUNCTIONS(BoardText)
 };
+
+} // namespace brox
 
 #endif

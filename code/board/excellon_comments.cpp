@@ -4,6 +4,8 @@
 #include <QRegularExpression>
 #include <cmath>
 
+namespace brox {
+
 namespace {
 
 constexpr auto caseless = QRegularExpression::CaseInsensitiveOption;
@@ -270,3 +272,5 @@ HoleFacts ExcellonComments::fallback(int number, const QString& fileName) const
     }
     return {};
 }
+
+} // namespace brox

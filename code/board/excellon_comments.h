@@ -7,6 +7,8 @@
 #include <QHash>
 #include <vector>
 
+namespace brox {
+
 /** What a hole is for, as far as it is told. */
 struct HoleFacts
 {
@@ -72,5 +74,7 @@ private:
     QHash<int, ToolRemark> mRemarks;
     std::vector<std::pair<int, HoleType>> mRanges; ///< first number and type
 };
+
+} // namespace brox
 
 #endif

@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <cmath>
 
+namespace brox {
+
 namespace {
 
 constexpr size_t maxDigits = 15; ///< that a double holds exactly
@@ -160,3 +162,5 @@ QString ExcellonFormat::guess() const
         mLikelyUnits == Units::Inch ? BoardText::tr("inches, ") : BoardText::tr("millimetres, ");
     return mUnitsGuessed ? unit + digits : digits;
 }
+
+} // namespace brox

@@ -6,6 +6,8 @@
 
 #include <string_view>
 
+namespace brox {
+
 /** How the places of an Excellon file are written: units, digits and zeros.
  *
  * What the file tells is set; what it does not tell is guessed from a sample of it when the first
@@ -76,5 +78,7 @@ private:
     bool mGuessUsed = false;
     bool mUnitsGuessed = false;
 };
+
+} // namespace brox
 
 #endif

@@ -4,6 +4,8 @@
 
 #include <cmath>
 
+namespace brox {
+
 /** What the program drills and routs, and where. */
 
 namespace {
@@ -264,3 +266,5 @@ Path ExcellonProgram::moved(const Path& from)
     }
     return path;
 }
+
+} // namespace brox

@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <charconv>
 
+namespace brox {
+
 namespace {
 
 constexpr int maxRepeats = 10000;
@@ -426,3 +428,5 @@ qint64 ExcellonProgram::coordinate(char letter, std::string_view digits)
     constexpr qint64 far = qint64(1) << 40;
     return std::clamp(*value, -far, far);
 }
+
+} // namespace brox

@@ -8,6 +8,8 @@
 #include <string_view>
 #include <unordered_map>
 
+namespace brox {
+
 /** Runs an Excellon or XNC program, a drilling machine's, and keeps what it would drill and rout.
  *
  * What may drill holes and is not understood ends the reading: a missing hole is as bad as a wrong
@@ -163,5 +165,7 @@ private:
     Pattern mPattern = Pattern::None;
     Point mPatternAt; ///< how far the last repeat has moved
 };
+
+} // namespace brox
 
 #endif

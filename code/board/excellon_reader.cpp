@@ -7,6 +7,8 @@
 #include <QFileInfo>
 #include <algorithm>
 
+namespace brox {
+
 namespace {
 
 constexpr size_t maxLineLength = 4096;
@@ -87,3 +89,5 @@ DrillFile readExcellon(QIODevice& device, const QString& name, const ReadOptions
     file.layer.name = QFileInfo(name).completeBaseName();
     return file;
 }
+
+} // namespace brox

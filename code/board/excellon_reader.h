@@ -4,6 +4,8 @@
 
 #include "reading.h"
 
+namespace brox {
+
 /** Reads an Excellon or XNC drill file.
  *
  * @param name  path for messages; its last part may tell the plating
@@ -11,5 +13,7 @@
  * @throws BoardCancelled
  */
 DrillFile readExcellon(QIODevice& device, const QString& name, const ReadOptions& options = {});
+
+} // namespace brox
 
 #endif

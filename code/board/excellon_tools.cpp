@@ -5,6 +5,8 @@
 #include <QFileInfo>
 #include <cmath>
 
+namespace brox {
+
 /** The program's tools, from their definition to what the layer has of them. */
 
 namespace {
@@ -248,3 +250,5 @@ DrillFile ExcellonProgram::finish()
     file.units = mFormat.units();
     return file;
 }
+
+} // namespace brox

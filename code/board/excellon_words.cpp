@@ -4,6 +4,8 @@
 #include <charconv>
 #include <cmath>
 
+namespace brox {
+
 QString shown(std::string_view text)
 {
     QString told = QString::fromUtf8(text.data(), qMin<qsizetype>(qsizetype(text.size()), 40));
@@ -24,3 +26,5 @@ std::optional<double> toNumber(std::string_view text)
     const bool ok = error == std::errc() && stop == end && std::isfinite(value);
     return ok ? std::optional(value) : std::nullopt;
 }
+
+} // namespace brox

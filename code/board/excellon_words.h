@@ -7,6 +7,8 @@
 #include <QVarLengthArray>
 #include <algorithm>
 
+namespace brox {
+
 /** A line of a drill program, taken apart. */
 
 /** A part of a line as messages show it. */
@@ -43,5 +45,7 @@ struct ExcellonProgram::Words
         return std::find(miscellaneous.begin(), miscellaneous.end(), code) != miscellaneous.end();
     }
 };
+
+} // namespace brox
 
 #endif

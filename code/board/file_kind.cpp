@@ -6,6 +6,8 @@
 #include <QRegularExpression>
 #include <algorithm>
 
+namespace brox {
+
 namespace {
 
 bool isArchive(QByteArrayView bytes)
@@ -120,3 +122,5 @@ QString kindText(FileKind kind)
     }
     return {};
 }
+
+} // namespace brox

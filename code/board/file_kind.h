@@ -5,6 +5,8 @@
 #include <QByteArrayView>
 #include <QString>
 
+namespace brox {
+
 /** What a file is, by its content. */
 enum class FileKind
 {
@@ -26,5 +28,7 @@ FileKind fileKind(QByteArrayView beginning);
 
 /** "a Gerber file" and so on, for messages. */
 QString kindText(FileKind kind);
+
+} // namespace brox
 
 #endif

@@ -12,6 +12,8 @@
 #include <string_view>
 #include <unordered_map>
 
+namespace brox {
+
 namespace {
 
 constexpr size_t maxCommandLength = 1 << 16;
@@ -430,3 +432,5 @@ DrillFile readGerberDrill(QIODevice& device, const QString& name, const ReadOpti
     file.layer.name = QFileInfo(name).completeBaseName();
     return file;
 }
+
+} // namespace brox

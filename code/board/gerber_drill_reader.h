@@ -4,6 +4,8 @@
 
 #include "reading.h"
 
+namespace brox {
+
 /** Reads a drill file in the Gerber format (X2): flashes of round apertures are holes, what is
  *  drawn with them are slots, regions are contours.
  *
@@ -11,5 +13,7 @@
  * @throws BoardCancelled
  */
 DrillFile readGerberDrill(QIODevice& device, const QString& name, const ReadOptions& options = {});
+
+} // namespace brox
 
 #endif

@@ -4,6 +4,8 @@
 #include "board_text.h"
 #include "panel.h"
 
+namespace brox {
+
 namespace {
 
 /** The attributes of a hole, found in one go: a board may have millions. */
@@ -246,3 +248,5 @@ Path Ipc2581Openings::placed(const Path& path) const
         mValues.fail(QString::fromUtf8(error.what()));
     }
 }
+
+} // namespace brox

@@ -5,6 +5,8 @@
 #include "ipc2581_shape_reader.h"
 #include "layer_collector.h"
 
+namespace brox {
+
 /** The holes and slots of a step's layers, in sets that may lie somewhere of their own. */
 class Ipc2581Openings
 {
@@ -80,5 +82,7 @@ private:
     Tool mTool; ///< of the hole or slot
     bool mIsSquare = false;
 };
+
+} // namespace brox
 
 #endif

@@ -10,6 +10,8 @@
 #include <QSet>
 #include <algorithm>
 
+namespace brox {
+
 namespace {
 
 /** What an element is, by the way to it. */
@@ -429,3 +431,5 @@ Board readIpc2581(QIODevice& device, const QString& name, const ReadOptions& opt
     }
     return board;
 }
+
+} // namespace brox

@@ -4,6 +4,8 @@
 
 #include "reading.h"
 
+namespace brox {
+
 /** Reads an IPC-2581 file, revisions A to C. Panels stay panels: repeats are not spread.
  *
  * @param name  path for messages
@@ -11,5 +13,7 @@
  * @throws BoardCancelled
  */
 Board readIpc2581(QIODevice& device, const QString& name, const ReadOptions& options = {});
+
+} // namespace brox
 
 #endif

@@ -3,6 +3,8 @@
 
 #include <cmath>
 
+namespace brox {
+
 namespace {
 
 Size size(double number)
@@ -51,3 +53,5 @@ std::optional<Ipc2581Opening> openingOf(const Ipc2581Shape& shape)
     }
     return std::nullopt;
 }
+
+} // namespace brox

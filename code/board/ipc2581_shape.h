@@ -8,6 +8,8 @@
 #include <string>
 #include <unordered_map>
 
+namespace brox {
+
 /** A primitive of an IPC-2581 file, as slots and their dictionaries have it; in host sizes. */
 struct Ipc2581Shape
 {
@@ -47,5 +49,7 @@ Path rectanglePath(Place lowerLeft, Place upperRight);
  * @return null for a shape that cuts nothing or is not known
  */
 std::optional<Ipc2581Opening> openingOf(const Ipc2581Shape& shape);
+
+} // namespace brox
 
 #endif

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+namespace brox {
+
 using Kind = Ipc2581Shape::Kind;
 
 namespace {
@@ -217,3 +219,5 @@ Segment Ipc2581ShapeReader::arcTo(Place end, const XmlAttributes& attributes) co
                                                     : Segment::Shape::CounterClockwise,
         end, place(attributes, "centerX", "centerY")};
 }
+
+} // namespace brox

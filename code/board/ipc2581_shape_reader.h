@@ -5,6 +5,8 @@
 #include "ipc2581_shape.h"
 #include "ipc2581_values.h"
 
+namespace brox {
+
 /** Builds the primitives of an IPC-2581 file and keeps those of its dictionaries. */
 class Ipc2581ShapeReader
 {
@@ -65,5 +67,7 @@ private:
     std::string mEntry;
     Ipc2581Shape mShape;
 };
+
+} // namespace brox
 
 #endif

@@ -6,6 +6,8 @@
 
 #include <algorithm>
 
+namespace brox {
+
 namespace {
 
 constexpr int maxRepeatDepth = 64;
@@ -105,3 +107,5 @@ void Ipc2581Steps::finish(Board& board, const QString& mainStep)
     board.steps = std::move(mSteps);
     board.mainStep = mStepOfName.value(mainStep, 0);
 }
+
+} // namespace brox

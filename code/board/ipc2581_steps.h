@@ -6,6 +6,8 @@
 
 #include <QHash>
 
+namespace brox {
+
 /** The steps of an IPC-2581 file and how they repeat each other, by names until all are known. */
 class Ipc2581Steps
 {
@@ -48,5 +50,7 @@ private:
     QHash<QString, size_t> mStepOfName;
     std::vector<NamedRepeat> mRepeats;
 };
+
+} // namespace brox
 
 #endif

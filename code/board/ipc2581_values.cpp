@@ -7,6 +7,8 @@
 #include <cmath>
 #include <limits>
 
+namespace brox {
+
 namespace {
 
 constexpr int maxRepeats = 10000; ///< in one direction of a panel
@@ -180,3 +182,5 @@ Place Ipc2581Values::place(double x, double y) const
     }
     return {rounded(x), rounded(y)};
 }
+
+} // namespace brox

@@ -4,6 +4,8 @@
 
 #include "xml_pass.h"
 
+namespace brox {
+
 /** Attributes of an IPC-2581 file as numbers, sizes and places. All throw a BoardError that names
  *  the line for what has no meaning. */
 class Ipc2581Values
@@ -48,5 +50,7 @@ private:
 
     const XmlPass& mPass;
 };
+
+} // namespace brox
 
 #endif

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "layer_collector.h"
 
+namespace brox {
+
 Layer& LayerCollector::layer(const QString& name)
 {
     const auto found = mLayerOfName.constFind(name);
@@ -41,3 +43,5 @@ std::vector<Layer> LayerCollector::take()
     mTools.clear();
     return std::exchange(mLayers, {});
 }
+
+} // namespace brox

@@ -6,6 +6,8 @@
 
 #include <QHash>
 
+namespace brox {
+
 /** Groups the holes and slots of a step by layer and tool, however many there are, for formats
  *  that do not number tools. */
 class LayerCollector
@@ -43,5 +45,7 @@ private:
     QHash<Key, size_t> mTools; ///< index in the layer's tools or back drills
     size_t mCurrent = 0;
 };
+
+} // namespace brox
 
 #endif

@@ -9,6 +9,8 @@
 #include <map>
 #include <numbers>
 
+namespace brox {
+
 namespace {
 
 constexpr qint64 hostLimit = std::numeric_limits<int>::max();
@@ -264,3 +266,5 @@ void forEachCopy(const Board& board, size_t step,
     checkLimits(board, step);
     visitCopies(board, step, {}, visit);
 }
+
+} // namespace brox

@@ -7,6 +7,8 @@
 #include <functional>
 #include <stdexcept>
 
+namespace brox {
+
 /** A step with the steps that it repeats: what it comes to, and where everything lies. */
 
 /** A panel that is too large to be spread, told in one line. */
@@ -83,5 +85,7 @@ private:
  */
 void forEachCopy(const Board& board, size_t step,
     const std::function<void(const Step& copied, const Transform& where)>& visit);
+
+} // namespace brox
 
 #endif

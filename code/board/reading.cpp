@@ -5,6 +5,8 @@
 
 #include <QIODevice>
 
+namespace brox {
+
 namespace {
 
 constexpr qint64 chunkSize = 1 << 18;
@@ -52,3 +54,5 @@ QString noHoleText(const std::vector<Layer>& layers)
         .arg(contours)
         .arg(backDrills);
 }
+
+} // namespace brox

@@ -11,6 +11,8 @@
 
 class QIODevice;
 
+namespace brox {
+
 /** What all readers of board files share. A reader reads a device from where it stands to its end,
  *  in one pass, so that pipes and files in archives are read like others. */
 
@@ -79,5 +81,7 @@ struct DrillFile
     std::optional<Units> units; ///< told, or by the options
     QStringList notes; ///< what the user should know of it, without the file's name
 };
+
+} // namespace brox
 
 #endif

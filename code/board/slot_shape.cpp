@@ -6,6 +6,8 @@
 #include <limits>
 #include <numbers>
 
+namespace brox {
+
 namespace {
 
 struct Point
@@ -152,3 +154,5 @@ SlotShape ovalSlot(Size width, Size height)
     }
     return slot;
 }
+
+} // namespace brox

@@ -4,6 +4,8 @@
 
 #include "board.h"
 
+namespace brox {
+
 /** An outline that is a slot of one width: what a round tool makes on a straight way. */
 struct SlotShape
 {
@@ -21,5 +23,7 @@ std::optional<SlotShape> recogniseSlot(const Path& outline);
 
 /** The middle of an oval about a place, that lies along x before it is turned. */
 SlotShape ovalSlot(Size width, Size height);
+
+} // namespace brox
 
 #endif

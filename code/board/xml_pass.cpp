@@ -5,6 +5,8 @@
 
 #include <expat.h>
 
+namespace brox {
+
 namespace {
 
 constexpr size_t maxDepth = 1000;
@@ -103,3 +105,5 @@ void XmlPass::run(QIODevice& device, const ReadOptions& options, XmlListener& li
     }
     parse({}, true);
 }
+
+} // namespace brox

@@ -11,6 +11,8 @@
 
 struct XML_ParserStruct;
 
+namespace brox {
+
 /** The attributes of an element, as long as its start is told. */
 class XmlAttributes
 {
@@ -93,5 +95,7 @@ private:
     size_t mDepth = 0;
     size_t mSkippedDepth = 0; ///< of the element of which nothing is heard; 0: none
 };
+
+} // namespace brox
 
 #endif

@@ -10,6 +10,8 @@
 #include <algorithm>
 #include <cmath>
 
+namespace brox {
+
 namespace {
 
 constexpr double margin = 100; // of a sheet; all in tenths of a millimetre
@@ -337,3 +339,5 @@ void DrillMap::paintScale(QPainter& painter, const View& view, const QRectF& are
                 isInch ? PlanText::tr("inch") : QStringLiteral("mm"),
                 QString::number(view.scale() / 10, 'g', 3)));
 }
+
+} // namespace brox

@@ -9,6 +9,8 @@
 
 class QPainter;
 
+namespace brox {
+
 /** The drill maps of a plan on paper: a sheet for each layer with holes or slots.
  *
  * Each hole is a circle of its drill size, with a symbol and a colour that say which tool; slots
@@ -89,5 +91,7 @@ void addDrillMap(
 
 /** A sheet as the SVG element of a page. */
 QByteArray sheetAsSvg(const DrillMap& map, size_t sheet, const Progress& progress = {});
+
+} // namespace brox
 
 #endif

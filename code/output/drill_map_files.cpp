@@ -13,6 +13,8 @@
 #include <algorithm>
 #include <cmath>
 
+namespace brox {
+
 namespace {
 
 constexpr double dotsPerUnit = 0.8; ///< of an image: 200 dots to the inch
@@ -113,3 +115,5 @@ void addDrillMap(
             : suffix == "pdf" ? asPdf(map, title, progress)
                               : asPng(map, progress));
 }
+
+} // namespace brox

@@ -7,6 +7,8 @@
 #include <map>
 #include <set>
 
+namespace brox {
+
 namespace {
 
 using ProgramTool = std::pair<Size, QString>; ///< drill size and bit
@@ -121,3 +123,5 @@ QStringList leftOut(const DrillPlan& plan)
         PlanText::tr("holes left out: %1 (on layers that are not drilled)"));
     return lines;
 }
+
+} // namespace brox

@@ -4,6 +4,8 @@
 
 #include "panel.h"
 
+namespace brox {
+
 /** What a model makes of a step: all that tables, drill programs, maps and reports tell. */
 
 /** What a user should look at before drilling; the words are those of the tables. */
@@ -92,5 +94,7 @@ void numberProgramTools(DrillPlan& plan);
 
 /** What the plan does not drill, a line each: contours, back drills, holes on other layers. */
 QStringList leftOut(const DrillPlan& plan);
+
+} // namespace brox
 
 #endif

@@ -11,6 +11,8 @@
 #include <charconv>
 #include <cmath>
 
+namespace brox {
+
 namespace {
 
 constexpr int longestName = 240; ///< bytes of UTF-8; file systems take 255
@@ -437,3 +439,5 @@ void addDrillPrograms(
             QDir(folder).filePath(names[qsizetype(i)]), programText(plan, programs[i], places));
     }
 }
+
+} // namespace brox

@@ -5,6 +5,8 @@
 #include "program_tools.h"
 #include "reading.h"
 
+namespace brox {
+
 class FileSet;
 
 /** Drill programs for a machine, in the exchange subset of Excellon: absolute coordinates with a
@@ -37,5 +39,7 @@ QByteArray programText(
  */
 void addDrillPrograms(
     const DrillPlan& plan, const QString& folder, FileSet& files, const Progress& progress = {});
+
+} // namespace brox
 
 #endif

@@ -13,6 +13,8 @@
 #include <QPdfWriter>
 #include <QTextDocument>
 
+namespace brox {
+
 namespace {
 
 constexpr int dotsPerInch = 254; ///< so that a dot is a unit of a map's sheet
@@ -104,3 +106,5 @@ void addDrillReport(
     const DrillMap map(plan);
     files.add(path, suffix == "html" ? asHtml(plan, map, progress) : asPdf(plan, map, progress));
 }
+
+} // namespace brox

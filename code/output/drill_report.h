@@ -5,6 +5,8 @@
 #include "drill_plan.h"
 #include "reading.h"
 
+namespace brox {
+
 class FileSet;
 
 /** Adds a document on a plan to hand on: board and model, table, programs, what is left out, maps.
@@ -17,5 +19,7 @@ class FileSet;
  */
 void addDrillReport(
     const DrillPlan& plan, const QString& path, FileSet& files, const Progress& progress = {});
+
+} // namespace brox
 
 #endif

@@ -10,6 +10,8 @@
 #include <filesystem>
 #include <unistd.h>
 
+namespace brox {
+
 namespace fs = std::filesystem;
 
 namespace {
@@ -164,3 +166,5 @@ QStringList FileSet::paths() const
     }
     return paths;
 }
+
+} // namespace brox

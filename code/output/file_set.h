@@ -9,6 +9,8 @@
 #include <stdexcept>
 #include <vector>
 
+namespace brox {
+
 /** Something that can't be written, told in one line. */
 class OutputError : public std::runtime_error
 {
@@ -66,5 +68,7 @@ private:
     std::vector<File> mFiles;
     std::set<QString> mPlaces; ///< the same for each of a file's paths
 };
+
+} // namespace brox
 
 #endif

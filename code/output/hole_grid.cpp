@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cmath>
 
+namespace brox {
+
 HoleGrid::HoleGrid(const std::vector<Place>& places)
     : mPlaces(places.size())
 {
@@ -37,3 +39,5 @@ HoleGrid::HoleGrid(const std::vector<Place>& places)
         mPlaces[next[cellOf(place)]++] = place;
     }
 }
+
+} // namespace brox

@@ -6,6 +6,8 @@
 
 #include <span>
 
+namespace brox {
+
 /** Finds those of many places that lie in a part of the board. */
 class HoleGrid
 {
@@ -48,5 +50,7 @@ void HoleGrid::visit(Place low, Place high, const Visit& visit) const
         visit(std::span(mPlaces.data() + begin, mPlaces.data() + end));
     }
 }
+
+} // namespace brox
 
 #endif

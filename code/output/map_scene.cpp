@@ -9,6 +9,8 @@
 #include <cmath>
 #include <limits>
 
+namespace brox {
+
 namespace {
 
 constexpr double likedSymbol = 6; ///< dots at which a symbol is easily read
@@ -328,3 +330,5 @@ std::optional<MapScene::Hit> MapScene::hitAt(QPointF map, double reach) const
     }
     return hit;
 }
+
+} // namespace brox

@@ -9,6 +9,8 @@
 #include <QImage>
 #include <QPainterPath>
 
+namespace brox {
+
 /** Where the board lies on an image. */
 struct MapPosition
 {
@@ -86,5 +88,7 @@ private:
     std::vector<Row> mRows;
     std::vector<QPainterPath> mOutlines;
 };
+
+} // namespace brox
 
 #endif

@@ -8,6 +8,8 @@
 #include <cmath>
 #include <limits>
 
+namespace brox {
+
 namespace {
 
 /** Chosen to differ in brightness too, for those who see no red or no green. */
@@ -192,3 +194,5 @@ QRectF extentOf(
     }
     return extent;
 }
+
+} // namespace brox

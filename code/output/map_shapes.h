@@ -7,6 +7,8 @@
 #include <QColor>
 #include <QPainterPath>
 
+namespace brox {
+
 /** What maps on paper and on the screen draw: places, slots, and how tools look. Maps count in
  *  millimetres with y downwards. */
 
@@ -49,5 +51,7 @@ double roomBetween(const std::vector<RowPlaces>& places);
 /** What holes, slots and outlines take; empty if there is nothing. */
 QRectF extentOf(
     const DrillPlan& plan, const std::vector<RowPlaces>& places, const std::vector<Path>& outlines);
+
+} // namespace brox
 
 #endif

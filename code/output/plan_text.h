@@ -4,6 +4,8 @@
 
 #include <QCoreApplication>
 
+namespace brox {
+
 /** What plans, maps, reports and failing exports tell the user, in the language of the program. */
 class PlanText
 {
@@ -16,5 +18,7 @@ inline QString spoken(const QString& word)
 {
     return PlanText::tr(word.toUtf8().constData());
 }
+
+} // namespace brox
 
 #endif

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <map>
 
+namespace brox {
+
 namespace {
 
 /** The row of the holes and the row of the slots of a tool; beyond all rows if there is none. */
@@ -132,3 +134,5 @@ std::vector<Path> outlinesOf(const DrillPlan& plan)
     });
     return outlines;
 }
+
+} // namespace brox

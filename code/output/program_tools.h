@@ -4,6 +4,8 @@
 
 #include "drill_plan.h"
 
+namespace brox {
+
 /** A plan as the drill room sees it: programs with their tools, and where each tool goes. */
 
 /** A drill, or a cutter of slots: the rows of one program that share size and bit. */
@@ -48,5 +50,7 @@ std::vector<RowPlaces> placesOf(const DrillPlan& plan);
  * @throws PanelError
  */
 std::vector<Path> outlinesOf(const DrillPlan& plan);
+
+} // namespace brox
 
 #endif

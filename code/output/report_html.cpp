@@ -4,6 +4,8 @@
 #include "drill_program.h"
 #include "plan_text.h"
 
+namespace brox {
+
 namespace {
 
 enum class Align
@@ -228,3 +230,5 @@ QString reportHtml(const DrillPlan& plan)
         + "</h1>\n" + factsHtml(plan) + amountsHtml(plan, sizes) + rulesHtml(plan)
         + rowsHtml(plan, sizes) + programsHtml(plan, sizes) + notesHtml(plan);
 }
+
+} // namespace brox

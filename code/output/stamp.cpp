@@ -4,6 +4,8 @@
 #include <QColor>
 #include <algorithm>
 
+namespace brox {
+
 namespace {
 
 /** All four parts of a colour times a share of 255, two parts at a time. */
@@ -72,3 +74,5 @@ void Stamp::put(const QSize& imageSize, QRgb* dots, int x, int y) const
         }
     }
 }
+
+} // namespace brox

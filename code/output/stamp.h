@@ -5,6 +5,8 @@
 #include <QImage>
 #include <vector>
 
+namespace brox {
+
 /** A small picture that is put on an image a million times: of each line only the runs of dots
  *  that are seen. */
 class Stamp
@@ -40,5 +42,7 @@ private:
     std::vector<QRgb> mDots;
     int mReach;
 };
+
+} // namespace brox
 
 #endif

@@ -7,6 +7,8 @@
 #include <numeric>
 #include <tuple>
 
+namespace brox {
+
 namespace {
 
 /** Random places in strips three deep are visited in about the least travel that strips allow. */
@@ -94,3 +96,5 @@ std::vector<std::uint32_t> sweepOrder(const std::vector<Place>& places)
     }
     return best;
 }
+
+} // namespace brox

@@ -3,6 +3,8 @@
 
 #include <QDir>
 
+namespace brox {
+
 namespace {
 
 constexpr qsizetype maxBackups = 10;
@@ -92,3 +94,5 @@ void Backups::dropOldest(DataFile::Kind kind)
         QFile::remove(path);
     }
 }
+
+} // namespace brox

@@ -7,6 +7,8 @@
 #include <QDateTime>
 #include <optional>
 
+namespace brox {
+
 /** Former contents of a data folder's files, in its folder "backups": the last ten of each file,
  *  each content once, under the file's name and the time when it was last seen (UTC). */
 class Backups
@@ -42,5 +44,7 @@ private:
 
     QString mFolder;
 };
+
+} // namespace brox
 
 #endif

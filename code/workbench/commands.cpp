@@ -14,6 +14,8 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 
+namespace brox {
+
 namespace {
 
 /** The shop's rules with the changes of this run. */
@@ -221,3 +223,5 @@ int run(const Options& options)
     return options.isSet(options.boards) ? printBoards(options, session)
                                          : printPlan(options, session, board);
 }
+
+} // namespace brox

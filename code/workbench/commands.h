@@ -4,6 +4,8 @@
 
 #include <QString>
 
+namespace brox {
+
 struct Options;
 
 /** Does what the command line asks for.
@@ -12,5 +14,7 @@ struct Options;
  * @throws BoardError, HostError, PanelError, RulesError
  */
 int run(const Options& options);
+
+} // namespace brox
 
 #endif

@@ -8,6 +8,8 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+namespace brox {
+
 namespace {
 
 constexpr int deepest = 1000; ///< levels of elements that the module takes
@@ -140,3 +142,5 @@ QString writeDurably(const QString& path, const QByteArray& bytes, bool inPlaceA
     syncFolder(folder);
     return {};
 }
+
+} // namespace brox

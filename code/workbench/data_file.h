@@ -6,6 +6,8 @@
 #include <QCoreApplication>
 #include <QString>
 
+namespace brox {
+
 /** One of the two files that the module keeps in a data folder, seen from outside. */
 class DataFile
 {
@@ -59,5 +61,7 @@ private:
 
 /** As DataFile::write, for any path. */
 QString writeDurably(const QString& path, const QByteArray& bytes, bool inPlaceAtNeed = false);
+
+} // namespace brox
 
 #endif

@@ -10,6 +10,8 @@
 #include <QScopedValueRollback>
 #include <QTimer>
 
+namespace brox {
+
 namespace {
 
 /** A mark of a content; null if there is none. */
@@ -286,3 +288,5 @@ StepData* DataGuard::saver(DataFile::Kind kind) const
     }
     return found;
 }
+
+} // namespace brox

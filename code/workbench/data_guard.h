@@ -14,6 +14,8 @@
 #include <memory>
 #include <optional>
 
+namespace brox {
+
 class StepData;
 
 /** Stands between the module and a data folder, so that no save loses what was saved before.
@@ -81,5 +83,7 @@ private:
     StepData* mClosing = nullptr;
     std::optional<Save> mSave; ///< the module is at it
 };
+
+} // namespace brox
 
 #endif

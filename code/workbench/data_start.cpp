@@ -6,6 +6,8 @@
 #include <QDir>
 #include <QLocale>
 
+namespace brox {
+
 DataStart::DataStart(const QString& dataDir)
     : mDataDir(dataDir)
     , mBackups(dataDir)
@@ -99,3 +101,5 @@ QString DataStart::restore(
     }
     return file.write(bytes);
 }
+
+} // namespace brox

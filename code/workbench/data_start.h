@@ -9,6 +9,8 @@
 #include <QLockFile>
 #include <QString>
 
+namespace brox {
+
 /** A data folder that a window works on: told to be in use, and looked after before its first
  *  use. */
 class DataStart
@@ -38,5 +40,7 @@ private:
     Backups mBackups;
     QLockFile mLock;
 };
+
+} // namespace brox
 
 #endif

@@ -9,6 +9,8 @@
 #include <functional>
 #include <vector>
 
+namespace brox {
+
 namespace {
 
 /** By how much a kind of hole is drilled larger, in microns. */
@@ -136,3 +138,5 @@ QString createDefaultData(const QString& dataDir)
     }
     return create(DataFile(dataDir, DataFile::Kind::Bits), writeBits);
 }
+
+} // namespace brox

@@ -4,6 +4,8 @@
 
 #include <QString>
 
+namespace brox {
+
 /** Puts a usable set of drill tool models and drill bits below a data folder, where there is
  *  none; a file that is there is never touched.
  *
@@ -11,5 +13,7 @@
  * @return what went wrong, or an empty text
  */
 QString createDefaultData(const QString& dataDir);
+
+} // namespace brox
 
 #endif

@@ -5,6 +5,8 @@
 #include <QLabel>
 #include <QStyle>
 
+namespace brox {
+
 namespace {
 
 constexpr int shownFor = 20'000; ///< milliseconds
@@ -47,3 +49,5 @@ void ErrorBar::mousePressEvent(QMouseEvent*)
 {
     hide();
 }
+
+} // namespace brox

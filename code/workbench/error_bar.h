@@ -7,6 +7,8 @@
 
 class QLabel;
 
+namespace brox {
+
 /** A line above the tabs that tells of an error; it goes away by itself or by a click. */
 class ErrorBar : public QFrame
 {
@@ -25,5 +27,7 @@ private:
     QLabel* mLabel;
     QTimer mTimer;
 };
+
+} // namespace brox
 
 #endif

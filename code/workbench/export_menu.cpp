@@ -16,6 +16,8 @@
 #include <QSettings>
 #include <algorithm>
 
+namespace brox {
+
 namespace {
 
 constexpr int longWriting = 500; ///< milliseconds after which the progress is shown
@@ -130,3 +132,5 @@ void ExportMenu::write(const char* key, const QString& path, Write writeFiles)
         emit failed(QString::fromUtf8(error.what()));
     }
 }
+
+} // namespace brox

@@ -7,6 +7,8 @@
 
 #include <QMenu>
 
+namespace brox {
+
 class FileSet;
 class HostSession;
 class StepTabs;
@@ -39,5 +41,7 @@ private:
     HostSession& mSession;
     const StepTabs& mTabs;
 };
+
+} // namespace brox
 
 #endif

@@ -16,6 +16,8 @@
 #include <cmath>
 #include <limits>
 
+namespace brox {
+
 HostSession* HostSession::sSession = nullptr;
 
 /** The module's eight functions. */
@@ -390,3 +392,5 @@ void HostSession::modelRenamedOrDeleted(int stepNumber, const char* oldName, con
         }
     }
 }
+
+} // namespace brox

@@ -13,6 +13,8 @@
 #include <memory>
 #include <vector>
 
+namespace brox {
+
 /** Something that can't be done, told in one line. */
 class HostError : public std::runtime_error
 {
@@ -143,5 +145,7 @@ private:
     QList<TypeChoice> mChoices;
     std::vector<OpenStep> mSteps;
 };
+
+} // namespace brox
 
 #endif

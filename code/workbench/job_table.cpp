@@ -7,6 +7,8 @@
 #include <QMenu>
 #include <QTableWidget>
 
+namespace brox {
+
 namespace {
 
 /** Columns of the viewer's table. */
@@ -94,3 +96,5 @@ void JobTable::offerTypes(const QPoint& place)
             layer, tool, type.isValid() ? std::optional(HoleType(type.toInt())) : std::nullopt);
     }
 }
+
+} // namespace brox

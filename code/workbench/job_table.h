@@ -8,6 +8,8 @@
 
 class QTableWidget;
 
+namespace brox {
+
 /** What the workbench adds to a viewer's table of tools: marks of what was assumed, and a menu by
  *  which a tool gets another type. Lives as long as the viewer. */
 class JobTable : public QObject
@@ -32,5 +34,7 @@ private:
     const DrillPlan& mDraft;
     QTableWidget* mTable;
 };
+
+} // namespace brox
 
 #endif

@@ -9,6 +9,8 @@
 #include <QLocale>
 #include <QTranslator>
 
+namespace brox {
+
 namespace {
 
 constexpr char english[] = "en"; // what the sources say
@@ -61,3 +63,5 @@ void speak(const QString& language)
                 .filePath(QStringLiteral("qtbase_%1.qm").arg(language)));
     install(sharePath(QStringLiteral("translations/workbench_%1.qm").arg(language)));
 }
+
+} // namespace brox

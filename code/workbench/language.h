@@ -4,6 +4,8 @@
 
 #include <QString>
 
+namespace brox {
+
 /** The languages that there are catalogues for, by code, such as "de"; "en" is always one. */
 QStringList languages();
 
@@ -18,5 +20,7 @@ QString moduleCatalogue(const QString& language);
 
 /** Lets windows speak a language from now on: the workbench's texts and Qt's own. */
 void speak(const QString& language);
+
+} // namespace brox
 
 #endif

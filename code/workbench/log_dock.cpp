@@ -4,6 +4,8 @@
 #include <QMainWindow>
 #include <QPlainTextEdit>
 
+namespace brox {
+
 namespace {
 
 constexpr int maxLines = 5000;
@@ -34,3 +36,5 @@ void LogDock::add(const QString& level, const QString& text)
         }
     }
 }
+
+} // namespace brox

@@ -6,6 +6,8 @@
 
 class QPlainTextEdit;
 
+namespace brox {
+
 /** The host's log; it comes up with the first entry. */
 class LogDock : public QDockWidget
 {
@@ -20,5 +22,7 @@ private:
     QPlainTextEdit* mText;
     bool mHasEntries = false;
 };
+
+} // namespace brox
 
 #endif

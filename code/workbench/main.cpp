@@ -7,6 +7,8 @@
 #include <QDir>
 #include <unistd.h>
 
+using namespace brox;
+
 int main(int argc, char** argv)
 {
     QCoreApplication::setOrganizationName("brox");

@@ -25,6 +25,8 @@
 #include <QStackedWidget>
 #include <QStatusBar>
 
+namespace brox {
+
 namespace {
 
 constexpr int progressSteps = 1000;
@@ -320,3 +322,5 @@ void MainWindow::dropEvent(QDropEvent* event)
     QMetaObject::invokeMethod(
         this, [this, paths] { guard([&] { openBoard(paths); }); }, Qt::QueuedConnection);
 }
+
+} // namespace brox

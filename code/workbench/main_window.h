@@ -8,15 +8,18 @@
 #include <QStringList>
 #include <functional>
 
+class QAction;
+class QActionGroup;
+class QLabel;
+class QStackedWidget;
+
+namespace brox {
+
 class ErrorBar;
 class ExportMenu;
 class HostSession;
 class LogDock;
 class MapDock;
-class QAction;
-class QActionGroup;
-class QLabel;
-class QStackedWidget;
 class StepTabs;
 
 /** The host's window: the viewers of a board's steps as tabs, and the host's log. */
@@ -98,5 +101,7 @@ private:
     ReadOptions mReadOptions;
     bool mRemember = false;
 };
+
+} // namespace brox
 
 #endif

@@ -13,6 +13,8 @@
 #include <QMenuBar>
 #include <QMessageBox>
 
+namespace brox {
+
 namespace {
 
 /** A name as the text of an action or tab: no letter of it is a key. */
@@ -126,3 +128,5 @@ void MainWindow::listSteps()
     previous->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab);
     mStepMenu->setEnabled(!steps.empty());
 }
+
+} // namespace brox

@@ -11,6 +11,8 @@
 #include <QSignalBlocker>
 #include <QTableWidget>
 
+namespace brox {
+
 namespace {
 
 constexpr int rowRole = Qt::UserRole;
@@ -212,3 +214,5 @@ QString MapDock::rowText(const PlanRow& row) const
     }
     return parts.join("; ");
 }
+
+} // namespace brox

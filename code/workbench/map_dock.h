@@ -9,8 +9,11 @@
 #include <QPointer>
 #include <QTimer>
 
-class HostSession;
 class QTableWidget;
+
+namespace brox {
+
+class HostSession;
 class StepTabs;
 
 /** The drill map beside the viewer, with its layers and tools to be switched on and off. What was
@@ -47,5 +50,7 @@ private:
     QString mStep;
     QPointer<QTableWidget> mTable; ///< the viewer's; its rows are the plan's
 };
+
+} // namespace brox
 
 #endif

@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <cmath>
 
+namespace brox {
+
 namespace {
 
 constexpr double margin = 12; ///< around the board when all of it is shown
@@ -179,3 +181,5 @@ void MapWidget::keyPressEvent(QKeyEvent* event)
         QWidget::keyPressEvent(event);
     }
 }
+
+} // namespace brox

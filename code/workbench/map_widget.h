@@ -8,6 +8,8 @@
 #include <QWidget>
 #include <memory>
 
+namespace brox {
+
 /** A drill map to look around in: the wheel zooms about the pointer, dragging pans, a click picks
  *  a hole. With the keyboard: + and -, the arrows, and Home to see all. */
 class MapWidget : public QWidget
@@ -64,5 +66,7 @@ private:
     bool mIsDragged = false;
     QImage mImage;
 };
+
+} // namespace brox
 
 #endif

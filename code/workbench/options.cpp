@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "options.h"
 
+namespace brox {
+
 Options::Options()
 {
     parser.setApplicationDescription(
@@ -12,3 +14,5 @@ Options::Options()
     parser.addOptions({table, csv, json, places, drillPrograms, report, map, strict, boards, models,
         step, model, units, fileUnits, tolerance, viasUpTo, data, language, screenshot});
 }
+
+} // namespace brox

@@ -4,6 +4,8 @@
 
 #include <QCommandLineParser>
 
+namespace brox {
+
 /** What the user asks for on the command line. */
 struct Options
 {
@@ -54,5 +56,7 @@ struct Options
     QCommandLineOption help = parser.addHelpOption();
     QCommandLineOption version = parser.addVersionOption();
 };
+
+} // namespace brox
 
 #endif

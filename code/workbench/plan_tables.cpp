@@ -8,6 +8,8 @@
 #include <QJsonObject>
 #include <QRegularExpression>
 
+namespace brox {
+
 namespace {
 
 QString flagsText(const PlanRow& row)
@@ -201,3 +203,5 @@ QByteArray planJson(const DrillPlan& plan, bool withPlaces)
         {"notes", QJsonArray::fromStringList(plan.board->notes)}};
     return QJsonDocument(json).toJson();
 }
+
+} // namespace brox

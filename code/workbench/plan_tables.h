@@ -4,6 +4,8 @@
 
 #include "drill_plan.h"
 
+namespace brox {
+
 /** A plan as the command line prints it. */
 
 /** Columns side by side, numbers to the right. */
@@ -28,5 +30,7 @@ QString planCsvRows(const DrillPlan& plan, Units units, const QString& before = 
  * @throws PanelError
  */
 QByteArray planJson(const DrillPlan& plan, bool withPlaces = false);
+
+} // namespace brox
 
 #endif

@@ -10,6 +10,8 @@
 #include <algorithm>
 #include <cstdio>
 
+namespace brox {
+
 namespace {
 
 int print(const QString& text)
@@ -230,3 +232,5 @@ int printModels(HostSession& session)
     }
     return print(text);
 }
+
+} // namespace brox

@@ -6,6 +6,9 @@
 #include "reading.h"
 
 class QCommandLineOption;
+
+namespace brox {
+
 struct Options;
 
 /** What the command line prints, and what of its options all commands share. */
@@ -48,5 +51,7 @@ int statusOf(const Options& options, const DrillPlan& plan, const QString& name)
 int printPlan(const Options& options, HostSession& session, const Board& board);
 int printBoards(const Options& options, HostSession& session);
 int printModels(HostSession& session);
+
+} // namespace brox
 
 #endif

@@ -5,6 +5,8 @@
 #include <QMessageBox>
 #include <QPushButton>
 
+namespace brox {
+
 qsizetype ask(const QString& text, const QString& details, const QStringList& answers)
 {
     QMessageBox box(QApplication::activeWindow());
@@ -28,3 +30,5 @@ qsizetype ask(const QString& text, const QString& details, const QStringList& an
     const qsizetype answer = buttons.indexOf(box.clickedButton());
     return answer < 0 ? answers.size() - 1 : answer;
 }
+
+} // namespace brox

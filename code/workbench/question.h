@@ -5,6 +5,8 @@
 #include <QString>
 #include <QStringList>
 
+namespace brox {
+
 /** Puts a question over the window in front.
  *
  * @param text     what the matter is, one sentence
@@ -13,5 +15,7 @@
  * @return index of the answer
  */
 qsizetype ask(const QString& text, const QString& details, const QStringList& answers);
+
+} // namespace brox
 
 #endif

@@ -6,6 +6,8 @@
 #include <QSettings>
 #include <algorithm>
 
+namespace brox {
+
 namespace {
 
 constexpr qsizetype maxBoards = 8;
@@ -52,3 +54,5 @@ QString RecentBoards::name(const QStringList& paths)
                                   .arg(first)
                                   .arg(paths.size() - 1);
 }
+
+} // namespace brox

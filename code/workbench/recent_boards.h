@@ -5,6 +5,8 @@
 #include <QList>
 #include <QStringList>
 
+namespace brox {
+
 /** The boards that were opened last, the latest first; a board is the paths of its files. They
  *  are kept in the user's settings. */
 class RecentBoards
@@ -23,5 +25,7 @@ public:
     /** What the user calls a board: the name of its first file, and how many more there are. */
     static QString name(const QStringList& paths);
 };
+
+} // namespace brox
 
 #endif

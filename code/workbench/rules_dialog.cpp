@@ -9,6 +9,8 @@
 #include <QDoubleSpinBox>
 #include <cmath>
 
+namespace brox {
+
 namespace {
 
 enum Column
@@ -109,3 +111,5 @@ void RulesDialog::accept()
         mUi->errorLabel->setText(tr("There are two tolerances for one type and size."));
     }
 }
+
+} // namespace brox

@@ -7,6 +7,8 @@
 #include <QDialog>
 #include <memory>
 
+namespace brox {
+
 namespace Ui {
 class RulesDialog;
 }
@@ -33,5 +35,7 @@ private:
     std::unique_ptr<Ui::RulesDialog> mUi;
     ShopRules mRules;
 };
+
+} // namespace brox
 
 #endif

@@ -4,6 +4,8 @@
 #include <QCoreApplication>
 #include <QDir>
 
+namespace brox {
+
 QString sharePath(const QString& name)
 {
     const QDir program(QCoreApplication::applicationDirPath());
@@ -11,3 +13,5 @@ QString sharePath(const QString& name)
     return QDir::cleanPath(
         program.filePath((QFile::exists(built) ? "../share/" : WORKBENCH_SHARE_DIR "/") + name));
 }
+
+} // namespace brox

@@ -13,6 +13,8 @@
 #include <algorithm>
 #include <cmath>
 
+namespace brox {
+
 namespace {
 
 constexpr HoleType types[] = {
@@ -298,3 +300,5 @@ QStringList ShopRules::lines() const
     }
     return lines;
 }
+
+} // namespace brox

@@ -6,6 +6,8 @@
 
 #include <stdexcept>
 
+namespace brox {
+
 /** A rule that can't be read, told in one line. */
 class RulesError : public std::runtime_error
 {
@@ -84,5 +86,7 @@ QString typeKey(HoleType type);
 
 /** "-0.05/+0.1 mm", by the units in mils or millimetres. */
 QString toleranceText(const Tolerance& tolerance);
+
+} // namespace brox
 
 #endif

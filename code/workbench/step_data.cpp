@@ -5,6 +5,8 @@
 #include <QCoreApplication>
 #include <algorithm>
 
+namespace brox {
+
 StepData::StepData(QWidget* viewer, const QString& step)
     : QObject(viewer)
     , mViewer(viewer)
@@ -55,3 +57,5 @@ void StepData::follow(DataFile::Kind kind, bool isEdited)
         emit edited(kind, isEdited);
     }
 }
+
+} // namespace brox

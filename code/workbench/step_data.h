@@ -7,6 +7,8 @@
 #include <QWidget>
 #include <array>
 
+namespace brox {
+
 /** What of a step's viewer concerns its files: what it has read of each, and whether it has
  *  something that is in no file. Lives as long as the viewer. */
 class StepData : public QObject
@@ -55,5 +57,7 @@ private:
     QString mStep;
     std::array<File, std::size(DataFile::kinds)> mFiles;
 };
+
+} // namespace brox
 
 #endif

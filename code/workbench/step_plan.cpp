@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+namespace brox {
+
 namespace {
 
 /** What rule or user decided about a tool, one line; empty: nothing. */
@@ -192,3 +194,5 @@ int strictRows(const DrillPlan& plan)
     return int(std::count_if(
         plan.rows.begin(), plan.rows.end(), [](const PlanRow& row) { return isAlarming(row); }));
 }
+
+} // namespace brox

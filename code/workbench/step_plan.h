@@ -5,6 +5,8 @@
 #include "drill_plan.h"
 #include "shop_rules.h"
 
+namespace brox {
+
 /** A type that the user has chosen for a tool, for this board only. */
 struct TypeChoice
 {
@@ -31,5 +33,7 @@ QString assumedText(const DrillPlan& plan);
 
 /** How many rows are flagged so that they must not be drilled unseen. */
 int strictRows(const DrillPlan& plan);
+
+} // namespace brox
 
 #endif

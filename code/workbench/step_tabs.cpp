@@ -10,6 +10,8 @@
 #include <algorithm>
 #include <exception>
 
+namespace brox {
+
 namespace {
 
 /** Gives the table of a viewer's tools the focus. */
@@ -183,3 +185,5 @@ bool StepTabs::closeAll()
     }
     return true;
 }
+
+} // namespace brox

@@ -8,6 +8,8 @@
 #include <functional>
 #include <optional>
 
+namespace brox {
+
 class HostSession;
 
 /** The viewers of the open steps of a board, a tab each. */
@@ -70,5 +72,7 @@ private:
 
     HostSession& mSession;
 };
+
+} // namespace brox
 
 #endif

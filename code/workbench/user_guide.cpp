@@ -12,6 +12,8 @@
 #include <QUrl>
 #include <QVBoxLayout>
 
+namespace brox {
+
 namespace {
 
 constexpr QSize likedSize(760, 800);
@@ -74,3 +76,5 @@ void showUserGuide(QWidget* parent)
     // Not before: pictures are to fit the page.
     page->setSource(QUrl::fromLocalFile(sharePath("docs/user-guide.md")));
 }
+
+} // namespace brox

@@ -4,7 +4,11 @@
 
 class QWidget;
 
+namespace brox {
+
 /** Shows the page for users in a window of its own, which deletes itself. */
 void showUserGuide(QWidget* parent);
+
+} // namespace brox
 
 #endif

@@ -7,6 +7,8 @@
 #include "file_set.h"
 #include "options.h"
 
+namespace brox {
+
 QStringList writeFiles(const Options& options, const DrillPlan& plan)
 {
     FileSet files;
@@ -22,3 +24,5 @@ QStringList writeFiles(const Options& options, const DrillPlan& plan)
     files.commit();
     return files.paths();
 }
+
+} // namespace brox

@@ -4,6 +4,8 @@
 
 #include "drill_plan.h"
 
+namespace brox {
+
 struct Options;
 
 /** Writes the files that the options ask for, all of them or none.
@@ -12,5 +14,7 @@ struct Options;
  * @throws OutputError, PanelError
  */
 QStringList writeFiles(const Options& options, const DrillPlan& plan);
+
+} // namespace brox
 
 #endif

@@ -5,6 +5,8 @@
 #include <QtTest>
 #include <sys/stat.h>
 
+using namespace brox;
+
 namespace {
 
 /** A place in millimetres, as drill files have it. */

@@ -8,6 +8,8 @@
 
 #include <cmath>
 
+using namespace brox;
+
 namespace {
 
 const QString models = QStringLiteral("brox.xml");

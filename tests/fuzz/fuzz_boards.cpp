@@ -2,6 +2,8 @@
 #include "board_reader.h"
 #include "fuzz_host.h"
 
+using namespace brox;
+
 /** Any bytes as a board file, drilled or in XML. */
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {

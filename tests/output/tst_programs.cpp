@@ -10,6 +10,8 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+using namespace brox;
+
 namespace {
 
 constexpr Size mm = sizePerMillimetre;

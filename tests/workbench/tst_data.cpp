@@ -15,6 +15,8 @@
 #include <cstdio>
 #include <unistd.h>
 
+using namespace brox;
+
 namespace {
 
 /** A board of empty steps. */

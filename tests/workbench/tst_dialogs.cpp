@@ -29,6 +29,8 @@
 #include <QtTest>
 #include <cmath>
 
+using namespace brox;
+
 namespace {
 
 /** The second tool drills one hole, in the middle of the map. */

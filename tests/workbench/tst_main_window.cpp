@@ -17,6 +17,8 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+using namespace brox;
+
 /** The window of a user. */
 class MainWindowTest : public QObject
 {

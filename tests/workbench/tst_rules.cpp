@@ -10,6 +10,8 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+using namespace brox;
+
 /** The rules of the shop, and what they do to boards. */
 class RulesTest : public QObject
 {
