@@ -15,20 +15,20 @@ with() {
     fi
 }
 
-with desktop-file-validate code/workbench/brox-workbench.desktop
-with appstreamcli validate --no-net code/workbench/org.example.Brox.metainfo.xml
+with desktop-file-validate packaging/brox-workbench.desktop
+with appstreamcli validate --no-net packaging/org.example.Brox.metainfo.xml
 
 # What a double click opens: the types of the desktop file are those that the names of boards have.
 data=$(mktemp -d)
 trap 'rm -rf "$data"' EXIT
 mkdir -p "$data/packages"
-cp code/workbench/brox-workbench.mime.xml "$data/packages"
+cp packaging/brox-workbench.mime.xml "$data/packages"
 with update-mime-database "$data"
 for glob in ipc2581 cvg drl xln; do
     [ -e "$data/globs2" ] || break
     type=$(sed -n "s/^[0-9]*:\(.*\):\*\.$glob\$/\1/p" "$data/globs2")
-    grep -q "^MimeType=.*\b$type;" code/workbench/brox-workbench.desktop
-    grep -q "<mediatype>$type<" code/workbench/org.example.Brox.metainfo.xml
+    grep -q "^MimeType=.*\b$type;" packaging/brox-workbench.desktop
+    grep -q "<mediatype>$type<" packaging/org.example.Brox.metainfo.xml
 done
 
 if python3 -c 'import yaml' 2>/dev/null; then
