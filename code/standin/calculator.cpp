@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "calculator.h"
 
+#include "operation.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <limits>
 
-#include "operation.h"
+namespace brox {
 
 namespace {
 
@@ -42,13 +44,15 @@ bool isAlphabet(std::string_view formula)
  *  exponents nor locales. */
 int readNumber(const char* text, int* position, double* value)
 {
-    if (!isDigit(text[0]) && text[0] != '.')
+    if (!isDigit(text[0]) && text[0] != '.') {
         return 0;
+    }
     const char* end = text + std::char_traits<char>::length(text);
     const auto [stop, error] = std::from_chars(text, end, *value, std::chars_format::fixed);
-    if (error != std::errc())
+    if (error != std::errc()) {
         return 0;
-    *position += static_cast<int>(stop - text);
+    }
+    *position += int(stop - text);
     return 1;
 }
 
@@ -124,14 +128,16 @@ double* Calculator::makeVariable(const char* name, void* calculator)
 
 int Calculator::compile(std::string_view formula)
 {
-    if (formula == mFormula)
+    if (formula == mFormula) {
         return mStatus;
+    }
     mStatus = NoFormula;
     mFormula = formula;
     mParser.ClearVar();
     mVariables.clear();
-    if (!isAlphabet(formula) || trimmed(formula).empty())
+    if (!isAlphabet(formula) || trimmed(formula).empty()) {
         return mStatus;
+    }
     try {
         mParser.SetExpr(mFormula);
         mParser.Eval();
@@ -151,12 +157,13 @@ int Calculator::assign(std::string_view statement)
     long long value = 0;
     const char* end = number.data() + number.size();
     const auto [stop, error] = std::from_chars(number.data(), end, value);
-    if (!isName(name) || error != std::errc() || stop != end)
+    if (!isName(name) || error != std::errc() || stop != end) {
         return NoFormula;
+    }
     const auto isNamed = [name](const Variable& variable) { return variable.name == name; };
     const auto it = std::find_if(mVariables.begin(), mVariables.end(), isNamed);
     if (it != mVariables.end()) {
-        it->value = static_cast<double>(value);
+        it->value = double(value);
         it->call = mCall;
     }
     return 0;
@@ -166,22 +173,29 @@ int Calculator::act(std::string_view text, double* result)
 {
     ++mCall;
     const size_t formulaAt = text.rfind(';') + 1; // npos + 1 is 0
-    if (const int status = compile(text.substr(formulaAt)))
+    if (const int status = compile(text.substr(formulaAt))) {
         return status;
+    }
     for (size_t at = 0; at < formulaAt;) {
         const size_t end = text.find(';', at);
-        if (const int status = assign(text.substr(at, end - at)))
+        if (const int status = assign(text.substr(at, end - at))) {
             return status;
+        }
         at = end + 1;
     }
-    if (!result)
+    if (!result) {
         return 0;
+    }
     const auto hasValue = [this](const Variable& variable) { return variable.call == mCall; };
-    if (!std::all_of(mVariables.begin(), mVariables.end(), hasValue))
+    if (!std::all_of(mVariables.begin(), mVariables.end(), hasValue)) {
         return NoNameValue;
+    }
     const double value = mParser.Eval();
-    if (!std::isfinite(value))
+    if (!std::isfinite(value)) {
         return NoFiniteValue;
+    }
     *result = value;
     return 0;
 }
+
+} // namespace brox

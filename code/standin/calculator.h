@@ -2,11 +2,12 @@
 #ifndef STANDIN_CALCULATOR_H
 #define STANDIN_CALCULATOR_H
 
-#include <muParser.h>
-
 #include <deque>
+#include <muParser.h>
 #include <string>
 #include <string_view>
+
+namespace brox {
 
 /** Evaluates formulas of names, decimal numbers, "+", "-", "*", "/" and parentheses.
  *
@@ -52,5 +53,7 @@ private:
     int mStatus; ///< what compiling mFormula gave
     unsigned long long mCall = 0;
 };
+
+} // namespace brox
 
 #endif

@@ -5,6 +5,8 @@
 #include <charconv>
 #include <string>
 
+namespace brox {
+
 /** Host sizes to one mil (units 0) or one micron (any other units). */
 inline double sizesPerUnit(int units)
 {
@@ -20,10 +22,13 @@ inline std::string decimalText(double number, int decimals)
     std::string text(buffer, end.ptr);
     if (text.find('.') != std::string::npos) {
         text.erase(text.find_last_not_of('0') + 1);
-        if (text.back() == '.')
+        if (text.back() == '.') {
             text.pop_back();
+        }
     }
     return text == "-0" ? "0" : text;
 }
+
+} // namespace brox
 
 #endif

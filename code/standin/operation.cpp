@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "operation.h"
 
+#include "zeb_lowlevel.h"
+
 #include <algorithm>
 #include <climits>
 #include <map>
@@ -8,9 +10,9 @@
 #include <string_view>
 #include <vector>
 
-#include "zeb_lowlevel.h"
+using namespace brox;
 
-int standin_uncounted = 0;
+int brox::standin_uncounted = 0;
 
 namespace {
 
@@ -32,28 +34,30 @@ std::vector<void (*)()>& resetters()
 OperationState* find(const char* control, const char* operation)
 {
     const auto it = registry().find(std::string_view(operation ? operation : ""));
-    if (it != registry().end())
+    if (it != registry().end()) {
         return &it->second;
+    }
     standin_misuse(control, operation ? operation : "null", 0);
     return nullptr;
 }
 
 } // namespace
 
-OperationState* standin_operation(const char* name)
+OperationState* brox::standin_operation(const char* name)
 {
     return &registry()[name];
 }
 
-void standin_at_reset(void (*forget)(), bool add)
+void brox::standin_at_reset(void (*forget)(), bool add)
 {
-    if (add)
+    if (add) {
         resetters().push_back(forget);
-    else
+    } else {
         std::erase(resetters(), forget);
+    }
 }
 
-void standin_misuse(const char* control, const char* argument, int id)
+void brox::standin_misuse(const char* control, const char* argument, int id)
 {
     const Uncounted quiet;
     zeb__log_write("INTERNAL", "%s: there is no %s (%d)", control, argument, id);
@@ -61,22 +65,24 @@ void standin_misuse(const char* control, const char* argument, int id)
 
 void standin_reset(void)
 {
-    for (auto& [name, state] : registry())
+    for (auto& [name, state] : registry()) {
         state = {};
-    for (void (*forget)() : resetters())
+    }
+    for (void (*forget)() : resetters()) {
         forget();
+    }
 }
 
 void standin_fail(const char* operation, int nth, int status)
 {
     if (OperationState* state = find("standin_fail", operation)) {
         state->left = std::max(nth, 0);
-        state->status = status != 0 ? status : static_cast<int>(OutOfMemory);
+        state->status = status != 0 ? status : int(OutOfMemory);
     }
 }
 
 int standin_calls(const char* operation)
 {
     const OperationState* state = find("standin_calls", operation);
-    return state ? static_cast<int>(std::min<long long>(state->calls, INT_MAX)) : 0;
+    return state ? int(std::min<long long>(state->calls, INT_MAX)) : 0;
 }

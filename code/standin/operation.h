@@ -6,6 +6,8 @@
 
 #include "standin.h"
 
+namespace brox {
+
 #define OPERATION_STATUSES(X)                                                                      \
     X(OutOfMemory, 824000, "Out of memory.")                                                       \
     X(BadArgument, 824001, "An operation was called with a bad argument.")                         \
@@ -45,6 +47,9 @@ STANDIN_EXPORT void standin_at_reset(void (*forget)(), bool add);
 
 /** Logs that a control function got a name or an id that does not exist. */
 STANDIN_EXPORT void standin_misuse(const char* control, const char* argument, int id);
+
+/** Puts a new step of the job into the editor's data, with the next step number. */
+STANDIN_EXPORT void standin_add_editor_step(int stpid, int units);
 }
 
 /** A host operation, static in the file that implements it. */
@@ -58,11 +63,13 @@ public:
     /** Counts a call. Gives 0, or the status with which this call is to fail. */
     int enter() const
     {
-        if (standin_uncounted > 0)
+        if (standin_uncounted > 0) {
             return 0;
+        }
         ++mState->calls;
-        if (mState->left == 0 || --mState->left > 0)
+        if (mState->left == 0 || --mState->left > 0) {
             return 0;
+        }
         return mState->status;
     }
 
@@ -97,5 +104,7 @@ public:
 private:
     void (*mForget)();
 };
+
+} // namespace brox
 
 #endif

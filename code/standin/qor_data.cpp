@@ -3,8 +3,10 @@
 #include "qor_data.h"
 #pragma GCC visibility pop
 
-#include <QString>
+#include "operation.h"
+#include "zeb_lowlevel.h"
 
+#include <QString>
 #include <algorithm>
 #include <cstring>
 #include <iterator>
@@ -12,9 +14,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "editor_steps.h"
-#include "operation.h"
-#include "zeb_lowlevel.h"
+using namespace brox;
 
 namespace {
 
@@ -57,8 +57,9 @@ T* find(std::unordered_map<int, T>& objects, int id)
 /** Copies a name into a host buffer for names, of 65 bytes. */
 int giveName(const QByteArray* name, char* buffer)
 {
-    if (!buffer || !name)
+    if (!buffer || !name) {
         return buffer ? NoSuchId : BadArgument;
+    }
     const size_t length = std::min<size_t>(size_t(name->size()), 64);
     memcpy(buffer, name->constData(), length);
     buffer[length] = '\0';
@@ -74,17 +75,20 @@ QByteArray toLocal8Bit(const char* utf8)
 
 int qor__data_id2parent(int id, int, char* name)
 {
-    if (const int status = id2parent.enter())
+    if (const int status = id2parent.enter()) {
         return status;
+    }
     return giveName(find(job.steps, id) ? &job.name : nullptr, name);
 }
 
 int qor__data_id2name(int id, char* name)
 {
-    if (const int status = id2name.enter())
+    if (const int status = id2name.enter()) {
         return status;
-    if (const Step* step = find(job.steps, id))
+    }
+    if (const Step* step = find(job.steps, id)) {
         return giveName(&step->name, name);
+    }
     const Layer* layer = find(job.layers, id);
     return giveName(layer ? &layer->name : nullptr, name);
 }
@@ -92,15 +96,18 @@ int qor__data_id2name(int id, char* name)
 int qor__lst_lyr_stp_ids(
     int stpid, const char* pattern, int kinds, int depth, int other, int** ids, int* count)
 {
-    if (const int status = lyrStpIds.enter())
+    if (const int status = lyrStpIds.enter()) {
         return status;
+    }
     const bool drillLayers =
         pattern && strcmp(pattern, "*") == 0 && kinds == 192 && depth == 3 && other == -1;
-    if (!drillLayers || !ids || !count)
+    if (!drillLayers || !ids || !count) {
         return BadArgument;
+    }
     const Step* step = find(job.steps, stpid);
-    if (!step)
+    if (!step) {
         return NoSuchId;
+    }
 
     std::vector<int> found;
     std::copy_if(step->layers.begin(), step->layers.end(), std::back_inserter(found),
@@ -108,26 +115,30 @@ int qor__lst_lyr_stp_ids(
     if (!found.empty()) {
         const Uncounted quiet;
         void* block = zeb__mem_calloc(found.size(), sizeof(int), 1, "qor_data", __LINE__);
-        if (!block)
+        if (!block) {
             return OutOfMemory;
+        }
         memcpy(block, found.data(), found.size() * sizeof(int));
         *ids = static_cast<int*>(block);
     }
-    *count = static_cast<int>(found.size());
+    *count = int(found.size());
     return 0;
 }
 
 int qor__drl_tools_get(int layer_id, bool count_only, qor_drl_tools* result)
 {
-    if (const int status = toolsGet.enter())
+    if (const int status = toolsGet.enter()) {
         return status;
+    }
     const Layer* layer = find(job.layers, layer_id);
-    if (!result || !layer)
+    if (!result || !layer) {
         return result ? NoSuchId : BadArgument;
-    result->num_tools = static_cast<int>(layer->tools.size());
+    }
+    result->num_tools = int(layer->tools.size());
     job.handedOut = count_only ? std::vector<qor_drl_tool>() : std::vector(layer->tools);
-    if (!count_only)
+    if (!count_only) {
         result->tools = job.handedOut.data();
+    }
     return 0;
 }
 

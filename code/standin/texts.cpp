@@ -1,10 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "texts.h"
 
+#pragma GCC visibility push(default)
+#include "zeb_lowlevel.h"
+#pragma GCC visibility pop
+
+#include "operation.h"
+
 #include <QFile>
 #include <QString>
 #include <QTranslator>
-
 #include <algorithm>
 #include <cstring>
 #include <memory>
@@ -13,10 +18,7 @@
 #include <string>
 #include <string_view>
 
-#include "operation.h"
-#pragma GCC visibility push(default)
-#include "zeb_lowlevel.h"
-#pragma GCC visibility pop
+using namespace brox;
 
 namespace {
 
@@ -40,8 +42,9 @@ const Operation nlst("zeb__nls_nlst");
 const char* stored(std::string_view text)
 {
     auto it = texts.find(text);
-    if (it == texts.end())
+    if (it == texts.end()) {
         it = texts.emplace(text).first;
+    }
     return it->c_str();
 }
 
@@ -49,15 +52,17 @@ std::optional<Key> parseKey(std::string_view key)
 {
     std::string_view fields[4];
     for (int i = 0; i < 4; ++i) {
-        if (!key.starts_with(separator))
+        if (!key.starts_with(separator)) {
             return std::nullopt;
+        }
         key.remove_prefix(separator.size());
         fields[i] = i < 3 ? key.substr(0, key.find(separator)) : key;
         key.remove_prefix(fields[i].size());
     }
     const std::string_view number = fields[2];
-    if (number.empty() || number.find_first_not_of("0123456789") != std::string_view::npos)
+    if (number.empty() || number.find_first_not_of("0123456789") != std::string_view::npos) {
         return std::nullopt;
+    }
     return Key{std::string(fields[0]), std::string(number), std::string(fields[3])};
 }
 
@@ -83,8 +88,9 @@ std::string conversions(std::string_view text)
 
 QByteArray translation(const Key& key)
 {
-    if (!catalogue)
+    if (!catalogue) {
         return {};
+    }
     const QByteArray text =
         catalogue->translate(key.module.c_str(), key.text.c_str(), key.number.c_str())
             .toLocal8Bit();
@@ -95,11 +101,12 @@ QByteArray translation(const Key& key)
 
 } // namespace
 
-const char* textOfKey(const char* key)
+const char* brox::textOfKey(const char* key)
 {
     const std::optional<Key> parsed = parseKey(key);
-    if (!parsed)
+    if (!parsed) {
         return nullptr;
+    }
     const QByteArray translated = translation(*parsed);
     return stored(translated.isEmpty() ? std::string_view(parsed->text)
                                        : std::string_view(translated.data(), translated.size()));
@@ -107,8 +114,9 @@ const char* textOfKey(const char* key)
 
 const char* zeb__nls_nlst(const char* key)
 {
-    if (!key)
+    if (!key) {
         return "";
+    }
     if (nlst.enter() != 0) {
         const std::optional<Key> parsed = parseKey(key);
         return stored(parsed ? std::string_view(parsed->text) : std::string_view(key));
@@ -120,8 +128,9 @@ const char* zeb__nls_nlst(const char* key)
 bool standin_set_catalogue(const char* path)
 {
     catalogue.reset();
-    if (!path)
+    if (!path) {
         return true;
+    }
     auto loaded = std::make_unique<QTranslator>();
     if (!loaded->load(QString::fromUtf8(path))) {
         const Uncounted quiet;

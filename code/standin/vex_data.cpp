@@ -3,6 +3,9 @@
 #include "vex_data.h"
 #pragma GCC visibility pop
 
+#include "number.h"
+#include "operation.h"
+
 #include <algorithm>
 #include <climits>
 #include <cmath>
@@ -11,9 +14,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "editor_steps.h"
-#include "number.h"
-#include "operation.h"
+using namespace brox;
 
 namespace {
 
@@ -46,8 +47,9 @@ EditorStep* stepOf(int number)
 EditorStep* stepToControl(const char* control, int stpid)
 {
     const auto it = numbers.find(stpid);
-    if (it != numbers.end())
+    if (it != numbers.end()) {
         return &steps[size_t(it->second)];
+    }
     standin_misuse(control, "step", stpid);
     return nullptr;
 }
@@ -56,44 +58,52 @@ EditorStep* stepToControl(const char* control, int stpid)
 
 int vex__data_stpid2vex_num(int stpid, int* vex_num)
 {
-    if (const int status = stpid2vexNum.enter())
+    if (const int status = stpid2vexNum.enter()) {
         return status;
+    }
     const auto it = numbers.find(stpid);
-    if (!vex_num || it == numbers.end())
+    if (!vex_num || it == numbers.end()) {
         return vex_num ? NoSuchStep : BadArgument;
+    }
     *vex_num = stepOf(it->second) ? it->second : -1;
     return 0;
 }
 
 int vex__data_get_units(int vex_num, int* units)
 {
-    if (const int status = getUnits.enter())
+    if (const int status = getUnits.enter()) {
         return status;
+    }
     const EditorStep* step = stepOf(vex_num);
-    if (!units || !step)
+    if (!units || !step) {
         return units ? NoSuchStep : BadArgument;
+    }
     *units = step->units;
     return 0;
 }
 
 int vex__size_p2milmicron(int vex_num, int size, int, double* value)
 {
-    if (const int status = p2milmicron.enter())
+    if (const int status = p2milmicron.enter()) {
         return status;
+    }
     const EditorStep* step = stepOf(vex_num);
-    if (!value || !step)
+    if (!value || !step) {
         return value ? NoSuchStep : BadArgument;
+    }
     *value = size / sizesPerUnit(step->units);
     return 0;
 }
 
 int vex__size_p2s_milmicron(int vex_num, int size, int, char* text)
 {
-    if (const int status = p2sMilmicron.enter())
+    if (const int status = p2sMilmicron.enter()) {
         return status;
+    }
     const EditorStep* step = stepOf(vex_num);
-    if (!text || !step)
+    if (!text || !step) {
         return text ? NoSuchStep : BadArgument;
+    }
     // Down to one host size, which is 0.0025 microns or 0.0001 mils, and no wider than a column.
     constexpr int decimals = 4;
     strcpy(text, decimalText(size / sizesPerUnit(step->units), decimals).c_str());
@@ -102,32 +112,37 @@ int vex__size_p2s_milmicron(int vex_num, int size, int, char* text)
 
 int vex__size_milmicron2p(int vex_num, double value, int, int* size)
 {
-    if (const int status = milmicron2p.enter())
+    if (const int status = milmicron2p.enter()) {
         return status;
+    }
     const EditorStep* step = stepOf(vex_num);
-    if (!size || !step)
+    if (!size || !step) {
         return size ? NoSuchStep : BadArgument;
-    if (std::isnan(value))
+    }
+    if (std::isnan(value)) {
         return NotANumber;
+    }
     const double exact = std::round(value * sizesPerUnit(step->units));
-    *size = static_cast<int>(std::clamp<double>(exact, INT_MIN, INT_MAX));
+    *size = int(std::clamp<double>(exact, INT_MIN, INT_MAX));
     return 0;
 }
 
-void standin_add_editor_step(int stpid, int units)
+void brox::standin_add_editor_step(int stpid, int units)
 {
-    numbers[stpid] = static_cast<int>(steps.size());
+    numbers[stpid] = int(steps.size());
     steps.push_back({units, true});
 }
 
 void standin_set_units(int stpid, int units)
 {
-    if (EditorStep* step = stepToControl("standin_set_units", stpid))
+    if (EditorStep* step = stepToControl("standin_set_units", stpid)) {
         step->units = units;
+    }
 }
 
 void standin_set_in_editor(int stpid, bool in_editor)
 {
-    if (EditorStep* step = stepToControl("standin_set_in_editor", stpid))
+    if (EditorStep* step = stepToControl("standin_set_in_editor", stpid)) {
         step->inEditor = in_editor;
+    }
 }

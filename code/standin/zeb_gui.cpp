@@ -1,15 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "zeb_gui.h"
 
-#include <QDoubleValidator>
-#include <QLineEdit>
-
-#include <climits>
-#include <cmath>
-
 #include "number.h"
 #include "operation.h"
 #include "vex_data.h"
+
+#include <QDoubleValidator>
+#include <QLineEdit>
+#include <climits>
+#include <cmath>
+
+using namespace brox;
 
 namespace {
 
@@ -37,13 +38,15 @@ public:
 
     State validate(QString& input, int& position) const override
     {
-        if (input.isEmpty())
+        if (input.isEmpty()) {
             return Acceptable;
+        }
         input.replace(',', '.');
         bool isNumber = false;
         const double number = input.toDouble(&isNumber);
-        if (isNumber && (number < bottom() || number > top()))
+        if (isNumber && (number < bottom() || number > top())) {
             return Invalid;
+        }
         return QDoubleValidator::validate(input, position);
     }
 };
@@ -54,8 +57,9 @@ double sizesPerUnitOfStep(int stepId)
     const Uncounted quiet;
     int number = -1;
     int units = 1;
-    if (vex__data_stpid2vex_num(stepId, &number) == 0 && number >= 0)
+    if (vex__data_stpid2vex_num(stepId, &number) == 0 && number >= 0) {
         vex__data_get_units(number, &units);
+    }
     return sizesPerUnit(units);
 }
 
@@ -64,8 +68,9 @@ QString sizeText(double number, double perUnit)
 {
     for (int decimals = 0; decimals < mostDecimals; ++decimals) {
         const QString text = QString::fromStdString(decimalText(number, decimals));
-        if (std::round(text.toDouble() * perUnit) == std::round(number * perUnit))
+        if (std::round(text.toDouble() * perUnit) == std::round(number * perUnit)) {
             return text;
+        }
     }
     return QString::fromStdString(decimalText(number, mostDecimals));
 }
@@ -106,8 +111,9 @@ QWidget* DoubleDelegate::createEditor(
 
 void DoubleDelegate::setEditorData(QWidget* editor, const QModelIndex& index) const
 {
-    if (auto* line = qobject_cast<QLineEdit*>(editor))
+    if (auto* line = qobject_cast<QLineEdit*>(editor)) {
         line->setText(displayText(index.data(Qt::EditRole), QLocale::c()));
+    }
 }
 
 void DoubleDelegate::setModelData(
@@ -115,12 +121,14 @@ void DoubleDelegate::setModelData(
 {
     const auto* line = qobject_cast<QLineEdit*>(editor);
     // A number that was only looked at must not take on the rounding of its text.
-    if (!line || line->text() == displayText(index.data(Qt::EditRole), QLocale::c()))
+    if (!line || line->text() == displayText(index.data(Qt::EditRole), QLocale::c())) {
         return;
-    if (line->text().isEmpty())
+    }
+    if (line->text().isEmpty()) {
         model->setData(index, QVariant(), Qt::EditRole);
-    else if (line->hasAcceptableInput())
+    } else if (line->hasAcceptableInput()) {
         model->setData(index, line->text().toDouble(), Qt::EditRole);
+    }
 }
 
 QString DoubleDelegate::displayText(const QVariant& value, const QLocale& locale) const
@@ -129,8 +137,9 @@ QString DoubleDelegate::displayText(const QVariant& value, const QLocale& locale
     bool isNumber = false;
     const double number = value.toDouble(&isNumber);
     // In a table of step sizes numbers are doubles, and a text such as "0.50" is a designation.
-    if (!isNumber || !std::isfinite(number) || (isText && mMaximum <= 0.0))
+    if (!isNumber || !std::isfinite(number) || (isText && mMaximum <= 0.0)) {
         return QStyledItemDelegate::displayText(value, locale);
+    }
     return mMaximum > 0.0 ? QString::fromStdString(decimalText(number, mDecimals))
                           : sizeText(number, sizesPerUnitOfStep(mStepId));
 }
@@ -145,8 +154,9 @@ ZExtFileDialog::~ZExtFileDialog() = default;
 
 bool ZExtFileDialog::getSystemFolder(QString& folder)
 {
-    if (systemFolderGet.enter() != 0 || systemDir.isNull())
+    if (systemFolderGet.enter() != 0 || systemDir.isNull()) {
         return false;
+    }
     folder = systemDir;
     return true;
 }

@@ -3,9 +3,11 @@
 #include "zeb_lowlevel.h"
 #pragma GCC visibility pop
 
+#include "operation.h"
+#include "texts.h"
+
 #include <QFileInfo>
 #include <QString>
-
 #include <cstdarg>
 #include <cstdint>
 #include <cstdio>
@@ -16,8 +18,7 @@
 #include <unistd.h>
 #include <unordered_set>
 
-#include "operation.h"
-#include "texts.h"
+using namespace brox;
 
 namespace {
 
@@ -56,11 +57,13 @@ uintptr_t entryOf(const void* block)
 
 void* allocate(size_t count, size_t size)
 {
-    if (size != 0 && count > PTRDIFF_MAX / size)
+    if (size != 0 && count > PTRDIFF_MAX / size) {
         return nullptr;
+    }
     void* block = count != 0 && size != 0 ? calloc(count, size) : calloc(1, 1);
-    if (!block)
+    if (!block) {
         return nullptr;
+    }
     try {
         liveBlocks.insert(entryOf(block));
     } catch (const std::exception&) {
@@ -99,10 +102,12 @@ QByteArray pathOf(const char* name)
 
 int zeb__log_write(const char* level, const char* format, ...)
 {
-    if (const int status = logWrite.enter())
+    if (const int status = logWrite.enter()) {
         return status;
-    if (!level || !format)
+    }
+    if (!level || !format) {
         return BadArgument;
+    }
     const char* keyText = textOfKey(format);
     const char* text = keyText ? keyText : format;
 
@@ -126,19 +131,22 @@ int zeb__log_write(const char* level, const char* format, ...)
 
 int zeb__log_status_check(const char* file, int line)
 {
-    if (const int status = logStatusCheck.enter())
+    if (const int status = logStatusCheck.enter()) {
         return status;
+    }
     writeEntry("STATUS", std::string(file ? file : "") + " " + std::to_string(line));
     return 0;
 }
 
 int zeb__err_sound(void)
 {
-    if (const int status = errSound.enter())
+    if (const int status = errSound.enter()) {
         return status;
+    }
     ++state.errorSounds;
-    if (isatty(STDERR_FILENO))
+    if (isatty(STDERR_FILENO)) {
         fputc('\a', stderr);
+    }
     return 0;
 }
 
@@ -163,38 +171,46 @@ int zeb__mem_free(void* block, int, const char* file, int line)
 
 char* zeb__str_dup_fn(const char* text, const char*, int)
 {
-    if (strDup.enter() != 0 || !text)
+    if (strDup.enter() != 0 || !text) {
         return nullptr;
+    }
     const size_t size = strlen(text) + 1;
     char* copy = static_cast<char*>(allocate(size, 1));
-    if (copy)
+    if (copy) {
         memcpy(copy, text, size);
+    }
     return copy;
 }
 
 char* zeb__str_ncpy(char* dest, const char* source, int limit)
 {
-    if (strNcpy.enter() != 0 || !dest || limit < 0)
+    if (strNcpy.enter() != 0 || !dest || limit < 0) {
         return nullptr;
+    }
     const size_t length = source ? strnlen(source, size_t(limit)) : 0;
-    if (length > 0)
+    if (length > 0) {
         memcpy(dest, source, length);
+    }
     dest[length] = '\0';
     return dest;
 }
 
 int zeb__sarn_get_dir(int location, const char* name, char* path, int size, bool* found)
 {
-    if (const int status = getDir.enter())
+    if (const int status = getDir.enter()) {
         return status;
+    }
     constexpr int dataFolder = 2;
-    if (location != dataFolder || !name || !path || !found)
+    if (location != dataFolder || !name || !path || !found) {
         return BadArgument;
+    }
     const QByteArray full = pathOf(name);
-    if (full.isNull())
+    if (full.isNull()) {
         return NoFolder;
-    if (full.size() > size)
+    }
+    if (full.size() > size) {
         return PathTooLong;
+    }
     memcpy(path, full.constData(), size_t(full.size()) + 1);
     *found = QFileInfo::exists(QString::fromLocal8Bit(full));
     return 0;
@@ -207,8 +223,9 @@ const char* zeb__sarn_get_epath(void)
 
 const char* zeb__sarn_get_Units_str(zeb_units_enum units)
 {
-    if (getUnitsStr.enter() != 0)
+    if (getUnitsStr.enter() != 0) {
         return "";
+    }
     switch (units) {
     case ZEB_UNITS_INCHES:
         return "Inches";

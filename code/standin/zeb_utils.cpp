@@ -3,14 +3,16 @@
 #include "zeb_utils.h"
 #pragma GCC visibility pop
 
+#include "calculator.h"
+#include "operation.h"
+#include "standin.h"
+
 #include <exception>
 #include <map>
 #include <optional>
 #include <string>
 
-#include "calculator.h"
-#include "operation.h"
-#include "standin.h"
+using namespace brox;
 
 namespace {
 
@@ -38,14 +40,17 @@ std::string messageOf(int status)
 int zeb__bc_act(const char* text, bool, int, double* result)
 {
     lastValue.reset();
-    if (const int status = bcAct.enter())
+    if (const int status = bcAct.enter()) {
         return status;
-    if (!text)
+    }
+    if (!text) {
         return BadArgument;
+    }
     try {
         const int status = calculator.act(text, result);
-        if (status == 0 && result)
+        if (status == 0 && result) {
             lastValue = *result;
+        }
         return status;
     } catch (const std::exception&) {
         return OutOfMemory;
@@ -54,8 +59,9 @@ int zeb__bc_act(const char* text, bool, int, double* result)
 
 bool standin_last_value(double* value)
 {
-    if (lastValue)
+    if (lastValue) {
         *value = *lastValue;
+    }
     return lastValue.has_value();
 }
 
@@ -66,8 +72,9 @@ InternalException::InternalException(int status)
 char* InternalException::getMessage() const
 {
     std::string& message = messages[mStatus];
-    if (message.empty())
+    if (message.empty()) {
         message = messageOf(mStatus);
+    }
     return message.data();
 }
 
