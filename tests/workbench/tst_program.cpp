@@ -2,6 +2,7 @@
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QtTest>
+#include <memory>
 
 namespace {
 
@@ -27,10 +28,20 @@ X2.0Y1.0
 M30
 )";
 
+/** Half a circle, by a tool of which no file specifies the size. */
+const char arc[] = "%\nG90\nT1\nG00X1.0Y1.0\nM15\nG02X2.0Y1.0I0.5J0.0\nM16\nM30\n";
+
+const char noSize[] = R"(noSize() {
+    cp -r $D/data $D/n
+    sed -i 's/"FHS [^"]*"/"FHS \/ 0"/' $D/n/brox/brox.xml
+}
+)";
+
 struct Case
 {
     const char*
-        command; ///< for a shell; $B is the program, $D a folder with data, $O the odd board
+        command; ///< for a shell; $B is the program, $D a folder with data, $O the odd board, and
+                 ///< $A an arc of a tool without a size; noSize: the models in $D/n give none
     int status;
     std::vector<const char*> out; ///< what is printed holds these; nothing: it is empty
     const char* error;
@@ -105,31 +116,31 @@ const Case cases[] = {
         "digits of standard input (2:4, leading zeros left out)\n"},
     {"sed -i 's/: 0.05/: 0.02/' $D/data/brox/shop_rules.json; $B breakout-NPTH.drl --csv", 0,
         {",500,20,20,"}, "assumed: tolerances (tools: 2)\n"},
-    {"$B sensor.xml --csv --step board --model Unplated --data $D/new", 0,
-        {",300,50,50,300,", ",350,50,50,350,"}, "made the data folder $D/new\n"},
-    {"rm $D/new/brox/brox.xml; $B --models --data $D/new", 0, {"Unplated\n"},
+    {"$B sensor.xml --csv --step board --model Unplated --data $D/new;"
+     " rm $D/new/brox/brox.xml; $B --models --data $D/new",
+        0, {",300,50,50,300,", ",350,50,50,350,", "Unplated\n"},
+        "made the data folder $D/new\n"
         "$D/new/brox/brox.xml was missing and holds what a new one does\n"},
-    {"mkdir $D/l; touch $D/l/$(printf '\\351'); $B $D/l --csv", 1, {},
+    {"mkdir $D/l; touch $D/l/$(printf '\\351'); $B $D/l --csv; s=$?; rm -r $D/l; exit $s", 1, {},
         "$D/l/\uFFFD:1: the name is not written in UTF-8\n"},
     // What has no size.
-    {"cp -r $D/data $D/n; sed -i 's/\"FHS [^\"]*\"/\"FHS \\/ 0\"/' $D/n/brox/brox.xml;"
-     "$B sensor.xml --csv --step board --data $D/n",
-        1, {"\nDrill,Via,60,300,50,50,,,,no-size\n"},
+    {"noSize; $B sensor.xml --csv --step board --data $D/n", 1,
+        {"\nDrill,Via,60,300,50,50,,,,no-size\n"},
         "tools without a drill size by model \"ENIG\" and its formula: 9\n"},
-    {"$B sensor.xml --json --step board --data $D/n 2>/dev/null | grep -e Size -e '\"tool\"'", 0,
-        {"\"drillSize\": null", "\"finishedSize\": 300", "\"tool\": null"}, ""},
-    {"printf '%%\\nG90\\nT1\\nG00X1.0Y1.0\\nM15\\nG02X2.0Y1.0I0.5J0.0\\nM16\\nM30\\n' >$D/x.rou;"
-     "$B $D/x.rou --file-units metric --json --places --units metric 2>/dev/null | tr -d ' \\n'",
-        0,
+    {"noSize; $B sensor.xml --json --step board --data $D/n 2>/dev/null | grep -e Size -e "
+     "'\"tool\"'",
+        0, {"\"drillSize\": null", "\"finishedSize\": 300", "\"tool\": null"}, ""},
+    {"$B $A --file-units metric --json --places --units metric 2>/dev/null | tr -d ' \\n'", 0,
         {"\"drillSize\":null", "\"flags\":[\"no-size\",\"type-assumed\"]",
             "\"places\":[[{\"to\":[1000,1000]},{\"centre\":[1500,1000],\"clockwise\":true,\"to\":"
             "[2000,1000]}]]"},
         ""},
-    {"$B $D/x.rou --file-units metric --drill-programs $D", 1, {},
-        "layer \"x\": the board tells no size of T1, \"Plated slot\"\n"},
-    {"sed 's/I0.5/I0.2/;s/T1/T1C1.0/' $D/x.rou | $B - --file-units metric --drill-programs $D", 1,
-        {}, "an arc whose ends are not equally far from its centre\n"},
-    {"$B sensor.xml --map $D/m.svg --data $D/n 2>/dev/null; grep -q 'no size' $D/m.svg && echo "
+    {"$B $A --file-units metric --drill-programs $D", 1, {},
+        "layer \"arc\": the board tells no size of T1, \"Plated slot\"\n"},
+    {"sed 's/I0.5/I0.2/;s/T1/T1C1.0/' $A | $B - --file-units metric --drill-programs $D", 1, {},
+        "an arc whose ends are not equally far from its centre\n"},
+    {"noSize; $B sensor.xml --map $D/m.svg --data $D/n 2>/dev/null; grep -q 'no size' $D/m.svg && "
+     "echo "
      "told",
         0, {"told\n"}, ""},
     {"$B controller.xml --map $D/m.svg; grep -B4 'map, layer' $D/m.svg | grep -o 'matrix([^)]*'"
@@ -139,7 +150,7 @@ const Case cases[] = {
     {"sed 's/Function=\"ROUT/Function=\"PLANE/' sensor.xml | $B - --csv --step board", 0, {"Drill"},
         "holes left out: 1 (on layers that are not drilled)\n"},
     {"grep -o '<Drill ' $D/data/brox/brox_drill_bits.xml | wc -l", 0, {"162\n"}, ""},
-    {"$B sensor.xml --drill-programs $D --data $D/n", 1, {},
+    {"noSize; $B sensor.xml --drill-programs $D --data $D/n", 1, {},
         "layer \"Drill\": the tool \"Non-plated\" of 3175 micron has no drill size by model "
         "\"ENIG\" and its formula\n"},
     {"$B backplane.xml --strict --map $D/strict.svg; s=$?; ls $D/strict.svg 2>/dev/null; exit $s",
@@ -157,7 +168,7 @@ const Case cases[] = {
     {"(echo none; echo backplane.xml) >$D/list; $B --csv --boards $D/list --strict >/dev/null 2>&1",
         1, {}, ""},
     {"echo backplane.xml >$D/list; $B --csv --boards $D/list --strict >/dev/null 2>&1", 2, {}, ""},
-    {"$B --table --boards $D/list", 1, {}, "--boards goes with --csv, and instead of a board\n"},
+    {"$B --table --boards -", 1, {}, "--boards goes with --csv, and instead of a board\n"},
     // What is refused.
     {"$B --models --strict", 1, {}, "--strict needs --table, --csv, --json or files to write\n"},
     {"$B sensor.xml --table --step x", 1, {}, "no step \"x\"; there are: board, panel\n"},
@@ -195,33 +206,41 @@ private:
             {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "XDG_RUNTIME_DIR"}) {
             environment.remove(name);
         }
-        environment.insert("B", QString(WORKBENCH " --data %1").arg(mFolder.filePath("data")));
-        environment.insert("D", mFolder.path());
-        environment.insert("O", mFolder.filePath("o,\"d.drl"));
+        environment.insert("B", QString(WORKBENCH " --data %1").arg(path("data")));
+        environment.insert("D", mFolder->path());
+        environment.insert("O", path("o,\"d.drl"));
+        environment.insert("A", path("arc.rou"));
         QProcess process;
         process.setProcessEnvironment(environment);
         process.setWorkingDirectory(SAMPLES_DIR);
-        process.start("sh", {"-c", command});
+        process.start("sh", {"-c", noSize + command});
         process.waitForFinished();
         mOut = process.readAllStandardOutput();
         mError = process.readAllStandardError();
         return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
     }
 
-    QString named(const char* text) const { return QString(text).replace("$D", mFolder.path()); }
+    QString path(const char* name) const { return mFolder->filePath(name); }
+    QString named(const char* text) const { return QString(text).replace("$D", mFolder->path()); }
 
-    QTemporaryDir mFolder;
+    void write(const char* name, const char* content) const
+    {
+        QFile file(path(name));
+        QVERIFY(file.open(QFile::WriteOnly));
+        file.write(content);
+    }
+
+    std::unique_ptr<QTemporaryDir> mFolder; ///< each row's own
     QString mOut;
     QString mError;
 
 private slots:
-    void initTestCase()
+    void init()
     {
-        QFile board(mFolder.filePath("o,\"d.drl"));
-        QVERIFY(board.open(QFile::WriteOnly));
-        board.write(oddBoard);
-        board.close();
-        QCOMPARE(run("$B --models"), 0);
+        mFolder = std::make_unique<QTemporaryDir>();
+        write("o,\"d.drl", oddBoard);
+        write("arc.rou", arc);
+        QCOMPARE(run("$B --models"), 0); // makes the data
     }
 
     void does_data()
@@ -252,7 +271,7 @@ private slots:
         QVERIFY(mOut.startsWith("ENIG\n"));
         const QByteArray own = "<DrillToolModels><DrillToolModel name='Own'/></DrillToolModels>";
         for (const QByteArray& content : {own, own.chopped(1)}) {
-            QFile models(mFolder.filePath("data/brox/brox.xml"));
+            QFile models(path("data/brox/brox.xml"));
             QVERIFY(models.open(QIODevice::ReadWrite | QIODevice::Truncate));
             models.write(content);
             models.flush();
