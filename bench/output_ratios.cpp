@@ -19,23 +19,16 @@ struct PlanHost : BoardHost
     explicit PlanHost(int holeCount)
         : BoardHost(holeCount)
     {
-        plan.board = &board;
-        plan.layers = gatherLayers(board, 0);
-        for (size_t i = 0; i < plan.layers[0].tools.size(); ++i) {
-            const StepTool& tool = plan.layers[0].tools[i];
-            PlanRow& row = plan.rows.emplace_back();
-            row.tool = i;
-            row.type = tool.tool->type;
-            row.finishedSize = tool.tool->finishedSize;
-            row.count = tool.holes;
-            row.drillSize = row.finishedSize + pitch;
+        const DrillDraft draft = draftStep(Job(read()), 0);
+        std::vector<Drill> drills;
+        for (const DraftRow& row : draft.rows) {
+            drills.push_back({row.finishedSize + pitch, {}, {}});
         }
-        numberProgramTools(plan);
+        plan = makePlan(draft, {}, drills);
     }
 
     Board read() const { return readBoard(QStringList(file)); }
 
-    const Board board = read();
     DrillPlan plan;
 };
 

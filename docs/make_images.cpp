@@ -124,8 +124,9 @@ void saveMap(HostSession& session, const QString& samples)
 
 void saveNoModels(HostSession& session, const QString& samples)
 {
-    session.setBoard(readBoard({samples + "/sensor.xml"}));
-    QWidget* viewer = session.viewer(session.board().mainStep);
+    const Job job(readBoard({samples + "/sensor.xml"}));
+    session.setSteps(job.drafts());
+    QWidget* viewer = session.viewer(job.board->mainStep);
     viewer->resize(900, 620);
     viewer->show();
     QApplication::processEvents();

@@ -152,13 +152,12 @@ private:
 
 DrillMap::DrillMap(const DrillPlan& plan)
     : mPlan(plan)
-    , mPrograms(programsOf(plan))
     , mPlaces(placesOf(plan))
     , mOutlines(outlinesOf(plan))
     , mExtent(extentOf(plan, mPlaces, mOutlines))
 {
     size_t look = 0;
-    for (const Program& program : mPrograms) {
+    for (const Program& program : plan.programs) {
         if (mSheets.empty() || mSheets.back().layer != program.layer) {
             mSheets.push_back({program.layer, {}});
         }
@@ -221,8 +220,8 @@ void DrillMap::paintTitle(QPainter& painter, size_t sheet) const
     painter.setFont(fontOf(32));
     write(painter, head.translated(0, 72), Qt::AlignLeft | Qt::AlignTop,
         PlanText::tr("Board %1, step %2, model %3%4. Circles have the drill size; sizes in %5.")
-            .arg(mPlan.board->job, mPlan.boardStep().name, mPlan.model,
-                mPlan.unsaved ? PlanText::tr(" with edits that are not saved") : QString(),
+            .arg(mPlan.board->job, mPlan.boardStep().name, mPlan.model.name,
+                mPlan.model.unsaved ? PlanText::tr(" with edits that are not saved") : QString(),
                 unitName(mPlan.units)));
 }
 

@@ -2,7 +2,7 @@
 #ifndef DRILL_MAP_H
 #define DRILL_MAP_H
 
-#include "program_tools.h"
+#include "drill_plan.h"
 #include "reading.h"
 
 #include <QRectF>
@@ -69,7 +69,6 @@ private:
     void paintScale(QPainter& painter, const View& view, const QRectF& area) const;
 
     const DrillPlan& mPlan;
-    std::vector<Program> mPrograms;
     std::vector<RowPlaces> mPlaces;
     std::vector<Path> mOutlines;
     QRectF mExtent;

@@ -278,8 +278,8 @@ void writeHead(
     writer.comment("Step: " + plan.boardStep().name);
     writer.comment("Drilled layer: " + plan.layers[program.layer].name);
     writer.comment(program.isPlated ? "Drilled before plating" : "Not plated");
-    writer.comment(
-        "Model: " + plan.model + (plan.unsaved ? " (with edits that are not saved)" : ""));
+    writer.comment("Model: " + plan.model.name
+        + (plan.model.unsaved ? " (with edits that are not saved)" : ""));
     writer.comment(QStringLiteral("Units: %1").arg(resolution.unit));
     writePlating(writer, plan, program);
     writer.line(resolution.keyword);
@@ -344,14 +344,15 @@ void checkRows(const DrillPlan& plan)
                 PlanText::tr("layer \"%1\": the tool \"%2\" of %3 %4 has no drill size by model "
                              "\"%5\" and its formula")
                     .arg(plan.layers[row.layer].name, spoken(typeWord(row.type, row.isSlot)),
-                        sizeText(row.finishedSize, plan.units), unitName(plan.units), plan.model));
+                        sizeText(row.finishedSize, plan.units), unitName(plan.units),
+                        plan.model.name));
         }
     }
 }
 
-void checkTools(const DrillPlan& plan, const std::vector<Program>& programs)
+void checkTools(const DrillPlan& plan)
 {
-    for (const Program& program : programs) {
+    for (const Program& program : plan.programs) {
         if (program.tools.size() > programToolLimit) {
             throw OutputError(
                 PlanText::tr("layer \"%1\", %2: %3 tools; a drill program holds at most %4")
@@ -386,11 +387,11 @@ QString cut(QString stem, const QString& end)
 
 } // namespace
 
-QStringList programNames(const DrillPlan& plan, const std::vector<Program>& programs)
+QStringList programNames(const DrillPlan& plan)
 {
     QStringList names;
     QSet<QString> taken;
-    for (const Program& program : programs) {
+    for (const Program& program : plan.programs) {
         const QString stem = QStringList{nameOf(plan.board->job), nameOf(plan.boardStep().name),
             nameOf(plan.layers[program.layer].name)}
                                  .join('-');
@@ -429,14 +430,13 @@ void addDrillPrograms(
     const DrillPlan& plan, const QString& folder, FileSet& files, const Progress& progress)
 {
     checkRows(plan);
-    const std::vector<Program> programs = programsOf(plan);
-    checkTools(plan, programs);
+    checkTools(plan);
     const std::vector<RowPlaces> places = placesOf(plan);
-    const QStringList names = programNames(plan, programs);
-    for (size_t i = 0; i < programs.size(); ++i) {
-        tell(progress, qint64(i), qint64(programs.size()));
-        files.add(
-            QDir(folder).filePath(names[qsizetype(i)]), programText(plan, programs[i], places));
+    const QStringList names = programNames(plan);
+    for (size_t i = 0; i < plan.programs.size(); ++i) {
+        tell(progress, qint64(i), qint64(plan.programs.size()));
+        files.add(QDir(folder).filePath(names[qsizetype(i)]),
+            programText(plan, plan.programs[i], places));
     }
 }
 

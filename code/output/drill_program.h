@@ -2,7 +2,7 @@
 #ifndef DRILL_PROGRAM_H
 #define DRILL_PROGRAM_H
 
-#include "program_tools.h"
+#include "drill_plan.h"
 #include "reading.h"
 
 namespace brox {
@@ -16,12 +16,12 @@ class FileSet;
 /** Most tools in a program; their numbers have two digits. */
 constexpr size_t programToolLimit = 99;
 
-/** "JOB-STEP-LAYER-plated.drl" or "-nonplated.drl" of each program.
+/** "JOB-STEP-LAYER-plated.drl" or "-nonplated.drl" of each of a plan's programs.
  *
  * Characters that a file system minds are replaced. No two names are the same, also where capital
  * and small letters are.
  */
-QStringList programNames(const DrillPlan& plan, const std::vector<Program>& programs);
+QStringList programNames(const DrillPlan& plan);
 
 /** A program's text.
  *

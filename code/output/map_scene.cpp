@@ -255,7 +255,7 @@ MapScene::MapScene(const DrillPlan& plan)
         }
     }
     size_t number = 0;
-    for (const Program& program : programsOf(plan)) {
+    for (const Program& program : plan.programs) {
         for (const ProgramTool& tool : program.tools) {
             for (const size_t row : tool.rows) {
                 mRows[row].tool = number;

@@ -2,8 +2,8 @@
 #ifndef MAP_SCENE_H
 #define MAP_SCENE_H
 
+#include "drill_plan.h"
 #include "hole_grid.h"
-#include "program_tools.h"
 
 #include <QColor>
 #include <QImage>

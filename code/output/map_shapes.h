@@ -2,7 +2,7 @@
 #ifndef MAP_SHAPES_H
 #define MAP_SHAPES_H
 
-#include "program_tools.h"
+#include "drill_plan.h"
 
 #include <QColor>
 #include <QPainterPath>

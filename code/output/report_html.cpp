@@ -110,16 +110,17 @@ QString factsHtml(const DrillPlan& plan)
     QString html = "<table cellspacing=\"0\" cellpadding=\"3\">\n";
     for (const QStringList& cells : {row(PlanText::tr("Board"), plan.board->job),
              row(PlanText::tr("Step"), plan.boardStep().name),
-             row(PlanText::tr("Model"), plan.model), row(PlanText::tr("Formula"), plan.formula),
+             row(PlanText::tr("Model"), plan.model.name),
+             row(PlanText::tr("Formula"), plan.model.formula),
              row(PlanText::tr("Bits"),
-                 plan.usesBits ? PlanText::tr("rounded to bits of the table")
-                               : PlanText::tr("not used")),
+                 plan.model.usesBits ? PlanText::tr("rounded to bits of the table")
+                                     : PlanText::tr("not used")),
              row(PlanText::tr("Units"), unitName(plan.units)),
              row(PlanText::tr("Written by"), QStringLiteral("brox " OUTPUT_VERSION))}) {
         html += "<tr>" + cell("td", cells[0], {}) + cell("td", cells[1], {}) + "</tr>\n";
     }
     html += "</table>\n";
-    if (plan.unsaved) {
+    if (plan.model.unsaved) {
         html +=
             "<p>" + alert(PlanText::tr("Model or bits have edits that are not saved.")) + "</p>\n";
     }
@@ -129,7 +130,7 @@ QString factsHtml(const DrillPlan& plan)
 QString amountsHtml(const DrillPlan& plan, const Sizes& sizes)
 {
     QList<QStringList> rows;
-    for (const PlanAmount& amount : plan.amounts) {
+    for (const ModelAmount& amount : plan.model.amounts) {
         const bool hasLarge = amount.largeFrom > 0;
         rows << QStringList{escaped(amount.holeType), sizes.text(amount.amount),
             hasLarge ? sizes.text(amount.largeFrom) : QString(),
@@ -197,10 +198,9 @@ QString programHtml(const Program& program, const QString& name, const Sizes& si
 QString programsHtml(const DrillPlan& plan, const Sizes& sizes)
 {
     QString html = heading(PlanText::tr("Drill programs"));
-    const std::vector<Program> programs = programsOf(plan);
-    const QStringList names = programNames(plan, programs);
-    for (size_t i = 0; i < programs.size(); ++i) {
-        html += programHtml(programs[i], names[qsizetype(i)], sizes);
+    const QStringList names = programNames(plan);
+    for (size_t i = 0; i < plan.programs.size(); ++i) {
+        html += programHtml(plan.programs[i], names[qsizetype(i)], sizes);
     }
     return html;
 }

@@ -38,9 +38,9 @@ ShopRules shopRules(const Options& options, const QString& dataDir)
 }
 
 /** The chosen step with the chosen units and model. */
-size_t setUpStep(const Options& options, HostSession& session)
+size_t setUpStep(const Options& options, HostSession& session, const Board& board)
 {
-    const size_t step = chosenStep(options, session.board());
+    const size_t step = chosenStep(options, board);
     if (options.isSet(options.units)) {
         session.setUnits(step, unitsOf(options, options.units));
     }
@@ -63,7 +63,7 @@ int showWindow(const Options& options, HostSession& session, const QStringList& 
     start.repair();
     window.guard([&] {
         window.lockRules(true); // until it is known that their file is whole
-        session.setRules(shopRules(options, session.dataDir()));
+        window.setRules(shopRules(options, session.dataDir()));
         window.lockRules(false);
     });
     if (paths.isEmpty()) {
@@ -71,18 +71,21 @@ int showWindow(const Options& options, HostSession& session, const QStringList& 
     } else {
         // A box tells what is wrong: who starts it from the desktop sees nothing else. Units are
         // set before there is a viewer: it takes a change for an edit.
-        window.guard([&] { window.openBoard(paths, [&] { return setUpStep(options, session); }); });
+        window.guard([&] {
+            window.openBoard(
+                paths, [&] { return setUpStep(options, session, *window.job().board); });
+        });
     }
     return QApplication::exec();
 }
 
 int takeScreenshot(const Options& options, HostSession& session, const QStringList& paths)
 {
-    session.setRules(shopRules(options, session.dataDir()));
     MainWindow window(session);
+    window.setRules(shopRules(options, session.dataDir()));
     window.setReadOptions(readOptions(options));
     if (!paths.isEmpty()) {
-        window.openBoard(paths, [&] { return setUpStep(options, session); });
+        window.openBoard(paths, [&] { return setUpStep(options, session, *window.job().board); });
     }
     window.show();
     QApplication::processEvents();
@@ -215,13 +218,14 @@ int run(const Options& options)
             warn(text);
         }
     });
-    session.setRules(shopRules(options, dataDir));
+    const ShopRules rules = shopRules(options, dataDir);
     openCalculator(session);
     if (options.isSet(options.models)) {
         return printModels(session);
     }
-    return options.isSet(options.boards) ? printBoards(options, session)
-                                         : printPlan(options, session, board);
+    return options.isSet(options.boards)
+        ? printBoards(options, session, rules)
+        : printPlan(options, session, Job(std::move(board), rules));
 }
 
 } // namespace brox

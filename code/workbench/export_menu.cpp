@@ -4,10 +4,9 @@
 #include "drill_map.h"
 #include "drill_program.h"
 #include "drill_report.h"
+#include "drill_table.h"
 #include "file_set.h"
 #include "host_session.h"
-#include "plan_tables.h"
-#include "step_plan.h"
 #include "step_tabs.h"
 
 #include <QDir>
@@ -80,8 +79,8 @@ void ExportMenu::exportFile(const QString& title, const char* key, const QString
     if (!step) {
         return;
     }
-    const Board& board = mSession.board();
-    QString name = QStringLiteral("%1-%2").arg(board.job, board.steps[*step].name);
+    const DrillDraft& draft = mSession.draft(*step);
+    QString name = QStringLiteral("%1-%2").arg(draft.board->job, draft.boardStep().name);
     name.replace('/', '_');
     QFileDialog dialog(parentWidget(), title, lastFolder(key), filter);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
@@ -106,7 +105,7 @@ void ExportMenu::write(const char* key, const QString& path, Write writeFiles)
     progress.setWindowModality(Qt::WindowModal);
     progress.setMinimumDuration(longWriting);
     try {
-        const DrillPlan plan = mSession.plan(*step);
+        const DrillPlan plan = planOf(mSession, *step);
         FileSet files;
         writeFiles(plan, path, files, [&progress](qint64 done, qint64 total) {
             progress.setMaximum(int(total));
@@ -117,11 +116,12 @@ void ExportMenu::write(const char* key, const QString& path, Write writeFiles)
         progress.reset();
         QSettings().setValue(
             QStringLiteral("export/%1").arg(key), QFileInfo(files.paths().value(0)).absolutePath());
-        QString message = tr("Written by model %1: %2").arg(plan.model, files.paths().join(", "));
-        if (plan.unsaved) {
+        QString message =
+            tr("Written by model %1: %2").arg(plan.model.name, files.paths().join(", "));
+        if (plan.model.unsaved) {
             message += tr(" (with edits that are not saved)");
         }
-        if (const int alarming = strictRows(plan)) {
+        if (const qsizetype alarming = alarmingRows(plan)) {
             message += tr(" (tools to be looked at: %1)").arg(alarming);
         }
         emit exported(message);

@@ -96,6 +96,32 @@ std::pair<int, int> hostType(HoleType type)
     return {0, 0};
 }
 
+/** What a host takes for a name, in bytes. */
+constexpr qsizetype nameLength = 64;
+
+QString shortened(QString name, const QString& end)
+{
+    while ((name + end).toUtf8().size() > nameLength) {
+        name.chop(1);
+    }
+    return name + end;
+}
+
+/** The host's layer of a row: all slots of a layer are on another one. */
+QString hostLayerName(const DrillDraft& draft, const DraftRow& row)
+{
+    const QString& name = draft.layers[row.layer].name;
+    if (!row.isSlot) {
+        return name;
+    }
+    QString own = shortened(name, QStringLiteral(" slots"));
+    const auto isTaken = [&](const StepLayer& layer) { return layer.name == own; };
+    for (int i = 2; std::any_of(draft.layers.begin(), draft.layers.end(), isTaken); ++i) {
+        own = shortened(name, QStringLiteral(" slots %1").arg(i));
+    }
+    return own;
+}
+
 } // namespace
 
 HostSession::HostSession(const QString& dataDir, const QString& catalogue)
@@ -129,51 +155,27 @@ void HostSession::setUpHost()
     standin_set_catalogue(mCatalogue.isEmpty() ? nullptr : mCatalogue.constData());
 }
 
-void HostSession::setBoard(Board board)
+void HostSession::setSteps(std::vector<DrillDraft> drafts)
 {
-    auto own = std::make_unique<Board>(std::move(board));
-    std::vector<OpenStep> steps;
-    for (size_t i = 0; i < own->steps.size(); ++i) {
-        steps.push_back(
-            {0, own->units, draftPlan(*own, i, mRules), std::make_unique<ParentViewer>(), {}});
-    }
-    mSteps = std::move(steps);
-    mBoard = std::move(own);
-    mChoices.clear();
-    fillHost();
-}
-
-void HostSession::setRules(const ShopRules& rules)
-{
-    mRules = rules;
-    for (size_t i = 0; i < mSteps.size(); ++i) {
-        mSteps[i].draft = draftPlan(*mBoard, i, mRules, mChoices);
+    mSteps.clear();
+    for (DrillDraft& draft : drafts) {
+        mSteps.push_back({0, std::move(draft), std::make_unique<ParentViewer>(), {}});
     }
     fillHost();
 }
 
-void HostSession::chooseType(const QString& layer, const Tool& tool, std::optional<HoleType> type)
-{
-    mChoices.removeIf([&](const TypeChoice& choice) {
-        return choice.layer == layer && choice.tool.isLike(tool);
-    });
-    if (type) {
-        mChoices << TypeChoice{layer, tool, *type};
-    }
-    setRules(ShopRules(mRules));
-}
-
-/** Puts the board's steps into a host that starts anew. */
+/** Puts the steps into a host that starts anew. */
 void HostSession::fillHost()
 {
     setUpHost();
-    standin_set_job(mBoard->job.toUtf8().constData());
     for (OpenStep& step : mSteps) {
-        const DrillPlan& draft = step.draft;
-        step.stpid = standin_add_step(draft.boardStep().name.toUtf8().constData(), int(step.units));
-        const PlanRow* last = nullptr;
+        const DrillDraft& draft = step.draft;
+        standin_set_job(draft.board->job.toUtf8().constData());
+        step.stpid =
+            standin_add_step(draft.boardStep().name.toUtf8().constData(), int(draft.units));
+        const DraftRow* last = nullptr;
         int layer = 0;
-        for (const PlanRow& row : draft.rows) {
+        for (const DraftRow& row : draft.rows) {
             if (!last || last->layer != row.layer || last->isSlot != row.isSlot) {
                 layer =
                     standin_add_layer(step.stpid, hostLayerName(draft, row).toUtf8().constData());
@@ -190,10 +192,10 @@ void HostSession::fillHost()
 void HostSession::setUnits(size_t step, Units units)
 {
     OpenStep& open = mSteps.at(step);
-    if (open.units == units) {
+    if (open.draft.units == units) {
         return;
     }
-    open.units = units;
+    open.draft.units = units;
     standin_set_units(open.stpid, int(units));
     emit open.parent->unitsChanged(units == Units::Inch ? ZEB_UNITS_MILS : ZEB_UNITS_MICRONS);
 }
@@ -203,7 +205,7 @@ QWidget* HostSession::viewer(size_t step)
     OpenStep& open = mSteps.at(step);
     if (!open.viewer) {
         BroxViewer* viewer = nullptr;
-        open.viewer = mGuard.open(mBoard->steps.at(step).name, [&] {
+        open.viewer = mGuard.open(open.draft.boardStep().name, [&] {
             check(mModule->open(open.stpid), "open a viewer");
             check(mModule->get(open.stpid, &viewer), "give a viewer");
             return reinterpret_cast<QWidget*>(viewer);
@@ -293,32 +295,14 @@ void HostSession::selectModel(size_t step, const QString& model)
             : tr("no model \"%1\"; there are: %2").arg(model, known.join(", ")));
 }
 
-DrillPlan HostSession::plan(size_t step)
-{
-    DrillPlan plan = draft(step);
-    plan.units = units(step);
-    calculate(plan, step);
-    return plan;
-}
-
-void HostSession::calculate(DrillPlan& draft, size_t step)
-{
-    describeModel(draft, step);
-    for (PlanRow& row : draft.rows) {
-        calculateRow(draft, row, step);
-        std::sort(row.flags.begin(), row.flags.end());
-    }
-    numberProgramTools(draft);
-}
-
 /** Reads what the viewer shows of its selected model, which is what the module goes by. */
-void HostSession::describeModel(DrillPlan& plan, size_t step)
+DrillModel HostSession::model(size_t step)
 {
-    plan.model = selectedModel(step);
-    plan.unsaved = hasUnsaved(step);
-    const auto* formula = part<QLineEdit>(viewer(step), "dhsLineEdit");
-    plan.formula = formula->text();
-    plan.usesBits = part<QCheckBox>(viewer(step), "useBitFileCheckBox")->isChecked();
+    DrillModel model;
+    model.name = selectedModel(step);
+    model.unsaved = hasUnsaved(step);
+    model.formula = part<QLineEdit>(viewer(step), "dhsLineEdit")->text();
+    model.usesBits = part<QCheckBox>(viewer(step), "useBitFileCheckBox")->isChecked();
     const auto* table = part<QTableWidget>(viewer(step), "amountsTableWidget");
     for (int row = 0; row < table->rowCount(); ++row) {
         const auto size = [&](int column) {
@@ -326,32 +310,41 @@ void HostSession::describeModel(DrillPlan& plan, size_t step)
             return item ? Size(item->data(Qt::UserRole).toInt()) : 0;
         };
         if (table->item(row, 0)) {
-            plan.amounts << PlanAmount{
+            model.amounts << ModelAmount{
                 table->verticalHeaderItem(row)->text(), size(0), size(1), size(2)};
         }
     }
+    return model;
 }
 
-void HostSession::calculateRow(const DrillPlan& plan, PlanRow& row, size_t step)
+std::vector<Drill> HostSession::drills(const DrillDraft& draft, size_t step)
+{
+    const DrillModel current = model(step);
+    std::vector<Drill> drills;
+    for (const DraftRow& row : draft.rows) {
+        drills.push_back(drill(row, current, step));
+    }
+    return drills;
+}
+
+Drill HostSession::drill(const DraftRow& row, const DrillModel& model, size_t step)
 {
     int size = 0;
     char bit[8] = "";
     const auto [type, subType] = hostType(row.type);
     // A slot whose width no file tells gets no drill; an amount alone is none.
-    if (!plan.model.isEmpty() && row.finishedSize > 0) {
-        check(mModule->calcDrillSize(mSteps.at(step).stpid, plan.model.toLocal8Bit().constData(),
+    if (!model.name.isEmpty() && row.finishedSize > 0) {
+        check(mModule->calcDrillSize(mSteps.at(step).stpid, model.name.toLocal8Bit().constData(),
                   type, subType, row.tolerance.minus, row.tolerance.plus, row.finishedSize, &size,
                   bit),
             "calculate a drill size");
     }
     if (size <= 0) {
-        row.flags << PlanFlag::NoSize;
-        return;
+        return {{}, {}, {PlanFlag::NoSize}};
     }
-    row.drillSize = size;
-    row.bit = QString::fromLocal8Bit(bit);
-    if (!plan.usesBits) {
-        return;
+    Drill drill{size, QString::fromLocal8Bit(bit), {}};
+    if (!model.usesBits) {
+        return drill;
     }
     // The size is the bit's by now. What the formula gave, about which the tolerances lie, only
     // the host's calculator still knows.
@@ -359,11 +352,12 @@ void HostSession::calculateRow(const DrillPlan& plan, PlanRow& row, size_t step)
     standin_last_value(&value);
     value = std::trunc(std::clamp<double>(
         value, std::numeric_limits<Size>::min(), std::numeric_limits<Size>::max()));
-    if (row.bit.isEmpty() && size == value) {
-        row.flags << PlanFlag::NoBit;
+    if (drill.bit.isEmpty() && size == value) {
+        drill.flags << PlanFlag::NoBit;
     } else if (size < value - row.tolerance.minus || size > value + row.tolerance.plus) {
-        row.flags << PlanFlag::OutOfTolerance;
+        drill.flags << PlanFlag::OutOfTolerance;
     }
+    return drill;
 }
 
 void HostSession::log(const char* level, const char* text, void* session)
@@ -384,13 +378,19 @@ void HostSession::modelRenamedOrDeleted(int stepNumber, const char* oldName, con
             || number != stepNumber) {
             continue;
         }
-        const QString& step = sSession->mBoard->steps[i].name;
+        const QString& step = sSession->mSteps[i].draft.boardStep().name;
         if (newName) {
             emit sSession->modelRenamed(step, from, QString::fromLocal8Bit(newName));
         } else {
             emit sSession->modelDeleted(step, from);
         }
     }
+}
+
+DrillPlan planOf(HostSession& session, size_t step)
+{
+    const DrillDraft& draft = session.draft(step);
+    return makePlan(draft, session.model(step), session.drills(draft, step));
 }
 
 } // namespace brox

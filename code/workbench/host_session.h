@@ -3,7 +3,7 @@
 #define HOST_SESSION_H
 
 #include "data_guard.h"
-#include "step_plan.h"
+#include "drill_plan.h"
 #include "zeb_lowlevel.h"
 
 #include <QObject>
@@ -34,10 +34,10 @@ signals:
     void unitsChanged(zeb_units_enum units);
 };
 
-/** A host with a job: fills the host's libraries from a board and runs the module on it.
+/** A host with a job: fills the host's libraries with drafts and runs the module on them.
  *
- * There is one at a time. Steps are named by their index in the board; sizes are in host size
- * units. Functions that need the module throw HostError when it reports a status.
+ * There is one at a time. Steps are named by their index; sizes are in host size units. Functions
+ * that need the module throw HostError when it reports a status.
  */
 class HostSession : public QObject
 {
@@ -57,33 +57,18 @@ public:
 
     QString dataDir() const { return QString::fromUtf8(mDataDir); }
 
-    /** Replaces the job; every viewer must be closed. Types that were chosen are forgotten.
-     *
-     * @throws PanelError  and all stays as it was
-     */
-    void setBoard(Board board);
-    const Board& board() const { return *mBoard; }
+    /** Replaces the steps of the job; every viewer must be closed. */
+    void setSteps(std::vector<DrillDraft> drafts);
 
-    /** The rules of the shop; none at first. */
-    const ShopRules& rules() const { return mRules; }
+    /** A step as it was given, in the units that it has now; rows as its viewer lists them. */
+    const DrillDraft& draft(size_t step) const { return mSteps.at(step).draft; }
 
-    /** Lets other rules act on all steps; every viewer must be closed. */
-    void setRules(const ShopRules& rules);
+    /** The model that is selected in the step's viewer, as it is shown there, saved or not. */
+    DrillModel model(size_t step);
 
-    /** Gives a tool of the board another type, or its own again; every viewer must be closed. */
-    void chooseType(const QString& layer, const Tool& tool, std::optional<HoleType> type);
-
-    /** A step's tools after the rules, without drills; rows as its viewer lists them. */
-    const DrillPlan& draft(size_t step) const { return mSteps.at(step).draft; }
-
-    /** What the selected model and the current formula of a step's viewer make of the step, saved
-     *  or not. Nothing that the viewer shows is changed. */
-    DrillPlan plan(size_t step);
-
-    /** Fills in the drills of a draft, which may be that of another board, by a step's viewer. */
-    void calculate(DrillPlan& draft, size_t step);
-
-    Units units(size_t step) const { return mSteps.at(step).units; }
+    /** What a step's viewer, by its selected model and current formula, gives the rows of a draft,
+     *  which may be that of another board. Nothing that the viewer shows is changed. */
+    std::vector<Drill> drills(const DrillDraft& draft, size_t step);
 
     /** Changes a step's units and tells its viewer. */
     void setUnits(size_t step, Units units);
@@ -120,16 +105,14 @@ private:
     struct OpenStep
     {
         int stpid;
-        Units units;
-        DrillPlan draft;
+        DrillDraft draft;
         std::unique_ptr<ParentViewer> parent;
         QPointer<QWidget> viewer;
     };
     struct Module;
 
     void fillHost();
-    void describeModel(DrillPlan& plan, size_t step);
-    void calculateRow(const DrillPlan& plan, PlanRow& row, size_t step);
+    Drill drill(const DraftRow& row, const DrillModel& model, size_t step);
     void setUpHost();
     static void log(const char* level, const char* text, void* session);
     static void modelRenamedOrDeleted(int stepNumber, const char* oldName, const char* newName);
@@ -140,11 +123,11 @@ private:
     QByteArray mCatalogue; ///< path; null for the module's own texts
     DataGuard mGuard;
     std::unique_ptr<Module> mModule;
-    std::unique_ptr<Board> mBoard = std::make_unique<Board>(); ///< drafts point into it
-    ShopRules mRules;
-    QList<TypeChoice> mChoices;
     std::vector<OpenStep> mSteps;
 };
+
+/** What a step comes to by what its viewer shows, saved or not. */
+DrillPlan planOf(HostSession& session, size_t step);
 
 } // namespace brox
 

@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "job_table.h"
 
-#include "plan_text.h"
-#include "step_plan.h"
-
 #include <QMenu>
 #include <QTableWidget>
 
@@ -19,7 +16,7 @@ enum Column
     MaxTolColumn = 5
 };
 
-QString toolTipOf(const PlanRow& row)
+QString toolTipOf(const DraftRow& row)
 {
     QString text = row.rule;
     if (row.flags.contains(PlanFlag::TypeAssumed)) {
@@ -31,7 +28,7 @@ QString toolTipOf(const PlanRow& row)
 
 } // namespace
 
-JobTable::JobTable(QWidget* viewer, const DrillPlan& draft)
+JobTable::JobTable(QWidget* viewer, const DrillDraft& draft)
     : QObject(viewer)
     , mDraft(draft)
     , mTable(viewer->findChild<QTableWidget*>("jobDrillDataTableWidget"))
@@ -48,7 +45,7 @@ JobTable::JobTable(QWidget* viewer, const DrillPlan& draft)
 void JobTable::mark()
 {
     for (int i = 0; i < mTable->rowCount(); ++i) {
-        const PlanRow& row = mDraft.rows[size_t(i)];
+        const DraftRow& row = mDraft.rows[size_t(i)];
         const QString tip = toolTipOf(row);
         for (int column = 0; column < mTable->columnCount(); ++column) {
             QTableWidgetItem* item = mTable->item(i, column);
@@ -70,7 +67,7 @@ void JobTable::offerTypes(const QPoint& place)
     if (index < 0) {
         return;
     }
-    const PlanRow& row = mDraft.rows[size_t(index)];
+    const DraftRow& row = mDraft.rows[size_t(index)];
     const QString layer = mDraft.layers[row.layer].name;
     Tool tool = *mDraft.tool(row).tool;
     tool.holes.clear();

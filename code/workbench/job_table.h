@@ -2,7 +2,7 @@
 #ifndef JOB_TABLE_H
 #define JOB_TABLE_H
 
-#include "drill_plan.h"
+#include "drill_draft.h"
 
 #include <QWidget>
 
@@ -21,7 +21,7 @@ public:
      * @param viewer  becomes the parent
      * @param draft   the tools in the order of the table's rows; lives longer than the viewer
      */
-    JobTable(QWidget* viewer, const DrillPlan& draft);
+    JobTable(QWidget* viewer, const DrillDraft& draft);
 
 signals:
     /** The user wants another type for the tool of a row; null: the board's own again. */
@@ -31,7 +31,7 @@ private:
     void mark();
     void offerTypes(const QPoint& place);
 
-    const DrillPlan& mDraft;
+    const DrillDraft& mDraft;
     QTableWidget* mTable;
 };
 

@@ -39,11 +39,11 @@ constexpr double shareOfScreen = 0.9; // the rest is for frames, which no screen
 const char geometryKey[] = "geometry";
 const char stateKey[] = "state";
 
-QString contentText(const DrillPlan& draft)
+QString contentText(const DrillDraft& draft)
 {
     qint64 holes = 0;
     qint64 slotPaths = 0;
-    for (const PlanRow& row : draft.rows) {
+    for (const DraftRow& row : draft.rows) {
         (row.isSlot ? slotPaths : holes) += row.count;
     }
     QStringList parts = {MainWindow::tr("Step %1: %2 tools, %3 holes, %4 slots")
@@ -137,7 +137,11 @@ void MainWindow::createPages()
     connect(mTabs, &StepTabs::stepChanged, this, &MainWindow::followStep);
     connect(mTabs, &StepTabs::typeChosen, this,
         [this](const QString& layer, const Tool& tool, std::optional<HoleType> type) {
-            guard([&] { mTabs->remake([&] { mSession.chooseType(layer, tool, type); }); });
+            guard([&] {
+                Job job = mJob;
+                job.chooseType(layer, tool, type);
+                mTabs->remake([&] { setJob(std::move(job)); });
+            });
         });
 
     auto* centre = new QWidget;
@@ -218,7 +222,7 @@ bool MainWindow::openBoard(const QStringList& paths, const std::function<size_t(
     if (!mTabs->closeAll()) {
         return false;
     }
-    mSession.setBoard(std::move(board));
+    setJob(Job(std::move(board), mJob.rules));
     mBoardPaths.clear();
     for (const QString& path : paths) {
         mBoardPaths << QFileInfo(path).absoluteFilePath();
@@ -228,15 +232,34 @@ bool MainWindow::openBoard(const QStringList& paths, const std::function<size_t(
     }
     listSteps();
     followStep();
-    mTabs->openStep(chooseStep ? chooseStep() : mSession.board().mainStep);
+    mTabs->openStep(chooseStep ? chooseStep() : mJob.board->mainStep);
     tellNotes();
     return true;
+}
+
+/** Gives the job's steps to the host, whose viewers are closed. Of the same board they keep the
+ *  units that the user has chosen. */
+void MainWindow::setJob(Job job)
+{
+    std::vector<DrillDraft> drafts = job.drafts();
+    for (size_t i = 0; job.board == mJob.board && i < drafts.size(); ++i) {
+        drafts[i].units = mSession.draft(i).units;
+    }
+    mSession.setSteps(std::move(drafts));
+    mJob = std::move(job);
+}
+
+void MainWindow::setRules(const ShopRules& rules)
+{
+    Job job = mJob;
+    job.rules = rules;
+    mTabs->remake([&] { setJob(std::move(job)); });
 }
 
 /** What the reader has to say, and what was assumed, for the log. */
 void MainWindow::tellNotes()
 {
-    for (const QString& note : mSession.board().notes) {
+    for (const QString& note : mJob.board->notes) {
         mLog->add("NOTE", note);
     }
     if (const std::optional<size_t> step = mTabs->currentStep()) {
@@ -254,11 +277,13 @@ void MainWindow::lockRules(bool locked)
 
 void MainWindow::editRules()
 {
-    RulesDialog dialog(mSession.rules(), this);
-    if (dialog.exec() == QDialog::Accepted && dialog.rules() != mSession.rules()) {
+    RulesDialog dialog(mJob.rules, this);
+    if (dialog.exec() == QDialog::Accepted && dialog.rules() != mJob.rules) {
+        Job job = mJob;
+        job.rules = dialog.rules();
         mTabs->remake([&] {
-            dialog.rules().save(mSession.dataDir());
-            mSession.setRules(dialog.rules());
+            job.rules.save(mSession.dataDir());
+            setJob(std::move(job));
         });
         followStep();
     }
@@ -280,7 +305,7 @@ void MainWindow::followStep()
     mExport->setEnabled(step.has_value());
     mContent->setText(step ? contentText(mSession.draft(*step)) : QString());
     if (step) {
-        (mSession.units(*step) == Units::Inch ? mInch : mMetric)->setChecked(true);
+        (mSession.draft(*step).units == Units::Inch ? mInch : mMetric)->setChecked(true);
     }
 }
 

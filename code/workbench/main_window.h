@@ -2,6 +2,7 @@
 #ifndef MAIN_WINDOW_H
 #define MAIN_WINDOW_H
 
+#include "drill_draft.h"
 #include "reading.h"
 
 #include <QMainWindow>
@@ -50,6 +51,15 @@ public:
      */
     bool openBoard(const QStringList& paths, const std::function<size_t()>& chooseStep = {});
 
+    /** The board that is open, with the rules and choices that act on it. */
+    const Job& job() const { return mJob; }
+
+    /** Lets other rules of the shop act; there are none at first. Open viewers are made anew.
+     *
+     * @throws HostError, PanelError
+     */
+    void setRules(const ShopRules& rules);
+
     /** How boards are read from now on. */
     void setReadOptions(const ReadOptions& options) { mReadOptions = options; }
 
@@ -73,6 +83,7 @@ private:
     void listRecentBoards();
     void createPages();
 
+    void setJob(Job job);
     void chooseBoard();
     void editRules();
     void setUnits(QAction* action);
@@ -82,6 +93,7 @@ private:
     void tell(const QString& level, const QString& text);
 
     HostSession& mSession;
+    Job mJob;
     ErrorBar* mErrorBar;
     QStackedWidget* mPages;
     QLabel* mHint;

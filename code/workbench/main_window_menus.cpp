@@ -110,7 +110,7 @@ void MainWindow::createHelpMenu()
 void MainWindow::listSteps()
 {
     mStepMenu->clear();
-    const std::vector<Step>& steps = mSession.board().steps;
+    const std::vector<Step>& steps = mJob.board->steps;
     for (size_t i = 0; i < steps.size(); ++i) {
         mStepMenu->addAction(
             numbered(i, steps[i].name), this, [this, i] { guard([&] { mTabs->openStep(i); }); });

@@ -86,7 +86,7 @@ void MapDock::showStep(size_t step)
     if (table != mTable) {
         followViewer(table);
     }
-    showPlan(mSession.plan(step));
+    showPlan(planOf(mSession, step));
     followTable();
 }
 
@@ -108,15 +108,15 @@ void MapDock::followViewer(QTableWidget* table)
 void MapDock::clear(const QString& reason)
 {
     mStep.clear();
-    mPlan = {};
+    mPlan.reset();
     ui.toolTreeWidget->clear();
     ui.holeLabel->setText(reason);
     ui.mapWidget->setScene(nullptr, false);
 }
 
-void MapDock::showPlan(const DrillPlan& plan)
+void MapDock::showPlan(DrillPlan plan)
 {
-    const bool isSame = mStep == stepKey(plan) && mPlan.rows.size() == plan.rows.size();
+    const bool isSame = mPlan && mStep == stepKey(plan) && mPlan->rows.size() == plan.rows.size();
     QSet<size_t> off;
     for (QTreeWidgetItemIterator i(ui.toolTreeWidget); isSame && *i; ++i) {
         const QVariant row = (*i)->data(0, rowRole);
@@ -125,8 +125,8 @@ void MapDock::showPlan(const DrillPlan& plan)
         }
     }
     auto scene = std::make_unique<MapScene>(plan);
-    mPlan = plan;
     mStep = stepKey(plan);
+    mPlan = std::move(plan);
     ui.holeLabel->setText(tr("Click a hole to see what drills it."));
     fillTree(*scene, off);
     ui.mapWidget->setScene(std::move(scene), isSame);
@@ -139,19 +139,19 @@ void MapDock::fillTree(const MapScene& scene, const QSet<size_t>& off)
 {
     const QSignalBlocker quiet(ui.toolTreeWidget);
     ui.toolTreeWidget->clear();
-    std::vector<QTreeWidgetItem*> layers(mPlan.layers.size());
-    for (size_t i = 0; i < mPlan.rows.size(); ++i) {
-        const PlanRow& row = mPlan.rows[i];
+    std::vector<QTreeWidgetItem*> layers(mPlan->layers.size());
+    for (size_t i = 0; i < mPlan->rows.size(); ++i) {
+        const PlanRow& row = mPlan->rows[i];
         QTreeWidgetItem*& layer = layers[row.layer];
         if (!layer) {
-            layer = new QTreeWidgetItem(ui.toolTreeWidget, {mPlan.layers[row.layer].name});
+            layer = new QTreeWidgetItem(ui.toolTreeWidget, {mPlan->layers[row.layer].name});
             layer->setFlags(layer->flags() | Qt::ItemIsUserCheckable | Qt::ItemIsAutoTristate);
             layer->setCheckState(0, Qt::Checked);
             layer->setExpanded(true);
         }
         auto* item = new QTreeWidgetItem(layer,
             {spoken(typeWord(row.type, row.isSlot)), row.bit,
-                row.drillSize ? sizeText(*row.drillSize, mPlan.units) : QString(),
+                row.drillSize ? sizeText(*row.drillSize, mPlan->units) : QString(),
                 QString::number(row.count)});
         item->setData(0, rowRole, QVariant::fromValue(i));
         item->setIcon(0, symbolIcon(scene.toolOf(i), palette()));
@@ -188,13 +188,13 @@ void MapDock::tellHole(size_t row, Place place)
     }
     ui.holeLabel->setText(
         tr("%1\nat X %2, Y %3")
-            .arg(rowText(mPlan.rows[row]), placeText(place.x), placeText(place.y)));
+            .arg(rowText(mPlan->rows[row]), placeText(place.x), placeText(place.y)));
 }
 
 /** A coordinate in millimetres or inches. */
 QString MapDock::placeText(Size size) const
 {
-    const bool isInch = mPlan.units == Units::Inch;
+    const bool isInch = mPlan->units == Units::Inch;
     return QStringLiteral("%1 %2")
         .arg(double(size) / (isInch ? sizePerInch : sizePerMillimetre), 0, 'f', isInch ? 4 : 3)
         .arg(isInch ? tr("inch") : tr("mm"));
@@ -202,9 +202,9 @@ QString MapDock::placeText(Size size) const
 
 QString MapDock::rowText(const PlanRow& row) const
 {
-    const auto size = [this](Size value) { return sizeText(value, mPlan.units); };
+    const auto size = [this](Size value) { return sizeText(value, mPlan->units); };
     QStringList parts{QStringLiteral("%1, %2").arg(
-                          mPlan.layers[row.layer].name, spoken(typeWord(row.type, row.isSlot))),
+                          mPlan->layers[row.layer].name, spoken(typeWord(row.type, row.isSlot))),
         tr("finished %1 +%2 -%3")
             .arg(size(row.finishedSize), size(row.tolerance.plus), size(row.tolerance.minus)),
         row.drillSize ? tr("drill %1").arg(size(*row.drillSize)) : tr("no drill size"),

@@ -32,7 +32,7 @@ protected:
 private:
     void followStep();
     void showStep(size_t step);
-    void showPlan(const DrillPlan& plan);
+    void showPlan(DrillPlan plan);
     void followViewer(QTableWidget* table);
     void clear(const QString& reason = {});
     void fillTree(const MapScene& scene, const QSet<size_t>& off);
@@ -46,7 +46,7 @@ private:
     const StepTabs& mTabs;
     Ui::MapDock ui;
     QTimer mTimer; ///< many cells change at once
-    DrillPlan mPlan; ///< its board may be gone
+    std::optional<DrillPlan> mPlan; ///< null: nothing is shown
     QString mStep;
     QPointer<QTableWidget> mTable; ///< the viewer's; its rows are the plan's
 };

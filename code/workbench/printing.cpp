@@ -2,8 +2,8 @@
 #include "printing.h"
 
 #include "board_reader.h"
+#include "drill_table.h"
 #include "options.h"
-#include "plan_tables.h"
 #include "writing.h"
 
 #include <QFile>
@@ -35,10 +35,10 @@ QString named(const QString& name, const QString& line)
  *
  * @param name  of the board where there are several; else empty
  */
-void warnOf(const DrillPlan& plan, const QString& name)
+void warnOf(const DrillDraft& draft, const QString& name)
 {
-    QStringList lines = plan.board->notes;
-    lines << assumedText(plan);
+    QStringList lines = draft.board->notes;
+    lines << assumedText(draft);
     lines.removeAll(QString());
     for (const QString& line : lines) {
         warn(named(name, line));
@@ -119,27 +119,33 @@ void openCalculator(HostSession& session)
     Board board;
     board.job = board.steps.emplace_back().name = QStringLiteral("inch");
     board.steps.emplace_back().name = QStringLiteral("metric");
-    session.setBoard(std::move(board));
-    session.setUnits(0, Units::Inch); // before there is a viewer, which takes it for an edit
+    std::vector<DrillDraft> drafts = Job(std::move(board)).drafts();
+    drafts[0].units = Units::Inch;
+    session.setSteps(std::move(drafts));
 }
 
-DrillPlan planOf(const Options& options, HostSession& session, const Board& board)
+DrillDraft draftOf(const Options& options, const Job& job)
 {
-    DrillPlan plan = draftPlan(board, chosenStep(options, board), session.rules());
+    DrillDraft draft = draftStep(job, chosenStep(options, *job.board));
     if (options.isSet(options.units)) {
-        plan.units = unitsOf(options, options.units);
+        draft.units = unitsOf(options, options.units);
     }
-    const size_t step = plan.units == Units::Inch ? 0 : 1;
+    return draft;
+}
+
+DrillPlan planOf(const Options& options, HostSession& session, const DrillDraft& draft)
+{
+    const size_t step = draft.units == Units::Inch ? 0 : 1;
     if (options.isSet(options.model)
         && session.selectedModel(step) != options.value(options.model)) {
         session.selectModel(step, options.value(options.model));
     }
-    session.calculate(plan, step);
-    if (plan.model.isEmpty()) {
+    DrillModel model = session.model(step);
+    if (model.name.isEmpty()) {
         throw HostError(
             "no drill tool model is selected; the models file may be empty or unreadable");
     }
-    return plan;
+    return makePlan(draft, std::move(model), session.drills(draft, step));
 }
 
 int statusOf(const Options& options, const DrillPlan& plan, const QString& name)
@@ -150,10 +156,11 @@ int statusOf(const Options& options, const DrillPlan& plan, const QString& name)
     if (without > 0) {
         warn(before
             + QStringLiteral("tools without a drill size by model \"%1\" and its formula: %2")
-                  .arg(plan.model)
+                  .arg(plan.model.name)
                   .arg(without));
     }
-    if (const int flagged = strictRows(plan); options.isSet(options.strict) && flagged > 0) {
+    if (const qsizetype flagged = alarmingRows(plan);
+        options.isSet(options.strict) && flagged > 0) {
         warn(before
             + QStringLiteral("tools that are flagged out-of-tolerance, no-bit or no-size: %1")
                   .arg(flagged));
@@ -162,11 +169,12 @@ int statusOf(const Options& options, const DrillPlan& plan, const QString& name)
     return without > 0 ? 1 : 0;
 }
 
-int printPlan(const Options& options, HostSession& session, const Board& board)
+int printPlan(const Options& options, HostSession& session, const Job& job)
 {
-    const DrillPlan plan = planOf(options, session, board);
+    const DrillDraft draft = draftOf(options, job);
+    const DrillPlan plan = planOf(options, session, draft);
     const QStringList left = leftOut(plan);
-    const bool isRefused = options.isSet(options.strict) && strictRows(plan) > 0;
+    const bool isRefused = options.isSet(options.strict) && alarmingRows(plan) > 0;
     const QStringList written = isRefused ? QStringList() : writeFiles(options, plan);
     int status = 0;
     if (options.isSet(options.json)) {
@@ -183,24 +191,26 @@ int printPlan(const Options& options, HostSession& session, const Board& board)
         }
     } else {
         const QString end = left.isEmpty() ? QString() : '\n' + left.join('\n') + '\n';
-        status = print(QStringLiteral("%1, step %2, model %3\n\n%4%5")
-                           .arg(board.job, plan.boardStep().name, plan.model, planText(plan), end));
+        status = print(
+            QStringLiteral("%1, step %2, model %3\n\n%4%5")
+                .arg(job.board->job, plan.boardStep().name, plan.model.name, planText(plan), end));
     }
-    warnOf(plan, {});
+    warnOf(draft, {});
     return qMax(status, statusOf(options, plan, {}));
 }
 
 /** Boards one after the other. Sizes are told in the units of the first, or those asked for, so
  *  that a column has one unit; each board is calculated in its own. */
-int printBoards(const Options& options, HostSession& session)
+int printBoards(const Options& options, HostSession& session, const ShopRules& rules)
 {
     std::optional<Units> units;
     bool hasFailed = false;
     bool isStrict = false;
     for (const QString& name : readList(options.value(options.boards))) {
         try {
-            const Board board = readBoard({name}, readOptions(options));
-            const DrillPlan plan = planOf(options, session, board);
+            const DrillDraft draft =
+                draftOf(options, Job(readBoard({name}, readOptions(options)), rules));
+            const DrillPlan plan = planOf(options, session, draft);
             QString text;
             if (!units) {
                 units = plan.units;
@@ -212,7 +222,7 @@ int printBoards(const Options& options, HostSession& session)
             for (const QString& line : leftOut(plan)) {
                 warn(named(name, line));
             }
-            warnOf(plan, name);
+            warnOf(draft, name);
             const int status = statusOf(options, plan, name);
             isStrict = isStrict || status == strictStatus;
             hasFailed = hasFailed || status == 1;

@@ -35,12 +35,17 @@ size_t chosenStep(const Options& options, const Board& board);
 /** Readies a session for planOf, instead of a board. */
 void openCalculator(HostSession& session);
 
-/** What a board comes to by the options, in a session that is ready for it.
+/** The step asked for, in the units asked for.
  *
- * @param board  outlives the plan
  * @throws HostError, PanelError
  */
-DrillPlan planOf(const Options& options, HostSession& session, const Board& board);
+DrillDraft draftOf(const Options& options, const Job& job);
+
+/** What a draft comes to by the options, in a session that is ready for it.
+ *
+ * @throws HostError
+ */
+DrillPlan planOf(const Options& options, HostSession& session, const DrillDraft& draft);
 
 /** The exit status that a plan's tools call for; what is wrong is told on standard error.
  *
@@ -48,8 +53,8 @@ DrillPlan planOf(const Options& options, HostSession& session, const Board& boar
  */
 int statusOf(const Options& options, const DrillPlan& plan, const QString& name);
 
-int printPlan(const Options& options, HostSession& session, const Board& board);
-int printBoards(const Options& options, HostSession& session);
+int printPlan(const Options& options, HostSession& session, const Job& job);
+int printBoards(const Options& options, HostSession& session, const ShopRules& rules);
 int printModels(HostSession& session);
 
 } // namespace brox

@@ -124,7 +124,7 @@ void StepTabs::markUnsaved()
 /** Tells apart the steps of two boards, and two steps of one name; bears the unsaved mark. */
 QString StepTabs::titleOf(size_t step) const
 {
-    const Board& board = mSession.board();
+    const Board& board = *mSession.draft(step).board;
     QString title = QStringLiteral("%1: %2").arg(board.job, board.steps[step].name);
     const auto isNamesake = [&](const Step& other) { return other.name == board.steps[step].name; };
     const auto begin = board.steps.begin();

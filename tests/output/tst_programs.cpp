@@ -26,6 +26,10 @@ Tool tool(HoleType type, double size, std::vector<Place> holes, std::vector<Path
     Tool made;
     made.type = type;
     made.finishedSize = Size(size * mm);
+    if (size < 0.5) {
+        made.typeAssumed = true;
+        made.tolerance = Tolerance{mm / 20, mm / 10};
+    }
     made.holes = std::move(holes);
     made.slotPaths = std::move(slotPaths);
     return made;
@@ -61,40 +65,22 @@ Board everything()
 }
 
 /** Plated holes are drilled 0.1 mm larger; 0.3 and 0.35 share a bit. */
-DrillPlan planOf(const Board& board, size_t step, Units units = Units::Metric)
+Drill drillFor(const DraftRow& row)
 {
-    DrillPlan plan;
-    plan.board = &board;
-    plan.step = step;
-    plan.units = units;
-    plan.model = "ENIG";
-    plan.layers = gatherLayers(board, step);
-    for (size_t layer = 0; layer < plan.layers.size(); ++layer) {
-        for (size_t i = 0; i < plan.layers[layer].tools.size(); ++i) {
-            const StepTool& tool = plan.layers[layer].tools[i];
-            for (const bool isSlot : {false, true}) {
-                PlanRow row;
-                row.layer = layer;
-                row.tool = i;
-                row.isSlot = isSlot;
-                row.type = tool.tool->type;
-                row.finishedSize = tool.tool->finishedSize;
-                row.count = isSlot ? tool.slotPaths : tool.holes;
-                row.drillSize = row.finishedSize + (row.isPlated() ? mm / 10 : 0);
-                if (row.finishedSize < mm / 2) {
-                    row.drillSize = 4 * mm / 10;
-                    row.bit = "0.40";
-                    row.tolerance = {mm / 20, mm / 10};
-                    row.flags = {PlanFlag::OutOfTolerance, PlanFlag::TypeAssumed};
-                }
-                if (row.count > 0) {
-                    plan.rows.push_back(row);
-                }
-            }
-        }
+    if (row.finishedSize < mm / 2) {
+        return {4 * mm / 10, "0.40", {PlanFlag::OutOfTolerance}};
     }
-    numberProgramTools(plan);
-    return plan;
+    return {row.finishedSize + (row.isPlated() ? mm / 10 : 0), {}, {}};
+}
+
+DrillPlan planOf(const Board& board, size_t step, Units units = Units::Metric,
+    const std::function<Drill(const DraftRow&)>& drill = drillFor)
+{
+    DrillDraft draft = draftStep(Job(board), step);
+    draft.units = units;
+    std::vector<Drill> drills;
+    std::transform(draft.rows.begin(), draft.rows.end(), std::back_inserter(drills), drill);
+    return makePlan(draft, {"ENIG", {}, true, false, {}}, drills);
 }
 
 /** A sample's board; drill files are those of the same name. */
@@ -219,7 +205,7 @@ private slots:
             for (const Units units : {Units::Metric, Units::Inch}) {
                 const DrillPlan plan = planOf(board, step, units);
                 const std::vector<RowPlaces> places = placesOf(plan);
-                for (const Program& program : programsOf(plan)) {
+                for (const Program& program : plan.programs) {
                     Drilled read;
                     Drilled written;
                     for (const ProgramTool& tool : program.tools) {
@@ -351,14 +337,9 @@ private slots:
         for (int i = 1; i <= toolCount; ++i) {
             board.steps[0].layers[0].tools.push_back(tool(HoleType::Plated, 0.01 * i, {{}}));
         }
-        DrillPlan plan = planOf(board, 0);
-        for (PlanRow& row : plan.rows) {
-            row.drillSize = row.finishedSize;
-        }
-        numberProgramTools(plan);
-        if (withoutSize >= 0) {
-            plan.rows[size_t(withoutSize)].drillSize.reset();
-        }
+        const DrillPlan plan = planOf(board, 0, Units::Metric, [&](const DraftRow& row) {
+            return int(row.tool) == withoutSize ? Drill() : Drill{row.finishedSize, {}, {}};
+        });
         FileSet files;
         QString message;
         QTemporaryDir folder;

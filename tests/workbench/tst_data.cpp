@@ -147,7 +147,7 @@ private slots:
             MainWindow window(session);
             window.show();
             window.openBoard({SAMPLES_DIR "/sensor.xml"});
-            QWidget* viewer = session.viewer(session.board().mainStep);
+            QWidget* viewer = session.viewer(window.job().board->mainStep);
             const QByteArray before = file.read().bytes;
             QVERIFY(!before.isEmpty());
             shell(accident.command, folder.path(), file);
@@ -183,7 +183,7 @@ private slots:
             const DataFile file(folder.path(), kind);
             createDefaultData(folder.path());
             HostSession session(folder.path());
-            session.setBoard(boardOf({"step"}));
+            session.setSteps(Job(boardOf({"step"})).drafts());
             for (int i = 0; i < 24; ++i) {
                 edit(session.viewer(0), kind, QString("Gold %1").arg(i % 12));
                 save(session.viewer(0), kind);
@@ -216,7 +216,7 @@ private slots:
             const QTemporaryDir folder;
             createDefaultData(folder.path());
             HostSession session(folder.path());
-            session.setBoard(boardOf({"a", "b"}));
+            session.setSteps(Job(boardOf({"a", "b"})).drafts());
             for (size_t step : {0, 1}) {
                 edit(session.viewer(step), kind, QString("Gold %1").arg(step));
             }
@@ -275,7 +275,7 @@ int saveForEver(const QString& folder)
 {
     createDefaultData(folder);
     HostSession session(folder);
-    session.setBoard(boardOf({"step"}));
+    session.setSteps(Job(boardOf({"step"})).drafts());
     for (int i = 0;; ++i) {
         edit(session.viewer(0), DataFile::Kind::Models, QString("Gold %1").arg(i));
         save(session.viewer(0), DataFile::Kind::Models);

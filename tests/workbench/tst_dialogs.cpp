@@ -124,8 +124,8 @@ private slots:
         QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, mFolder->path());
         QCOMPARE(createDefaultData(mFolder->path()), "");
         mSession = std::make_unique<HostSession>(mFolder->path());
-        mSession->setRules(ShopRules::load(mFolder->path()));
         mWindow = std::make_unique<MainWindow>(*mSession);
+        mWindow->setRules(ShopRules::load(mFolder->path()));
         mWindow->remember();
         mWindow->show();
         open("a.drl");
@@ -142,8 +142,7 @@ private slots:
     {
         ShopRules rules;
         rules.changeTolerances("plated=-0.05/+0.10");
-        mSession->closeViewer(0);
-        mSession->setRules(rules);
+        mWindow->setRules(rules);
         open("b.drl");
         auto* dock = child<QDockWidget>("mapDock");
         auto* map = child<QWidget>("mapWidget");
@@ -255,8 +254,7 @@ private slots:
         QCOMPARE(tools()->item(1, 0)->text(), name);
         chooseType("Via");
         open(name + ".drl");
-        mSession->closeViewer(0);
-        mSession->setRules(ShopRules(mSession->rules()));
+        mWindow->setRules(mWindow->job().rules);
         QCOMPARE(tool(1), "Pth 1 800 100 100 900");
     }
 
@@ -297,10 +295,10 @@ private slots:
         QCOMPARE(tool(0), "Via 2 300 100 100 350");
         QCOMPARE(tool(1), "Pth 1 800 100 300 1016");
         QCOMPARE(mSession->selectedModel(0), "Gold");
-        QVERIFY(ShopRules::load(mFolder->path()) == mSession->rules());
-        QVERIFY(mSession->rules().lines().join('\n').startsWith(
+        QVERIFY(ShopRules::load(mFolder->path()) == mWindow->job().rules);
+        QVERIFY(mWindow->job().rules.lines().join('\n').startsWith(
             "plated: -0.1/+0.3 mm where the board tells no tolerance\nnonplated: -0.05/"));
-        QCOMPARE(mSession->rules().viasUpTo, Size(0.3 * sizePerMillimetre));
+        QCOMPARE(mWindow->job().rules.viasUpTo, Size(0.3 * sizePerMillimetre));
         mWindow->lockRules(true);
         QVERIFY(!action("Shop Rules...")->isEnabled());
         const Boxes boxes({"OK"});
@@ -312,8 +310,7 @@ private slots:
     {
         ShopRules rules;
         rules.changeTolerances("plated=-0.001/+0.031");
-        mSession->closeViewer(0);
-        mSession->setRules(rules);
+        mWindow->setRules(rules);
         open("b.drl");
         const QString path = mFolder->filePath("out/x");
         QVERIFY(QDir(mFolder->path()).mkdir("out"));
@@ -387,7 +384,7 @@ private slots:
         board.steps.resize(2);
         board.steps[0].name = board.steps[1].name = "a&b";
         mWindow.reset();
-        mSession->setBoard(std::move(board));
+        mSession->setSteps(Job(std::move(board)).drafts());
         StepTabs tabs(*mSession);
         for (const size_t step : {0, 1, 0, 1}) {
             tabs.openStep(step);

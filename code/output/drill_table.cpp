@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "plan_tables.h"
+#include "drill_table.h"
 
-#include "program_tools.h"
+#include "drill_plan.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -177,7 +177,7 @@ QByteArray planJson(const DrillPlan& plan, bool withPlaces)
 {
     const std::vector<RowPlaces> places = withPlaces ? placesOf(plan) : std::vector<RowPlaces>();
     QJsonArray amounts;
-    for (const PlanAmount& amount : plan.amounts) {
+    for (const ModelAmount& amount : plan.model.amounts) {
         amounts << QJsonObject{{"holeType", amount.holeType},
             {"amount", number(amount.amount, plan.units)},
             {"largeFrom", number(amount.largeFrom, plan.units)},
@@ -196,10 +196,11 @@ QByteArray planJson(const DrillPlan& plan, bool withPlaces)
         rows << row;
     }
     const QJsonObject json{{"job", plan.board->job}, {"step", plan.boardStep().name},
-        {"unit", plan.units == Units::Inch ? "mil" : "micron"}, {"model", plan.model},
-        {"formula", plan.formula}, {"usesBits", plan.usesBits}, {"unsaved", plan.unsaved},
-        {"amounts", amounts}, {"rules", QJsonArray::fromStringList(plan.rules)}, {"layers", layers},
-        {"rows", rows}, {"leftOut", QJsonArray::fromStringList(leftOut(plan))},
+        {"unit", plan.units == Units::Inch ? "mil" : "micron"}, {"model", plan.model.name},
+        {"formula", plan.model.formula}, {"usesBits", plan.model.usesBits},
+        {"unsaved", plan.model.unsaved}, {"amounts", amounts},
+        {"rules", QJsonArray::fromStringList(plan.rules)}, {"layers", layers}, {"rows", rows},
+        {"leftOut", QJsonArray::fromStringList(leftOut(plan))},
         {"notes", QJsonArray::fromStringList(plan.board->notes)}};
     return QJsonDocument(json).toJson();
 }

@@ -134,21 +134,6 @@ ToleranceRule ruleOf(const QJsonValue& value, const QString& where)
 
 } // namespace
 
-QString typeKey(HoleType type)
-{
-    switch (type) {
-    case HoleType::Plated:
-        return QT_TRANSLATE_NOOP("PlanText", "plated");
-    case HoleType::NonPlated:
-        return QT_TRANSLATE_NOOP("PlanText", "nonplated");
-    case HoleType::Via:
-        return QT_TRANSLATE_NOOP("PlanText", "via");
-    case HoleType::PressFit:
-        return QT_TRANSLATE_NOOP("PlanText", "press-fit");
-    }
-    return {};
-}
-
 QString toleranceText(const Tolerance& tolerance)
 {
     return QStringLiteral("-%1/+%2 mm")

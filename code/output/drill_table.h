@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#ifndef PLAN_TABLES_H
-#define PLAN_TABLES_H
+#ifndef DRILL_TABLE_H
+#define DRILL_TABLE_H
 
 #include "drill_plan.h"
 

@@ -81,9 +81,6 @@ public:
     bool operator==(const ShopRules&) const = default;
 };
 
-/** "plated", "nonplated", "via", "press-fit". */
-QString typeKey(HoleType type);
-
 /** "-0.05/+0.1 mm", by the units in mils or millimetres. */
 QString toleranceText(const Tolerance& tolerance);
 

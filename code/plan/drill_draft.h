@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: MIT
+#ifndef DRILL_DRAFT_H
+#define DRILL_DRAFT_H
+
+#include "panel.h"
+#include "plan_text.h"
+#include "shop_rules.h"
+
+#include <memory>
+
+namespace brox {
+
+/** What a board's steps ask to be drilled, after the rules of the shop and the user's choices, and
+ *  before any model has given drills. */
+
+/** A type that the user has chosen for a tool, for this board only. */
+struct TypeChoice
+{
+    QString layer;
+    Tool tool; ///< without holes and slots; those that are like it are meant
+    HoleType type = HoleType::Plated;
+};
+
+/** The holes, or the slots, of a tool. */
+struct DraftRow
+{
+    size_t layer = 0; ///< index in PlannedStep::layers
+    size_t tool = 0; ///< index in that layer's tools
+    bool isSlot = false;
+    HoleType type = HoleType::Plated; ///< after the rules
+    Tolerance tolerance; ///< after the rules; 0 and 0 where none applies
+    Size finishedSize = 0; ///< 0: the board specifies none
+    qint64 count = 0; ///< repeats included
+    QList<PlanFlag> flags; ///< in the order of the enumeration
+    QString rule; ///< what rule or user decided about the tool, one line; empty: nothing
+
+    bool isPlated() const { return type != HoleType::NonPlated; }
+};
+
+/** A step of a board with its layers; what draft and plan have in common. */
+struct PlannedStep
+{
+    std::shared_ptr<const Board> board; ///< never null
+    size_t step = 0; ///< index in the board
+    Units units = Units::Metric; ///< in which sizes are told
+    QStringList rules; ///< the shop's rules that are in force, a line each
+    std::vector<StepLayer> layers; ///< pointers in it lie in the board
+
+    const Step& boardStep() const { return board->steps[step]; }
+    const StepTool& tool(const DraftRow& row) const { return layers[row.layer].tools[row.tool]; }
+};
+
+struct DrillDraft : PlannedStep
+{
+    std::vector<DraftRow> rows; ///< by layer, holes before slots, tool: as a host lists them
+};
+
+/** A board with all that is decided about it before a model is. */
+struct Job
+{
+    explicit Job(Board board = {}, ShopRules rules = {});
+
+    std::shared_ptr<const Board> board; ///< never null; drafts share it
+    ShopRules rules;
+    QList<TypeChoice> choices;
+
+    /** Gives a tool of the board another type, or null: its own again. */
+    void chooseType(const QString& layer, const Tool& tool, std::optional<HoleType> type);
+
+    /** A draft of each step, in the board's units.
+     *
+     * @throws PanelError
+     */
+    std::vector<DrillDraft> drafts() const;
+};
+
+/** Applies rules and choices to the tools of one step.
+ *
+ * @param step  index in the job's board
+ * @throws PanelError
+ */
+DrillDraft draftStep(const Job& job, size_t step);
+
+/** What was assumed in a step, as one line with counts; empty: nothing. */
+QString assumedText(const DrillDraft& draft);
+
+/** What is not drilled, a line each: contours, back drills, holes on other layers. */
+QStringList leftOut(const PlannedStep& step);
+
+} // namespace brox
+
+#endif

@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: MIT
+#include "drill_plan.h"
+
+#include <algorithm>
+#include <map>
+
+namespace brox {
+
+namespace {
+
+/** A tool of a repeated step with a row that its holes, or its slots, belong to. */
+struct RowTool
+{
+    size_t row;
+    const Tool* tool;
+};
+
+std::vector<RowTool> rowToolsOf(const DrillPlan& plan, const Step& step)
+{
+    std::vector<RowTool> found;
+    for (const Layer& layer : step.layers) {
+        for (const Tool& tool : layer.tools) {
+            for (size_t i = 0; i < plan.rows.size(); ++i) {
+                const PlanRow& row = plan.rows[i];
+                if (plan.tool(row).tool->isLike(tool)
+                    && plan.layers[row.layer].name == layer.name) {
+                    found.push_back({i, &tool});
+                }
+            }
+        }
+    }
+    return found;
+}
+
+/** Sorts the rows into programs and numbers the tools. */
+void addPrograms(DrillPlan& plan)
+{
+    using Cutter = std::pair<std::optional<Size>, QString>; // no size before any
+    std::map<std::pair<size_t, bool>, std::map<Cutter, ProgramTool>> programs;
+    for (size_t i = 0; i < plan.rows.size(); ++i) {
+        const PlanRow& row = plan.rows[i];
+        ProgramTool& tool = programs[{row.layer, !row.isPlated()}][{row.drillSize, row.bit}];
+        tool.size = row.drillSize;
+        tool.bit = row.bit;
+        tool.rows.push_back(i);
+        (row.isSlot ? tool.slotPaths : tool.holes) += row.count;
+    }
+    for (auto& [file, tools] : programs) {
+        Program& program = plan.programs.emplace_back(Program{file.first, !file.second, {}});
+        int last = 0;
+        for (auto& [cutter, tool] : tools) {
+            tool.number = tool.size ? ++last : 0;
+            for (const size_t row : tool.rows) {
+                plan.rows[row].programTool = tool.number;
+            }
+            program.tools.push_back(std::move(tool));
+        }
+    }
+}
+
+} // namespace
+
+DrillPlan makePlan(const DrillDraft& draft, DrillModel model, const std::vector<Drill>& drills)
+{
+    DrillPlan plan{draft, std::move(model), {}, {}};
+    for (size_t i = 0; i < draft.rows.size(); ++i) {
+        const Drill& drill = drills.at(i);
+        PlanRow& row = plan.rows.emplace_back(PlanRow{draft.rows[i], drill.size, drill.bit});
+        row.flags += drill.flags;
+        std::sort(row.flags.begin(), row.flags.end());
+    }
+    addPrograms(plan);
+    return plan;
+}
+
+bool isAlarming(const PlanRow& row)
+{
+    return std::any_of(
+        row.flags.begin(), row.flags.end(), [](PlanFlag flag) { return isAlarming(flag); });
+}
+
+qsizetype alarmingRows(const DrillPlan& plan)
+{
+    return std::count_if(
+        plan.rows.begin(), plan.rows.end(), [](const PlanRow& row) { return isAlarming(row); });
+}
+
+std::vector<RowPlaces> placesOf(const DrillPlan& plan)
+{
+    std::vector<RowPlaces> places(plan.rows.size());
+    for (size_t i = 0; i < plan.rows.size(); ++i) {
+        const PlanRow& row = plan.rows[i];
+        row.isSlot ? places[i].slotPaths.reserve(size_t(row.count))
+                   : places[i].holes.reserve(size_t(row.count));
+    }
+    std::map<const Step*, std::vector<RowTool>> known; // a panel may repeat a step a million times
+    forEachCopy(*plan.board, plan.step, [&](const Step& step, const Transform& where) {
+        const auto [tools, isNew] = known.try_emplace(&step);
+        if (isNew) {
+            tools->second = rowToolsOf(plan, step);
+        }
+        for (const RowTool& each : tools->second) {
+            RowPlaces& row = places[each.row];
+            if (plan.rows[each.row].isSlot) {
+                for (const Path& path : each.tool->slotPaths) {
+                    row.slotPaths.push_back(where.map(path));
+                }
+            } else {
+                for (const Place& hole : each.tool->holes) {
+                    row.holes.push_back(where.map(hole));
+                }
+            }
+        }
+    });
+    return places;
+}
+
+std::vector<Path> outlinesOf(const PlannedStep& planned)
+{
+    std::vector<Path> outlines;
+    forEachCopy(*planned.board, planned.step, [&](const Step& step, const Transform& where) {
+        for (const Path& outline : step.outline) {
+            outlines.push_back(where.map(outline));
+        }
+    });
+    return outlines;
+}
+
+} // namespace brox
