@@ -61,11 +61,11 @@ int vex__data_stpid2vex_num(int stpid, int* vex_num)
     if (const int status = stpid2vexNum.enter()) {
         return status;
     }
-    const auto it = numbers.find(stpid);
-    if (!vex_num || it == numbers.end()) {
-        return vex_num ? NoSuchStep : BadArgument;
+    if (!vex_num) {
+        return BadArgument;
     }
-    *vex_num = stepOf(it->second) ? it->second : -1;
+    const auto it = numbers.find(stpid);
+    *vex_num = it != numbers.end() && stepOf(it->second) ? it->second : -1;
     return 0;
 }
 
