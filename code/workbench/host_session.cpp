@@ -195,6 +195,9 @@ void HostSession::setUnits(size_t step, Units units)
     if (open.draft.units == units) {
         return;
     }
+    if (open.viewer) {
+        open.viewer->setFocus(); // a number in an open cell was typed in the units before
+    }
     open.draft.units = units;
     standin_set_units(open.stpid, int(units));
     emit open.parent->unitsChanged(units == Units::Inch ? ZEB_UNITS_MILS : ZEB_UNITS_MICRONS);
