@@ -156,7 +156,7 @@ std::span<const Ratio> tableRatios()
 {
     static const Ratio ratios[] = {
         {"opening a viewer, per tool, 100,000 tools / 1,000 tools", 1.3, 15, openViewer},
-        {"recalculating, per tool, 100,000 tools / one drill size", 2, 15, recalculate},
+        {"recalculating, per tool, 100,000 tools / one drill size", 4, 15, recalculate},
         {"loading bits, per bit, 100,000 bits / 1,000 bits", 1.5, 15, loadBits},
         {"filling the models table, per model, 10,000 / 100", 2, 51, fillModels},
     };

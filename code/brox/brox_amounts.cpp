@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "brox_amounts.h"
 
-#include "brox_looks.h"
 #include "brox_nls.h"
+#include "brox_size_cell.h"
+#include "zeb_gui.h"
 
-#include <QHeaderView>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 
@@ -26,7 +26,6 @@ BroxAmounts::BroxAmounts(QWidget* parent, Qt::WindowFlags f)
     : QWidget(parent, f)
 {
     ui.setupUi(this);
-    setFocusProxy(ui.amountsTableWidget);
     initTable();
 }
 
@@ -35,7 +34,9 @@ BroxAmounts::~BroxAmounts() = default;
 void BroxAmounts::setStepId(int stpid)
 {
     mStepId = stpid;
-    mCells.setStepId(stpid);
+    if (auto* delegate = qobject_cast<DoubleDelegate*>(ui.amountsTableWidget->itemDelegate())) {
+        delegate->setStepId(stpid);
+    }
 }
 
 void BroxAmounts::setBroxModel(BroxModel* model)
@@ -66,7 +67,7 @@ void BroxAmounts::refreshUnits(int stpid)
     // The last report of a row has all its cells in the new units, so the model ends right.
     for (int row = 0; row < ui.amountsTableWidget->rowCount(); ++row) {
         for (int column = 0; column < ColumnCount; ++column) {
-            mCells.refresh(row, column, stpid);
+            refreshCell(stpid, row, column);
         }
     }
 }
@@ -92,11 +93,11 @@ void BroxAmounts::on_amountsTableWidget_itemChanged(QTableWidgetItem* item)
     const int row = item->row();
     {
         const QScopedValueRollback updating(mUpdating, true);
-        item->setData(Qt::UserRole, mCells.shownSize(row, item->column()));
+        item->setData(Qt::UserRole, cellValue(row, item->column()));
     }
-    const int amount = mCells.shownSize(row, AmountColumn);
-    const int oversized = mCells.shownSize(row, OversizedColumn);
-    const int osAmount = mCells.shownSize(row, OsAmountColumn);
+    const int amount = cellValue(row, AmountColumn);
+    const int oversized = cellValue(row, OversizedColumn);
+    const int osAmount = cellValue(row, OsAmountColumn);
     if (const QTableWidgetItem* header = ui.amountsTableWidget->verticalHeaderItem(row)) {
         emit amountsChanged(DrillTypeManager::instance()->drillTypeFromName(header->text()), amount,
             oversized, osAmount);
@@ -107,7 +108,7 @@ void BroxAmounts::initTable()
 {
     const QScopedValueRollback updating(mUpdating, true);
     QTableWidget* table = ui.amountsTableWidget;
-    mCells.attach(table);
+    table->setItemDelegate(new DoubleDelegate(this));
 
     const DrillTypeManager* manager = DrillTypeManager::instance();
     table->setRowCount(manager->drillTypeCount());
@@ -120,7 +121,6 @@ void BroxAmounts::initTable()
     for (int column = 0; column < ColumnCount; ++column) {
         table->setColumnWidth(column, columnWidth);
     }
-    fitCaption(ui.label_2, table->verticalHeader()->sizeHint().width() + ColumnCount * columnWidth);
 }
 
 void BroxAmounts::setCell(int row, int column, int value)
@@ -133,5 +133,15 @@ void BroxAmounts::setCell(int row, int column, int value)
         table->setItem(row, column, new QTableWidgetItem(QString()));
     }
     table->item(row, column)->setData(Qt::UserRole, value);
-    mCells.refresh(row, column, mStepId);
+    refreshCell(mStepId, row, column);
+}
+
+void BroxAmounts::refreshCell(int stpid, int row, int column)
+{
+    showSize(ui.amountsTableWidget->item(row, column), stpid);
+}
+
+int BroxAmounts::cellValue(int row, int column) const
+{
+    return shownSize(ui.amountsTableWidget->item(row, column), mStepId);
 }

@@ -3,7 +3,6 @@
 #define BROX_AMOUNTS_H
 
 #include "brox_man.h"
-#include "brox_size_cell.h"
 #include "ui_brox_amounts.h"
 
 #include <QHash>
@@ -43,9 +42,12 @@ private slots:
 private:
     void initTable();
     void setCell(int row, int column, int value);
+    void refreshCell(int stpid, int row, int column);
+
+    /** The size that a cell shows, or 0. */
+    int cellValue(int row, int column) const;
 
     Ui::BroxAmounts ui;
-    NumberCells mCells;
     int mStepId = -1;
     bool mUpdating = false;
     QHash<DrillTypeManager::DrillType, int> mDrillTypeRows;

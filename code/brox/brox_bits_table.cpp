@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "brox_bits_table.h"
 
-#include "brox_editors.h"
+#include "brox_dialogs.h"
 #include "brox_nls.h"
 #include "brox_report.h"
 #include "brox_size.h"
@@ -14,8 +14,8 @@
 #include <QDomDocument>
 #include <QScopedValueRollback>
 
+#include <limits>
 #include <optional>
-#include <utility>
 
 namespace {
 
@@ -47,33 +47,28 @@ int roundedSize(double units)
     return sizeFrom(units < 0 ? units - 0.5 : units + 0.5);
 }
 
-QTableWidgetItem* newCell(int column, const QString& text)
-{
-    return column == MicronsColumn || column == MilsColumn ? new NumericTableWidgetItem(text)
-                                                           : new QTableWidgetItem(text);
-}
-
 // Bits in and out of an index: a size of 0 or below is that of no bit.
 
-void insertSize(BitIndex& index, int size, const QString& designation)
+void insertSize(QMap<int, QString>& bits, int size, const QString& designation)
 {
     if (size > 0) {
-        index.insert(size, designation);
+        bits[size] = designation;
     }
 }
 
-void appendSize(std::vector<Bit>& bits, int size, const QString& designation)
+void removeSize(QMap<int, QString>& bits, int size)
 {
     if (size > 0) {
-        bits.push_back({size, designation});
+        bits.remove(size);
     }
 }
 
-void removeSize(BitIndex& index, int size)
+/** Moves a designation to another size; if several sizes hold it, the lowest gives way. */
+void moveSize(QMap<int, QString>& bits, int size, const QString& designation)
 {
-    if (size > 0) {
-        index.remove(size);
-    }
+    const int oldSize = bits.key(designation);
+    bits.remove(oldSize);
+    bits[size] = designation;
 }
 
 } // namespace
@@ -105,9 +100,6 @@ BroxBitsTable::BroxBitsTable(QWidget* parent, Qt::WindowFlags flags)
         table->setColumnWidth(column, numberColumnWidth);
     }
 
-    connect(
-        table->model(), &QAbstractItemModel::layoutChanged, this, &BroxBitsTable::takeTypedRows);
-
     loadDefaultBits();
     setDataChanged(false);
 }
@@ -120,7 +112,7 @@ void BroxBitsTable::setStepId(int stepId)
 }
 
 void BroxBitsTable::findDrillBit(int dhs, int minTol, int maxTol, QString* drillDes, int* bitSize,
-    bool* found, bool* outOfTolRange, bool* exactMatch) const
+    bool* found, bool* outOfTolRange, bool* exactMatch)
 {
     if (!source.checkPointer(bitSize, "bitSize")
         || !source.checkPointers(
@@ -137,20 +129,25 @@ void BroxBitsTable::findDrillBit(int dhs, int minTol, int maxTol, QString* drill
         || (units != ZEB_UNITS_MILS && units != ZEB_UNITS_MICRONS)) {
         return;
     }
-    const BitIndex& index = units == ZEB_UNITS_MILS ? mInchBits : mMillimeterBits;
+    const QMap<int, QString>& bits = units == ZEB_UNITS_MILS ? mInchBits : mMillimeterBits;
 
-    const qint64 lower = qint64(dhs) - minTol;
-    const qint64 upper = qint64(dhs) + maxTol;
-    std::optional<Bit> bit = index.nearest(dhs, lower, upper);
-    *found = bit.has_value();
-    if (bit) {
-        *bitSize = bit->size;
-        if (drillDes) {
-            *drillDes = std::move(bit->designation);
+    constexpr int highest = std::numeric_limits<int>::max();
+    const int lower = sizeFrom(double(dhs) - minTol);
+    const int upper = sizeFrom(double(dhs) + maxTol);
+    const auto above = bits.upperBound(upper);
+    const int limit = above == bits.end() ? highest : above.key();
+    qint64 best = highest;
+    for (auto bit = bits.lowerBound(lower); bit != bits.end() && bit.key() <= limit; ++bit) {
+        const qint64 distance = qAbs(qint64(dhs) - bit.key());
+        if (distance < best) {
+            best = distance;
+            *bitSize = bit.key();
+            *drillDes = bit.value();
         }
     }
+    *found = best < highest;
     *outOfTolRange = *bitSize < lower || *bitSize > upper;
-    *exactMatch = bit && bit->size == dhs;
+    *exactMatch = best == 0;
 }
 
 int BroxBitsTable::textToSize(const QString& text, zeb_units_enum unit) const
@@ -210,27 +207,27 @@ void BroxBitsTable::closeEvent(QCloseEvent* event)
 
 void BroxBitsTable::on_actionOpen_triggered()
 {
-    command(this, [this] { showLoadDialog(); });
+    command(ui.drillBitsTableWidget, [this] { showLoadDialog(); });
 }
 
 void BroxBitsTable::on_actionSave_triggered()
 {
-    command(this, [this] { saveDefaultBits(); });
+    command(ui.drillBitsTableWidget, [this] { saveDefaultBits(); });
 }
 
 void BroxBitsTable::on_actionClose_triggered()
 {
-    command(this, [this] { close(); });
+    command(ui.drillBitsTableWidget, [this] { close(); });
 }
 
 void BroxBitsTable::on_actionAdd_Size_triggered()
 {
-    command(this, [this] { addRow(); });
+    command(ui.drillBitsTableWidget, [this] { addRow(); });
 }
 
 void BroxBitsTable::on_actionDelete_Size_triggered()
 {
-    command(this, [this] { deleteCurrentRow(); });
+    command(ui.drillBitsTableWidget, [this] { deleteCurrentRow(); });
 }
 
 void BroxBitsTable::on_drillBitsTableWidget_itemChanged(QTableWidgetItem* item)
@@ -240,12 +237,6 @@ void BroxBitsTable::on_drillBitsTableWidget_itemChanged(QTableWidgetItem* item)
     }
     const int column = item->column();
     const int row = item->row();
-    std::optional<SortingPause> pause;
-    if (!isCompleteRow(row)) {
-        pause.emplace(ui.drillBitsTableWidget);
-        completeRow(row); // which may replace the item
-    }
-
     QString designation;
     int mmSize = 0;
     int inchSize = 0;
@@ -253,14 +244,14 @@ void BroxBitsTable::on_drillBitsTableWidget_itemChanged(QTableWidgetItem* item)
     rowValues(row, &designation, &mmSize, &inchSize, &approved);
     switch (column) {
     case DesignationColumn:
-        mMillimeterBits.insert(mmSize, designation);
-        mInchBits.insert(inchSize, designation);
+        mMillimeterBits[mmSize] = designation;
+        mInchBits[inchSize] = designation;
         break;
     case MicronsColumn:
-        mMillimeterBits.move(mmSize, designation);
+        moveSize(mMillimeterBits, mmSize, designation);
         break;
     case MilsColumn:
-        mInchBits.move(inchSize, designation);
+        moveSize(mInchBits, inchSize, designation);
         break;
     case ApprovedColumn:
         if (approved) {
@@ -273,20 +264,6 @@ void BroxBitsTable::on_drillBitsTableWidget_itemChanged(QTableWidgetItem* item)
         break;
     }
     setDataChanged(true);
-}
-
-/** Takes in what was typed into rows without cells: where the table is sorted by that column, it
- *  puts the new cell in its place and tells of a new layout only, not of a changed cell. */
-void BroxBitsTable::takeTypedRows()
-{
-    const QTableWidget* table = ui.drillBitsTableWidget;
-    const int sortColumn = table->horizontalHeader()->sortIndicatorSection();
-    for (int row = 0; row < table->rowCount() && !mUpdating; ++row) {
-        QTableWidgetItem* cell = table->item(row, sortColumn);
-        if (cell && !isCompleteRow(row)) {
-            on_drillBitsTableWidget_itemChanged(cell);
-        }
-    }
 }
 
 bool BroxBitsTable::loadDefaultBits()
@@ -315,8 +292,8 @@ bool BroxBitsTable::loadBitsFile(QString path)
         return false;
     }
     const QScopedValueRollback updating(mUpdating, true);
-    mMillimeterBits.assign({});
-    mInchBits.assign({});
+    mMillimeterBits.clear();
+    mInchBits.clear();
     if (!bitsFile.checkRoot(path, document)) {
         return false;
     }
@@ -325,37 +302,45 @@ bool BroxBitsTable::loadBitsFile(QString path)
     table->model()->removeRows(0, table->rowCount());
     const QDomElement root = document.documentElement();
     // A sorted table would move each row away while its cells are still to come.
-    const SortingPause pause(table);
+    const BroxSortingPause pause(table);
     table->setRowCount(root.childNodes().count());
-    std::vector<Bit> millimeterBits;
-    std::vector<Bit> inchBits;
     int row = 0;
     for (QDomNode node = root.firstChild(); !node.isNull(); node = node.nextSibling(), ++row) {
         const QDomElement drill = node.toElement();
-        if (drill.tagName() != QLatin1String("Drill")) {
-            continue;
+        if (drill.tagName() == QLatin1String("Drill")) {
+            fillRow(row, drill);
         }
-        const QString designation = drill.attribute("designation");
-        const int mmSize = textToSize(drill.attribute("millimeters"), ZEB_UNITS_MILLIMETERS);
-        const int inchSize = textToSize(drill.attribute("inches"), ZEB_UNITS_INCHES);
-        QString microns;
-        QString mils;
-        sizeToText(mmSize, &microns, ZEB_UNITS_MICRONS);
-        sizeToText(inchSize, &mils, ZEB_UNITS_MILS);
-        table->setItem(row, DesignationColumn, newCell(DesignationColumn, designation));
-        table->setItem(row, MicronsColumn, newCell(MicronsColumn, microns));
-        table->setItem(row, MilsColumn, newCell(MilsColumn, mils));
-        QTableWidgetItem* approved = newCell(ApprovedColumn, QString());
-        approved->setFlags(Qt::ItemIsUserCheckable | Qt::ItemIsEnabled);
-        approved->setCheckState(
-            drill.attribute("approved") == yesOrNo(true) ? Qt::Checked : Qt::Unchecked);
-        table->setItem(row, ApprovedColumn, approved);
-        appendSize(millimeterBits, mmSize, designation);
-        appendSize(inchBits, inchSize, designation);
     }
-    mMillimeterBits.assign(std::move(millimeterBits));
-    mInchBits.assign(std::move(inchBits));
     return true;
+}
+
+void BroxBitsTable::fillRow(int row, const QDomElement& drill)
+{
+    const QString designation = drill.attribute("designation");
+    const int mmSize = textToSize(drill.attribute("millimeters"), ZEB_UNITS_MILLIMETERS);
+    const int inchSize = textToSize(drill.attribute("inches"), ZEB_UNITS_INCHES);
+    QString microns;
+    QString mils;
+    sizeToText(mmSize, &microns, ZEB_UNITS_MICRONS);
+    sizeToText(inchSize, &mils, ZEB_UNITS_MILS);
+    auto* approved = new QTableWidgetItem(QString());
+    approved->setFlags(Qt::ItemIsUserCheckable | Qt::ItemIsEnabled);
+    setRow(row, designation, microns, mils, approved);
+    approved->setCheckState(
+        drill.attribute("approved") == yesOrNo(true) ? Qt::Checked : Qt::Unchecked);
+    insertSize(mMillimeterBits, mmSize, designation);
+    insertSize(mInchBits, inchSize, designation);
+}
+
+/** Puts the four cells of a bit into a row. */
+void BroxBitsTable::setRow(int row, const QString& designation, const QString& microns,
+    const QString& mils, QTableWidgetItem* approved)
+{
+    QTableWidget* table = ui.drillBitsTableWidget;
+    table->setItem(row, DesignationColumn, new QTableWidgetItem(designation));
+    table->setItem(row, MicronsColumn, new NumericTableWidgetItem(microns));
+    table->setItem(row, MilsColumn, new NumericTableWidgetItem(mils));
+    table->setItem(row, ApprovedColumn, approved);
 }
 
 void BroxBitsTable::saveBitsFile(QString path)
@@ -368,24 +353,21 @@ void BroxBitsTable::saveBitsFile(QString path)
     document.appendChild(root);
     for (int row = 0; row < ui.drillBitsTableWidget->rowCount(); ++row) {
         // A node of the file that was no bit has left a row without cells.
-        if (!ui.drillBitsTableWidget->item(row, DesignationColumn)) {
+        if (!hasCells(row)) {
             continue;
         }
-        QString designation;
-        int mmSize = 0;
-        int inchSize = 0;
-        bool approved = false;
-        rowValues(row, &designation, &mmSize, &inchSize, &approved);
-        QString millimeters;
-        QString inches;
-        sizeToText(mmSize, &millimeters, ZEB_UNITS_MILLIMETERS);
-        sizeToText(inchSize, &inches, ZEB_UNITS_INCHES);
         QDomElement drill = document.createElement("Drill");
         root.appendChild(drill);
-        drill.setAttribute("designation", xmlText(designation));
+        QString millimeters;
+        QString inches;
+        sizeToText(textToSize(cellText(row, MicronsColumn), ZEB_UNITS_MICRONS), &millimeters,
+            ZEB_UNITS_MILLIMETERS);
+        sizeToText(
+            textToSize(cellText(row, MilsColumn), ZEB_UNITS_MILS), &inches, ZEB_UNITS_INCHES);
+        drill.setAttribute("designation", xmlText(cellText(row, DesignationColumn)));
         drill.setAttribute("millimeters", millimeters);
         drill.setAttribute("inches", inches);
-        drill.setAttribute("approved", yesOrNo(approved));
+        drill.setAttribute("approved", yesOrNo(isApproved(row)));
     }
     if (bitsFile.write(path, document)) {
         mFileName = path;
@@ -402,19 +384,23 @@ void BroxBitsTable::setDataChanged(bool changed)
 
 bool BroxBitsTable::canClose()
 {
-    return enterOpenEditors(this)
-        && confirmClose(this, BROX_KEY("brox_bits_table", "Drill Size Table Editor", "103"),
-            BROX_KEY("brox_bits_table",
-                "Unsaved data will be lost.\nClick 'Save' to save data before closing.", "104"),
-            mDataChanged, [this] {
-                saveDefaultBits();
-                return !mDataChanged;
-            });
+    ui.drillBitsTableWidget->setFocus();
+    if (!mDataChanged) {
+        return true;
+    }
+    const int answer = askUnsaved(this, BROX_BITS_TABLE_TEXT("Drill Size Table Editor", "103"),
+        BROX_BITS_TABLE_TEXT(
+            "Unsaved data will be lost.\nClick 'Save' to save data before closing.", "104"));
+    if (answer == QMessageBox::Save) {
+        saveDefaultBits();
+        return !mDataChanged;
+    }
+    return answer != QMessageBox::Cancel;
 }
 
 void BroxBitsTable::showLoadDialog()
 {
-    if (!canClose()) {
+    if (mDataChanged && !canClose()) {
         return;
     }
     const QString path = chooseFileToLoad(this,
@@ -431,11 +417,13 @@ void BroxBitsTable::addRow()
 {
     QTableWidget* table = ui.drillBitsTableWidget;
     {
-        const SortingPause pause(table);
+        const BroxSortingPause pause(table);
         const QScopedValueRollback updating(mUpdating, true);
         const int row = table->rowCount();
         table->insertRow(row);
-        completeRow(row);
+        auto* approved = new QTableWidgetItem(QString());
+        setRow(row, QString(), "0", "0", approved);
+        approved->setCheckState(Qt::Checked);
         table->selectRow(row);
         setDataChanged(true);
     }
@@ -462,37 +450,14 @@ void BroxBitsTable::deleteCurrentRow()
     setDataChanged(true);
 }
 
-bool BroxBitsTable::isCompleteRow(int row) const
+bool BroxBitsTable::hasCells(int row) const
 {
     for (int column = 0; column < ColumnCount; ++column) {
-        if (!ui.drillBitsTableWidget->item(row, column)) {
-            return false;
+        if (ui.drillBitsTableWidget->item(row, column)) {
+            return true;
         }
     }
-    return true;
-}
-
-/** Gives a row the cells of a new bit, born approved, where it has none of its own.
- *
- * A cell that the user has typed into a row without cells is the table's own and plain; it gets
- * the class of its column.
- */
-void BroxBitsTable::completeRow(int row)
-{
-    const QScopedValueRollback updating(mUpdating, true);
-    QTableWidget* table = ui.drillBitsTableWidget;
-    for (int column : {DesignationColumn, MicronsColumn, MilsColumn}) {
-        const bool isNumber = column != DesignationColumn;
-        const QTableWidgetItem* cell = table->item(row, column);
-        table->setItem(row, column,
-            newCell(column,
-                cell           ? cell->text()
-                    : isNumber ? "0"
-                               : QString()));
-    }
-    QTableWidgetItem* approved = newCell(ApprovedColumn, QString());
-    approved->setCheckState(Qt::Checked);
-    table->setItem(row, ApprovedColumn, approved);
+    return false;
 }
 
 QString BroxBitsTable::cellText(int row, int column) const

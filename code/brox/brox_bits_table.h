@@ -2,13 +2,15 @@
 #ifndef BROX_BITS_TABLE_H
 #define BROX_BITS_TABLE_H
 
-#include "brox_bit_index.h"
-#include "brox_icons.h"
+#include "brox_looks.h"
 #include "ui_brox_bits_table.h"
 #include "zeb_lowlevel.h"
 
 #include <QMainWindow>
+#include <QMap>
 #include <QTableWidgetItem>
+
+class QDomElement;
 
 /** A cell that sorts by the number in its text; a text that is no number counts as 0. */
 class NumericTableWidgetItem : public QTableWidgetItem
@@ -47,7 +49,7 @@ public:
      * @param bitSize         the bit's size, or 0
      */
     void findDrillBit(int dhs, int minTol, int maxTol, QString* drillDes, int* bitSize, bool* found,
-        bool* outOfTolRange, bool* exactMatch) const;
+        bool* outOfTolRange, bool* exactMatch);
 
     /** A number as text to host size units; beyond 32 bits it is the nearest size there is. */
     int textToSize(const QString& text, zeb_units_enum unit) const;
@@ -78,22 +80,23 @@ private:
     bool canClose();
     void showLoadDialog();
 
-    void takeTypedRows();
     void addRow();
     void deleteCurrentRow();
-    bool isCompleteRow(int row) const;
-    void completeRow(int row);
+    void fillRow(int row, const QDomElement& drill);
+    void setRow(int row, const QString& designation, const QString& microns, const QString& mils,
+        QTableWidgetItem* approved);
+    bool hasCells(int row) const;
     QString cellText(int row, int column) const;
     bool isApproved(int row) const;
 
-    BroxIcons mIcons;
     Ui::BroxBitsTable ui;
     int mStepId = -1;
     bool mUpdating = false;
     QString mFileName;
-    BitIndex mMillimeterBits;
-    BitIndex mInchBits;
+    QMap<int, QString> mMillimeterBits;
+    QMap<int, QString> mInchBits;
     bool mDataChanged = false;
+    BroxIcons mIcons; // the last, and so the first to go
 };
 
 #endif

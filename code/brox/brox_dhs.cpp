@@ -2,7 +2,6 @@
 #include "brox_dhs.h"
 
 #include "brox_bits_table.h"
-#include "brox_editors.h"
 #include "brox_looks.h"
 #include "brox_man.h"
 #include "brox_report.h"
@@ -11,22 +10,10 @@
 
 #include <QKeyEvent>
 #include <QRegularExpression>
-#include <QStringConverter>
-#include <QVarLengthArray>
-
-#include <algorithm>
-#include <charconv>
-#include <limits>
 
 namespace {
 
 constexpr BroxSource source("brox_dhs");
-
-/** (maxTol - minTol) / 2, cut toward zero; worked out in 64 bits, where it cannot overflow. */
-int tolMedian(int minTol, int maxTol)
-{
-    return int((qint64(maxTol) - minTol) / 2);
-}
 
 /** What can be no part of a variable's name, and so stands between two of them. */
 const QRegularExpression& notOfName()
@@ -35,57 +22,12 @@ const QRegularExpression& notOfName()
     return expression;
 }
 
-/** A text for the host in its 8-bit encoding, put together piece by piece.
- *
- * Strings become the bytes of QString::toLocal8Bit. These texts are made for each hole of a job,
- * so one of usual length lies on the stack.
- */
-class LocalText
-{
-public:
-    template <std::size_t Size>
-    LocalText& operator<<(const char (&literal)[Size])
-    {
-        mChars.append(literal, Size - 1);
-        return *this;
-    }
-
-    LocalText& operator<<(int number)
-    {
-        char digits[std::numeric_limits<int>::digits10 + 2]; // one more digit, and the sign
-        const char* end = std::to_chars(std::begin(digits), std::end(digits), number).ptr;
-        mChars.append(digits, end - digits);
-        return *this;
-    }
-
-    LocalText& operator<<(const QString& text)
-    {
-        QStringEncoder encoder(QStringEncoder::System, QStringEncoder::Flag::Stateless);
-        const auto size = mChars.size();
-        mChars.resize(size + encoder.requiredSpace(text.size()));
-        mChars.resize(encoder.appendToBuffer(mChars.data() + size, text) - mChars.data());
-        return *this;
-    }
-
-    /** Valid until the text changes. */
-    const char* data()
-    {
-        mChars.append('\0');
-        mChars.removeLast();
-        return mChars.constData();
-    }
-
-private:
-    QVarLengthArray<char, 512> mChars;
-};
-
 } // namespace
 
 BroxDhsFormula::BroxDhsFormula(QWidget* parent, Qt::WindowFlags f)
     : QWidget(parent, f)
 {
     ui.setupUi(this);
-    fitCaption(ui.label, ui.label->maximumWidth());
     mBitsTable = new BroxBitsTable(this, {});
     mVariables = {"AMOUNT", "FHS", "MIN_TOL", "MAX_TOL", "TOL_MEDIAN"};
     ui.dhsLineEdit->installEventFilter(this);
@@ -125,12 +67,17 @@ void BroxDhsFormula::calculateDhs(
     if (formula.isEmpty()) {
         return;
     }
-    LocalText text;
-    text << "AMOUNT=" << amount << "; FHS=" << fhs << "; MIN_TOL=" << minTol
-         << "; MAX_TOL=" << maxTol << "; TOL_MEDIAN=" << tolMedian(minTol, maxTol) << "; "
-         << formula;
+    const int tolMedian = int((qint64(maxTol) - minTol) / 2); // 32 bits might not hold the sum
+    const QString text =
+        QStringLiteral("AMOUNT=%1; FHS=%2; MIN_TOL=%3; MAX_TOL=%4; TOL_MEDIAN=%5; %6")
+            .arg(amount)
+            .arg(fhs)
+            .arg(minTol)
+            .arg(maxTol)
+            .arg(tolMedian)
+            .arg(formula);
     double value = 0.0;
-    *success = zeb__bc_act(text.data(), true, 0, &value) == 0;
+    *success = zeb__bc_act(text.toLocal8Bit().constData(), true, 0, &value) == 0;
     *result = sizeFrom(value);
 }
 
@@ -188,16 +135,10 @@ void BroxDhsFormula::on_useBitFileCheckBox_stateChanged(int state)
 
 void BroxDhsFormula::on_openBitFileToolButton_clicked(bool)
 {
-    command(this, [this] {
-        if (!mBitsTable) {
-            mBitsTable = new BroxBitsTable(this, {});
-            mBitsTable->setStepId(mStepId);
-        }
-        mBitsTable->show();
-        // A window that is open already may lie behind the host's.
-        mBitsTable->raise();
-        mBitsTable->activateWindow();
-    });
+    if (!mBitsTable) {
+        mBitsTable = new BroxBitsTable(this, {});
+    }
+    mBitsTable->show();
 }
 
 void BroxDhsFormula::checkFormula(const QString& formula, bool* isValid) const
@@ -205,25 +146,24 @@ void BroxDhsFormula::checkFormula(const QString& formula, bool* isValid) const
     if (!source.checkPointer(isValid, "isValid")) {
         return;
     }
-    *isValid = isAdmittedText(formula)
-        && zeb__bc_act(formula.toLocal8Bit().constData(), true, 0, nullptr) == 0;
-}
-
-/** The rules that a text must meet before the calculator judges its syntax. */
-bool BroxDhsFormula::isAdmittedText(const QString& formula) const
-{
     static const QRegularExpression notOfFormula("[^A-Z_0-9()+\\-\\*/]");
-    static const QString operators("(+-*/");
-
+    *isValid = false;
     if (formula.isEmpty()) {
-        return false;
+        return;
     }
     const QString copy = formula.simplified().remove(' ');
-    const QStringList names = copy.split(notOfName(), Qt::SkipEmptyParts);
-    const bool namesAreKnown = std::all_of(names.begin(), names.end(),
-        [this](const QString& name) { return mVariables.contains(name); });
-    return namesAreKnown && (copy.isEmpty() || !operators.contains(copy.back()))
-        && !copy.contains(notOfFormula) && copy.count('(') == copy.count(')');
+    for (const QString& name : copy.split(notOfName())) {
+        if (!name.isEmpty() && !mVariables.contains(name)) {
+            return;
+        }
+    }
+    if (!copy.isEmpty() && QString("(+-*/").contains(copy.back())) {
+        return;
+    }
+    if (copy.contains(notOfFormula) || copy.count('(') != copy.count(')')) {
+        return;
+    }
+    *isValid = zeb__bc_act(formula.toLocal8Bit().constData(), true, 0, nullptr) == 0;
 }
 
 /** Completes the name that ends at the cursor; of two names that fit, the first is offered. */

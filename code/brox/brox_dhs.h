@@ -40,14 +40,14 @@ public:
     void findDrillBit(int dhs, int minTol, int maxTol, QString* drillDes, int* bitSize,
         bool useBitFile, bool* found, bool* outOfTolRange, bool* exactMatch) const;
 
+    /** Notes whether the last key allows that a name is completed. */
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 signals:
     /** The user has typed a formula that passed the check. */
     void dhsFormulaChanged(QString dhsFormula);
     void dhsFormulaEditingFinished();
     void useBitFileToggled(bool useBitFile);
-
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private slots:
     void on_dhsLineEdit_editingFinished();
@@ -57,7 +57,6 @@ private slots:
 
 private:
     void checkFormula(const QString& formula, bool* isValid) const;
-    bool isAdmittedText(const QString& formula) const;
     void completeVariable(QString& text, int cursorPos);
     void showFormulaValidity(bool valid);
 

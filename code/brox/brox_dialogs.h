@@ -4,22 +4,11 @@
 
 #include "zeb_utils.h"
 
-#include <QApplication>
 #include <QMessageBox>
 #include <QString>
 
-#include <functional>
-
-/** An arrow for the life of this object, since the host may have a busy cursor up. */
-class ArrowCursor
-{
-public:
-    ArrowCursor() { QApplication::setOverrideCursor(Qt::ArrowCursor); }
-    ~ArrowCursor() { QApplication::restoreOverrideCursor(); }
-    Q_DISABLE_COPY_MOVE(ArrowCursor)
-};
-
-/** Shows a box under an arrow cursor, gives the button that the user chose, and deletes the box.
+/** Shows a box under an arrow cursor, since the host may have a busy cursor up; gives the button
+ *  that the user chose, and deletes the box.
  *
  * The host may delete the box's parent meanwhile, and with it the box and the caller: that is a
  * Cancel, after which the caller touches nothing of its own.
@@ -29,7 +18,7 @@ int execUnderArrow(QMessageBox* box);
 /** Tells the user of a failure, and ends the busy cursor that the failed work has left. */
 void showFailure(const char* message);
 
-/** Runs a user's command, which may end in an exception. */
+/** Runs work that may end in an exception, and shows its failure. */
 template <typename Work>
 void guarded(Work work)
 {
@@ -42,16 +31,22 @@ void guarded(Work work)
     }
 }
 
-/** May the owner of data close? Asks the user if they are unsaved.
+/** Runs a user's command, guarded.
  *
- * A discard throws nothing away: it is the host, or Qt, that ends the owner, or does not.
- *
- * @param titleKey, textKey  keys of the question's texts
- * @param save               saves, and tells whether nothing is left unsaved
- * @return false also if the host has deleted the owner meanwhile
+ * A tool button or shortcut takes no focus. The part takes it first, so that the delegate of an
+ * in-place editor that is open enters what stands in it.
  */
-bool confirmClose(QWidget* owner, const char* titleKey, const char* textKey, bool isUnsaved,
-    const std::function<bool()>& save);
+template <typename Work>
+void command(QWidget* part, Work work)
+{
+    guarded([&] {
+        part->setFocus();
+        work();
+    });
+}
+
+/** Asks what is to become of unsaved data; gives Save, Discard or Cancel. */
+int askUnsaved(QWidget* parent, const QString& title, const QString& text);
 
 /** What a dialog for loading one of the module's files says. */
 struct LoadDialogTexts

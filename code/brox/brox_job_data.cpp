@@ -3,7 +3,6 @@
 
 #include "brox_looks.h"
 #include "brox_nls.h"
-#include "brox_size_cell.h"
 #include "brox_step_data.h"
 #include "brox_viewer.h"
 #include "qor_data.h"
@@ -25,6 +24,7 @@ enum Column
 
 constexpr int columnWidth = 70;
 constexpr int nameSize = 65;
+constexpr int textSize = 113; // one more than the host writes
 
 QString nameOf(int id)
 {
@@ -38,6 +38,12 @@ QString jobNameOf(int stepId)
     char name[nameSize] = {};
     qor__data_id2parent(stepId, 0, name);
     return QString::fromLocal8Bit(name);
+}
+
+/** The size that a cell holds; 0 if it holds none. */
+int sizeOf(const QTableWidgetItem* cell)
+{
+    return cell ? cell->data(Qt::UserRole).toInt() : 0;
 }
 
 } // namespace
@@ -73,22 +79,13 @@ void BroxJobData::loadDrillData(int stepId, BroxViewer* viewer)
 
 void BroxJobData::recalculate(int stepId)
 {
-    QTableWidget* table = ui.jobDrillDataTableWidget;
-    const int rowCount = table->rowCount();
+    const int rowCount = ui.jobDrillDataTableWidget->rowCount();
     if (!mViewer || rowCount == 0) {
         return;
     }
-    QAbstractItemModel* model = table->model();
-    const QVariant good = QBrush(textColor(table, true));
-    const QVariant bad = QBrush(textColor(table, false));
-    {
-        // The view hears once of all cells, not four times of each row.
-        const QSignalBlocker quiet(model);
-        for (int row = 0; row < rowCount; ++row) {
-            recalculateRow(stepId, row, good, bad);
-        }
+    for (int row = 0; row < rowCount; ++row) {
+        recalculateRow(stepId, row);
     }
-    emit model->dataChanged(model->index(0, DhsColumn), model->index(rowCount - 1, DrillDesColumn));
     ui.recalcPushButton->setEnabled(false);
 }
 
@@ -142,16 +139,26 @@ void BroxJobData::fillTable(int stepId, const drill_size_info* infos, int count)
 void BroxJobData::setSize(int stepId, int row, int col, int size)
 {
     auto* cell = new QTableWidgetItem;
-    setSizeAsText(cell, size, stepId);
+    cell->setData(Qt::UserRole, size);
     ui.jobDrillDataTableWidget->setItem(row, col, cell);
+    refreshCell(stepId, row, col);
 }
 
 void BroxJobData::refreshCell(int stepId, int row, int col)
 {
-    showSizeAsText(ui.jobDrillDataTableWidget->item(row, col), stepId);
+    QTableWidgetItem* cell = ui.jobDrillDataTableWidget->item(row, col);
+    if (!cell) {
+        return;
+    }
+    bool isSize = false;
+    const int size = cell->data(Qt::UserRole).toInt(&isSize);
+    char text[textSize] = {};
+    if (isSize && brox__proxy_size_to_str(stepId, size, text) == 0) {
+        cell->setData(Qt::DisplayRole, QString::fromLocal8Bit(text));
+    }
 }
 
-void BroxJobData::recalculateRow(int stepId, int row, const QVariant& good, const QVariant& bad)
+void BroxJobData::recalculateRow(int stepId, int row)
 {
     QTableWidget* table = ui.jobDrillDataTableWidget;
     const auto drillType =
@@ -161,12 +168,13 @@ void BroxJobData::recalculateRow(int stepId, int row, const QVariant& good, cons
     bool success = false;
     bool outOfTolRange = false;
     bool exactMatch = false;
-    mViewer->calcDrillSize(drillType, heldSize(table->item(row, FhsColumn)),
-        heldSize(table->item(row, MinTolColumn)), heldSize(table->item(row, MaxTolColumn)), &dhs,
+    mViewer->calcDrillSize(drillType, sizeOf(table->item(row, FhsColumn)),
+        sizeOf(table->item(row, MinTolColumn)), sizeOf(table->item(row, MaxTolColumn)), &dhs,
         &drillDes, &success, &outOfTolRange, &exactMatch);
 
-    setSizeAsText(table->item(row, DhsColumn), dhs, stepId);
+    table->item(row, DhsColumn)->setData(Qt::UserRole, dhs);
+    refreshCell(stepId, row, DhsColumn);
     QTableWidgetItem* desCell = table->item(row, DrillDesColumn);
-    desCell->setData(Qt::ForegroundRole, outOfTolRange ? bad : good);
+    desCell->setForeground(textColor(table, !outOfTolRange));
     desCell->setText(drillDes);
 }

@@ -42,7 +42,7 @@ private:
     void fillTable(int stepId, const drill_size_info* infos, int count);
     void setSize(int stepId, int row, int col, int size);
     void refreshCell(int stepId, int row, int col);
-    void recalculateRow(int stepId, int row, const QVariant& good, const QVariant& bad);
+    void recalculateRow(int stepId, int row);
 
     Ui::BroxJobData ui;
     BroxViewer* mViewer = nullptr;

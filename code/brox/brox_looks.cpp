@@ -1,25 +1,27 @@
 // SPDX-License-Identifier: MIT
 #include "brox_looks.h"
 
-#include <QApplication>
-#include <QFontMetrics>
-#include <QLabel>
-#include <QPalette>
+#include "zeb_lowlevel.h"
 
-#include <algorithm>
+#include <QApplication>
+#include <QPalette>
+#include <QResource>
+
+BroxIcons::BroxIcons()
+    : mFile(QStringLiteral("%1/all/brox_viewer_qrc.rcc")
+                .arg(QString::fromLocal8Bit(zeb__sarn_get_epath())))
+{
+    if (!QResource::registerResource(mFile)) {
+        zeb__log_write("ERROR", "Unable to load BROX resource file");
+    }
+}
+
+BroxIcons::~BroxIcons()
+{
+    QResource::unregisterResource(mFile);
+}
 
 QColor textColor(const QWidget* widget, bool isGood)
 {
     return isGood ? QApplication::palette(widget).color(QPalette::Text) : QColor(Qt::red);
-}
-
-void fitCaption(QLabel* caption, int room)
-{
-    constexpr int narrowestStretch = 50; // per cent; below that nobody can read it
-    const int width = QFontMetrics(caption->font()).horizontalAdvance(caption->text());
-    if (width > room) {
-        QFont font = caption->font();
-        font.setStretch(std::max(narrowestStretch, 100 * room / width));
-        caption->setFont(font);
-    }
 }

@@ -4,7 +4,6 @@
 #include <QMetaEnum>
 
 #include <algorithm>
-#include <memory>
 #include <new>
 #include <utility>
 
@@ -13,17 +12,6 @@ namespace {
 constexpr int maxModelNameLength = 64;
 
 const QString defaultDhsFormula = QStringLiteral("FHS + AMOUNT + (MAX_TOL - MIN_TOL) / 2");
-
-/** Takes the meta-type back when the module is unloaded: Qt would keep pointers into it. */
-struct DrillTypeMetaType
-{
-    DrillTypeMetaType() { qRegisterMetaType<DrillTypeManager::DrillType>(); }
-    ~DrillTypeMetaType()
-    {
-        QMetaType::unregisterMetaType(QMetaType::fromType<DrillTypeManager::DrillType>());
-    }
-};
-const DrillTypeMetaType drillTypeMetaType;
 
 QMetaEnum drillTypeEnum(const QObject* manager)
 {
@@ -60,7 +48,7 @@ int DrillTypeManager::drillTypeCount() const
     return drillTypeEnum(this).keyCount() - 1;
 }
 
-DrillTypeManager::DrillType DrillTypeManager::drillTypeFromName(const QString& name) const
+DrillTypeManager::DrillType DrillTypeManager::drillTypeFromName(QString name) const
 {
     return DrillType(drillTypeEnum(this).keyToValue(name.toLocal8Bit().constData()));
 }
@@ -157,11 +145,7 @@ BroxHoleType* BroxModel::ensureHoleType(DrillTypeManager::DrillType drillType)
 
 BroxModelSet::BroxModelSet(QObject* parent)
     : QObject(parent)
-{
-    // What Qt keeps for a receiver is made with its first connection. If there were no memory for
-    // it at the time of a model's, Qt would be left with half a connection, and crash.
-    connect(this, &QObject::objectNameChanged, this, [] {});
-}
+{ }
 
 BroxModelSet::~BroxModelSet()
 {
@@ -174,7 +158,7 @@ void BroxModelSet::clear()
     mModels.clear();
 }
 
-BroxModel* BroxModelSet::findModel(const QString& modelName) const
+BroxModel* BroxModelSet::findModel(QString modelName) const
 {
     const auto model = std::find_if(mModels.begin(), mModels.end(),
         [&modelName](const BroxModel* each) { return each && each->modelName() == modelName; });
@@ -182,14 +166,14 @@ BroxModel* BroxModelSet::findModel(const QString& modelName) const
 }
 
 BroxModel* BroxModelSet::createModel(QString modelName)
-try {
-    auto model = std::make_unique<BroxModel>(std::move(modelName));
-    connect(model.get(), &BroxModel::renameApprovalRequest, this,
-        &BroxModelSet::broxModel_renameApprovalRequest);
-    mModels.append(model.get());
-    return model.release();
-} catch (const std::bad_alloc&) {
-    return nullptr;
+{
+    auto* model = new (std::nothrow) BroxModel(modelName);
+    if (model) {
+        connect(model, &BroxModel::renameApprovalRequest, this,
+            &BroxModelSet::broxModel_renameApprovalRequest);
+        mModels.append(model);
+    }
+    return model;
 }
 
 void BroxModelSet::removeModel(QString modelName)
@@ -205,8 +189,11 @@ void BroxModelSet::broxModel_renameApprovalRequest(QString modelName, bool* rena
     if (!renameApproved) {
         return;
     }
+    *renameApproved = false;
     // The trimmed name is judged, but the model stores what the user typed.
-    const QString trimmed = modelName.trimmed();
-    *renameApproved =
-        !trimmed.isEmpty() && trimmed.length() <= maxModelNameLength && !findModel(trimmed);
+    modelName = modelName.trimmed();
+    if (modelName.isEmpty() || modelName.length() > maxModelNameLength) {
+        return;
+    }
+    *renameApproved = !findModel(modelName);
 }

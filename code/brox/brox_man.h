@@ -38,7 +38,7 @@ public:
     int drillTypeCount() const;
 
     /** The drill type of a name, case included; Undefined for a name that is none. */
-    DrillType drillTypeFromName(const QString& name) const;
+    DrillType drillTypeFromName(QString name) const;
 
 private:
     DrillTypeManager() = default;
@@ -124,7 +124,7 @@ public:
     BroxModel* modelAt(int index) const { return mModels.at(index); }
 
     /** The first model with that name, case included, or null. */
-    BroxModel* findModel(const QString& modelName) const;
+    BroxModel* findModel(QString modelName) const;
 
     /** Appends a model; a name that exists is the caller's business. Null if out of memory. */
     BroxModel* createModel(QString modelName);

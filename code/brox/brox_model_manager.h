@@ -4,7 +4,6 @@
 
 #include "ui_brox_model_manager.h"
 
-#include <QPersistentModelIndex>
 #include <QWidget>
 
 class BroxModelSet;
@@ -56,14 +55,11 @@ private slots:
 
 private:
     QTableWidgetItem* selectedItem() const;
-    void keepSelection();
     QString freeModelName() const;
     void setCell(int row, const QString& name);
 
     Ui::BroxModelManager ui;
     bool mUpdating = false;
-    bool mIsTyped = false; ///< an editor is handing over a name
-    QPersistentModelIndex mKept; ///< the cell of a refused name, until the event loop runs again
     BroxModelSet* mBroxModelSet = nullptr;
 };
 

@@ -19,30 +19,6 @@ constexpr int maxBitLength = 7;
 /** The viewers by step. A lookup of an unknown step leaves an entry with a null viewer. */
 QMap<int, BroxViewer*> viewers;
 
-/** A viewer, or null if there was no memory for all of it. */
-BroxViewer* newViewer(int stpid)
-try {
-    return new BroxViewer(stpid, nullptr, {});
-} catch (const std::bad_alloc&) {
-    return nullptr;
-}
-
-/** What an exported function returns, so that a failed allocation stays in the module. */
-int outOfMemory()
-{
-    source.check(false, "std::bad_alloc");
-    return BROX_OUT_OF_MEMORY;
-}
-
-/** A model's name for the host, or null if there was no memory for it. */
-char* copyOfName(const BroxViewer& viewer, int index)
-try {
-    const QByteArray name = viewer.modelNameAt(index).toLocal8Bit();
-    return zeb__str_dup_fn(name.constData(), source.name(), __LINE__);
-} catch (const std::bad_alloc&) {
-    return nullptr;
-}
-
 /** The viewer of a step, made if there is none yet; or null and why. */
 BroxViewer* openViewer(int stpid, int* status)
 {
@@ -57,65 +33,54 @@ BroxViewer* openViewer(int stpid, int* status)
 } // namespace
 
 int brox__proxy_open_brox(int stpid)
-try {
+{
     if (!source.check(stpid != -1, "stpid != -1")) {
         return BROX_BAD_ARGUMENT;
     }
     BroxViewer* brox = viewers[stpid];
     if (!brox) {
-        brox = newViewer(stpid);
+        brox = new (std::nothrow) BroxViewer(stpid, nullptr, {});
         viewers[stpid] = brox;
     }
     return source.checkPointer(brox, "brox") ? 0 : BROX_BAD_ARGUMENT;
-} catch (const std::bad_alloc&) {
-    return outOfMemory();
 }
 
 int brox__proxy_can_close(int stpid, int* ok)
-try {
+{
     if (!source.checkPointer(ok, "ok")) {
         return BROX_BAD_ARGUMENT;
     }
     *ok = 1;
     if (BroxViewer* viewer = viewers[stpid]) {
-        *ok = 0; // should there be no memory to ask
         *ok = viewer->canClose() ? 1 : 0;
     }
     return 0;
-} catch (const std::bad_alloc&) {
-    return outOfMemory();
 }
 
 int brox__proxy_close_brox(int stpid)
-try {
+{
     if (!source.check(stpid != -1, "stpid != -1")) {
         return BROX_BAD_ARGUMENT;
     }
     viewers[stpid] = nullptr;
     return 0;
-} catch (const std::bad_alloc&) {
-    return outOfMemory();
 }
 
 int brox__proxy_get_brox(int stpid, BroxViewer** brox)
-try {
+{
     if (!source.checkPointer(brox, "brox")) {
         return BROX_BAD_ARGUMENT;
     }
     *brox = viewers[stpid];
     return 0;
-} catch (const std::bad_alloc&) {
-    return outOfMemory();
 }
 
 int brox__proxy_set_parent_viewer(BroxViewer* brox, QObject* parent_viewer)
-try {
+{
     if (brox && parent_viewer) {
         brox->setParentViewer(parent_viewer);
     }
     return 0;
-} catch (const std::bad_alloc&) {
-    return outOfMemory();
 }
 
 int brox__proxy_set_model_renamed_deleted_cb(brox_model_renamed_deleted_cb callback)
@@ -125,7 +90,7 @@ int brox__proxy_set_model_renamed_deleted_cb(brox_model_renamed_deleted_cb callb
 }
 
 int brox__proxy_get_model_list(int stpid, char*** models, int* num_models)
-try {
+{
     if (!source.checkPointer(models, "models") || !source.checkPointer(num_models, "num_models")) {
         return BROX_BAD_ARGUMENT;
     }
@@ -151,16 +116,15 @@ try {
         return BROX_OUT_OF_MEMORY;
     }
     for (int i = 0; i < count; ++i) {
-        (*models)[i] = copyOfName(*viewer, i);
+        const QByteArray name = viewer->modelNameAt(i).toLocal8Bit();
+        (*models)[i] = zeb__str_dup_fn(name.constData(), source.name(), __LINE__);
     }
     return 0;
-} catch (const std::bad_alloc&) {
-    return outOfMemory();
 }
 
 int brox__proxy_calc_drill_size(int stpid, const char* model_name, int tool_type, int tool_sub_type,
     int min_tol, int max_tol, int fhs, int* drill_size, char* bit)
-try {
+{
     if (!source.checkPointer(model_name, "model_name")
         || !source.checkPointer(drill_size, "drill_size") || !source.checkPointer(bit, "bit")) {
         return BROX_BAD_ARGUMENT;
@@ -190,6 +154,4 @@ try {
         "((ba.data())?(int)strlen(ba.data()):0) <= (sizeof(bit)-1)");
     zeb__str_ncpy(bit, ba.constData(), maxBitLength);
     return 0;
-} catch (const std::bad_alloc&) {
-    return outOfMemory();
 }

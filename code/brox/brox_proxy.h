@@ -50,8 +50,9 @@ BROX_EXPORT int brox__proxy_open_brox(int stpid);
 
 /** Asks whether the step's viewer may close; asks the user if there are unsaved models.
  *
- * What is typed into an open cell of a table counts as entered before. The user may take his
- * time, and the host may delete the viewer meanwhile: that is as if the user had cancelled.
+ * The viewer takes the focus first, so that what is typed into an open cell of a table counts as
+ * entered. The user may take his time, and the host may delete the viewer meanwhile: that is as if
+ * the user had cancelled.
  *
  * @param ok  1 if it may, also for a step without a viewer, else 0
  */
@@ -79,7 +80,7 @@ BROX_EXPORT int brox__proxy_get_brox(int stpid, BroxViewer** brox);
  *
  * @param parent_viewer  a QObject with the signal unitsChanged(zeb_units_enum). If either
  *                       pointer is null, nothing happens
- * @return 0, or BROX_OUT_OF_MEMORY
+ * @return 0
  */
 BROX_EXPORT int brox__proxy_set_parent_viewer(BroxViewer* brox, QObject* parent_viewer);
 

@@ -7,32 +7,36 @@
 
 /** Keeps a table from sorting for the life of this object, so that rows stay where they are put.
  *
- * Afterwards it is sorted once, by the column and order of its sort indicator.
+ * Afterwards it is sorted once, by the column and order that it was sorted by before.
  */
-class SortingPause
+class BroxSortingPause
 {
 public:
-    explicit SortingPause(QTableWidget* table)
+    explicit BroxSortingPause(QTableWidget* table)
         : mTable(table)
+        , mColumn(table->horizontalHeader()->sortIndicatorSection())
+        , mOrder(table->horizontalHeader()->sortIndicatorOrder())
+        , mPaused(table->isSortingEnabled() && mColumn >= 0 && mColumn < table->columnCount())
     {
-        const int section = table->horizontalHeader()->sortIndicatorSection();
-        mPaused = table->isSortingEnabled() && section >= 0 && section < table->columnCount();
         if (mPaused) {
             table->setSortingEnabled(false);
         }
     }
 
-    ~SortingPause()
+    ~BroxSortingPause()
     {
         if (mPaused) {
             mTable->setSortingEnabled(true);
+            mTable->sortItems(mColumn, mOrder);
         }
     }
 
-    Q_DISABLE_COPY_MOVE(SortingPause)
+    Q_DISABLE_COPY_MOVE(BroxSortingPause)
 
 private:
     QTableWidget* mTable;
+    int mColumn;
+    Qt::SortOrder mOrder;
     bool mPaused;
 };
 

@@ -3,6 +3,8 @@
 
 #include "brox_looks.h"
 #include "brox_nls.h"
+#include "brox_size_cell.h"
+#include "zeb_gui.h"
 
 #include <QScrollBar>
 
@@ -33,7 +35,6 @@ BroxTester::BroxTester(QWidget* parent, Qt::WindowFlags f)
     : QWidget(parent, f)
 {
     ui.setupUi(this);
-    setFocusProxy(ui.testerTableWidget);
     initTable();
 }
 
@@ -41,15 +42,18 @@ BroxTester::~BroxTester() = default;
 
 void BroxTester::setStepId(int stepId)
 {
-    mCells.setStepId(stepId);
+    mStepId = stepId;
+    if (auto* delegate = qobject_cast<DoubleDelegate*>(ui.testerTableWidget->itemDelegate())) {
+        delegate->setStepId(stepId);
+    }
 }
 
 void BroxTester::retest()
 {
     for (int row = 0; row < ui.testerTableWidget->rowCount(); ++row) {
-        const int fhs = mCells.shownSize(row, FhsColumn);
-        const int minTol = mCells.shownSize(row, MinTolColumn);
-        const int maxTol = mCells.shownSize(row, MaxTolColumn);
+        const int fhs = cellValue(row, FhsColumn);
+        const int minTol = cellValue(row, MinTolColumn);
+        const int maxTol = cellValue(row, MaxTolColumn);
         if (fhs != 0 || minTol != 0 || maxTol != 0) {
             announceRow(row, fhs, minTol, maxTol);
         }
@@ -68,7 +72,7 @@ void BroxTester::setTestResult(int stepId, DrillTypeManager::DrillType type, int
         return;
     }
     dhsCell->setData(Qt::UserRole, dhs);
-    mCells.refresh(row, DhsColumn, stepId);
+    refreshCell(stepId, row, DhsColumn);
 
     if (QTableWidgetItem* desCell = ui.testerTableWidget->item(row, DrillDesColumn)) {
         desCell->setForeground(textColor(ui.testerTableWidget, !outOfTolRange));
@@ -80,7 +84,7 @@ void BroxTester::refreshUnits(int stepId)
 {
     for (int row = 0; row < ui.testerTableWidget->rowCount(); ++row) {
         for (int col = FhsColumn; col <= DhsColumn; ++col) {
-            mCells.refresh(row, col, stepId);
+            refreshCell(stepId, row, col);
         }
     }
 }
@@ -104,11 +108,11 @@ void BroxTester::on_testerTableWidget_itemChanged(QTableWidgetItem* item)
         return;
     }
     const int row = item->row();
-    item->setData(Qt::UserRole, mCells.shownSize(row, item->column()));
+    item->setData(Qt::UserRole, cellValue(row, item->column()));
 
-    const int fhs = mCells.shownSize(row, FhsColumn);
-    const int minTol = mCells.shownSize(row, MinTolColumn);
-    const int maxTol = mCells.shownSize(row, MaxTolColumn);
+    const int fhs = cellValue(row, FhsColumn);
+    const int minTol = cellValue(row, MinTolColumn);
+    const int maxTol = cellValue(row, MaxTolColumn);
     const QTableWidgetItem* fhsCell = ui.testerTableWidget->item(row, FhsColumn);
     if (fhs == 0 && fhsCell && fhsCell->text().isEmpty()) {
         ui.testerTableWidget->item(row, DhsColumn)->setText(QString());
@@ -121,7 +125,7 @@ void BroxTester::on_testerTableWidget_itemChanged(QTableWidgetItem* item)
 void BroxTester::initTable()
 {
     QTableWidget* table = ui.testerTableWidget;
-    mCells.attach(table);
+    table->setItemDelegate(new DoubleDelegate(this));
 
     const DrillTypeManager* manager = DrillTypeManager::instance();
     table->setRowCount(manager->drillTypeCount());
@@ -155,4 +159,14 @@ int BroxTester::findRow(DrillTypeManager::DrillType type) const
         }
     }
     return -1;
+}
+
+void BroxTester::refreshCell(int stepId, int row, int col)
+{
+    showSize(ui.testerTableWidget->item(row, col), stepId);
+}
+
+int BroxTester::cellValue(int row, int col) const
+{
+    return shownSize(ui.testerTableWidget->item(row, col), mStepId);
 }

@@ -3,7 +3,6 @@
 #define BROX_TESTER_H
 
 #include "brox_man.h"
-#include "brox_size_cell.h"
 #include "ui_brox_tester.h"
 
 #include <QWidget>
@@ -48,9 +47,13 @@ private:
     void initTable();
     void announceRow(int row, int fhs, int minTol, int maxTol);
     int findRow(DrillTypeManager::DrillType type) const;
+    void refreshCell(int stepId, int row, int col);
+
+    /** The size that a cell shows, or 0. */
+    int cellValue(int row, int col) const;
 
     Ui::BroxTester ui;
-    NumberCells mCells;
+    int mStepId = -1;
 };
 
 #endif

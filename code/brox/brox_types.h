@@ -6,7 +6,7 @@
 
 /** A bad argument, or a viewer that could not be made. */
 #define BROX_BAD_ARGUMENT 824001
-/** An allocation failed. Every function but the one that registers the callback may say so. */
+/** The host's allocator gave null. */
 #define BROX_OUT_OF_MEMORY 824000
 
 #ifdef __cplusplus

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "brox_viewer.h"
 
-#include "brox_editors.h"
+#include "brox_dialogs.h"
 #include "brox_models_file.h"
 #include "brox_nls.h"
 #include "brox_step_data.h"
@@ -14,21 +14,6 @@ namespace {
 
 constexpr BroxSource source("brox_viewer");
 constexpr double upperShare = 0.375; // of the height: amounts, test table and formula
-constexpr double micronsPerMil = 25.4;
-
-/** What one number in units of the first name is in those of the second. */
-double numbersPerNumber(const QString& from, const QString& to)
-{
-    const auto isFrom = [](const QString& name, zeb_units_enum units) {
-        return name == QString::fromLocal8Bit(zeb__sarn_get_Units_str(units));
-    };
-    if (from == to) {
-        return 1.0;
-    }
-    return isFrom(from, ZEB_UNITS_MILS)   ? micronsPerMil
-        : isFrom(from, ZEB_UNITS_MICRONS) ? 1.0 / micronsPerMil
-                                          : 1.0;
-}
 
 } // namespace
 
@@ -41,15 +26,7 @@ BroxViewer::BroxViewer(int stepId, QWidget* parent, Qt::WindowFlags flags)
     initialize();
 }
 
-BroxViewer::~BroxViewer()
-{
-    // Qt hides the tables afterwards, which may scroll them, when there is no viewer to be told.
-    for (QScrollBar* scrollBar : {mAmountsScrollBar, mTesterScrollBar}) {
-        if (scrollBar) {
-            scrollBar->disconnect(this);
-        }
-    }
-}
+BroxViewer::~BroxViewer() = default;
 
 /** The order is fixed: each step relies on those before it. */
 void BroxViewer::initialize()
@@ -78,10 +55,12 @@ void BroxViewer::linkScrollBars()
     mAmountsScrollBar = ui.broxAmountsWidget->amountsScrollBar();
     mTesterScrollBar = ui.broxTesterWidget->testerScrollBar();
     if (mAmountsScrollBar && mTesterScrollBar) {
-        connect(mAmountsScrollBar, &QScrollBar::valueChanged, this,
-            &BroxViewer::amountsScrollBar_valueChanged);
-        connect(mTesterScrollBar, &QScrollBar::valueChanged, this,
-            &BroxViewer::testerScrollBar_valueChanged);
+        // By signature text: so Qt calls no slot when it hides the tables of a viewer that has
+        // ended.
+        connect(mAmountsScrollBar, SIGNAL(valueChanged(int)), this,
+            SLOT(amountsScrollBar_valueChanged(int)));
+        connect(mTesterScrollBar, SIGNAL(valueChanged(int)), this,
+            SLOT(testerScrollBar_valueChanged(int)));
     }
 }
 
@@ -97,14 +76,18 @@ void BroxViewer::setDataChanged(bool changed)
 
 bool BroxViewer::canClose()
 {
-    return enterOpenEditors(this)
-        && confirmClose(this, BROX_KEY("brox_viewer", "Drill Tool Manager Setup", "144"),
-            BROX_KEY("brox_viewer",
-                "Unsaved data will be lost.\nClick 'Save' to save data before closing.", "145"),
-            mDataChanged, [this] {
-                saveDefaultModels();
-                return !mDataChanged;
-            });
+    setFocus();
+    if (!mDataChanged) {
+        return true;
+    }
+    const int answer = askUnsaved(this, BROX_VIEWER_TEXT("Drill Tool Manager Setup", "144"),
+        BROX_VIEWER_TEXT(
+            "Unsaved data will be lost.\nClick 'Save' to save data before closing.", "145"));
+    if (answer == QMessageBox::Save) {
+        saveDefaultModels();
+        return !mDataChanged;
+    }
+    return answer != QMessageBox::Cancel;
 }
 
 void BroxViewer::setParentViewer(QObject* parentViewer)
@@ -248,11 +231,6 @@ void BroxViewer::on_broxDhsWidget_useBitFileToggled(bool useBitFile)
     if (!mCurrentBroxModel) {
         return;
     }
-    if (!enterOpenEditors(this)) {
-        const QScopedValueRollback selecting(mSelectingModel, true); // putting it back is no change
-        ui.broxDhsWidget->setUseBitFile(mCurrentBroxModel);
-        return;
-    }
     mCurrentBroxModel->setUseBitFile(useBitFile);
     setDataChanged(true);
     ui.broxTesterWidget->retest();
@@ -260,9 +238,7 @@ void BroxViewer::on_broxDhsWidget_useBitFileToggled(bool useBitFile)
 
 void BroxViewer::on_broxJobDataWidget_recalcRequired()
 {
-    if (enterOpenEditors(this)) {
-        ui.broxJobDataWidget->recalculate(mStepId);
-    }
+    ui.broxJobDataWidget->recalculate(mStepId);
 }
 
 void BroxViewer::on_broxTesterWidget_testValuesChanged(
@@ -283,14 +259,8 @@ void BroxViewer::on_broxTesterWidget_testValuesChanged(
 
 void BroxViewer::parentViewer_unitsChanged(zeb_units_enum)
 {
-    // Each widget asks the host for the units of its step. What is being typed was meant in those
-    // that the user has read until now.
-    const QString oldUnits = ui.unitsLabel->text();
+    // Each widget asks the host for the units of its step.
     updateUnitsLabel();
-    const auto scale = [&] { return numbersPerNumber(oldUnits, ui.unitsLabel->text()); };
-    enterTypedNumbers(ui.broxAmountsWidget, scale);
-    enterTypedNumbers(ui.broxTesterWidget, scale);
-    enterOpenEditors(this);
     ui.broxAmountsWidget->refreshUnits(mStepId);
     ui.broxTesterWidget->refreshUnits(mStepId);
     ui.broxJobDataWidget->refreshUnits(mStepId);
@@ -347,7 +317,7 @@ void BroxViewer::saveModelsFile(QString fileName)
 
 void BroxViewer::showLoadDialog()
 {
-    if (!canClose()) {
+    if (mDataChanged && !canClose()) {
         return;
     }
     const QString path = chooseFileToLoad(this,

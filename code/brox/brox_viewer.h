@@ -2,7 +2,7 @@
 #ifndef BROX_VIEWER_H
 #define BROX_VIEWER_H
 
-#include "brox_icons.h"
+#include "brox_looks.h"
 #include "brox_man.h"
 #include "brox_report.h"
 #include "ui_brox_viewer.h"
@@ -99,7 +99,6 @@ private:
     void updateUnitsLabel();
     void updateModelNameLabel(QString name);
 
-    BroxIcons mIcons;
     Ui::BroxViewer ui;
     int mStepId;
     QString mFileName;
@@ -110,6 +109,7 @@ private:
     QScrollBar* mTesterScrollBar = nullptr;
     int mSliderPosition = 0;
     bool mSelectingModel = false;
+    BroxIcons mIcons; // the last, and so the first to go
 };
 
 #endif

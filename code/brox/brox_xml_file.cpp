@@ -71,13 +71,13 @@ bool BroxXmlFile::read(const QString& path, QDomDocument* document) const
 {
     const QFileInfo info(path);
     const QByteArray localPath = info.filePath().toLocal8Bit();
-    if (!mSource.check(info.exists(), "fi.exists()", mPlace)) {
+    if (!mSource.check(info.exists(), "fi.exists()")) {
         zeb__log_write("ERROR", mMessages.missing, localPath.constData());
         return false;
     }
     QFile file(info.filePath());
-    if (!mSource.check(file.open(QFile::ReadOnly | QFile::Text),
-            "file.open(QFile::ReadOnly | QFile::Text)", mPlace)) {
+    if (!mSource.check(
+            file.open(QFile::ReadOnly | QFile::Text), "file.open(QFile::ReadOnly | QFile::Text)")) {
         zeb__log_write("ERROR", mMessages.unreadable, localPath.constData());
         return false;
     }
@@ -89,7 +89,7 @@ bool BroxXmlFile::read(const QString& path, QDomDocument* document) const
     int errorColumn = 0;
     const bool isXml = !nestsTooDeeply(content, &error, &errorLine, &errorColumn)
         && document->setContent(content, true, &error, &errorLine, &errorColumn);
-    if (!mSource.check(isXml, "setContentStatus == true", mPlace)) {
+    if (!mSource.check(isXml, "setContentStatus == true")) {
         zeb__log_write("ERROR", mMessages.malformed, localPath.constData(),
             error.toLocal8Bit().constData(), errorLine, errorColumn);
     }
@@ -101,8 +101,8 @@ bool BroxXmlFile::checkRoot(const QString& path, const QDomDocument& document) c
     const QString tag = document.documentElement().tagName();
     const QByteArray condition =
         QByteArray("mainElement.tagName().compare(\"") + mRoot + "\", Qt::CaseInsensitive) == 0";
-    if (!mSource.check(tag.compare(QLatin1String(mRoot), Qt::CaseInsensitive) == 0,
-            condition.constData(), mPlace)) {
+    if (!mSource.check(
+            tag.compare(QLatin1String(mRoot), Qt::CaseInsensitive) == 0, condition.constData())) {
         zeb__log_write(
             "ERROR", mMessages.foreign, QFileInfo(path).filePath().toLocal8Bit().constData());
         return false;

@@ -12,8 +12,7 @@ class QDomDocument;
 
 /** One of the module's two XML files: where it is, how it is read and written.
  *
- * Failures go to the host's log under the name of the source that owns the file, and the place
- * where it is described.
+ * Failures go to the host's log under the name of the source that owns the file.
  */
 class BroxXmlFile
 {
@@ -31,13 +30,11 @@ public:
      * @param name  the file's name, below the module's folder in the host's data folder
      * @param root  tag of the document element
      */
-    constexpr BroxXmlFile(BroxSource source, const char* name, const char* root, Messages messages,
-        BroxSource::Place place = BroxSource::Place::current())
+    constexpr BroxXmlFile(BroxSource source, const char* name, const char* root, Messages messages)
         : mSource(source)
         , mName(name)
         , mRoot(root)
         , mMessages(messages)
-        , mPlace(place)
     { }
 
     constexpr const char* name() const { return mName; }
@@ -70,7 +67,6 @@ private:
     const char* mName;
     const char* mRoot;
     Messages mMessages;
-    BroxSource::Place mPlace;
 };
 
 /** A text without the characters that XML can't hold: they would make a file unreadable. */

@@ -3,38 +3,7 @@
 #include <QPointer>
 #include <QScrollBar>
 
-#include <cstdlib>
-#include <new>
-
-#include "brox_man.h"
 #include "fixture.h"
-
-namespace {
-
-int newsLeft = 0; ///< objects that may still be made before one fails, 0 for no failure
-
-} // namespace
-
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept
-{
-    return newsLeft > 0 && --newsLeft == 0 ? nullptr : std::malloc(size);
-}
-
-void* operator new(std::size_t size)
-{
-    void* memory = operator new(size, std::nothrow);
-    return memory ? memory : throw std::bad_alloc();
-}
-
-void operator delete(void* memory) noexcept
-{
-    std::free(memory);
-}
-
-void operator delete(void* memory, std::size_t) noexcept
-{
-    std::free(memory);
-}
 
 namespace {
 
@@ -90,32 +59,6 @@ class TestLifetime : public QObject
     Q_OBJECT
 
 private slots:
-    /** No viewer or no model comes of it, and all is well the next time. */
-    void noMemory()
-    {
-        BroxModelSet models;
-        int failures = 0;
-        do {
-            newsLeft = ++failures;
-        } while (!models.createModel("a"));
-        newsLeft = 0;
-        QCOMPARE(models.modelCount(), 1);
-        if (failures == 1) {
-            QSKIP("a memory checker has put its own allocation in the place of this one");
-        }
-        QVERIFY(failures > 3); // the model, what Qt makes for it, the connection
-
-        JobHost host;
-        newsLeft = 1;
-        QCOMPARE(brox__proxy_open_brox(host.step), BROX_BAD_ARGUMENT); // no viewer
-        newsLeft = 1;
-        QCOMPARE(brox__proxy_open_brox(host.step + 1), BROX_OUT_OF_MEMORY); // no entry for one
-        QCOMPARE(host.log,
-            QStringList({"INTERNAL|(((ullong)(brox) > 1000)) at brox_proxy",
-                "INTERNAL|(std::bad_alloc) at brox_proxy"}));
-        QCOMPARE(host.modelNames(), QStringList({"A", "B"}));
-    }
-
     void endOfAViewer_data() { addRows(moments); }
 
     /** A viewer ends when the host likes, once the module has been told. Nothing is saved. */

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "fixture.h"
 
+#include <QProcess>
+
 namespace {
 
 constexpr int millimeter = 400000;
@@ -51,6 +53,21 @@ class TestProxy : public HostTest
 
 private slots:
     void initTestCase() { QCOMPARE(brox__proxy_set_model_renamed_deleted_cb(nullptr), 0); }
+
+    void onlyTheEightFunctionsAreExported()
+    {
+        QProcess nm;
+        nm.start(NM, {"-D", "--defined-only", "--format=just-symbols", BROX_LIBRARY});
+        QVERIFY(nm.waitForFinished());
+        QStringList symbols = QString(nm.readAllStandardOutput()).split('\n', Qt::SkipEmptyParts);
+        symbols.sort();
+        QCOMPARE(symbols,
+            QStringList(
+                {"brox__proxy_calc_drill_size", "brox__proxy_can_close", "brox__proxy_close_brox",
+                    "brox__proxy_get_brox", "brox__proxy_get_model_list", "brox__proxy_open_brox",
+                    "brox__proxy_set_model_renamed_deleted_cb", "brox__proxy_set_parent_viewer"}));
+    }
+
     void lifeOfViewers()
     {
         const int step = mHost->step;
