@@ -886,10 +886,6 @@ Belassen: Die Datei bleibt, wie sie ist, bis Sie speichern; dann werden Sie gefr
         <translation>das ist ein Ordner</translation>
     </message>
     <message>
-        <source>its folder can&apos;t be made</source>
-        <translation>der Ordner kann nicht angelegt werden</translation>
-    </message>
-    <message>
         <source>it is named twice</source>
         <translation>der Name kommt zweimal vor</translation>
     </message>
@@ -1080,6 +1076,38 @@ Belassen: Die Datei bleibt, wie sie ist, bis Sie speichern; dann werden Sie gefr
     <message>
         <source>it is no file</source>
         <translation>das ist keine Datei</translation>
+    </message>
+    <message>
+        <source>it is protected</source>
+        <translation>sie ist schreibgeschützt</translation>
+    </message>
+    <message>
+        <source>there is no folder %1</source>
+        <translation>es gibt keinen Ordner %1</translation>
+    </message>
+    <message>
+        <source>the folder can&apos;t be made</source>
+        <translation>der Ordner lässt sich nicht anlegen</translation>
+    </message>
+    <message>
+        <source>another program is writing there</source>
+        <translation>ein anderes Programm schreibt gerade dort</translation>
+    </message>
+    <message>
+        <source>%1: an earlier run was broken off</source>
+        <translation>%1: ein früherer Lauf wurde abgebrochen</translation>
+    </message>
+    <message>
+        <source>put in place now: %1</source>
+        <translation>jetzt vollendet: %1</translation>
+    </message>
+    <message>
+        <source>changed since, so left as they are: %1</source>
+        <translation>seither geändert, daher belassen: %1</translation>
+    </message>
+    <message>
+        <source>nothing of it was written</source>
+        <translation>nichts davon wurde geschrieben</translation>
     </message>
 </context>
 <context>

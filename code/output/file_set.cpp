@@ -4,53 +4,13 @@
 #include "plan_text.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
-#include <algorithm>
 #include <filesystem>
 #include <unistd.h>
 
 namespace brox {
 
-namespace fs = std::filesystem;
-
 namespace {
-
-fs::path native(const QString& path)
-{
-    return QFile::encodeName(path).toStdString();
-}
-
-OutputError failure(const QString& path, const QString& reason)
-{
-    return OutputError(PlanText::tr("%1: can't be written: %2").arg(path, reason));
-}
-
-/** A name beside a file that nothing has yet; short, since the file's own may be at the limit. */
-QString freeName(const QString& path)
-{
-    const QDir folder = QFileInfo(path).absoluteDir();
-    for (int i = 0;; ++i) {
-        const QString name =
-            folder.filePath(QStringLiteral(".brox-%1-%2.part").arg(getpid()).arg(i));
-        // A link that leads nowhere does not "exist".
-        if (!QFileInfo::exists(name) && !QFileInfo(name).isSymLink()) {
-            return name;
-        }
-    }
-}
-
-void write(QFile& file, const QByteArray& content, const QString& path)
-{
-    if (!file.open(QFile::WriteOnly | QFile::NewOnly)) {
-        throw failure(path, file.errorString());
-    }
-    // Some file systems find out at the end that they are full.
-    if (file.write(content) != content.size() || !file.flush() || fsync(file.handle()) != 0) {
-        throw failure(
-            path, file.error() == QFile::NoError ? qt_error_string() : file.errorString());
-    }
-}
 
 /** Where a file is to be: a link stays one, and the file that it leads to is replaced. */
 QString targetOf(const QString& name)
@@ -58,16 +18,6 @@ QString targetOf(const QString& name)
     const QFileInfo info(name);
     const QString target = info.isSymLink() ? info.canonicalFilePath() : QString();
     return target.isEmpty() ? name : target;
-}
-
-/** A second name for a file, or a copy where the file system knows no second names. */
-void keep(const fs::path& file, const fs::path& backup)
-{
-    std::error_code error;
-    fs::create_hard_link(file, backup, error);
-    if (error) {
-        fs::copy_file(file, backup);
-    }
 }
 
 } // namespace
@@ -81,88 +31,147 @@ void tell(const Progress& progress, qint64 done, qint64 total)
 
 FileSet::~FileSet()
 {
-    for (const File& file : mFiles) {
-        QFile::remove(file.temporary);
+    mStagings.clear();
+    for (const QString& folder : mMade) {
+        QDir().rmdir(folder); // if nothing came into it
     }
 }
 
-void FileSet::add(const QString& name, const QByteArray& content)
+QIODevice& FileSet::open(const QString& name)
 {
     const QString path = targetOf(name);
     const QFileInfo info(path);
     if (info.isDir()) {
-        throw failure(path, PlanText::tr("it is a folder"));
+        throw OutputError(path, PlanText::tr("it is a folder"));
     }
     if (info.exists() && !info.isFile()) {
-        throw failure(path, PlanText::tr("it is no file"));
+        throw OutputError(path, PlanText::tr("it is no file"));
     }
-    if (!QDir().mkpath(info.absolutePath())) {
-        throw failure(path, PlanText::tr("its folder can't be made"));
+    if (info.exists() && !info.isWritable()) {
+        throw OutputError(path, PlanText::tr("it is protected"));
     }
-    const QString place = QDir(info.absoluteDir().canonicalPath()).filePath(info.fileName());
-    if (!mPlaces.insert(place).second) {
-        throw failure(path, PlanText::tr("it is named twice"));
+    makeFolder(info.absolutePath());
+    const QString folder = info.dir().canonicalPath();
+    auto staging = mStagings.find(folder);
+    if (staging == mStagings.end()) {
+        staging = mStagings.emplace(folder, std::make_unique<Staging>(folder)).first;
+        mNotes << staging->second->note();
+        mNotes.removeAll(QString());
     }
-    mFiles.push_back({path, freeName(path), {}, false});
-    QFile file(mFiles.back().temporary);
-    write(file, content, path);
+    if (!mPlaces.insert(QDir(folder).filePath(info.fileName())).second) {
+        throw OutputError(path, PlanText::tr("it is named twice"));
+    }
+    auto file = std::make_unique<File>();
+    file->path = path;
+    file->name = info.fileName();
+    file->staging = staging->second.get();
+    QFile& device = mFiles.emplace_back(std::move(file))->device;
+    device.setFileName(staging->second->pathOfNew(info.fileName()));
+    if (!device.open(QFile::WriteOnly | QFile::NewOnly)) {
+        throw OutputError(path, device.errorString());
+    }
     if (info.exists()) {
-        file.setPermissions(info.permissions());
+        device.setPermissions(info.permissions());
     }
+    return device;
 }
 
-void FileSet::place(File& file)
+/** More than the last part of a path that is missing is a path that is misspelt. */
+void FileSet::makeFolder(const QString& folder)
 {
-    try {
-        if (QFileInfo::exists(file.path)) {
-            const QString backup = freeName(file.path);
-            keep(native(file.path), native(backup));
-            file.backup = backup;
-        }
-        fs::rename(native(file.temporary), native(file.path));
-        file.isPlaced = true;
-    } catch (const fs::filesystem_error& error) {
-        throw failure(file.path, QString::fromStdString(error.code().message()));
+    if (QFileInfo::exists(folder)) {
+        return;
     }
+    const QString parent = QFileInfo(folder).path();
+    if (!QFileInfo(parent).isDir()) {
+        throw OutputError(folder, PlanText::tr("there is no folder %1").arg(parent));
+    }
+    if (!QDir().mkdir(folder)) {
+        throw OutputError(folder, PlanText::tr("the folder can't be made"));
+    }
+    mMade << folder;
 }
 
-void FileSet::putBack(File& file)
+void FileSet::add(const QString& name, const QByteArray& content)
 {
-    std::error_code error; // nothing more can be done about it
-    if (file.isPlaced && file.backup.isEmpty()) {
-        fs::remove(native(file.path), error);
-    } else if (file.isPlaced) {
-        fs::rename(native(file.backup), native(file.path), error);
-        file.backup.clear(); // if that failed, it is all there is of the old file
+    open(name).write(content);
+    finish(*mFiles.back());
+}
+
+/** Sees to it that a file is whole and on the disk. */
+void FileSet::finish(File& file)
+{
+    if (!file.device.isOpen()) {
+        return;
     }
-    file.isPlaced = false;
-    if (!file.backup.isEmpty()) {
-        QFile::remove(file.backup);
+    // Some file systems find out at the end that they are full.
+    const bool isWhole = file.device.flush() && file.device.error() == QFile::NoError;
+    if (!isWhole || fsync(file.device.handle()) != 0) {
+        throw OutputError(file.path, isWhole ? qt_error_string() : file.device.errorString());
     }
+    file.device.close();
 }
 
 void FileSet::commit()
 {
+    for (const std::unique_ptr<File>& file : mFiles) {
+        finish(*file);
+    }
     try {
-        for (File& file : mFiles) {
-            place(file);
-        }
+        placeAll();
     } catch (const OutputError&) {
-        std::for_each(mFiles.rbegin(), mFiles.rend(), putBack);
+        putBackAll();
         throw;
     }
-    for (const File& file : mFiles) {
-        if (!file.backup.isEmpty()) {
-            QFile::remove(file.backup);
-        }
+    for (const auto& [folder, staging] : mStagings) {
+        staging->sync();
     }
+    mStagings.clear();
+    mMade.clear();
+}
+
+void FileSet::placeAll()
+{
+    QString path;
+    try {
+        for (const std::unique_ptr<File>& file : mFiles) {
+            path = file->path;
+            file->staging->keepOld(file->name);
+        }
+        for (const auto& [folder, staging] : mStagings) {
+            path = folder;
+            staging->release();
+        }
+        for (const std::unique_ptr<File>& file : mFiles) {
+            path = file->path;
+            file->staging->place(file->name);
+            file->isPlaced = true;
+        }
+    } catch (const std::filesystem::filesystem_error& error) {
+        throw OutputError(path, QString::fromStdString(error.code().message()));
+    }
+}
+
+/** Where that fails too, the new files stay released, and the next set finishes them. */
+void FileSet::putBackAll()
+{
+    try {
+        for (auto file = mFiles.rbegin(); file != mFiles.rend(); ++file) {
+            if ((*file)->isPlaced) {
+                (*file)->staging->putBack((*file)->name);
+            }
+        }
+        for (const auto& [folder, staging] : mStagings) {
+            staging->withdraw();
+        }
+    } catch (const std::filesystem::filesystem_error&) { }
 }
 
 QStringList FileSet::paths() const
 {
     QStringList paths;
-    for (const File& file : mFiles) {
-        paths << file.path;
+    for (const std::unique_ptr<File>& file : mFiles) {
+        paths << file->path;
     }
     return paths;
 }

@@ -3,33 +3,27 @@
 #define FILE_SET_H
 
 #include "reading.h"
+#include "staging.h"
 
+#include <QFile>
 #include <QStringList>
+#include <map>
+#include <memory>
 #include <set>
-#include <stdexcept>
 #include <vector>
 
 namespace brox {
 
-/** Something that can't be written, told in one line. */
-class OutputError : public std::runtime_error
-{
-public:
-    explicit OutputError(const QString& message)
-        : std::runtime_error(message.simplified().toStdString())
-    { }
-};
-
-/** Tells how much of the work is done.
+/** Reports how much of the work is done.
  *
  * @throws BoardCancelled  if the user wants no more of it
  */
 void tell(const Progress& progress, qint64 done, qint64 total);
 
-/** Files that appear together or not at all.
+/** Files that appear together or not at all, on the disk when commit() returns.
  *
- * Each is written under another name beside its place; commit() renames them all. What does not
- * come to a commit leaves nothing, and files of the same names stay as they were.
+ * What does not come to a commit leaves nothing, and files of the same names stay as they were.
+ * A process that is killed in the midst of a commit leaves the rest to the next set in that folder.
  */
 class FileSet
 {
@@ -38,10 +32,15 @@ public:
     ~FileSet();
     Q_DISABLE_COPY_MOVE(FileSet)
 
-    /** Writes a file's content; folders that are missing are made.
+    /** Opens a file of the set for writing. What goes wrong with the device, commit() says.
      *
+     * @param name  of the folders in it only the last may be missing, and is made then
+     * @return the set's own, to be used until the commit
      * @throws OutputError
      */
+    QIODevice& open(const QString& name);
+
+    /** The same with all of the content at once. */
     void add(const QString& name, const QByteArray& content);
 
     /** Puts all files in place, or none.
@@ -53,20 +52,29 @@ public:
     /** Paths in the order in which they were added. */
     QStringList paths() const;
 
+    /** What killed processes had left in the folders, and what became of it: a line each. */
+    const QStringList& notes() const { return mNotes; }
+
 private:
     struct File
     {
         QString path;
-        QString temporary;
-        QString backup; ///< what was there before; empty: nothing
+        QString name; ///< in its folder
+        Staging* staging = nullptr;
+        QFile device;
         bool isPlaced = false;
     };
 
-    static void place(File& file);
-    static void putBack(File& file);
+    void makeFolder(const QString& folder);
+    static void finish(File& file);
+    void placeAll();
+    void putBackAll();
 
-    std::vector<File> mFiles;
+    std::map<QString, std::unique_ptr<Staging>> mStagings; ///< by the folder's canonical path
+    std::vector<std::unique_ptr<File>> mFiles;
     std::set<QString> mPlaces; ///< the same for each of a file's paths
+    QStringList mMade; ///< folders that were missing
+    QStringList mNotes;
 };
 
 } // namespace brox

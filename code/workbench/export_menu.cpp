@@ -124,7 +124,7 @@ void ExportMenu::write(const char* key, const QString& path, Write writeFiles)
         if (const qsizetype alarming = alarmingRows(plan)) {
             message += tr(" (tools to be looked at: %1)").arg(alarming);
         }
-        emit exported(message);
+        emit exported((QStringList(message) + files.notes()).join("; "));
     } catch (const BoardCancelled&) {
         emit exported(tr("Nothing was written"));
     } catch (const std::exception& error) {

@@ -6,6 +6,7 @@
 #include "drill_report.h"
 #include "file_set.h"
 #include "options.h"
+#include "printing.h"
 
 namespace brox {
 
@@ -22,6 +23,9 @@ QStringList writeFiles(const Options& options, const DrillPlan& plan)
         addDrillMap(plan, options.value(options.map), files);
     }
     files.commit();
+    for (const QString& note : files.notes()) {
+        warn(note);
+    }
     return files.paths();
 }
 

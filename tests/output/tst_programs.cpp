@@ -172,14 +172,14 @@ private slots:
             {Segment::Shape::Clockwise, at(4.00001, 4), at(4, 3)}); // shorter than a digit
         QTemporaryDir folder;
         FileSet files;
-        addDrillPrograms(planOf(board, step, units), folder.filePath("new/programs"), files);
+        addDrillPrograms(planOf(board, step, units), folder.filePath("programs"), files);
         files.commit();
         QByteArray written;
         for (const QString& path : files.paths()) {
             written += "== " + QFileInfo(path).fileName().toUtf8() + '\n' + content(path);
         }
         written.replace(VERSION, "VERSION");
-        QCOMPARE(filesIn(folder.filePath("new/programs")).size(), files.paths().size());
+        QCOMPARE(filesIn(folder.filePath("programs")).size(), files.paths().size());
         const QString expected =
             QStringLiteral(EXPECTED_DIR "/%1.txt").arg(QTest::currentDataTag());
         QVERIFY2(written == content(expected), written);
@@ -368,7 +368,7 @@ private slots:
         QCOMPARE(filesIn(folder.path()), QStringList("old"));
         try {
             FileSet files;
-            for (const char* name : {"old", "new", "folder"}) {
+            for (const char* name : {"old", "made/new", "folder"}) {
                 files.add(path(name), "new");
             }
             QDir(folder.path()).mkdir("folder"); // meanwhile
@@ -379,6 +379,63 @@ private slots:
         }
         QCOMPARE(filesIn(folder.path()), QStringList({"folder", "old"}));
         QCOMPARE(content(path("old")), "old");
+    }
+
+    /** Two sets in one folder never mix. */
+    void waits()
+    {
+        QTemporaryDir folder;
+        FileSet first;
+        first.add(folder.filePath("a"), "a");
+        FileSet second;
+        QVERIFY_EXCEPTION_THROWN(second.add(folder.filePath("b"), "b"), OutputError);
+        first.commit();
+        second.add(folder.filePath("b"), "b");
+    }
+
+    void afterKill_data()
+    {
+        QTest::addColumn<QStringList>("left"); // by a process that was killed
+        QTest::addColumn<QString>("note");
+        QTest::addColumn<QByteArray>("old"); // what is then in a file that was there
+        QTest::newRow("while it wrote")
+            << QStringList{"new/old"} << "nothing of it was written" << QByteArray("old");
+        QTest::newRow("while it placed") << QStringList{"released/old", "old/old"}
+                                         << "put in place now: old" << QByteArray("new");
+        QTest::newRow("at its end")
+            << QStringList{"old/old", "released/"} << "" << QByteArray("old");
+        QTest::newRow("before a change")
+            << QStringList{"released/old", "released/x"}
+            << "put in place now: x; changed since, so left as they are: old" << QByteArray("old");
+    }
+
+    /** What a killed process leaves is finished or cleared by the next that writes there. */
+    void afterKill()
+    {
+        QFETCH(const QStringList, left);
+        QFETCH(const QString, note);
+        QTemporaryDir folder;
+        const auto write = [&](const QString& name, const QByteArray& content, int age) {
+            QFile file(folder.filePath(name));
+            QDir().mkpath(QFileInfo(file).path());
+            QVERIFY(name.endsWith('/')
+                || (file.open(QFile::WriteOnly) && file.write(content) == content.size()));
+            file.flush();
+            file.setFileTime(
+                QDateTime::currentDateTime().addSecs(-age), QFile::FileModificationTime);
+        };
+        const bool isChanged = note.contains("changed");
+        write("old", "old", isChanged ? 0 : 200);
+        for (const QString& name : left) {
+            write(".brox-writing/" + name, "new", 100);
+        }
+        FileSet files;
+        files.add(folder.filePath("another"), "another");
+        files.commit();
+        QTEST(content(folder.filePath("old")), "old");
+        QCOMPARE(files.notes().join(""),
+            note.isEmpty() ? "" : folder.path() + ": an earlier run was broken off; " + note);
+        QVERIFY(!QFileInfo::exists(folder.filePath(".brox-writing")));
     }
 };
 
