@@ -1,0 +1,436 @@
+// SPDX-License-Identifier: MIT
+#include "comparison.h"
+
+#include "alignment.h"
+#include "copies.h"
+#include "hole_matching.h"
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <numeric>
+#include <tuple>
+
+namespace brox {
+
+namespace {
+
+constexpr double wholeFactors[] = {10, 25.4, 1000};
+
+Size lengthOf(const Path& path)
+{
+    const Place end = path.end();
+    return Size(
+        std::min(std::hypot(double(end.x) - path.start.x, double(end.y) - path.start.y), 2e9));
+}
+
+/** Sorts what a matching came to by kind and tool. */
+class FindingList
+{
+public:
+    /** @param move  of the board, already in its places */
+    FindingList(const ComparedBoard& board, const ComparedBoard& other, const HoleMatcher& matcher,
+        Place move)
+        : mBoard(board)
+        , mOther(other)
+        , mMatcher(matcher)
+        , mMove(move)
+    { }
+
+    void add(const HoleMatching& matching)
+    {
+        for (const HitPair& pair : matching.inPlace) {
+            addPair(pair);
+        }
+        for (const HitPair& pair : matching.moved) {
+            addMoved(pair);
+        }
+        for (const std::uint32_t hit : matching.removed) {
+            addHit(finding(FindingKind::Removed, &mBoard.tools[mBoard.toolOf[hit]], nullptr),
+                mBoard.places[hit]);
+        }
+        for (const std::uint32_t hit : matching.added) {
+            addHit(finding(FindingKind::Added, nullptr, &mOther.tools[mOther.toolOf[hit]]),
+                mOther.places[hit]);
+        }
+    }
+
+    qint64 assumedPlating() const { return mAssumedPlating; }
+
+    std::vector<Finding> take()
+    {
+        std::vector<Finding> list;
+        for (auto& [key, finding] : mFindings) {
+            const ComparedTool& tool = finding.from ? *finding.from : *finding.to;
+            finding.isWholeTool = finding.count == tool.hits;
+            sortPlaces(finding);
+            list.push_back(std::move(finding));
+        }
+        return list;
+    }
+
+private:
+    using Key = std::tuple<FindingKind, const ComparedTool*, const ComparedTool*>;
+
+    Finding& finding(FindingKind kind, const ComparedTool* from, const ComparedTool* to)
+    {
+        const auto [found, isNew] = mFindings.try_emplace({kind, from, to});
+        if (isNew) {
+            found->second.kind = kind;
+            if (from) {
+                found->second.from = *from;
+            }
+            if (to) {
+                found->second.to = *to;
+            }
+        }
+        return found->second;
+    }
+
+    Place unmoved(Place place) const
+    {
+        return Placement{false, 0, 1, {Size(-qint64(mMove.x)), Size(-qint64(mMove.y))}}
+            .map(place)
+            .value_or(place);
+    }
+
+    void addHit(Finding& finding, Place place)
+    {
+        ++finding.count;
+        finding.places.push_back(unmoved(place));
+    }
+
+    void addPair(const HitPair& pair)
+    {
+        const ComparedTool& from = mBoard.tool(pair.hit);
+        const ComparedTool& to = mOther.tool(pair.other);
+        const HitDifference differs = mMatcher.difference(pair.hit, pair.other);
+        mAssumedPlating += from.isPlated != to.isPlated && !differs.plating ? 1 : 0;
+        const auto add = [&](FindingKind kind) -> Finding& {
+            Finding& found = finding(kind, &from, &to);
+            addHit(found, mBoard.places[pair.hit]);
+            return found;
+        };
+        if (differs.size) {
+            Finding& found = add(FindingKind::Resized);
+            if (from.isSlot && found.count == 1) {
+                found.lengthBefore = lengthOf(mBoard.slotPath(pair.hit));
+                found.lengthAfter = lengthOf(mOther.slotPath(pair.other));
+            }
+        }
+        if (differs.plating) {
+            add(FindingKind::Plating);
+        }
+        if (differs.span) {
+            add(FindingKind::Layer);
+        }
+        if (tolerancesDiffer(from, to)) {
+            add(FindingKind::Tolerance);
+        }
+    }
+
+    static bool tolerancesDiffer(const ComparedTool& from, const ComparedTool& to)
+    {
+        return from.tolerance && to.tolerance
+            && (!isSameSize(from.tolerance->minus, to.tolerance->minus)
+                || !isSameSize(from.tolerance->plus, to.tolerance->plus));
+    }
+
+    void addMoved(const HitPair& pair)
+    {
+        // A slot with one end elsewhere has another length.
+        if (mMatcher.difference(pair.hit, pair.other).size) {
+            addPair(pair);
+            return;
+        }
+        const ComparedTool& from = mBoard.tool(pair.hit);
+        const ComparedTool& to = mOther.tool(pair.other);
+        Finding& moved = finding(FindingKind::Moved, &from, &to);
+        addHit(moved, mBoard.places[pair.hit]);
+        moved.movedTo.push_back(unmoved(mOther.places[pair.other]));
+        if (tolerancesDiffer(from, to)) {
+            addHit(finding(FindingKind::Tolerance, &from, &to), mBoard.places[pair.hit]);
+        }
+    }
+
+    static void sortPlaces(Finding& finding)
+    {
+        std::vector<size_t> order(finding.places.size());
+        std::iota(order.begin(), order.end(), size_t(0));
+        std::sort(order.begin(), order.end(), [&](size_t a, size_t b) {
+            const Place left = finding.places[a];
+            const Place right = finding.places[b];
+            return std::tie(left.y, left.x, a) < std::tie(right.y, right.x, b);
+        });
+        const auto sorted = [&order](const std::vector<Place>& places) {
+            std::vector<Place> list;
+            for (size_t i = 0; i < places.size(); ++i) {
+                list.push_back(places[order[i]]);
+            }
+            return list;
+        };
+        finding.places = sorted(finding.places);
+        finding.movedTo = sorted(finding.movedTo);
+    }
+
+    const ComparedBoard& mBoard;
+    const ComparedBoard& mOther;
+    const HoleMatcher& mMatcher;
+    Place mMove;
+    std::map<Key, Finding> mFindings; ///< tools are in one list, so pointers have its order
+    qint64 mAssumedPlating = 0;
+};
+
+/** Compares holes as they lie, after a move of the board. */
+Comparison compareMoved(ComparedBoard board, const ComparedBoard& other, const PlaceIndex& index,
+    Size within, Place move)
+{
+    Comparison result;
+    result.move = move;
+    if (move != Place{}) {
+        ComparedBoard placed = board.withoutHits();
+        if (!placed.addHits(board, {false, 0, 1, move})) {
+            return result;
+        }
+        board = std::move(placed);
+    }
+    HoleMatcher matcher(board, other, index, within);
+    const HoleMatching matching = matcher.match();
+    FindingList list(board, other, matcher, move);
+    list.add(matching);
+    result.findings = list.take();
+    result.assumedPlating = list.assumedPlating();
+    return result;
+}
+
+/** Tries to explain all by one thing that was done to a whole board. */
+class WholeFinder
+{
+public:
+    WholeFinder(const ComparedBoard& board, const ComparedBoard& other, const PlaceIndex& index,
+        Size within)
+        : mBoard(board)
+        , mOther(other)
+        , mIndex(index)
+        , mWithin(within)
+    { }
+
+    /** Adds to a comparison what it found. */
+    void find(Comparison& result)
+    {
+        for (const bool isMirrored : {false, true}) {
+            for (int turns = isMirrored ? 0 : 1; turns < 4; ++turns) {
+                const Placement whole{isMirrored, turns, 1, {}};
+                if (explain(result, whole, whole, mBoard, mOther, mIndex, mWithin)) {
+                    return;
+                }
+            }
+        }
+        for (const double factor : wholeFactors) {
+            // Always upwards, so that no digit is lost.
+            const Placement larger{false, 0, factor, {}};
+            const Placement smaller{false, 0, 1 / factor, {}};
+            const Size slack = scaledTolerance(factor);
+            if (isTimesAsLarge(mOther, mBoard, factor)) {
+                const PlaceIndex index(mOther.places, slack);
+                if (explain(result, larger, larger, mBoard, mOther, index, slack)) {
+                    return;
+                }
+            } else if (isTimesAsLarge(mBoard, mOther, factor)) {
+                const PlaceIndex index(mBoard.places, slack);
+                if (explain(result, smaller, larger, mOther, mBoard, index, slack)) {
+                    return;
+                }
+            }
+        }
+    }
+
+private:
+    static bool isTimesAsLarge(
+        const ComparedBoard& large, const ComparedBoard& small, double factor)
+    {
+        const Extent larger = extentOf(large.places);
+        const Extent smaller = extentOf(small.places);
+        const auto size = [](const Extent& extent) {
+            return double(std::max(extent.width(), extent.height()));
+        };
+        const double ratio = size(larger) / std::max(size(smaller), 1.0);
+        return ratio > factor * 0.9 && ratio < factor * 1.1;
+    }
+
+    /** Places of the smaller board are whole microns at times. */
+    Size scaledTolerance(double factor) const
+    {
+        const double slack = mWithin + factor * sizePerMicron / 2;
+        return Size(std::min(slack, std::max<double>(mWithin, sizePerMillimetre / 4)));
+    }
+
+    /** @param whole   from the board to the other one
+     *  @param change  what is tried: the same, or its inverse from the other one to the board */
+    bool explain(Comparison& result, const Placement& whole, const Placement& change,
+        const ComparedBoard& from, const ComparedBoard& to, const PlaceIndex& index, Size within)
+    {
+        ComparedBoard changed = from.withoutHits();
+        if (!couldBe(from, to, change) || !changed.addHits(from, change)) {
+            return false;
+        }
+        const Alignment alignment = align(changed, to, index, within);
+        if (alignment.share < 0.4) { // places alone, with all sizes scaled, have a half
+            return false;
+        }
+        const auto isExplained = [&] {
+            return !compareMoved(changed, to, index, within, alignment.move).differs();
+        };
+        bool isAll = isExplained();
+        if (!isAll && change.factor != 1) {
+            for (ComparedTool& tool : changed.tools) {
+                const double size = tool.size * change.factor;
+                tool.size = Size(std::min<double>(size, std::numeric_limits<Size>::max()));
+            }
+            isAll = isExplained();
+        }
+        if (isAll) {
+            result.whole = whole;
+        } else if (alignment.share > 0.9 && !result.nearly) {
+            result.nearly = whole;
+        }
+        return isAll;
+    }
+
+    static bool couldBe(const ComparedBoard& from, const ComparedBoard& to, const Placement& change)
+    {
+        const auto isNear = [](double a, double b) { return a > b * 0.9 && a < b * 1.1; };
+        if (!isNear(double(from.hits()), double(to.hits()))) {
+            return false;
+        }
+        const Extent own = extentOf(from.places);
+        const Extent other = extentOf(to.places);
+        const bool isSideways = change.quarterTurns % 2 == 1;
+        const auto width = double(isSideways ? own.height() : own.width());
+        const auto height = double(isSideways ? own.width() : own.height());
+        const double slack = 2 * double(sizePerMillimetre);
+        return isNear(width * change.factor + slack, double(other.width()) + slack)
+            && isNear(height * change.factor + slack, double(other.height()) + slack);
+    }
+
+    const ComparedBoard& mBoard;
+    const ComparedBoard& mOther;
+    const PlaceIndex& mIndex;
+    Size mWithin;
+};
+
+/** Compares a panel with a board put where its copies lie. Null if it is no such panel. */
+std::optional<Comparison> compareCopies(
+    const ComparedBoard& board, const ComparedBoard& other, Size within)
+{
+    const bool isOtherPanel = other.hits() > board.hits();
+    const ComparedBoard& single = isOtherPanel ? board : other;
+    const ComparedBoard& panel = isOtherPanel ? other : board;
+    if (single.hits() == 0 || panel.hits() * 2 < single.hits() * 3) {
+        return {};
+    }
+    const std::vector<Placement> copies = findCopies(single, panel, within);
+    if (copies.empty()) {
+        return {};
+    }
+    ComparedBoard spread = single.withoutHits();
+    for (const Placement& copy : copies) {
+        spread.addHits(single, copy);
+    }
+    const ComparedBoard& from = isOtherPanel ? spread : panel;
+    const ComparedBoard& to = isOtherPanel ? panel : spread;
+    Comparison result = compareMoved(from, to, PlaceIndex(to.places, within), within, {});
+    result.copies = qint64(copies.size());
+    result.turnedCopies = std::count_if(copies.begin(), copies.end(),
+        [](const Placement& copy) { return copy.isMirrored || copy.quarterTurns != 0; });
+    result.isOtherPanel = isOtherPanel;
+    return result;
+}
+
+Comparison compareHits(const ComparedBoard& board, const ComparedBoard& other, Size within)
+{
+    if (std::optional<Comparison> panel = compareCopies(board, other, within)) {
+        return *panel;
+    }
+    const PlaceIndex index(other.places, within);
+    const Place move = align(board, other, index, within).move;
+    Comparison result = compareMoved(board, other, index, within, move);
+    if (!result.differs()) {
+        return result;
+    }
+    // Many boards are almost symmetric; where few holes differ, these are the shorter answer.
+    const qint64 differing = std::accumulate(result.findings.begin(), result.findings.end(),
+        qint64(0), [](qint64 sum, const Finding& finding) { return sum + finding.count; });
+    if (differing * 10 >= qint64(board.hits())) {
+        WholeFinder(board, other, index, within).find(result);
+    }
+    if (differing * 2 < qint64(board.hits())) {
+        result.nearly.reset();
+    }
+    if (result.whole) {
+        Finding whole;
+        whole.kind = FindingKind::Whole;
+        whole.count = qint64(board.hits());
+        result.findings = {whole};
+        result.move = {};
+        result.nearly.reset();
+    }
+    return result;
+}
+
+} // namespace
+
+Comparison compareBoards(
+    const Board& board, size_t step, const Board& other, size_t otherStep, Size within)
+{
+    const ComparedBoard own = comparedBoard(board, step);
+    Comparison result = compareHits(own, comparedBoard(other, otherStep), within);
+    result.holes = qint64(own.holes());
+    result.slotPaths = qint64(own.slotPaths.size());
+    return result;
+}
+
+QString wholeWord(const Placement& whole)
+{
+    if (whole.factor > 1) {
+        return QStringLiteral("factor %1").arg(whole.factor);
+    }
+    if (whole.factor < 1) {
+        return QStringLiteral("factor 1/%1").arg(1 / whole.factor);
+    }
+    QStringList words;
+    if (whole.isMirrored) {
+        words << QStringLiteral("mirrored");
+    }
+    if (whole.quarterTurns % 2 == 1) {
+        words << QStringLiteral("quarter turn");
+    } else if (whole.quarterTurns == 2 && !whole.isMirrored) {
+        words << QStringLiteral("half turn");
+    }
+    return words.join(QStringLiteral(", "));
+}
+
+QString findingWord(FindingKind kind)
+{
+    switch (kind) {
+    case FindingKind::Whole:
+        return QStringLiteral("whole");
+    case FindingKind::Added:
+        return QStringLiteral("added");
+    case FindingKind::Removed:
+        return QStringLiteral("removed");
+    case FindingKind::Moved:
+        return QStringLiteral("moved");
+    case FindingKind::Resized:
+        return QStringLiteral("resized");
+    case FindingKind::Plating:
+        return QStringLiteral("plating");
+    case FindingKind::Tolerance:
+        return QStringLiteral("tolerance");
+    case FindingKind::Layer:
+        return QStringLiteral("layer");
+    }
+    return {};
+}
+
+} // namespace brox
