@@ -70,6 +70,10 @@ void StepTabs::fill(int tab)
     // one with a large scale, scrolls instead.
     viewer->setMinimumSize(viewer->width(), viewer->height() / 2);
     static_cast<QScrollArea*>(widget(tab))->setWidget(viewer);
+    // The Tab key leads out of a table, for hands without a mouse.
+    for (auto* table : viewer->findChildren<QTableWidget*>()) {
+        table->setTabKeyNavigation(false);
+    }
     auto* jobTable = new JobTable(viewer, mSession.draft(step));
     connect(jobTable, &JobTable::typeChosen, this,
         [this](const QString& layer, const Tool& tool, std::optional<HoleType> type) {
