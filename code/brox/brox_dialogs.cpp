@@ -36,8 +36,8 @@ int askUnsaved(QWidget* parent, const QString& title, const QString& text)
         QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, parent));
 }
 
-QString chooseFileToLoad(
-    QWidget* parent, const LoadDialogTexts& texts, const QString& fileName, const QString& lastFile)
+QString chooseFileToLoad(QWidget* parent, const BroxLoadDialogTexts& texts, const QString& fileName,
+    const QString& lastFile)
 {
     const QPointer<ZExtFileDialog> dialog = new ZExtFileDialog(parent, texts.name, false);
     dialog->setModal(true);

@@ -49,7 +49,7 @@ void command(QWidget* part, Work work)
 int askUnsaved(QWidget* parent, const QString& title, const QString& text);
 
 /** What a dialog for loading one of the module's files says. */
-struct LoadDialogTexts
+struct BroxLoadDialogTexts
 {
     QString name; ///< plain name of what is chosen, for the host's dialog
     QString fileKind;
@@ -63,7 +63,7 @@ struct LoadDialogTexts
  * @param lastFile  the file that was last written, where the dialog then starts; may be empty
  * @return null also if the host has deleted the parent meanwhile
  */
-QString chooseFileToLoad(QWidget* parent, const LoadDialogTexts& texts, const QString& fileName,
+QString chooseFileToLoad(QWidget* parent, const BroxLoadDialogTexts& texts, const QString& fileName,
     const QString& lastFile);
 
 #endif

@@ -123,6 +123,7 @@ void BroxViewer::calcDrillSize(QString modelName, DrillTypeManager::DrillType dr
     if (!model) {
         return;
     }
+    const bool useBitFile = model->useBitFile();
     int amount = 0; // stays so for a type that the model has no amounts for
     model->amountForSize(drillType, fhs, &amount);
     ui.broxDhsWidget->calculateDhs(amount, fhs, minTol, maxTol, dhsValue, success);
@@ -131,8 +132,8 @@ void BroxViewer::calcDrillSize(QString modelName, DrillTypeManager::DrillType dr
     }
     int bitSize = 0;
     bool found = false;
-    ui.broxDhsWidget->findDrillBit(*dhsValue, minTol, maxTol, drillDes, &bitSize,
-        model->useBitFile(), &found, outOfTolRange, exactMatch);
+    ui.broxDhsWidget->findDrillBit(*dhsValue, minTol, maxTol, drillDes, &bitSize, useBitFile,
+        &found, outOfTolRange, exactMatch);
     if (found) {
         *dhsValue = bitSize;
     }
