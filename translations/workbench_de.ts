@@ -100,10 +100,6 @@
         <translation>ein Ort weiter als 5 m vom Ursprung</translation>
     </message>
     <message>
-        <source>the header does not end: no % or M95 before %1</source>
-        <translation>der Kopf endet nicht: weder % noch M95 vor: %1</translation>
-    </message>
-    <message>
         <source>%1 before a tool is selected</source>
         <translation>%1, bevor ein Werkzeug gewählt ist</translation>
     </message>
@@ -118,10 +114,6 @@
     <message>
         <source>a hole</source>
         <translation>eine Bohrung</translation>
-    </message>
-    <message>
-        <source>tool T%1 has no diameter</source>
-        <translation>Werkzeug T%1 hat keinen Durchmesser</translation>
     </message>
     <message>
         <source>a place before a repeat in one line</source>
@@ -200,22 +192,6 @@
         <translation>der Ursprung wird nach der ersten Bohrung gesetzt</translation>
     </message>
     <message>
-        <source>unknown command G%1</source>
-        <translation>unbekannter Befehl G%1</translation>
-    </message>
-    <message>
-        <source>coordinates beside the program&apos;s end</source>
-        <translation>Koordinaten neben dem Ende des Programms</translation>
-    </message>
-    <message>
-        <source>coordinates beside a stop (M%1)</source>
-        <translation>Koordinaten neben einem Halt (M%1)</translation>
-    </message>
-    <message>
-        <source>coordinates beside the pattern&apos;s end</source>
-        <translation>Koordinaten neben dem Ende des Musters</translation>
-    </message>
-    <message>
         <source>a pattern within a pattern</source>
         <translation>ein Muster in einem Muster</translation>
     </message>
@@ -226,10 +202,6 @@
     <message>
         <source>a pattern that is turned or mirrored (M%1) is not read</source>
         <translation>ein gedrehtes oder gespiegeltes Muster (M%1) wird nicht gelesen</translation>
-    </message>
-    <message>
-        <source>unknown command M%1</source>
-        <translation>unbekannter Befehl M%1</translation>
     </message>
     <message>
         <source>%1 with no whole number: %2</source>
@@ -258,26 +230,6 @@
     <message>
         <source>more than %1 tools</source>
         <translation>mehr als %1 Werkzeuge</translation>
-    </message>
-    <message>
-        <source>nothing tells whether T%1 is in millimetres or inches; --file-units inch or metric does</source>
-        <translation>nichts sagt, ob T%1 in Millimetern oder Zoll gemeint ist; --file-units inch oder metric sagt es</translation>
-    </message>
-    <message>
-        <source>tool T%1: %2 %3 is too small</source>
-        <translation>Werkzeug T%1: %2 %3 ist zu klein</translation>
-    </message>
-    <message>
-        <source>tool T%1: %2 %3 is too large, the most are 500 mm</source>
-        <translation>Werkzeug T%1: %2 %3 ist zu groß, höchstens 500 mm sind möglich</translation>
-    </message>
-    <message>
-        <source>the file does not tell the width of the slots of T%1</source>
-        <translation>die Datei nennt die Breite der Langlöcher von T%1 nicht</translation>
-    </message>
-    <message>
-        <source>T%1 drills %2 holes where a comment tells %3</source>
-        <translation>T%1 bohrt %2 Bohrungen, ein Kommentar nennt %3</translation>
     </message>
     <message>
         <source>the header does not end; the file is cut off</source>
@@ -364,10 +316,6 @@
         <translation>kein Befehl einer Gerberdatei: %1</translation>
     </message>
     <message>
-        <source>the centre of an arc lies further than 5 m from the origin</source>
-        <translation>der Mittelpunkt eines Bogens liegt weiter als 5 m vom Ursprung</translation>
-    </message>
-    <message>
         <source>unknown operation D%1</source>
         <translation>unbekannte Operation D%1</translation>
     </message>
@@ -394,14 +342,6 @@
     <message>
         <source>the file does not end with M02; it is cut off</source>
         <translation>die Datei endet nicht mit M02; sie ist abgeschnitten</translation>
-    </message>
-    <message>
-        <source>aperture D%1: %2 mm is too small for a drill</source>
-        <translation>Blende D%1: %2 mm ist zu klein für einen Bohrer</translation>
-    </message>
-    <message>
-        <source>aperture D%1: %2 mm is too large for a drill, the most are 500 mm</source>
-        <translation>Blende D%1: %2 mm ist zu groß für einen Bohrer, höchstens 500 mm sind möglich</translation>
     </message>
     <message>
         <source>a command that does not end</source>
@@ -592,8 +532,48 @@
         <translation>zwei Dateien darin heißen %1</translation>
     </message>
     <message>
-        <source>T%1 has %2 mm where a comment tells %3 mm</source>
-        <translation>T%1 hat %2 mm, wo ein Kommentar %3 mm nennt</translation>
+        <source>nothing tells whether %1 is in millimetres or inches; --file-units inch or metric does</source>
+        <translation>nichts sagt, ob %1 in Millimetern oder Zoll gemeint ist; --file-units inch oder metric sagt es</translation>
+    </message>
+    <message>
+        <source>tool %1: %2 %3 is too small</source>
+        <translation>Werkzeug %1: %2 %3 ist zu klein</translation>
+    </message>
+    <message>
+        <source>tool %1: %2 %3 is too large, the most are 500 mm</source>
+        <translation>Werkzeug %1: %2 %3 ist zu groß, höchstens 500 mm sind möglich</translation>
+    </message>
+    <message>
+        <source>tool %1 has no diameter</source>
+        <translation>Werkzeug %1 hat keinen Durchmesser</translation>
+    </message>
+    <message>
+        <source>the file does not tell the width of the slots of %1</source>
+        <translation>die Datei nennt die Breite der Langlöcher von %1 nicht</translation>
+    </message>
+    <message>
+        <source>%1 has %2 mm where a comment tells %3 mm</source>
+        <translation>%1 hat %2 mm, wo ein Kommentar %3 mm nennt</translation>
+    </message>
+    <message>
+        <source>%1 drills %2 holes where a comment tells %3</source>
+        <translation>%1 bohrt %2 Bohrungen, ein Kommentar nennt %3</translation>
+    </message>
+    <message>
+        <source>the header does not end: no % or M95 before a place</source>
+        <translation>der Kopf endet nicht: weder % noch M95 vor einem Ort</translation>
+    </message>
+    <message>
+        <source>coordinates beside %1</source>
+        <translation>Koordinaten neben %1</translation>
+    </message>
+    <message>
+        <source>unknown command </source>
+        <translation>unbekannter Befehl </translation>
+    </message>
+    <message>
+        <source>a word stands twice: </source>
+        <translation>ein Wort steht zweimal: </translation>
     </message>
 </context>
 <context>

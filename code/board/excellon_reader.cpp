@@ -2,89 +2,490 @@
 #include "excellon_reader.h"
 
 #include "board_text.h"
-#include "excellon_program.h"
+#include "excellon_machine.h"
 
 #include <QFileInfo>
-#include <algorithm>
+#include <span>
 
 namespace brox {
 
 namespace {
 
-constexpr size_t maxLineLength = 4096;
+QString shownCode(char letter, int number)
+{
+    return QStringLiteral("%1%2").arg(QChar(letter)).arg(number, 2, 10, QChar('0'));
+}
 
-/** Cuts chunks into lines, which end with a line feed, a carriage return or both. */
-class LineCutter
+/** Runs a program and keeps what it would drill and rout.
+ *
+ * What may drill holes and is not understood ends the reading: a missing hole is as bad as a wrong
+ * one.
+ */
+class ExcellonProgram
 {
 public:
-    LineCutter(ExcellonProgram& program, const QString& name)
-        : mProgram(program)
-        , mName(name)
-    { }
-
-    void take(std::string_view chunk)
+    ExcellonProgram(const QString& name, std::string_view sample, const ReadOptions& options)
+        : mAt{name, 0}
+        , mNumbers(sample)
+        , mCanvas(mAt)
+        , mTools(mAt, mComments, mCanvas)
+        , mHead(mAt, mComments, mCanvas)
     {
-        while (!chunk.empty()) {
-            if (mAfterReturn && chunk[0] == '\n') {
-                chunk.remove_prefix(1);
-                mAfterReturn = false;
-                continue;
-            }
-            const auto isEnd = [](char c) { return c == '\n' || c == '\r'; };
-            const auto found = std::find_if(chunk.begin(), chunk.end(), isEnd);
-            const size_t end = found == chunk.end() ? chunk.npos : size_t(found - chunk.begin());
-            mRest += chunk.substr(0, end);
-            if (mRest.size() > maxLineLength) {
-                throw BoardError(mName, mLine + 1,
-                    BoardText::tr("the line is longer than %1").arg(maxLineLength));
-            }
-            if (end == chunk.npos) {
-                return;
-            }
-            mAfterReturn = chunk[end] == '\r';
-            endLine();
-            chunk.remove_prefix(end + 1);
-        }
+        mNumbers.tell({options.fileUnits, {}, {}}, Origin::User);
     }
 
-    void finish()
-    {
-        if (!mRest.empty()) {
-            endLine();
-        }
-    }
+    /** One line without its end; lines count from 1. */
+    void readLine(std::string_view line);
+
+    /** What the lines come to. To be called once, at the file's end. */
+    DrillFile finish();
 
 private:
-    void endLine()
+    enum class Pattern
     {
-        ++mLine;
-        std::string_view line = mRest;
-        if (mLine == 1 && line.starts_with("\xef\xbb\xbf")) {
-            line.remove_prefix(3);
-        }
-        mProgram.readLine(line);
-        mRest.clear();
-    }
+        None,
+        Open,
+        Repeated
+    };
+    struct Command
+    {
+        int code;
+        void (ExcellonProgram::*run)(int code, Words& words); ///< null: drills nothing
+    };
 
-    ExcellonProgram& mProgram;
-    QString mName;
-    std::string mRest;
-    qint64 mLine = 0;
-    bool mAfterReturn = false;
+    [[noreturn]] void fail(const QString& message) const { mAt.fail(message); }
+
+    bool readKeyword(std::string_view line);
+    void readFormatFields(std::string_view fields);
+    void readCommands(std::string_view line);
+    void run(char letter, std::span<const Command> commands, int code, Words& words);
+    void refusePlace(int code, const Words& words) const;
+    void beginBody();
+    void setUnits(Units units);
+
+    void setMode(int code, Words& words);
+    void cut(int code, Words& words);
+    void pause(int code, Words& words);
+    void setOrigin(int code, Words& words);
+    void setCompensation(int code, Words& words);
+    void setIncremental(int code, Words& words);
+
+    void end(int code, Words& words);
+    void stop(int code, Words& words);
+    void beginPattern(int code, Words& words);
+    void endPattern(int code, Words& words);
+    void repeatPattern(int code, Words& words);
+    void endRepeats(int code, Words& words);
+    void lower(int code, Words& words);
+    void lift(int code, Words& words);
+    void beginHeader(int code, Words& words);
+    void endHeader(int code, Words& words);
+    void refuseTurn(int code, Words& words);
+    void setUnits(int code, Words& words);
+
+    static const Command preparations[];
+    static const Command miscellaneous[];
+
+    FilePosition mAt;
+    NumberReader mNumbers;
+    std::optional<Units> mUnits; ///< that the program has set so far
+    ExcellonComments mComments;
+    DrillCanvas mCanvas;
+    ExcellonTools mTools;
+    ExcellonHead mHead;
+    QStringList mNotes; ///< for the user
+    bool mInHeader = false;
+    bool mInBody = false;
+    bool mEnded = false;
+    bool mMayEnd = false; ///< the last line was one that ends some programs
+    qint64 mStopLine = 0; ///< line of an M00 that nothing has followed yet; 0: none
+    Pattern mPattern = Pattern::None;
 };
+
+const ExcellonProgram::Command ExcellonProgram::preparations[] = {
+    {0, &ExcellonProgram::setMode},
+    {1, &ExcellonProgram::cut},
+    {2, &ExcellonProgram::cut},
+    {3, &ExcellonProgram::cut},
+    {4, &ExcellonProgram::pause},
+    {5, &ExcellonProgram::setMode},
+    {32, nullptr}, // cycles follow the other commands of their line
+    {33, nullptr},
+    {40, &ExcellonProgram::setCompensation},
+    {41, &ExcellonProgram::setCompensation},
+    {42, &ExcellonProgram::setCompensation},
+    {81, &ExcellonProgram::setMode},
+    {84, nullptr},
+    {85, nullptr},
+    {87, nullptr},
+    {90, &ExcellonProgram::setIncremental},
+    {91, &ExcellonProgram::setIncremental},
+    {92, &ExcellonProgram::setOrigin},
+    {93, &ExcellonProgram::setOrigin},
+};
+
+const ExcellonProgram::Command ExcellonProgram::miscellaneous[] = {
+    {0, &ExcellonProgram::end},
+    {1, &ExcellonProgram::endPattern},
+    {2, &ExcellonProgram::repeatPattern},
+    {6, &ExcellonProgram::stop},
+    {8, &ExcellonProgram::endRepeats},
+    {9, &ExcellonProgram::stop},
+    {14, &ExcellonProgram::lower},
+    {15, &ExcellonProgram::lower},
+    {16, &ExcellonProgram::lift},
+    {17, &ExcellonProgram::lift},
+    {18, nullptr}, // a message
+    {25, &ExcellonProgram::beginPattern},
+    {30, &ExcellonProgram::end},
+    {48, &ExcellonProgram::beginHeader},
+    {60, nullptr}, // a scale of the whole, clamps
+    {61, nullptr},
+    {62, nullptr},
+    {70, &ExcellonProgram::refuseTurn},
+    {71, &ExcellonProgram::setUnits},
+    {72, &ExcellonProgram::setUnits},
+    {80, &ExcellonProgram::refuseTurn},
+    {90, &ExcellonProgram::refuseTurn},
+    {95, &ExcellonProgram::endHeader},
+};
+
+void ExcellonProgram::readLine(std::string_view line)
+{
+    ++mAt.line;
+    const size_t comment = line.find(';');
+    if (comment != line.npos) {
+        const std::string_view text = line.substr(comment + 1);
+        mComments.read(QString::fromUtf8(text.data(), qsizetype(text.size())), mNumbers);
+        line = line.substr(0, comment);
+    }
+    line = trimmed(line.substr(0, line.find('(')));
+    if (line.empty()) {
+        return;
+    }
+    std::string upper;
+    const auto isLower = [](char c) { return c >= 'a' && c <= 'z'; };
+    if (std::any_of(line.begin(), line.end(), isLower)) {
+        upper = line;
+        for (char& c : upper) {
+            c = isLower(c) ? char(c - 'a' + 'A') : c;
+        }
+        line = upper;
+    }
+    if (line == "%") {
+        if (mInHeader) {
+            beginBody(); // elsewhere it only stops the tape's rewinding
+        }
+        return;
+    }
+    if (mEnded) {
+        fail(BoardText::tr("%1 after the program's end").arg(shown(line)));
+    }
+    if (mStopLine != 0) {
+        mNotes << BoardText::tr("M00 in line %1 is taken for a stop: the program goes on behind it")
+                      .arg(mStopLine);
+        mStopLine = 0;
+    }
+    if (line != "/" && !readKeyword(line)) {
+        // A block behind a slash is skipped by operators who ask for it; drilled otherwise.
+        readCommands(line[0] == '/' ? trimmed(line.substr(1)) : line);
+    }
+}
+
+/** Units, and what else sets up the machine and drills nothing, such as "FMAT,2". */
+bool ExcellonProgram::readKeyword(std::string_view line)
+{
+    const size_t comma = std::min(line.find(','), line.size());
+    const std::string_view name = trimmed(line.substr(0, comma));
+    const std::string_view fields = line.substr(std::min(comma + 1, line.size()));
+    if (name == "METRIC" || name == "INCH") {
+        setUnits(name == "INCH" ? Units::Inch : Units::Metric);
+        readFormatFields(fields);
+        return true;
+    }
+    if ((name == "M71" || name == "M72") && comma < line.size()) {
+        setUnits(name == "M72" ? Units::Inch : Units::Metric);
+        readFormatFields(fields);
+        return true;
+    }
+    if (name == "ICI") {
+        const bool isOn = trimmed(fields) == "ON";
+        if (!isOn && trimmed(fields) != "OFF") {
+            fail(BoardText::tr("ICI is neither ON nor OFF"));
+        }
+        mHead.setIncremental(isOn);
+        return true;
+    }
+    const bool isWord =
+        std::all_of(name.begin(), name.end(), [](char c) { return c >= 'A' && c <= 'Z'; });
+    const bool isSetup = isWord && name.size() > (comma < line.size() ? 0U : 1U);
+    return !mHead.hasWorked() && (isSetup || name == "OM48" || name.starts_with("R,T"));
+}
+
+/** "LZ", "TZ", "000.000" in any order. */
+void ExcellonProgram::readFormatFields(std::string_view fields)
+{
+    while (!fields.empty()) {
+        const size_t comma = std::min(fields.find(','), fields.size());
+        const std::string_view field = trimmed(fields.substr(0, comma));
+        fields = fields.substr(std::min(comma + 1, fields.size()));
+        const size_t point = field.find('.');
+        NumberFormat told;
+        if (field == "LZ" || field == "TZ") {
+            told.zeros = field == "LZ" ? Zeros::Leading : Zeros::Trailing;
+        } else if (point != field.npos && field.find_first_not_of("0.") == field.npos
+            && field.size() <= 12) {
+            told.digits = Digits{int(point), int(field.size() - point - 1)};
+        }
+        mNumbers.tell(told, Origin::File);
+    }
+}
+
+void ExcellonProgram::readCommands(std::string_view line)
+{
+    mMayEnd = false;
+    Words words = splitLine(line, mNumbers, mAt);
+    if (words.diameter && !words.tool) {
+        fail(BoardText::tr("a diameter without a tool"));
+    }
+    if (words.diameter) {
+        mTools.define(*words.tool, *words.diameter, mUnits, mInHeader);
+    }
+    if (words.tool && !mInHeader) {
+        mHead.endCut();
+        beginBody();
+        mTools.select(*words.tool);
+    }
+    const bool hadPlace = words.hasPlace;
+    for (const int code : words.preparations) {
+        run('G', preparations, code, words);
+    }
+    // The tool moves before it goes down or up.
+    const bool lifts = words.hasAny({16, 17});
+    const bool lowers = words.hasAny({14, 15});
+    if (words.hasPlace && mHead.mode() == ExcellonHead::Mode::Move && (words.has(0) || lowers)) {
+        mHead.moveTo(words);
+        words.hasPlace = false;
+    } else if (words.hasPlace && mHead.mode() == ExcellonHead::Mode::Cut && lifts) {
+        mHead.cutTo(words);
+    }
+    for (const int code : words.miscellaneous) {
+        run('M', miscellaneous, code, words);
+    }
+    if (mInHeader && (words.canned != 0 || words.hasPlace)) {
+        fail(BoardText::tr("the header does not end: no % or M95 before a place"));
+    }
+    if (words.canned != 0) {
+        mHead.addCycle(words);
+    } else if (words.hasPlace) {
+        mHead.goTo(words);
+    } else if (words.repeats > 0 && !hadPlace) {
+        fail(BoardText::tr("a repeat without a distance"));
+    }
+}
+
+void ExcellonProgram::run(char letter, std::span<const Command> commands, int code, Words& words)
+{
+    const auto known = std::find_if(commands.begin(), commands.end(),
+        [&](const Command& command) { return command.code == code; });
+    if (known == commands.end()) { // may drill holes that we would miss
+        fail(BoardText::tr("unknown command ") + shownCode(letter, code));
+    }
+    if (known->run) {
+        (this->*known->run)(code, words);
+    }
+}
+
+void ExcellonProgram::refusePlace(int code, const Words& words) const
+{
+    if (words.hasPlace) {
+        fail(BoardText::tr("coordinates beside %1").arg(shownCode('M', code)));
+    }
+}
+
+void ExcellonProgram::setMode(int code, Words&)
+{
+    mHead.setMode(code == 0 ? ExcellonHead::Mode::Move : ExcellonHead::Mode::Drill);
+}
+
+void ExcellonProgram::cut(int code, Words&)
+{
+    if (mInHeader) {
+        fail(BoardText::tr("the header does not end: no % or M95 before a place"));
+    }
+    mHead.beginCut(code == 1 ? Segment::Shape::Line
+            : code == 2      ? Segment::Shape::Clockwise
+                             : Segment::Shape::CounterClockwise);
+}
+
+/** Its time is written as a place. */
+void ExcellonProgram::pause(int, Words& words)
+{
+    words.hasPlace = false;
+}
+
+/** Only moves the whole. */
+void ExcellonProgram::setOrigin(int, Words& words)
+{
+    if (words.place() != Point{}) {
+        if (mHead.hasWorked()) {
+            fail(BoardText::tr("the origin is set after the first hole"));
+        }
+        // Other files of the board may have another one.
+        mNotes << BoardText::tr("places are told from an origin of their own, set in line %1")
+                      .arg(mAt.line);
+    }
+    words.hasPlace = false;
+}
+
+/** The side of a routed path that the cutter is on. */
+void ExcellonProgram::setCompensation(int code, Words&)
+{
+    mHead.setCompensated(code != 40);
+}
+
+void ExcellonProgram::setIncremental(int code, Words&)
+{
+    mHead.setIncremental(code == 91);
+}
+
+/** M00 is the end unless more follows. */
+void ExcellonProgram::end(int code, Words& words)
+{
+    refusePlace(code, words);
+    mHead.endCut();
+    mEnded = code == 30;
+    mStopLine = code == 0 ? mAt.line : 0;
+}
+
+void ExcellonProgram::stop(int code, Words& words)
+{
+    refusePlace(code, words);
+}
+
+void ExcellonProgram::beginPattern(int, Words&)
+{
+    if (mPattern == Pattern::Open) {
+        fail(BoardText::tr("a pattern within a pattern"));
+    }
+    mHead.endCut();
+    mCanvas.beginPattern();
+    mPattern = Pattern::Open;
+}
+
+/** Without M25 the pattern begins with the program or where the last repeats ended. */
+void ExcellonProgram::endPattern(int code, Words& words)
+{
+    refusePlace(code, words);
+    mHead.endCut();
+    mHead.forgetHole();
+    mCanvas.endPattern();
+    mPattern = Pattern::Repeated;
+}
+
+void ExcellonProgram::repeatPattern(int, Words& words)
+{
+    if (words.hasPlace) {
+        if (mPattern != Pattern::Repeated) {
+            fail(BoardText::tr("no pattern to repeat"));
+        }
+        mCanvas.repeatPattern(words.place(), qMax(1, words.repeats));
+        words.hasPlace = false;
+    } else if (mPattern == Pattern::Repeated) {
+        mMayEnd = true; // the end of the repeats, or of the program after all
+    } else {
+        mHead.endCut();
+        mEnded = true;
+    }
+}
+
+void ExcellonProgram::endRepeats(int, Words&)
+{
+    if (mPattern == Pattern::Open) {
+        fail(BoardText::tr("the pattern is not ended by M01"));
+    }
+    mHead.endCut();
+    mCanvas.beginPattern();
+    mPattern = Pattern::None;
+}
+
+/** With or without depth. */
+void ExcellonProgram::lower(int, Words& words)
+{
+    cut(1, words);
+}
+
+void ExcellonProgram::lift(int, Words& words)
+{
+    mHead.setMode(ExcellonHead::Mode::Up);
+    words.hasPlace = false;
+}
+
+void ExcellonProgram::beginHeader(int, Words&)
+{
+    mInHeader = true;
+}
+
+void ExcellonProgram::endHeader(int, Words&)
+{
+    beginBody();
+}
+
+void ExcellonProgram::beginBody()
+{
+    mInHeader = false;
+    mInBody = true;
+    mComments.endHeader();
+}
+
+void ExcellonProgram::refuseTurn(int code, Words&)
+{
+    fail(BoardText::tr("a pattern that is turned or mirrored (M%1) is not read").arg(code));
+}
+
+void ExcellonProgram::setUnits(int code, Words&)
+{
+    setUnits(code == 72 ? Units::Inch : Units::Metric);
+}
+
+void ExcellonProgram::setUnits(Units units)
+{
+    if (mUnits && *mUnits != units) {
+        mNotes << BoardText::tr("the units change in line %1").arg(mAt.line);
+    }
+    mUnits = units;
+    mNumbers.tell({units, {}, {}}, Origin::File);
+    mTools.setUnits(units);
+}
+
+DrillFile ExcellonProgram::finish()
+{
+    if (mInHeader) {
+        fail(BoardText::tr("the header does not end; the file is cut off"));
+    }
+    if (!mEnded && !mMayEnd && mStopLine == 0) {
+        fail(BoardText::tr("the program does not end; the file is cut off"));
+    }
+    DrillFile file;
+    mTools.finish(mNumbers.units());
+    file.notes = mNotes + mTools.notes;
+    file.layer =
+        mCanvas.take(factsOfName(QFileInfo(mAt.name).fileName()), mNumbers.units(), file.notes);
+    file.layer.span = mComments.attributes().span();
+    file.layer.assumedFormat = mNumbers.guess();
+    file.units = mNumbers.units();
+    return file;
+}
 
 } // namespace
 
 DrillFile readExcellon(QIODevice& device, const QString& name, const ReadOptions& options)
 {
-    ChunkReader chunks(device, name, options);
-    std::string_view chunk = chunks.next();
-    ExcellonProgram program(name, chunk, options.fileUnits);
-    LineCutter cutter(program, name);
-    for (; !chunk.empty(); chunk = chunks.next()) {
-        cutter.take(chunk);
+    LineReader lines(device, name, options);
+    ExcellonProgram program(name, lines.beginning(), options);
+    while (const auto line = lines.next()) {
+        program.readLine(*line);
     }
-    cutter.finish();
     DrillFile file = program.finish();
     file.layer.name = QFileInfo(name).completeBaseName();
     return file;

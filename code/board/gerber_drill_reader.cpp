@@ -2,123 +2,178 @@
 #include "gerber_drill_reader.h"
 
 #include "board_text.h"
-#include "excellon_comments.h"
-#include "panel.h"
-#include "slot_shape.h"
+#include "drill_canvas.h"
 
 #include <QFileInfo>
 #include <algorithm>
+#include <charconv>
 #include <cmath>
-#include <string_view>
-#include <unordered_map>
+#include <span>
 
 namespace brox {
 
 namespace {
 
-constexpr size_t maxCommandLength = 1 << 16;
+constexpr size_t maxCommandLength = 1 << 20;
 
-QString shown(std::string_view text)
+/** The words of a command, without the order that they stand in. */
+struct GerberWords
 {
-    return '"' + QString::fromLatin1(text.data(), qMin<qsizetype>(qsizetype(text.size()), 40))
-        + '"';
-}
-
-std::optional<double> toNumber(std::string_view text)
-{
-    bool ok = false;
-    const double number =
-        QByteArrayView(text.data(), qsizetype(text.size())).trimmed().toDouble(&ok);
-    return ok && std::isfinite(number) ? std::optional(number) : std::nullopt;
-}
-
-/** Old commands that mirror, scale, turn or move all places. */
-bool movesPlaces(std::string_view text)
-{
-    constexpr std::string_view harmless[] = {
-        "MIA0B0", "SFA1B1", "SFA1.0B1.0", "OFA0B0", "OFA0.0B0.0", "IR0", "ASAXBY"};
-    constexpr std::string_view names[] = {"MI", "SF", "OF", "IR", "AS"};
-    return std::any_of(std::begin(names), std::end(names), [&](std::string_view name) {
-        return text.starts_with(name);
-    }) && std::find(std::begin(harmless), std::end(harmless), text) == std::end(harmless);
-}
+    std::vector<int> preparations; ///< numbers of G
+    std::optional<int> end; ///< number of M
+    std::optional<int> code; ///< number of D: an operation, an aperture from 10 on
+    std::optional<double> x;
+    std::optional<double> y;
+    std::optional<double> i;
+    std::optional<double> j;
+};
 
 /** Runs the commands of a file, one after the other. */
 class GerberDrill
 {
 public:
     explicit GerberDrill(const QString& name)
-        : mName(name)
-        , mFormat({})
+        : mAt{name, 1}
+        , mCanvas(mAt)
     { }
 
-    void countLine() { ++mLine; }
+    void countLine() { ++mAt.line; }
     void command(std::string_view text);
+    void comment(std::string_view text);
     void extended(std::string_view text);
     DrillFile finish();
-    [[noreturn]] void fail(const QString& message) const
-    {
-        throw BoardError(mName, mLine, message);
-    }
+    [[noreturn]] void fail(const QString& message) const { mAt.fail(message); }
 
 private:
     struct Aperture
     {
         char shape = 0; ///< C, O, R; 0 for a macro and others
-        double width = 0;
+        double width = 0; ///< in host size units
         double height = 0;
-        Tool tool; ///< with all that it makes
-        HoleFacts facts;
+        size_t tool = 0; ///< in the canvas
+    };
+    struct Extended
+    {
+        std::string_view name;
+        void (GerberDrill::*run)(std::string_view text); ///< null: drills nothing
     };
 
-    void defineAperture(std::string_view text);
-    void setFormat(std::string_view text);
-    void operate(int code, const Place& to, const std::optional<Place>& centre);
-    void flash(const Place& at);
-    void draw(const Place& to, const std::optional<Place>& centre);
+    GerberWords split(std::string_view text);
+    void prepare(int code);
+    void operate(int code, const Point& to, const std::optional<Point>& centre);
+    void flash(const Point& at);
+    void draw(const Point& to, const std::optional<Point>& centre);
     void endPath();
-    Aperture& aperture();
+    const Aperture& aperture() const;
 
-    QString mName;
-    qint64 mLine = 1;
-    ExcellonFormat mFormat; ///< its numbers are written in the same way
-    ExcellonComments mAttributes; ///< and its attributes are the same
-    std::unordered_map<int, Aperture> mApertures;
-    std::vector<int> mOrder; ///< of the apertures' definition
-    std::vector<Contour> mContours;
-    int mCurrent = -1;
-    Place mAt;
+    void setFormat(std::string_view text);
+    void setUnits(std::string_view text);
+    void defineAperture(std::string_view text);
+    void readAttribute(std::string_view text);
+    void refuseRepeat(std::string_view text);
+    void refuseMove(std::string_view text);
+    void refusePolarity(std::string_view text);
+
+    static const Extended extendedCommands[];
+
+    FilePosition mAt;
+    NumberReader mNumbers;
+    HoleAttributes mAttributes;
+    DrillCanvas mCanvas;
+    std::unordered_map<int, Aperture> mApertures; ///< by number
+    int mCurrent = 0; ///< number of the selected one
+    Point mHere;
     Segment::Shape mShape = Segment::Shape::Line;
     int mLastOperation = 0;
     bool mQuadrants = false; ///< arcs lie in one, their centres are given without a sign
     bool mInRegion = false;
     bool mEnded = false;
-    Path mPath;
 };
+
+const GerberDrill::Extended GerberDrill::extendedCommands[] = {
+    {"FS", &GerberDrill::setFormat},
+    {"MO", &GerberDrill::setUnits},
+    {"ADD", &GerberDrill::defineAperture},
+    {"AM", nullptr}, // what a macro flashes is refused
+    {"TF", &GerberDrill::readAttribute},
+    {"TA", &GerberDrill::readAttribute},
+    {"TD", &GerberDrill::readAttribute},
+    {"TO", nullptr},
+    {"IN", nullptr}, // names
+    {"LN", nullptr},
+    {"SR", &GerberDrill::refuseRepeat},
+    {"AB", &GerberDrill::refuseMove},
+    {"MI", &GerberDrill::refuseMove},
+    {"SF", &GerberDrill::refuseMove},
+    {"OF", &GerberDrill::refuseMove},
+    {"IR", &GerberDrill::refuseMove},
+    {"AS", &GerberDrill::refuseMove},
+    {"LP", &GerberDrill::refusePolarity},
+    {"LM", &GerberDrill::refusePolarity},
+    {"LR", &GerberDrill::refusePolarity},
+    {"LS", &GerberDrill::refusePolarity},
+    {"IP", &GerberDrill::refusePolarity},
+};
+
+bool isAnyOf(std::string_view text, std::initializer_list<std::string_view> texts)
+{
+    return std::find(texts.begin(), texts.end(), text) != texts.end();
+}
 
 void GerberDrill::extended(std::string_view text)
 {
-    if (text.starts_with("FS")) {
-        setFormat(text);
-    } else if (text.starts_with("MO")) {
-        if (text != "MOIN" && text != "MOMM") {
-            fail(BoardText::tr("unknown units: ") + shown(text));
-        }
-        mFormat.setUnits(text == "MOIN" ? Units::Inch : Units::Metric);
-    } else if (text.starts_with("ADD")) {
-        defineAperture(text.substr(3));
-    } else if (text.starts_with("TF.") || text.starts_with("TA.") || text.starts_with("TD")) {
-        mAttributes.read("#@! " + QString::fromUtf8(text.data(), qsizetype(text.size())), mFormat);
-    } else if (text.starts_with("SR") && text != "SR" && text != "SRX1Y1"
-        && !text.starts_with("SRX1Y1I")) {
+    const auto known = std::find_if(std::begin(extendedCommands), std::end(extendedCommands),
+        [&](const Extended& command) { return text.starts_with(command.name); });
+    if (known == std::end(extendedCommands)) {
+        fail(BoardText::tr("unknown command ") + shown(text));
+    }
+    if (known->run && !mEnded) {
+        (this->*known->run)(text);
+    }
+}
+
+/** Attributes may stand in comments. */
+void GerberDrill::comment(std::string_view text)
+{
+    const size_t mark = text.find("#@!");
+    if (mark != text.npos && !mEnded) {
+        readAttribute(text.substr(std::min(text.find_first_not_of(' ', mark + 3), text.size())));
+    }
+}
+
+void GerberDrill::readAttribute(std::string_view text)
+{
+    mAttributes.read(QString::fromUtf8(text.data(), qsizetype(text.size())));
+}
+
+void GerberDrill::setUnits(std::string_view text)
+{
+    if (!isAnyOf(text, {"MOIN", "MOMM"})) {
+        fail(BoardText::tr("unknown units: ") + shown(text));
+    }
+    mNumbers.tell({text == "MOIN" ? Units::Inch : Units::Metric, {}, {}}, Origin::File);
+}
+
+void GerberDrill::refuseRepeat(std::string_view text)
+{
+    if (!isAnyOf(text, {"SR", "SRX1Y1"}) && !text.starts_with("SRX1Y1I")) {
         fail(BoardText::tr("steps and repeats are not read"));
-    } else if (text.starts_with("AB") || movesPlaces(text)) {
+    }
+}
+
+/** Old commands that mirror, scale, turn or move all places, and blocks. */
+void GerberDrill::refuseMove(std::string_view text)
+{
+    if (!isAnyOf(
+            text, {"MIA0B0", "SFA1B1", "SFA1.0B1.0", "OFA0B0", "OFA0.0B0.0", "IR0", "ASAXBY"})) {
         fail(BoardText::tr("%1 is not read: it moves what is drilled").arg(shown(text)));
-    } else if (text.starts_with("LPC") || text.starts_with("LM") || text.starts_with("LR")
-        || text.starts_with("LS")) {
-        if (text != "LMN" && text != "LR0" && text != "LR0.0" && text != "LS1" && text != "LS1.0") {
-            fail(BoardText::tr("%1 has no meaning in a drill file").arg(shown(text)));
-        }
+    }
+}
+
+void GerberDrill::refusePolarity(std::string_view text)
+{
+    if (!isAnyOf(text, {"LPD", "LMN", "LR0", "LR0.0", "LS1", "LS1.0", "IPPOS"})) {
+        fail(BoardText::tr("%1 has no meaning in a drill file").arg(shown(text)));
     }
 }
 
@@ -133,119 +188,85 @@ void GerberDrill::setFormat(std::string_view text)
         || other[0] != 'Y' || other.substr(1) != digits.substr(1) || text.find('I') < x) {
         fail(BoardText::tr("unknown format of numbers: ") + shown(text));
     }
-    mFormat.setZeros(text.find('T') < x ? ExcellonFormat::Zeros::LeadingKept
-                                        : ExcellonFormat::Zeros::TrailingKept);
-    mFormat.setDigits(digits[1] - '0', digits[2] - '0');
+    mNumbers.tell({{}, Digits{digits[1] - '0', digits[2] - '0'},
+                      text.find('T') < x ? Zeros::Leading : Zeros::Trailing},
+        Origin::File);
 }
 
 void GerberDrill::defineAperture(std::string_view text)
 {
-    const size_t digits = std::min(text.find_first_not_of("0123456789"), text.size());
-    const auto number = toNumber(text.substr(0, digits));
-    if (!number || *number < 10 || *number > 1e6 || !mFormat.units()) {
-        fail(mFormat.units() ? BoardText::tr("no aperture: ") + shown(text)
-                             : BoardText::tr("an aperture before the units"));
+    int code = 0;
+    const char* end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data() + 3, end, code);
+    if (error != std::errc() || code < 10 || code > 1'000'000) {
+        fail(BoardText::tr("no aperture: ") + shown(text));
     }
-    const std::string_view definition = text.substr(digits);
-    const double unit = mFormat.units() == Units::Inch ? sizePerInch : sizePerMillimetre;
-    const size_t comma = definition.find(',');
+    if (!mNumbers.units()) {
+        fail(BoardText::tr("an aperture before the units"));
+    }
+    const std::string_view definition(stop, size_t(end - stop));
+    const double unit = sizeOf(*mNumbers.units());
     Aperture aperture;
-    if (comma == 1 && std::string_view("COR").find(definition[0]) != std::string_view::npos) {
+    if (definition.size() > 1 && definition[1] == ','
+        && std::string_view("COR").find(definition[0]) != std::string_view::npos) {
         std::string_view sizes = definition.substr(2);
         const size_t x = std::min(sizes.find('X'), sizes.size());
-        const auto width = toNumber(sizes.substr(0, x));
-        sizes = sizes.substr(std::min(x + 1, sizes.size()));
-        const auto height = toNumber(sizes.substr(0, sizes.find('X')));
         aperture.shape = definition[0];
-        aperture.width = width.value_or(0) * unit;
-        aperture.height = aperture.shape == 'C' ? aperture.width : height.value_or(0) * unit;
+        aperture.width = toNumber(sizes.substr(0, x)).value_or(0) * unit;
+        sizes = sizes.substr(std::min(x + 1, sizes.size()));
+        aperture.height = aperture.shape == 'C'
+            ? aperture.width
+            : toNumber(sizes.substr(0, sizes.find('X'))).value_or(0) * unit;
     }
-    const int code = int(*number);
-    Tool& tool = aperture.tool;
-    aperture.facts = mAttributes.attributes();
-    tool.number = code;
-    if (const auto told = mAttributes.tolerance()) {
-        const auto size = [&](double value) {
-            return Size(std::round(std::min(value * unit, maxDiameter)));
-        };
-        const Tolerance tolerance{size(told->second), size(told->first)};
-        tool.tolerance = tolerance == Tolerance{} ? std::nullopt : std::optional(tolerance);
-    }
-    if (mApertures.contains(code)) {
+    aperture.tool = mCanvas.addTool({QStringLiteral("D%1").arg(code), code, mAt.line,
+        std::min(aperture.width, aperture.height) / unit, mNumbers.units(), mAttributes.tolerance(),
+        mAttributes.ofTool()});
+    if (!mApertures.emplace(code, aperture).second) {
         fail(BoardText::tr("aperture D%1 is defined twice").arg(code));
     }
-    mOrder.push_back(code);
-    mApertures[code] = std::move(aperture);
 }
 
-void GerberDrill::command(std::string_view text)
+GerberWords GerberDrill::split(std::string_view text)
 {
-    if (mEnded || text.empty() || text.starts_with("G04") || text.starts_with("G4 ")) {
-        if (const size_t mark = text.find("#@!"); mark != text.npos && !mEnded) {
-            extended(text.substr(std::min(text.find_first_not_of(' ', mark + 3), text.size())));
+    GerberWords words;
+    const std::string_view all = text;
+    const auto once = [&](auto& word, auto value) {
+        if (word) {
+            fail(BoardText::tr("a word stands twice: ") + shown(all));
         }
-        return;
-    }
-    Place to = mAt;
-    std::optional<qint64> i;
-    std::optional<qint64> j;
-    int operation = 0;
-    bool hasPlace = false;
-    const auto coordinate = [&](std::string_view digits) {
-        const auto value = mFormat.read(digits);
-        if (!value || *value != Size(*value)) {
-            fail(BoardText::tr("no coordinate: ") + shown(digits));
-        }
-        return Size(*value);
+        word = value;
     };
     while (!text.empty()) {
         const char letter = text[0];
         const size_t end = std::min(text.find_first_not_of("+-0123456789", 1), text.size());
         const std::string_view digits = text.substr(1, end - 1);
         text.remove_prefix(end);
-        const int code = int(std::clamp(toNumber(digits).value_or(-1), -1.0, 1e9));
+        int code = -1;
+        std::from_chars(digits.data(), digits.data() + digits.size(), code);
         switch (letter) {
         case 'X':
-            to.x = coordinate(digits);
-            hasPlace = true;
-            break;
         case 'Y':
-            to.y = coordinate(digits);
-            hasPlace = true;
-            break;
         case 'I':
-            i = coordinate(digits);
-            break;
-        case 'J':
-            j = coordinate(digits);
-            break;
-        case 'D':
-            if (code >= 10) {
-                endPath();
-                mCurrent = code;
-            } else {
-                operation = code;
+        case 'J': {
+            const auto value = mNumbers.read(digits);
+            if (!value) {
+                fail(BoardText::tr("no coordinate: ") + shown(digits));
             }
+            once(letter == 'X'      ? words.x
+                    : letter == 'Y' ? words.y
+                    : letter == 'I' ? words.i
+                                    : words.j,
+                *value);
+            break;
+        }
+        case 'D':
+            once(words.code, code);
             break;
         case 'G':
-            if (code >= 1 && code <= 3) {
-                mShape = code == 1 ? Segment::Shape::Line
-                    : code == 2    ? Segment::Shape::Clockwise
-                                   : Segment::Shape::CounterClockwise;
-            } else if (code == 36 || code == 37) {
-                endPath();
-                mInRegion = code == 36;
-            } else if (code == 70 || code == 71) {
-                mFormat.setUnits(code == 70 ? Units::Inch : Units::Metric);
-            } else if (code == 74 || code == 75) {
-                mQuadrants = code == 74;
-            } else if (code == 91) {
-                fail(BoardText::tr("incremental places are not read"));
-            }
-            break; // G54, G90 and the like
+            words.preparations.push_back(code);
+            break;
         case 'M':
-            endPath();
-            mEnded = code == 2 || code == 0 || code == 30;
+            once(words.end, code);
             break;
         case ' ':
         case '\t':
@@ -254,24 +275,72 @@ void GerberDrill::command(std::string_view text)
             fail(BoardText::tr("no command of a Gerber file: %1").arg(QChar(letter)));
         }
     }
-    if (operation == 0 && hasPlace) {
-        operation = mLastOperation;
+    return words;
+}
+
+void GerberDrill::command(std::string_view text)
+{
+    if (mEnded || text.empty()) {
+        return;
     }
-    if (operation != 0) {
-        std::optional<Place> centre;
-        if (i || j) {
-            const qint64 x = mAt.x + i.value_or(0);
-            const qint64 y = mAt.y + j.value_or(0);
-            if (x != Size(x) || y != Size(y)) {
-                fail(BoardText::tr("the centre of an arc lies further than 5 m from the origin"));
-            }
-            centre = Place{Size(x), Size(y)};
+    const GerberWords words = split(text);
+    for (const int code : words.preparations) {
+        prepare(code);
+    }
+    if (words.code.value_or(0) >= 10) {
+        endPath();
+        mCurrent = *words.code;
+    } else if (words.code || words.x || words.y) {
+        const Point to{words.x.value_or(mHere.x), words.y.value_or(mHere.y)};
+        std::optional<Point> centre;
+        if (words.i || words.j) {
+            centre = mHere + Point{words.i.value_or(0), words.j.value_or(0)};
         }
-        operate(operation, to, centre);
+        operate(words.code.value_or(mLastOperation), to, centre);
+    }
+    if (words.end) {
+        endPath();
+        mEnded = *words.end == 2 || *words.end == 0 || *words.end == 30;
     }
 }
 
-void GerberDrill::operate(int code, const Place& to, const std::optional<Place>& centre)
+void GerberDrill::prepare(int code)
+{
+    switch (code) {
+    case 1:
+    case 2:
+    case 3:
+        mShape = code == 1 ? Segment::Shape::Line
+            : code == 2    ? Segment::Shape::Clockwise
+                           : Segment::Shape::CounterClockwise;
+        break;
+    case 36:
+    case 37:
+        endPath();
+        mInRegion = code == 36;
+        break;
+    case 70:
+    case 71:
+        mNumbers.tell({code == 70 ? Units::Inch : Units::Metric, {}, {}}, Origin::File);
+        break;
+    case 74:
+    case 75:
+        mQuadrants = code == 74;
+        break;
+    case 0:
+    case 54: // old marks of what follows
+    case 55:
+    case 90:
+        break;
+    case 91:
+        fail(BoardText::tr("incremental places are not read"));
+    default:
+        fail(
+            BoardText::tr("unknown command ") + QStringLiteral("G%1").arg(code, 2, 10, QChar('0')));
+    }
+}
+
+void GerberDrill::operate(int code, const Point& to, const std::optional<Point>& centre)
 {
     mLastOperation = code;
     switch (code) {
@@ -280,6 +349,7 @@ void GerberDrill::operate(int code, const Place& to, const std::optional<Place>&
         break;
     case 2:
         endPath();
+        mCanvas.rounded(to);
         break;
     case 3:
         endPath();
@@ -288,10 +358,10 @@ void GerberDrill::operate(int code, const Place& to, const std::optional<Place>&
     default:
         fail(BoardText::tr("unknown operation D%1").arg(code, 2, 10, QChar('0')));
     }
-    mAt = to;
+    mHere = to;
 }
 
-GerberDrill::Aperture& GerberDrill::aperture()
+const GerberDrill::Aperture& GerberDrill::aperture() const
 {
     const auto found = mApertures.find(mCurrent);
     if (found == mApertures.end()) {
@@ -300,47 +370,55 @@ GerberDrill::Aperture& GerberDrill::aperture()
     return found->second;
 }
 
-void GerberDrill::flash(const Place& at)
+void GerberDrill::flash(const Point& at)
 {
-    Aperture& with = aperture();
+    const Aperture& with = aperture();
+    mCanvas.select(with.tool);
     if (with.shape == 'C') {
-        with.tool.holes.push_back(at);
+        mCanvas.drill(at);
         return;
     }
     if (with.shape != 'O') {
         fail(BoardText::tr("aperture D%1 is not round, so what it flashes is no hole")
                  .arg(mCurrent));
     }
-    SlotShape oval = ovalSlot(Size(std::lround(with.width)), Size(std::lround(with.height)));
-    const Transform move(at, 0, false);
-    with.tool.slotPaths.push_back(move.map(oval.middle));
+    const double half = std::abs(with.width - with.height) / 2;
+    const Point end = with.width >= with.height ? Point{half, 0} : Point{0, half};
+    mCanvas.beginPath({at.x - end.x, at.y - end.y});
+    if (half > 0) {
+        mCanvas.lineTo(at + end);
+    }
+    mCanvas.endAsSlot();
 }
 
-void GerberDrill::draw(const Place& to, const std::optional<Place>& centre)
+void GerberDrill::draw(const Point& to, const std::optional<Point>& centre)
 {
-    if (!mInRegion && aperture().shape != 'C') {
-        fail(BoardText::tr("aperture D%1 is not round, so what it draws is no slot").arg(mCurrent));
+    if (!mInRegion) {
+        const Aperture& with = aperture();
+        if (with.shape != 'C') {
+            fail(BoardText::tr("aperture D%1 is not round, so what it draws is no slot")
+                     .arg(mCurrent));
+        }
+        mCanvas.select(with.tool);
     }
-    if (mPath.segments.empty()) {
-        mPath.start = mAt;
+    if (!mCanvas.hasPath()) {
+        mCanvas.beginPath(mHere);
     }
-    if (mShape != Segment::Shape::Line && (!centre || mQuadrants)) {
+    if (mShape == Segment::Shape::Line) {
+        mCanvas.lineTo(to);
+        return;
+    }
+    if (!centre || mQuadrants) {
         fail(mQuadrants ? BoardText::tr("arcs of a single quadrant (G74) are not read")
                         : BoardText::tr("an arc without a centre"));
     }
-    mPath.segments.push_back({mShape, to, mShape == Segment::Shape::Line ? Place{} : *centre});
+    mCanvas.arcTo(mShape, to, *centre);
 }
 
 void GerberDrill::endPath()
 {
-    if (mPath.segments.empty()) {
-        return;
-    }
-    Path path = std::exchange(mPath, {});
-    if (mInRegion) {
-        mContours.push_back({HoleType::Plated, std::move(path)});
-    } else {
-        aperture().tool.slotPaths.push_back(std::move(path));
+    if (mCanvas.hasPath()) {
+        mInRegion ? mCanvas.endAsRegion() : mCanvas.endAsSlot();
     }
 }
 
@@ -349,37 +427,13 @@ DrillFile GerberDrill::finish()
     if (!mEnded) {
         fail(BoardText::tr("the file does not end with M02; it is cut off"));
     }
+    HoleFacts facts = mAttributes.ofFile();
+    facts.complete(factsOfName(QFileInfo(mAt.name).fileName()));
     DrillFile file;
-    const HoleFacts whole = mAttributes.fallback(0, QFileInfo(mName).fileName());
-    for (const int code : mOrder) {
-        Aperture& aperture = mApertures[code];
-        Tool& tool = aperture.tool;
-        if (tool.holes.empty() && tool.slotPaths.empty()) {
-            continue;
-        }
-        const HoleFacts facts = aperture.facts.type ? aperture.facts : whole;
-        tool.type = facts.type.value_or(HoleType::Plated);
-        tool.typeAssumed = !facts.type;
-        tool.functionTold = aperture.facts.functionTold || facts.functionTold;
-        const double size = std::round(std::min(aperture.width, aperture.height));
-        if (size < 1 || size > maxDiameter) {
-            fail((size < 1 ? BoardText::tr("aperture D%1: %2 mm is too small for a drill")
-                           : BoardText::tr(
-                               "aperture D%1: %2 mm is too large for a drill, the most are 500 mm"))
-                     .arg(code)
-                     .arg(size / sizePerMillimetre));
-        }
-        tool.finishedSize = Size(size);
-        (aperture.facts.backDrill ? file.layer.backDrills : file.layer.tools)
-            .push_back(std::move(tool));
-    }
-    for (Contour& contour : mContours) {
-        contour.type = whole.type == HoleType::NonPlated ? HoleType::NonPlated : HoleType::Plated;
-    }
-    file.layer.contours = std::move(mContours);
+    file.layer = mCanvas.take(facts, mNumbers.units(), file.notes);
     file.layer.span = mAttributes.span();
-    file.layer.assumedFormat = mFormat.guess();
-    file.units = mFormat.units();
+    file.layer.assumedFormat = mNumbers.guess();
+    file.units = mNumbers.units();
     return file;
 }
 
@@ -397,11 +451,12 @@ public:
         for (const char c : chunk) {
             if (c == '\n') {
                 mDrill.countLine();
-            } else if (c == '%') {
+            } else if (c == '%' && !isComment()) {
                 mExtended = !mExtended;
+                mInMacro = false;
                 mText.clear();
             } else if (c == '*') {
-                mExtended ? mDrill.extended(mText) : mDrill.command(mText);
+                endCommand();
                 mText.clear();
             } else if (c != '\r' && !(mText.empty() && c == ' ')) {
                 mText += c;
@@ -413,9 +468,27 @@ public:
     }
 
 private:
+    bool isComment() const
+    {
+        return !mExtended && (mText.starts_with("G04") || mText.starts_with("G4 "));
+    }
+
+    void endCommand()
+    {
+        if (isComment()) {
+            mDrill.comment(mText);
+        } else if (!mExtended) {
+            mDrill.command(mText);
+        } else if (!mInMacro) { // whose parts end with stars, too
+            mInMacro = mText.starts_with("AM");
+            mDrill.extended(mText);
+        }
+    }
+
     GerberDrill& mDrill;
     std::string mText;
     bool mExtended = false;
+    bool mInMacro = false;
 };
 
 } // namespace

@@ -4,12 +4,14 @@
 #include "board_text.h"
 
 #include <QIODevice>
+#include <algorithm>
 
 namespace brox {
 
 namespace {
 
 constexpr qint64 chunkSize = 1 << 18;
+constexpr size_t maxLineLength = 4096;
 
 } // namespace
 
@@ -38,6 +40,44 @@ std::string_view ChunkReader::next()
     }
     mDone += size;
     return {mChunk.constData(), size_t(size)};
+}
+
+LineReader::LineReader(QIODevice& device, const QString& name, const ReadOptions& options)
+    : mName(name)
+    , mChunks(device, name, options)
+    , mChunk(mChunks.next())
+{
+    constexpr std::string_view byteOrderMark = "\xef\xbb\xbf";
+    if (mChunk.starts_with(byteOrderMark)) {
+        mChunk.remove_prefix(byteOrderMark.size());
+    }
+}
+
+std::optional<std::string_view> LineReader::next()
+{
+    mLine.clear();
+    ++mCount;
+    while (!(mChunk.empty() && (mChunk = mChunks.next()).empty())) {
+        if (mAfterReturn && mChunk[0] == '\n') {
+            mChunk.remove_prefix(1);
+        }
+        mAfterReturn = false;
+        const auto isEnd = [](char c) { return c == '\n' || c == '\r'; };
+        const auto found = std::find_if(mChunk.begin(), mChunk.end(), isEnd);
+        const size_t end = size_t(found - mChunk.begin());
+        mLine += mChunk.substr(0, end);
+        if (mLine.size() > maxLineLength) {
+            throw BoardError(
+                mName, mCount, BoardText::tr("the line is longer than %1").arg(maxLineLength));
+        }
+        if (found != mChunk.end()) {
+            mAfterReturn = *found == '\r';
+            mChunk.remove_prefix(end + 1);
+            return mLine;
+        }
+        mChunk = {};
+    }
+    return mLine.empty() ? std::nullopt : std::optional<std::string_view>(mLine);
 }
 
 QString noHoleText(const std::vector<Layer>& layers)

@@ -74,6 +74,33 @@ private:
     qint64 mDone = 0;
 };
 
+/** Cuts a device into lines, which end with a line feed, a carriage return or both; a byte order
+ *  mark at the beginning is left out. */
+class LineReader
+{
+public:
+    /** As those of ChunkReader. */
+    LineReader(QIODevice& device, const QString& name, const ReadOptions& options);
+
+    /** The first chunk, as long as no line has been taken. */
+    std::string_view beginning() const { return mChunk; }
+
+    /** The next line without its end, valid until the next call; null at the device's end.
+     *
+     * @throws BoardError  also for a line of more than 4096 bytes
+     * @throws BoardCancelled
+     */
+    std::optional<std::string_view> next();
+
+private:
+    const QString& mName;
+    ChunkReader mChunks;
+    std::string_view mChunk; ///< what is left of it
+    std::string mLine;
+    qint64 mCount = 0;
+    bool mAfterReturn = false;
+};
+
 /** A drill file as a layer of a board. */
 struct DrillFile
 {

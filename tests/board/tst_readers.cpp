@@ -250,13 +250,13 @@ private:
         row("no units", program("T1\nX1.", "T1C0.8"),
             ":2: nothing tells whether T1 is in millimetres or inches; --file-units");
         row("too large in later units", program("T1\nX1.", "T1C90.\nINCH"),
-            ":2: tool T1: 90. inch is too large, the most are 500 mm");
+            ":2: tool T1: 90 inch is too large, the most are 500 mm");
         constexpr const char* refused[][2] = {{"T1\nX1G82", ":6: unknown command G82"},
             {"X1.G85X2.", ":5: a slot before a tool"}, {"M50", ":5: unknown command M50"},
             {"X1V1", ":5: no command of a drill file: \"X1V1\""},
             {"T1\nX1.2.3", ":6: X\"1.2.3\" is no coordinate"},
             {"T1\nR5", ":6: a repeat without a distance"}, {"T1\nX0\nX1R2Y1", ":7: a place before"},
-            {"T1M06X1", ":5: coordinates beside a stop"},
+            {"T1M06X1", ":5: coordinates beside M06"},
             {"T1\nR5X1.", ":6: a repeat that follows no"},
             {"T1\nG00X1.\nM15\nT1\nX2.", ":9: neither a hole"},
             {"T1\nX0\nM25\nR9999X0\nM01\nM02X0R9999", ":10: too many holes and slots"},

@@ -1,0 +1,256 @@
+// SPDX-License-Identifier: MIT
+#include "drill_canvas.h"
+
+#include "board_text.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace brox {
+
+namespace {
+
+constexpr qint64 maxDrilled = 50'000'000; ///< holes and segments of slots
+
+} // namespace
+
+size_t DrillCanvas::addTool(DrillTool tool)
+{
+    mTools.push_back(std::move(tool));
+    mHits.push_back(0);
+    return mTools.size() - 1;
+}
+
+void DrillCanvas::select(size_t tool, std::optional<bool> plating)
+{
+    const size_t key = tool * 3 + (plating ? 1 + size_t(*plating) : 0);
+    const auto [known, isNew] = mUseOf.try_emplace(key, mUses.size());
+    if (isNew) {
+        mUses.push_back({tool, plating, {}, {}, {}, -1});
+    }
+    mUse = known->second;
+}
+
+/** The selected one, which is about to make something. */
+DrillCanvas::Use& DrillCanvas::use()
+{
+    Use& use = mUses[*mUse];
+    if (use.pattern != mPattern) {
+        use.pattern = mPattern;
+        mParts.push_back({*mUse, use.end(), {}});
+    }
+    return use;
+}
+
+void DrillCanvas::count(qint64 more)
+{
+    mDrilled += more;
+    if (mDrilled > maxDrilled) {
+        mPosition.fail(BoardText::tr("too many holes and slots, the most are %1").arg(maxDrilled));
+    }
+}
+
+Place DrillCanvas::rounded(const Point& point) const
+{
+    constexpr double most = std::numeric_limits<Size>::max();
+    const Point whole{std::round(point.x), std::round(point.y)};
+    if (std::abs(whole.x) > most || std::abs(whole.y) > most) {
+        mPosition.fail(BoardText::tr("a place further than 5 m from the origin"));
+    }
+    return {Size(whole.x), Size(whole.y)};
+}
+
+void DrillCanvas::drill(const Point& at)
+{
+    count(1);
+    Use& by = use();
+    by.holes.push_back(rounded(at));
+    ++mHits[by.tool];
+}
+
+void DrillCanvas::beginPath(const Point& at)
+{
+    count(1);
+    mPath = Path{rounded(at), {}};
+}
+
+void DrillCanvas::lineTo(const Point& to)
+{
+    count(1);
+    mPath->segments.push_back({Segment::Shape::Line, rounded(to), {}});
+}
+
+void DrillCanvas::arcTo(Segment::Shape shape, const Point& to, const Point& centre)
+{
+    count(1);
+    mPath->segments.push_back({shape, rounded(to), rounded(centre)});
+}
+
+Path DrillCanvas::takePath()
+{
+    Path path = std::move(*mPath);
+    mPath.reset();
+    return path;
+}
+
+void DrillCanvas::endAsSlot()
+{
+    Use& by = use();
+    by.slotPaths.push_back(takePath());
+    ++mHits[by.tool];
+}
+
+void DrillCanvas::endAsContour()
+{
+    use().contours.push_back(takePath());
+}
+
+void DrillCanvas::endAsRegion()
+{
+    mRegions.push_back(takePath());
+}
+
+void DrillCanvas::beginPattern()
+{
+    ++mPattern;
+    mParts.clear();
+    mRepeated.clear();
+    mMove = {};
+}
+
+void DrillCanvas::endPattern()
+{
+    mRepeated = mParts;
+    for (PatternPart& part : mRepeated) {
+        part.end = mUses[part.use].end();
+    }
+    mMove = {};
+}
+
+/** Each repeat is moved against the last. */
+void DrillCanvas::repeatPattern(const Point& by, int times)
+{
+    for (const auto& [index, begin, end] : mRepeated) {
+        count(times * qint64(end.holes - begin.holes));
+        mHits[mUses[index].tool] +=
+            times * qint64(end.holes - begin.holes + end.slotPaths - begin.slotPaths);
+    }
+    for (int i = 0; i < times && !mRepeated.empty(); ++i) {
+        mMove = mMove + by;
+        for (const auto& [index, begin, end] : mRepeated) {
+            Use& use = mUses[index];
+            for (size_t hole = begin.holes; hole < end.holes; ++hole) {
+                use.holes.push_back(moved(use.holes[hole]));
+            }
+            for (size_t slot = begin.slotPaths; slot < end.slotPaths; ++slot) {
+                use.slotPaths.push_back(moved(use.slotPaths[slot]));
+            }
+            for (size_t contour = begin.contours; contour < end.contours; ++contour) {
+                use.contours.push_back(moved(use.contours[contour]));
+            }
+        }
+    }
+}
+
+Place DrillCanvas::moved(const Place& from) const
+{
+    return rounded({from.x + mMove.x, from.y + mMove.y});
+}
+
+Path DrillCanvas::moved(const Path& from)
+{
+    count(1 + qint64(from.segments.size()));
+    Path path{moved(from.start), from.segments};
+    for (Segment& segment : path.segments) {
+        segment.to = moved(segment.to);
+        if (segment.shape != Segment::Shape::Line) {
+            segment.centre = moved(segment.centre);
+        }
+    }
+    return path;
+}
+
+Size DrillCanvas::sizeOf(const DrillTool& tool) const
+{
+    if (tool.diameter == 0) {
+        return 0;
+    }
+    if (!tool.units) {
+        mPosition.fail(tool.line,
+            BoardText::tr("nothing tells whether %1 is in millimetres or inches; "
+                          "--file-units inch or metric does")
+                .arg(tool.name));
+    }
+    const double size = std::round(tool.diameter * brox::sizeOf(*tool.units));
+    if (size < 1 || size > maxDiameter) {
+        mPosition.fail(tool.line,
+            (size < 1 ? BoardText::tr("tool %1: %2 %3 is too small")
+                      : BoardText::tr("tool %1: %2 %3 is too large, the most are 500 mm"))
+                .arg(tool.name)
+                .arg(tool.diameter)
+                .arg(tool.units == Units::Inch ? "inch" : "mm"));
+    }
+    return Size(size);
+}
+
+void DrillCanvas::addTo(Layer& layer, Use& use, const HoleFacts& file, QStringList& notes) const
+{
+    const DrillTool& drill = mTools[use.tool];
+    HoleFacts facts;
+    facts.plated = use.plating;
+    facts.complete(drill.facts);
+    facts.complete(file);
+    const HoleType type = facts.type();
+    for (Path& contour : use.contours) {
+        const bool unplated = type == HoleType::NonPlated;
+        layer.contours.push_back(
+            {unplated ? HoleType::NonPlated : HoleType::Plated, std::move(contour)});
+    }
+    if (use.holes.empty() && use.slotPaths.empty()) {
+        return;
+    }
+    Tool tool;
+    tool.number = drill.number;
+    tool.type = type;
+    tool.typeAssumed = facts.isTypeAssumed();
+    tool.functionTold = facts.use != HoleFacts::Use::Unknown;
+    tool.finishedSize = sizeOf(drill);
+    if (drill.tolerance && drill.units) {
+        const auto size = [unit = brox::sizeOf(*drill.units)](double told) {
+            return Size(std::round(std::min(told * unit, maxDiameter)));
+        };
+        const Tolerance told{size(drill.tolerance->minus), size(drill.tolerance->plus)};
+        tool.tolerance = told == Tolerance{} ? std::nullopt : std::optional(told);
+    }
+    tool.holes = std::move(use.holes);
+    tool.slotPaths = std::move(use.slotPaths);
+    if (tool.finishedSize == 0 && !tool.holes.empty()) {
+        mPosition.fail(drill.line, BoardText::tr("tool %1 has no diameter").arg(drill.name));
+    }
+    if (tool.finishedSize == 0) {
+        notes
+            << BoardText::tr("the file does not tell the width of the slots of %1").arg(drill.name);
+    }
+    (facts.isBackDrill ? layer.backDrills : layer.tools).push_back(std::move(tool));
+}
+
+Layer DrillCanvas::take(const HoleFacts& file, std::optional<Units> units, QStringList& notes)
+{
+    for (DrillTool& tool : mTools) {
+        tool.units = tool.units ? tool.units : units;
+    }
+    std::stable_sort(
+        mUses.begin(), mUses.end(), [](const Use& a, const Use& b) { return a.tool < b.tool; });
+    Layer layer;
+    for (Use& use : mUses) {
+        addTo(layer, use, file, notes);
+    }
+    for (Path& region : mRegions) {
+        const bool isPlated = file.type() != HoleType::NonPlated;
+        layer.contours.push_back(
+            {isPlated ? HoleType::Plated : HoleType::NonPlated, std::move(region)});
+    }
+    return layer;
+}
+
+} // namespace brox

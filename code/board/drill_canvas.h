@@ -1,0 +1,163 @@
+// SPDX-License-Identifier: MIT
+#ifndef DRILL_CANVAS_H
+#define DRILL_CANVAS_H
+
+#include "drill_comments.h"
+#include "reading.h"
+
+#include <unordered_map>
+
+namespace brox {
+
+/** Where a reader is in its file, for messages. */
+struct FilePosition
+{
+    QString name; ///< path of the file
+    qint64 line = 0; ///< from 1
+
+    [[noreturn]] void fail(const QString& message) const { fail(line, message); }
+    [[noreturn]] void fail(qint64 where, const QString& message) const
+    {
+        throw BoardError(name, where, message);
+    }
+};
+
+/** A place or a distance in host size units that is not rounded yet. */
+struct Point
+{
+    double x = 0;
+    double y = 0;
+
+    Point operator+(const Point& by) const { return {x + by.x, y + by.y}; }
+    bool operator==(const Point&) const = default;
+};
+
+/** A tool as a drill file defines it. */
+struct DrillTool
+{
+    QString name; ///< for messages, such as "T1"
+    int number = 0;
+    qint64 line = 0; ///< of its definition
+    double diameter = 0; ///< in its units; 0: not told
+    std::optional<Units> units; ///< null: those of the file, which may be told later
+    std::optional<ToldTolerance> tolerance; ///< in its units
+    HoleFacts facts;
+};
+
+/** What a drill file makes: its tools, and what each of them drills and routs.
+ *
+ * Places are rounded here and nowhere before. What a file must not exceed ends the reading with a
+ * BoardError at the reader's position: places further than 5 m, too many holes and slots.
+ */
+class DrillCanvas
+{
+public:
+    /** @param at  where the reader is; outlives the canvas */
+    explicit DrillCanvas(const FilePosition& at)
+        : mPosition(at)
+    { }
+
+    size_t addTool(DrillTool tool);
+    DrillTool& tool(size_t index) { return mTools[index]; }
+    std::vector<DrillTool>& tools() { return mTools; }
+
+    /** Holes and slots that a tool has made. */
+    qint64 hits(size_t tool) const { return mHits[tool]; }
+
+    /** From now on holes and slots are made by this tool.
+     *
+     * @param plating  null: as its definition has it; the same drill may make holes of both kinds
+     */
+    void select(size_t tool, std::optional<bool> plating = {});
+    void deselect() { mUse.reset(); }
+    bool isSelected() const { return mUse.has_value(); }
+    const DrillTool& selectedTool() const { return mTools[mUses[*mUse].tool]; }
+
+    void drill(const Point& at);
+
+    /** A path by lines and arcs. It ends as a slot or a contour of the selected tool, or as the
+     *  outline of a region, made by no tool. */
+    void beginPath(const Point& at);
+    bool hasPath() const { return mPath.has_value(); }
+    void lineTo(const Point& to);
+    void arcTo(Segment::Shape shape, const Point& to, const Point& centre);
+    void endAsSlot();
+    void endAsContour();
+    void endAsRegion();
+
+    /** What follows can be repeated, up to endPattern(). */
+    void beginPattern();
+    void endPattern();
+    void repeatPattern(const Point& by, int times);
+
+    Place rounded(const Point& point) const;
+
+    /** The finished size of a tool whose units are known.
+     *
+     * @throws BoardError  for a size that no tool has
+     */
+    Size sizeOf(const DrillTool& tool) const;
+
+    /** All that was made, with tools in the order of their definition. To be called once.
+     *
+     * @param file   of tools for which nothing nearer tells
+     * @param notes  gets what the user should know
+     * @throws BoardError
+     */
+    Layer take(const HoleFacts& file, std::optional<Units> units, QStringList& notes);
+
+private:
+    /** How much a tool has made. */
+    struct Extent
+    {
+        size_t holes = 0;
+        size_t slotPaths = 0;
+        size_t contours = 0;
+    };
+
+    /** A tool as it is selected. */
+    struct Use
+    {
+        size_t tool = 0;
+        std::optional<bool> plating;
+        std::vector<Place> holes;
+        std::vector<Path> slotPaths;
+        std::vector<Path> contours;
+        qint64 pattern = -1; ///< the last one in which it made something
+
+        Extent end() const { return {holes.size(), slotPaths.size(), contours.size()}; }
+    };
+
+    /** What a use has made within the pattern. */
+    struct PatternPart
+    {
+        size_t use = 0;
+        Extent begin;
+        Extent end;
+    };
+
+    void count(qint64 more);
+    Use& use();
+    Path takePath();
+    Place moved(const Place& from) const;
+    Path moved(const Path& from);
+    void addTo(Layer& layer, Use& use, const HoleFacts& file, QStringList& notes) const;
+
+    const FilePosition& mPosition;
+    std::vector<DrillTool> mTools;
+    std::vector<qint64> mHits;
+    std::vector<Use> mUses;
+    std::unordered_map<size_t, size_t> mUseOf; ///< by tool and plating
+    std::optional<size_t> mUse; ///< the selected one
+    std::optional<Path> mPath;
+    std::vector<Path> mRegions;
+    qint64 mDrilled = 0;
+    qint64 mPattern = 0; ///< number of the current one
+    std::vector<PatternPart> mParts; ///< of the current pattern so far
+    std::vector<PatternPart> mRepeated; ///< of the one that is repeated
+    Point mMove; ///< how far the last repeat has moved
+};
+
+} // namespace brox
+
+#endif

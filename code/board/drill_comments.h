@@ -1,0 +1,120 @@
+// SPDX-License-Identifier: MIT
+#ifndef DRILL_COMMENTS_H
+#define DRILL_COMMENTS_H
+
+#include "number_format.h"
+
+#include <QHash>
+#include <map>
+
+namespace brox {
+
+/** What a hole is for, as far as it is told. */
+struct HoleFacts
+{
+    enum class Use
+    {
+        Unknown,
+        Via,
+        PressFit,
+        Mechanical,
+        Other ///< but no via
+    };
+    std::optional<bool> plated;
+    Use use = Use::Unknown;
+    bool isBackDrill = false;
+
+    /** Takes what is not known yet from one that is told for more than this hole. */
+    void complete(const HoleFacts& other);
+
+    HoleType type() const;
+    bool isTypeAssumed() const { return !plated && use != Use::Via && use != Use::PressFit; }
+};
+
+/** Magnitudes, in the units of whatever they belong to. */
+struct ToldTolerance
+{
+    double plus = 0;
+    double minus = 0;
+};
+
+/** The attributes of the open image format, which Gerber and Excellon files share. */
+class HoleAttributes
+{
+public:
+    /** @param attribute  such as "TF.FileFunction,Plated,1,4,PTH"; others are passed over */
+    void read(const QString& attribute);
+
+    const HoleFacts& ofFile() const { return mFile; }
+    const std::optional<Span>& span() const { return mSpan; }
+
+    /** Of a tool that is defined here. */
+    const HoleFacts& ofTool() const { return mTool; }
+    const std::optional<ToldTolerance>& tolerance() const { return mTolerance; }
+
+private:
+    void readFileFunction(const QStringList& fields);
+    void readAperFunction(const QStringList& fields);
+    void readTolerance(const QStringList& fields);
+
+    HoleFacts mFile;
+    std::optional<Span> mSpan;
+    HoleFacts mTool;
+    std::optional<ToldTolerance> mTolerance;
+};
+
+/** What the name of a drill file tells. */
+HoleFacts factsOfName(const QString& fileName);
+
+/** What a comment tells of one tool by its number; sizes in host units, not rounded. */
+struct ToolRemark
+{
+    HoleFacts facts;
+    double size = 0; ///< 0: not told
+    std::optional<ToldTolerance> tolerance;
+    qint64 quantity = -1; ///< of hits; -1: not told
+};
+
+/** What the comments of an Excellon or XNC file tell of its holes and places. Programs write no
+ *  plating, vias or tolerances otherwise. */
+class ExcellonComments
+{
+public:
+    /** @param comment  without the mark of comments
+     *  @param numbers  gets digits, zeros and units that the comment tells */
+    void read(const QString& comment, NumberReader& numbers);
+
+    /** From here on a comment on plating concerns tools that are selected, not defined. */
+    void endHeader();
+
+    const HoleAttributes& attributes() const { return mAttributes; }
+
+    /** Of a tool that is defined here. */
+    HoleFacts definedFacts() const;
+
+    /** Of a tool that is selected here; null: that of its definition. */
+    std::optional<bool> selectedPlating() const { return mInBody ? mSection : std::nullopt; }
+
+    const ToolRemark* remark(int number) const;
+
+    /** Of a tool by its number, its remark, and the comments on the whole file; known at the
+     *  file's end. */
+    HoleFacts factsOf(int number) const;
+
+private:
+    bool readRemark(const QString& comment, NumberReader& numbers);
+    bool readRange(const QString& comment);
+    bool readWholeFile(const QString& comment);
+    static void readFormat(const QString& comment, NumberReader& numbers);
+
+    HoleAttributes mAttributes;
+    HoleFacts mFile;
+    bool mInBody = false;
+    std::optional<bool> mSection; ///< plated or not
+    QHash<int, ToolRemark> mRemarks;
+    std::map<int, bool> mRanges; ///< plated or not, from this number on
+};
+
+} // namespace brox
+
+#endif

@@ -1,0 +1,461 @@
+// SPDX-License-Identifier: MIT
+#include "excellon_machine.h"
+
+#include "board_text.h"
+
+#include <charconv>
+#include <cmath>
+
+namespace brox {
+
+namespace {
+
+constexpr int maxRepeats = 10000;
+constexpr size_t maxTools = 1000;
+
+std::string_view takeNumber(std::string_view& line)
+{
+    line = trimmed(line);
+    const auto isPart = [](char c) {
+        return (c >= '0' && c <= '9') || (c >= '+' && c <= '.' && c != ',');
+    };
+    const auto end = std::find_if_not(line.begin(), line.end(), isPart);
+    const size_t length = size_t(end - line.begin());
+    const std::string_view number = line.substr(0, length);
+    line = trimmed(line.substr(length));
+    return number;
+}
+
+/** Gives the words of a line their meaning, one after the other. */
+class LineSplitter
+{
+public:
+    LineSplitter(std::string_view line, NumberReader& numbers, const FilePosition& at)
+        : mLine(line)
+        , mNumbers(numbers)
+        , mAt(at)
+    { }
+
+    Words split()
+    {
+        std::string_view rest = mLine;
+        while (!rest.empty() && !mIsMessage) {
+            const char letter = rest[0];
+            rest.remove_prefix(1);
+            take(letter, takeNumber(rest));
+        }
+        return std::move(mWords);
+    }
+
+private:
+    void take(char letter, std::string_view value)
+    {
+        switch (letter) {
+        case 'X':
+            takeAxis(letter, value, isSecond() ? mWords.x2 : mWords.x);
+            break;
+        case 'Y':
+            takeAxis(letter, value, isSecond() ? mWords.y2 : mWords.y);
+            break;
+        case 'I':
+            mWords.i = coordinate(letter, value);
+            break;
+        case 'J':
+            mWords.j = coordinate(letter, value);
+            break;
+        case 'A':
+            mWords.radius = coordinate(letter, value);
+            break;
+        case 'T':
+            mWords.tool = number(letter, value);
+            break;
+        case 'C':
+            mWords.diameter = value;
+            break;
+        case 'R':
+            takeRepeats(number(letter, value));
+            break;
+        case 'G':
+            mWords.preparations.append(number(letter, value));
+            takeCycle(mWords.preparations.last());
+            break;
+        case 'M':
+            takeMiscellaneous(number(letter, value));
+            break;
+        default:
+            // Depths, feeds, speeds and line numbers are nothing to us.
+            if (std::string_view("BFHNSUZ").find(letter) == std::string_view::npos
+                || !(value.empty() || toNumber(value))) {
+                mAt.fail(BoardText::tr("no command of a drill file: ") + shown(mLine));
+            }
+        }
+    }
+
+    bool isSecond() const
+    {
+        return mWords.canned == 84 || mWords.canned == 85 || mWords.canned == 87;
+    }
+
+    /** An axis without a number stands for 0 beside one with a number. */
+    void takeAxis(char letter, std::string_view value, std::optional<double>& axis)
+    {
+        axis = value.empty() ? 0 : coordinate(letter, value);
+        mWords.hasPlace = mWords.hasPlace || !value.empty();
+    }
+
+    void takeRepeats(int repeats)
+    {
+        if (repeats < 1 || repeats > maxRepeats) {
+            mAt.fail(BoardText::tr("R%1 is no number from 1 to %2").arg(repeats).arg(maxRepeats));
+        }
+        mWords.repeats = repeats;
+        mWords.repeatIsLast = mWords.hasPlace;
+    }
+
+    void takeCycle(int code)
+    {
+        if (code == 84 || code == 85 || code == 87 || code == 32 || code == 33) {
+            mWords.canned = code;
+        }
+    }
+
+    void takeMiscellaneous(int code)
+    {
+        mIsMessage = code == 45 || code == 47; // to the operator
+        if (!mIsMessage) {
+            mWords.miscellaneous.append(code);
+        }
+    }
+
+    int number(char letter, std::string_view digits) const
+    {
+        int value = -1;
+        const char* end = digits.data() + digits.size();
+        const auto [stop, error] = std::from_chars(digits.data(), end, value);
+        if (error != std::errc() || stop != end || value < 0) {
+            mAt.fail(
+                BoardText::tr("%1 with no whole number: %2").arg(QChar(letter)).arg(shown(digits)));
+        }
+        return value;
+    }
+
+    double coordinate(char letter, std::string_view digits)
+    {
+        const auto value = mNumbers.read(digits);
+        if (!value) {
+            mAt.fail(BoardText::tr("%1%2 is no coordinate").arg(QChar(letter)).arg(shown(digits)));
+        }
+        return *value;
+    }
+
+    std::string_view mLine;
+    NumberReader& mNumbers;
+    const FilePosition& mAt;
+    Words mWords;
+    bool mIsMessage = false;
+};
+
+} // namespace
+
+std::string_view trimmed(std::string_view text)
+{
+    constexpr std::string_view blanks = " \t\f\v\x1a";
+    text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
+    return text.substr(0, text.find_last_not_of(blanks) + 1);
+}
+
+Words splitLine(std::string_view line, NumberReader& numbers, const FilePosition& at)
+{
+    return LineSplitter(line, numbers, at).split();
+}
+
+void ExcellonTools::define(
+    int number, std::string_view diameter, std::optional<Units> units, bool inHeader)
+{
+    const auto value = toNumber(diameter);
+    if (!value) {
+        mAt.fail(BoardText::tr("diameter %1 is no number").arg(shown(diameter)));
+    }
+    if (*value <= 0) {
+        mAt.fail(BoardText::tr("diameter %1 is not above 0").arg(shown(diameter)));
+    }
+    // More digits would leave open where the point is thought to be.
+    if (diameter.size() > 1 && diameter.find('.') == diameter.npos) {
+        mAt.fail(BoardText::tr("diameter %1 has no decimal point").arg(shown(diameter)));
+    }
+    DrillTool tool{QStringLiteral("T%1").arg(number), number, mAt.line, *value, units,
+        mComments.attributes().tolerance(), mComments.definedFacts()};
+    if (units) {
+        mCanvas.sizeOf(tool); // what is wrong with it is told where it stands
+    }
+    const auto known = mToolOf.find(number);
+    if (known != mToolOf.end()) {
+        DrillTool& old = mCanvas.tool(known->second);
+        if (old.diameter == tool.diameter && old.units == tool.units) {
+            if (inHeader && tool.facts.plated && old.facts.plated != tool.facts.plated) {
+                old.facts.plated.reset(); // told to be both
+            }
+            return;
+        }
+        if (mCanvas.hits(known->second) == 0) {
+            notes << BoardText::tr(
+                "T%1 has one diameter in line %2 and another in line %3, which counts")
+                         .arg(number)
+                         .arg(old.line)
+                         .arg(mAt.line);
+            old = std::move(tool);
+            return;
+        }
+    }
+    mToolOf[number] = add(std::move(tool));
+}
+
+size_t ExcellonTools::add(DrillTool tool)
+{
+    if (mCanvas.tools().size() == maxTools) {
+        mAt.fail(BoardText::tr("more than %1 tools").arg(maxTools));
+    }
+    return mCanvas.addTool(std::move(tool));
+}
+
+void ExcellonTools::setUnits(Units units)
+{
+    for (DrillTool& tool : mCanvas.tools()) {
+        tool.units = tool.units ? tool.units : units;
+    }
+}
+
+void ExcellonTools::select(int number)
+{
+    mCanvas.deselect();
+    auto known = mToolOf.find(number);
+    // "T0103" is tool 1 with the values of register 3.
+    if (known == mToolOf.end() && number > 100) {
+        known = mToolOf.find(number / 100);
+    }
+    if (known == mToolOf.end() && number == 0) {
+        return; // the tool goes back
+    }
+    if (known == mToolOf.end()) {
+        // A remark may tell its size; routers of some programs are told by no one.
+        const size_t tool = add({QStringLiteral("T%1").arg(number), number, mAt.line, 0, {}, {},
+            mComments.attributes().ofTool()});
+        known = mToolOf.emplace(number, tool).first;
+    }
+    mCanvas.select(known->second, mComments.selectedPlating());
+}
+
+void ExcellonTools::finish(std::optional<Units> units)
+{
+    for (size_t i = 0; i < mCanvas.tools().size(); ++i) {
+        DrillTool& tool = mCanvas.tool(i);
+        tool.units = tool.units ? tool.units : units;
+        tool.facts.complete(mComments.factsOf(tool.number));
+        const ToolRemark* remark = mComments.remark(tool.number);
+        if (!remark) {
+            continue;
+        }
+        if (tool.diameter == 0) {
+            tool.units = Units::Metric;
+            tool.diameter = remark->size / sizePerMillimetre;
+        }
+        if (!tool.tolerance && remark->tolerance && tool.units) {
+            const double unit = brox::sizeOf(*tool.units);
+            tool.tolerance = {remark->tolerance->plus / unit, remark->tolerance->minus / unit};
+        }
+        compare(i, *remark);
+    }
+}
+
+void ExcellonTools::compare(size_t tool, const ToolRemark& remark)
+{
+    const qint64 hits = mCanvas.hits(tool);
+    constexpr Size tolerance = sizePerMil / 2; // diameters may be rounded
+    const Size size = hits > 0 ? mCanvas.sizeOf(mCanvas.tool(tool)) : 0;
+    if (remark.size > 0 && size > 0 && std::abs(size - remark.size) > tolerance) {
+        notes << BoardText::tr("%1 has %2 mm where a comment tells %3 mm")
+                     .arg(mCanvas.tool(tool).name)
+                     .arg(double(size) / sizePerMillimetre)
+                     .arg(remark.size / sizePerMillimetre);
+    }
+    if (remark.quantity >= 0 && hits != remark.quantity) {
+        notes << BoardText::tr("%1 drills %2 holes where a comment tells %3")
+                     .arg(mCanvas.tool(tool).name)
+                     .arg(hits)
+                     .arg(remark.quantity);
+    }
+}
+
+/** Where a place of the program lies. */
+Point ExcellonHead::target(const std::optional<double>& x, const std::optional<double>& y) const
+{
+    if (mIncremental) {
+        return {mHere.x + x.value_or(0), mHere.y + y.value_or(0)};
+    }
+    return {x.value_or(mHere.x), y.value_or(mHere.y)};
+}
+
+/** A selected tool, to make something with that BoardText knows. */
+void ExcellonHead::need(const char* what)
+{
+    if (!mCanvas.isSelected()) {
+        mAt.fail(BoardText::tr("%1 before a tool is selected").arg(BoardText::tr(what)));
+    }
+    mHasWorked = true;
+}
+
+void ExcellonHead::setMode(Mode mode)
+{
+    endCut();
+    mMode = mode;
+}
+
+void ExcellonHead::goTo(const Words& words)
+{
+    if (mMode == Mode::Move) {
+        moveTo(words);
+    } else if (mMode == Mode::Cut) {
+        cutTo(words);
+    } else {
+        drill(words);
+    }
+}
+
+void ExcellonHead::drill(const Words& words)
+{
+    if (mMode == Mode::Up) {
+        mAt.fail(BoardText::tr("neither a hole (G05) nor a routed path"));
+    }
+    need(QT_TRANSLATE_NOOP("BoardText", "a hole"));
+    const DrillTool& tool = mCanvas.selectedTool();
+    if (tool.diameter == 0 && !mComments.remark(tool.number)) {
+        mAt.fail(BoardText::tr("tool %1 has no diameter").arg(tool.name));
+    }
+    if (words.repeats == 0) {
+        mHere = target(words.x, words.y);
+        mCanvas.drill(mHere);
+        mAfterHole = true;
+        return;
+    }
+    if (words.repeatIsLast) {
+        mAt.fail(BoardText::tr("a place before a repeat in one line"));
+    }
+    if (!mAfterHole) {
+        mAt.fail(BoardText::tr("a repeat that follows no hole"));
+    }
+    for (int i = 0; i < words.repeats; ++i) {
+        mHere = mHere + words.place();
+        mCanvas.drill(mHere);
+    }
+}
+
+void ExcellonHead::moveTo(const Words& words)
+{
+    mHasWorked = true;
+    mAfterHole = false;
+    mHere = target(words.x, words.y);
+    mCanvas.rounded(mHere);
+}
+
+void ExcellonHead::beginCut(Segment::Shape shape)
+{
+    mMode = Mode::Cut;
+    mShape = shape;
+    if (!mCanvas.hasPath()) {
+        need(QT_TRANSLATE_NOOP("BoardText", "a slot"));
+        mAfterHole = false;
+        mCutCompensated = mCompensated;
+        mCanvas.beginPath(mHere);
+    }
+}
+
+void ExcellonHead::endCut()
+{
+    if (!mCanvas.hasPath()) {
+        return;
+    }
+    mMode = Mode::Up;
+    // Beside the path the cutter makes an outline whose width is not the tool's.
+    mCutCompensated ? mCanvas.endAsContour() : mCanvas.endAsSlot();
+}
+
+void ExcellonHead::cutTo(const Words& words)
+{
+    if (words.repeats > 0) {
+        mAt.fail(BoardText::tr("a repeat within a routed path"));
+    }
+    const Point to = target(words.x, words.y);
+    if (mShape == Segment::Shape::Line) {
+        mCanvas.lineTo(to);
+    } else {
+        mCanvas.arcTo(mShape, to, arcCentre(to, words));
+    }
+    mHere = to;
+}
+
+/** From I and J, which lead from the beginning to it, or from a radius. */
+Point ExcellonHead::arcCentre(const Point& to, const Words& words) const
+{
+    if (words.i || words.j) {
+        return mHere + Point{words.i.value_or(0), words.j.value_or(0)};
+    }
+    if (!words.radius || *words.radius == 0) {
+        mAt.fail(BoardText::tr("an arc without a centre or radius"));
+    }
+    const double radius = std::abs(*words.radius);
+    const double dx = to.x - mHere.x;
+    const double dy = to.y - mHere.y;
+    const double chord = std::hypot(dx, dy);
+    // The last digit of a half circle's radius may be rounded down.
+    if (chord < 1 || chord / 2 > radius * 1.01 + sizePerMicron) {
+        mAt.fail(BoardText::tr("no arc of this radius reaches from here to there"));
+    }
+    const double height = std::sqrt(std::max(0.0, radius * radius - chord * chord / 4));
+    // A radius leads to the arc of at most 180 degrees: the centre of a clockwise one lies to the
+    // right of the chord.
+    const double side = mShape == Segment::Shape::Clockwise ? 1 : -1;
+    return mHere + Point{dx / 2 + side * dy / chord * height, dy / 2 - side * dx / chord * height};
+}
+
+void ExcellonHead::addCycle(const Words& words)
+{
+    endCut();
+    if (words.repeats > 0) {
+        mAt.fail(BoardText::tr("a repeat of a slot"));
+    }
+    mAfterHole = false;
+    const Point first = target(words.x, words.y);
+    if (words.canned == 32 || words.canned == 33) {
+        addCircle(first, words.radius.value_or(0), !mCompensated);
+        return;
+    }
+    if (words.canned == 84) {
+        // The circle's diameter stands where a second place would.
+        addCircle(first, std::abs(words.x2.value_or(0)) / 2, false);
+        return;
+    }
+    if (!words.x2 && !words.y2) {
+        mAt.fail(BoardText::tr("a slot without an end"));
+    }
+    need(QT_TRANSLATE_NOOP("BoardText", "a slot"));
+    mHere = first;
+    mCanvas.beginPath(mHere);
+    mHere = target(words.x2, words.y2);
+    mCanvas.lineTo(mHere);
+    mCanvas.endAsSlot();
+}
+
+void ExcellonHead::addCircle(const Point& centre, double radius, bool isSlot)
+{
+    need(QT_TRANSLATE_NOOP("BoardText", "a circle"));
+    if (radius <= 0) {
+        mAt.fail(BoardText::tr("a routed circle without a size"));
+    }
+    mHere = centre;
+    const Point start{centre.x + radius, centre.y};
+    mCanvas.beginPath(start);
+    mCanvas.arcTo(Segment::Shape::Clockwise, start, centre);
+    isSlot ? mCanvas.endAsSlot() : mCanvas.endAsContour();
+}
+
+} // namespace brox

@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: MIT
+#ifndef NUMBER_FORMAT_H
+#define NUMBER_FORMAT_H
+
+#include "board.h"
+
+#include <string_view>
+
+namespace brox {
+
+/** How the places of a drill file are written: units, digits and zeros. */
+
+/** Digits of a number without a point, before and after where it would stand. */
+struct Digits
+{
+    int before = 0;
+    int after = 0;
+    bool operator==(const Digits&) const = default;
+};
+
+/** Which zeros of a number without a point are written; the others are left out. */
+enum class Zeros
+{
+    Leading,
+    Trailing ///< or all
+};
+
+/** Who tells a format, the weakest first. */
+enum class Origin
+{
+    Guess,
+    List, ///< a file beside the drill file
+    User, ///< for files that do not tell
+    Comment, ///< of the drill file
+    File
+};
+
+/** As far as it is told. */
+struct NumberFormat
+{
+    std::optional<Units> units;
+    std::optional<Digits> digits;
+    std::optional<Zeros> zeros;
+};
+
+/** A text without a limit, also one with a plus; null for what is no number. */
+std::optional<double> toNumber(std::string_view text);
+
+/** A part of a file as messages show it. */
+QString shown(std::string_view text);
+
+/** Host sizes to the unit. */
+inline double sizeOf(Units units)
+{
+    return units == Units::Inch ? sizePerInch : sizePerMillimetre;
+}
+
+/** Reads the numbers of places.
+ *
+ * What nobody tells is guessed from a sample of the file when the first number needs it, and then
+ * told by guess().
+ */
+class NumberReader
+{
+public:
+    /** @param sample  the beginning of the file, as far as it is known beforehand */
+    explicit NumberReader(std::string_view sample = {});
+
+    /** Takes what was not told by a stronger origin. What a file tells twice and differently is a
+     *  guess. */
+    void tell(const NumberFormat& format, Origin origin);
+
+    /** Told, never guessed. */
+    std::optional<Units> units() const;
+
+    /** In host size units, neither rounded nor limited; null for a text that is no number or has
+     *  more digits than any place. */
+    std::optional<double> read(std::string_view number);
+
+    /** What had to be guessed for the numbers read so far, such as "2:4, leading zeros left out";
+     *  empty if all was told. */
+    QString guess() const;
+
+private:
+    /** Of the numbers of X and Y that have no point. */
+    struct Sample
+    {
+        size_t shortest = 0; ///< digits; 0: there is no such number
+        size_t longest = 0;
+        bool hasLeadingZeros = false;
+    };
+    template <class Value>
+    struct Told
+    {
+        std::optional<Value> value;
+        Origin origin = Origin::Guess;
+        bool isDoubtful = false; ///< told twice and differently
+        void tell(const std::optional<Value>& other, Origin by);
+        bool isGuess() const { return isDoubtful || origin == Origin::Guess; }
+    };
+
+    static Sample takeSample(std::string_view text);
+    void settle();
+
+    Sample mSample;
+    Told<Units> mUnits;
+    Told<Digits> mDigits;
+    Told<Zeros> mZeros;
+    bool mSettled = false;
+    bool mGuessUsed = false;
+    bool mUnitsGuessed = false;
+};
+
+} // namespace brox
+
+#endif
