@@ -67,7 +67,7 @@ void BroxDhsFormula::calculateDhs(
     if (formula.isEmpty()) {
         return;
     }
-    const int tolMedian = int((qint64(maxTol) - minTol) / 2); // 32 bits might not hold the sum
+    const int tolMedian = int((qint64(maxTol) - minTol) / 2); // the difference may need 33 bits
     const QString text =
         QStringLiteral("AMOUNT=%1; FHS=%2; MIN_TOL=%3; MAX_TOL=%4; TOL_MEDIAN=%5; %6")
             .arg(amount)
