@@ -575,6 +575,10 @@
         <source>a word stands twice: </source>
         <translation>ein Wort steht zweimal: </translation>
     </message>
+    <message>
+        <source>the file does not tell what %1 layers are for, &quot;%2&quot; among them; their holes are drilled</source>
+        <translation>die Datei sagt nicht, wofür %1 Lagen sind, darunter „%2“; ihre Bohrungen werden gebohrt</translation>
+    </message>
 </context>
 <context>
     <name>DataFile</name>

@@ -2,34 +2,73 @@
 #ifndef IPC2581_OPENINGS_H
 #define IPC2581_OPENINGS_H
 
-#include "ipc2581_shape_reader.h"
-#include "layer_collector.h"
+#include "ipc2581_shapes.h"
+#include "panel.h"
+
+#include <QHash>
 
 namespace brox {
+
+/** Groups holes and slots by layer and tool, however many there are: files of this format number
+ *  no tools. */
+class LayerCollector
+{
+public:
+    /** Begins or goes on with a layer. */
+    Layer& layer(const QString& name);
+
+    /** The tool of the current layer that is like one, made if there is none yet. */
+    Tool& tool(const Tool& like, bool isBackDrill);
+
+    /** The layers that got anything, in order of first appearance; the collector is empty then. */
+    std::vector<Layer> take();
+
+private:
+    struct Key
+    {
+        size_t layer;
+        bool isBackDrill;
+        Tool tool; ///< without holes
+        bool operator==(const Key& other) const
+        {
+            return layer == other.layer && isBackDrill == other.isBackDrill
+                && tool.isLike(other.tool);
+        }
+    };
+    friend size_t qHash(const Key& key, size_t seed)
+    {
+        const Tolerance tolerance = key.tool.tolerance.value_or(Tolerance{});
+        return qHashMulti(seed, key.layer, key.tool.finishedSize, int(key.tool.type),
+            tolerance.minus, tolerance.plus);
+    }
+
+    std::vector<Layer> mLayers;
+    QHash<QString, size_t> mLayerOfName;
+    QHash<Key, size_t> mTools; ///< index in the layer's tools or back drills
+    size_t mCurrent = 0;
+};
 
 /** The holes and slots of a step's layers, in sets that may lie somewhere of their own. */
 class Ipc2581Openings
 {
 public:
-    Ipc2581Openings(const Ipc2581Values& values, Ipc2581ShapeReader& shapes)
-        : mValues(values)
+    Ipc2581Openings(const Ipc2581Pass& pass, Ipc2581Shapes& shapes)
+        : mPass(pass)
         , mShapes(shapes)
     { }
-
-    /** Of the design, in host sizes. */
-    void setUnit(double unit) { mUnit = unit; }
 
     void beginLayer(const QString& name, const std::optional<Span>& span, bool isBackDrilled);
 
     void beginSet();
     void setBackDrilled() { mBackDrilled = true; } ///< the rest of the set
-    void placeSet(std::string_view name, const XmlAttributes& attributes);
+    void locateSet(const Ipc2581Attributes& attributes); ///< by a Location
+    void turnSet(const Ipc2581Attributes& attributes); ///< by an Xform
 
-    void beginHole(const XmlAttributes& attributes);
-    void beginSlot(const XmlAttributes& attributes);
+    void beginHole(const Ipc2581Attributes& attributes);
+    void beginSlot(const Ipc2581Attributes& attributes);
 
-    /** Location or Xform of the hole or slot. */
-    void placeOpening(std::string_view name, const XmlAttributes& attributes);
+    void locate(const Ipc2581Attributes& attributes); ///< the hole or slot
+    void turn(const Ipc2581Attributes& attributes);
 
     void endHole();
     void endSlot();
@@ -59,16 +98,16 @@ private:
         bool isIdentity() const { return x == 0 && y == 0 && turnsNothing(); }
     };
 
-    void begin(const char* plating, const char* minus, const char* plus, bool mayAssume);
+    void checkSet(const char* element) const;
+    void readTurn(Position& to, const Ipc2581Attributes& attributes) const;
+    void begin(const Ipc2581Attributes& attributes, bool mayAssume);
     HoleType typeOf(const char* plating) const;
-    void read(std::string_view name, const XmlAttributes& attributes, Position& to) const;
     void add(const Ipc2581Opening& opening);
-    Path moved(const Path& path, const Position& position) const;
+    Transform transform(const Position& position) const;
     Path placed(const Path& path) const;
 
-    const Ipc2581Values& mValues;
-    Ipc2581ShapeReader& mShapes;
-    double mUnit = 0; ///< 0: not told yet
+    const Ipc2581Pass& mPass;
+    Ipc2581Shapes& mShapes;
     LayerCollector mCollector;
     bool mToleranceTold = false;
 

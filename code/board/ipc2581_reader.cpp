@@ -4,7 +4,6 @@
 #include "board_text.h"
 #include "ipc2581_openings.h"
 #include "ipc2581_steps.h"
-#include "panel.h"
 
 #include <QFileInfo>
 #include <QSet>
@@ -14,42 +13,39 @@ namespace brox {
 
 namespace {
 
-/** What an element is, by the way to it. */
-enum class Element
+/** What an element stands in, as far as that decides what it means. */
+enum class In
 {
     Document,
     Root,
     Content,
-    ShapeDictionary,
-    LineDictionary, ///< with its entries
-    Entry,
+    Lines, ///< a dictionary of them
+    Shapes, ///< a dictionary of them
     Ecad,
     CadHeader,
     Spec,
     CadData,
-    LayerDeclaration,
+    Declaration, ///< of a layer
     Step,
     Profile,
-    LayerFeature,
-    Set,
+    Layer, ///< features of a layer that is drilled, perhaps in a set
+    OtherLayer,
     Hole,
-    Slot,
-    Shape, ///< inside of an entry or a slot, or a part of one
+    Shape, ///< an entry or a slot, or a part of one
     Polygon,
-    Skip ///< nothing in it matters
+    Nothing ///< of interest
 };
 
 /** Follows the file from element to element and lets others build what they are. */
-class Reader final : XmlListener
+class Reader final : Ipc2581Listener
 {
 public:
     Reader(const QString& name, const ReadOptions& options)
         : mOptions(options)
         , mPass(name)
-        , mValues(mPass)
-        , mShapes(mValues)
-        , mOpenings(mValues, mShapes)
-        , mSteps(mValues)
+        , mShapes(mPass)
+        , mOpenings(mPass, mShapes)
+        , mSteps(mPass)
     { }
 
     Board read(QIODevice& device)
@@ -60,35 +56,91 @@ public:
     }
 
 private:
-    bool start(std::string_view name, const XmlAttributes& attributes) override;
+    using Attributes = Ipc2581Attributes;
+
+    struct Rule
+    {
+        In in;
+        std::string_view name; ///< of the element
+        In inside; ///< what its children stand in
+        void (*start)(Reader& reader, const Attributes& attributes) = nullptr;
+        void (*end)(Reader& reader) = nullptr;
+    };
+    struct Open
+    {
+        const Rule* rule;
+        In inside;
+    };
+    static const Rule* findRule(In in, std::string_view name);
+
+    bool start(std::string_view name, const Attributes& attributes) override;
     void end() override;
 
-    Element startTop(std::string_view name, const XmlAttributes& attributes);
-    Element startContent(std::string_view name, const XmlAttributes& attributes);
-    Element startEcad(std::string_view name, const XmlAttributes& attributes);
-    Element startCadData(std::string_view name, const XmlAttributes& attributes);
-    Element startStep(std::string_view name, const XmlAttributes& attributes);
-    Element startFeature(std::string_view name, const XmlAttributes& attributes);
-    Element startShape(std::string_view name, const XmlAttributes& attributes);
+    // Handlers of elements, with attributes or without.
+    void setJob(const Attributes& attributes) { mBoard.job = attributes.text("name"); }
+    void noteStep(const Attributes& attributes);
+    void setUnit(const Attributes& attributes) { mPass.setUnit(attributes.unit()); }
+    void readUnits(const Attributes& attributes);
+    void useUnits() { mPass.setUnit(mUnit); }
+    void setSpec(const Attributes& attributes) { mSpec = attributes.text("name"); }
+    void noteBackDrillSpec() { mBackDrillSpecs.insert(mSpec); }
+    void declareLayer(const Attributes& attributes);
+    void declareSpan(const Attributes& attributes);
+    void declareSpec(const Attributes& attributes);
+    void beginStep(const Attributes& attributes) { mSteps.begin(attributes.text("name")); }
+    void endStep() { mSteps.current().layers = mOpenings.take(); }
+    void endProfile() { mSteps.current().outline.push_back(mShapes.takePolygon()); }
+    void beginLayer(const Attributes& attributes);
+    void beginHole(const Attributes& attributes);
+    void beginSlot(const Attributes& attributes);
+    void endSlot();
+    void leaveOut() { ++mSteps.current().holesLeftOut; }
+    void readSpec(const Attributes& attributes);
+    void locatePart(const Attributes& attributes);
+    void turnPart(const Attributes& attributes);
 
-    void readUnits(const XmlAttributes& attributes);
-    void declareLayer(const XmlAttributes& attributes);
-    void beginLayerFeature(const XmlAttributes& attributes);
-    void noteUndeclared();
+    template <typename Part, typename... Arguments>
+    Part& partOf(void (Part::*)(Arguments...))
+    {
+        if constexpr (std::is_same_v<Part, Ipc2581Shapes>) {
+            return mShapes;
+        } else if constexpr (std::is_same_v<Part, Ipc2581Openings>) {
+            return mOpenings;
+        } else if constexpr (std::is_same_v<Part, Ipc2581Steps>) {
+            return mSteps;
+        } else {
+            return *this;
+        }
+    }
+
+    /** Calls a handler of whichever part, with the attributes if it takes them. */
+    template <auto Handler, typename... Arguments>
+    static void on(Reader& reader, const Arguments&... arguments)
+    {
+        auto& part = reader.partOf(Handler);
+        if constexpr (std::is_invocable_v<decltype(Handler), decltype(part), const Arguments&...>) {
+            (part.*Handler)(arguments...);
+        } else {
+            (part.*Handler)();
+        }
+    }
+
+    void noteOpening();
     void dropEmptyTolerances();
+    void noteUndeclared();
     void finish();
 
     const ReadOptions& mOptions;
-    XmlPass mPass;
-    Ipc2581Values mValues;
-    Ipc2581ShapeReader mShapes;
+    Ipc2581Pass mPass;
+    Ipc2581Shapes mShapes;
     Ipc2581Openings mOpenings;
     Ipc2581Steps mSteps;
-    std::vector<Element> mPath{Element::Document};
+    std::vector<Open> mOpen;
+    std::optional<In> mInside; ///< where the children of an element stand if not by its rule
 
     Board mBoard;
     QString mMainStep;
-    double mUnit = 0; ///< the file's unit in host sizes; 0: not told yet
+    double mUnit = 0; ///< of the design; 0: not told yet
     QHash<QString, QString> mLayerFunctions;
     QHash<QString, Span> mSpans;
     QString mDeclaredLayer;
@@ -96,254 +148,143 @@ private:
     QSet<QString> mBackDrillSpecs;
     QSet<QString> mBackDrillLayers;
     QString mLayer; ///< of the features
-    bool mDrilled = false; ///< that layer is
-    bool mUndeclared = false; ///< that layer is taken to be drilled for want of a declaration
+    bool mIsUndeclared = false; ///< that layer; it is taken to be drilled then
+    QSet<QString> mUndeclared; ///< layers with holes
+    bool mIsInSlot = false;
 };
 
-bool Reader::start(std::string_view name, const XmlAttributes& attributes)
+/** @return null for an element that does not matter */
+const Reader::Rule* Reader::findRule(In in, std::string_view name)
 {
-    Element element = Element::Skip;
-    switch (mPath.back()) {
-    case Element::Document:
-    case Element::Root:
-        element = startTop(name, attributes);
-        break;
-    case Element::Content:
-    case Element::ShapeDictionary:
-    case Element::LineDictionary:
-        element = startContent(name, attributes);
-        break;
-    case Element::Ecad:
-    case Element::CadHeader:
-    case Element::Spec:
-        element = startEcad(name, attributes);
-        break;
-    case Element::CadData:
-    case Element::LayerDeclaration:
-        element = startCadData(name, attributes);
-        break;
-    case Element::Step:
-        element = startStep(name, attributes);
-        break;
-    case Element::LayerFeature:
-    case Element::Set:
-        element = startFeature(name, attributes);
-        break;
-    case Element::Hole:
-        mOpenings.placeOpening(name, attributes);
-        break;
-    case Element::Profile:
-        mShapes.beginPolygon();
-        element = name == "Polygon" || name == "Cutout" ? Element::Polygon : Element::Skip;
-        break;
-    case Element::Slot:
-    case Element::Entry:
-    case Element::Shape:
-        element = startShape(name, attributes);
-        break;
-    case Element::Polygon:
-        mShapes.addCorner(name, attributes);
-        break;
-    case Element::Skip:
-        break;
-    }
-    if (element == Element::Skip) {
+    using O = Ipc2581Openings;
+    using R = Reader;
+    using S = Ipc2581Shapes;
+    static constexpr Rule rules[] = {
+        {In::Document, "IPC-2581", In::Root},
+        {In::Root, "Content", In::Content},
+        {In::Root, "Ecad", In::Ecad, on<&R::setJob>},
+        {In::Content, "StepRef", In::Nothing, on<&R::noteStep>},
+        {In::Content, "DictionaryLineDesc", In::Lines, on<&R::setUnit>},
+        {In::Content, "DictionaryStandard", In::Shapes, on<&R::setUnit>},
+        {In::Content, "DictionaryUser", In::Shapes, on<&R::setUnit>},
+        {In::Lines, "EntryLineDesc", In::Lines, on<&S::beginEntry>},
+        {In::Lines, "LineDesc", In::Nothing, on<&S::keepLine>},
+        {In::Shapes, "EntryStandard", In::Shape, on<&S::beginEntry>, on<&S::endStandardEntry>},
+        {In::Shapes, "EntryUser", In::Shape, on<&S::beginEntry>, on<&S::endUserEntry>},
+        {In::Ecad, "CadHeader", In::CadHeader, on<&R::readUnits>},
+        {In::Ecad, "CadData", In::CadData, on<&R::useUnits>},
+        {In::CadHeader, "Spec", In::Spec, on<&R::setSpec>},
+        {In::Spec, "Backdrill", In::Nothing, on<&R::noteBackDrillSpec>},
+        {In::CadData, "Layer", In::Declaration, on<&R::declareLayer>},
+        {In::CadData, "Step", In::Step, on<&R::beginStep>, on<&R::endStep>},
+        {In::Declaration, "Span", In::Nothing, on<&R::declareSpan>},
+        {In::Declaration, "SpecRef", In::Nothing, on<&R::declareSpec>},
+        {In::Step, "LayerFeature", In::Layer, on<&R::beginLayer>},
+        {In::Step, "Profile", In::Profile},
+        {In::Step, "StepRepeat", In::Nothing, on<&Ipc2581Steps::addRepeat>},
+        {In::Step, "Datum", In::Nothing, on<&Ipc2581Steps::setDatum>},
+        {In::Profile, "Polygon", In::Polygon, on<&S::beginPolygon>, on<&R::endProfile>},
+        {In::Profile, "Cutout", In::Polygon, on<&S::beginPolygon>, on<&R::endProfile>},
+        {In::Layer, "Hole", In::Hole, on<&R::beginHole>, on<&O::endHole>},
+        {In::Layer, "Set", In::Layer, on<&O::beginSet>},
+        {In::Layer, "SlotCavity", In::Shape, on<&R::beginSlot>, on<&R::endSlot>},
+        {In::Layer, "Slot", In::Shape, on<&R::beginSlot>, on<&R::endSlot>},
+        {In::Layer, "SpecRef", In::Nothing, on<&R::readSpec>},
+        {In::Layer, "Location", In::Nothing, on<&O::locateSet>},
+        {In::Layer, "Xform", In::Nothing, on<&O::turnSet>},
+        {In::OtherLayer, "Hole", In::Nothing, on<&R::leaveOut>},
+        {In::OtherLayer, "Set", In::OtherLayer},
+        {In::OtherLayer, "SlotCavity", In::Nothing, on<&R::leaveOut>},
+        {In::OtherLayer, "Slot", In::Nothing, on<&R::leaveOut>},
+        {In::Hole, "Location", In::Nothing, on<&O::locate>},
+        {In::Hole, "Xform", In::Nothing, on<&O::turn>},
+        {In::Shape, "Location", In::Nothing, on<&R::locatePart>},
+        {In::Shape, "Xform", In::Nothing, on<&R::turnPart>},
+        {In::Shape, "Outline", In::Shape},
+        {In::Shape, "Contour", In::Shape},
+        {In::Shape, "UserSpecial", In::Shape},
+        {In::Shape, "Features", In::Shape},
+        {In::Shape, "Feature", In::Shape},
+        {In::Shape, "Polygon", In::Polygon, on<&S::beginPolygon>, on<&S::endOutline>},
+        {In::Shape, "Cutout", In::Polygon, on<&S::beginPolygon>, on<&S::endOutline>},
+        {In::Shape, "Polyline", In::Polygon, on<&S::beginPolygon>, on<&S::endPolyline>},
+        {In::Shape, "Line", In::Shape, on<&S::addLine>},
+        {In::Shape, "Arc", In::Shape, on<&S::addArc>},
+        {In::Shape, "LineDesc", In::Nothing, on<&S::setLineWidth>},
+        {In::Shape, "LineDescRef", In::Nothing, on<&S::setLineReference>},
+        {In::Shape, "Circle", In::Nothing, on<&S::addCircle>},
+        {In::Shape, "Oval", In::Nothing, on<&S::addOval>},
+        {In::Shape, "RectCenter", In::Nothing, on<&S::addRectangle>},
+        {In::Shape, "RectRound", In::Nothing, on<&S::addRoundRectangle>},
+        {In::Shape, "RectCham", In::Nothing, on<&S::addCutRectangle>},
+        {In::Shape, "RectCorner", In::Nothing, on<&S::addCorners>},
+        {In::Shape, "Diamond", In::Nothing, on<&S::addDiamond>},
+        {In::Shape, "Ellipse", In::Nothing, on<&S::addEllipse>},
+        {In::Shape, "Hexagon", In::Nothing, on<&S::addHexagon>},
+        {In::Shape, "Octagon", In::Nothing, on<&S::addOctagon>},
+        {In::Shape, "Triangle", In::Nothing, on<&S::addTriangle>},
+        {In::Shape, "StandardPrimitiveRef", In::Nothing, on<&S::addStandardReference>},
+        {In::Shape, "UserPrimitiveRef", In::Nothing, on<&S::addUserReference>},
+        {In::Polygon, "PolyBegin", In::Nothing, on<&S::startPolygon>},
+        {In::Polygon, "PolyStepSegment", In::Nothing, on<&S::addCorner>},
+        {In::Polygon, "PolyStepCurve", In::Nothing, on<&S::addCurve>},
+        {In::Polygon, "LineDesc", In::Nothing, on<&S::setLineWidth>},
+        {In::Polygon, "LineDescRef", In::Nothing, on<&S::setLineReference>},
+    };
+    const auto some = std::ranges::equal_range(rules, in, {}, &Rule::in);
+    const auto found = std::ranges::find(some, name, &Rule::name);
+    return found == some.end() ? nullptr : &*found;
+}
+
+bool Reader::start(std::string_view name, const Attributes& attributes)
+{
+    const In in = mOpen.empty() ? In::Document : mOpen.back().inside;
+    const Rule* rule = findRule(in, name);
+    if (!rule) {
+        if (in == In::Document) {
+            mPass.fail(BoardText::tr("no IPC-2581 file: the root element is \"%1\"")
+                           .arg(QString::fromUtf8(name.data(), qsizetype(name.size())).left(40)));
+        }
         return false;
     }
-    mPath.push_back(element);
+    if (rule->start) {
+        rule->start(*this, attributes);
+    }
+    mOpen.push_back({rule, std::exchange(mInside, std::nullopt).value_or(rule->inside)});
     return true;
 }
 
 void Reader::end()
 {
-    const Element element = mPath.back();
-    mPath.pop_back();
-    switch (element) {
-    case Element::Entry:
-        mShapes.endEntry();
-        break;
-    case Element::Polygon:
-        if (mPath.back() == Element::Profile) {
-            mSteps.current().outline.push_back(mShapes.takePath());
-        } else {
-            mShapes.endPolygon();
-        }
-        break;
-    case Element::Hole:
-        mOpenings.endHole();
-        break;
-    case Element::Slot:
-        mOpenings.endSlot();
-        break;
-    case Element::Step:
-        mSteps.current().layers = mOpenings.take();
-        break;
-    default:
-        break;
+    const Rule* rule = mOpen.back().rule;
+    mOpen.pop_back();
+    if (rule->end) {
+        rule->end(*this);
     }
 }
 
-Element Reader::startTop(std::string_view name, const XmlAttributes& attributes)
+void Reader::noteStep(const Attributes& attributes)
 {
-    if (mPath.back() == Element::Document) {
-        if (name != "IPC-2581") {
-            mValues.fail(BoardText::tr("no IPC-2581 file: the root element is \"%1\"")
-                             .arg(QString::fromUtf8(name.data(), qsizetype(name.size())).left(40)));
-        }
-        return Element::Root;
+    if (mMainStep.isEmpty()) {
+        mMainStep = attributes.text("name");
     }
-    if (name == "Content") {
-        return Element::Content;
-    }
-    if (name == "Ecad") {
-        mBoard.job = attributes.text("name");
-        return Element::Ecad;
-    }
-    return Element::Skip;
 }
 
-Element Reader::startContent(std::string_view name, const XmlAttributes& attributes)
+void Reader::readUnits(const Attributes& attributes)
 {
-    if (name == "StepRef") {
-        if (mMainStep.isEmpty()) {
-            mMainStep = attributes.text("name");
-        }
-    } else if (name == "DictionaryStandard" || name == "DictionaryUser") {
-        mShapes.setUnit(mValues.unitOf(attributes));
-        return Element::ShapeDictionary;
-    } else if (name == "DictionaryLineDesc") {
-        mShapes.setUnit(mValues.unitOf(attributes));
-        return Element::LineDictionary;
-    } else if (name == "EntryLineDesc") {
-        mShapes.beginEntry(attributes);
-        return Element::LineDictionary;
-    } else if (name == "LineDesc") {
-        mShapes.addLine(attributes);
-    } else if (name == "EntryStandard" || name == "EntryUser") {
-        mShapes.setUserDictionary(name == "EntryUser");
-        mShapes.beginEntry(attributes);
-        return Element::Entry;
-    }
-    return Element::Skip;
-}
-
-Element Reader::startEcad(std::string_view name, const XmlAttributes& attributes)
-{
-    if (name == "CadHeader") {
-        readUnits(attributes);
-        return Element::CadHeader;
-    }
-    if (name == "CadData") {
-        mShapes.setUnit(mUnit);
-        return Element::CadData;
-    }
-    if (name == "Spec") {
-        mSpec = attributes.text("name");
-        return Element::Spec;
-    }
-    if (name == "Backdrill") {
-        mBackDrillSpecs.insert(mSpec);
-    }
-    return Element::Skip;
-}
-
-Element Reader::startCadData(std::string_view name, const XmlAttributes& attributes)
-{
-    if (name == "Layer") {
-        declareLayer(attributes);
-        return Element::LayerDeclaration;
-    }
-    if (name == "Step") {
-        mSteps.begin(attributes.text("name"));
-        return Element::Step;
-    }
-    if (name == "Span") {
-        mSpans.insert(mDeclaredLayer, {attributes.text("fromLayer"), attributes.text("toLayer")});
-    } else if (name == "SpecRef" && mBackDrillSpecs.contains(attributes.text("id"))) {
-        mBackDrillLayers.insert(mDeclaredLayer);
-    }
-    return Element::Skip;
-}
-
-Element Reader::startStep(std::string_view name, const XmlAttributes& attributes)
-{
-    if (name == "LayerFeature") {
-        beginLayerFeature(attributes);
-        return Element::LayerFeature;
-    }
-    if (name == "Profile") {
-        return Element::Profile;
-    }
-    if (name == "StepRepeat") {
-        mSteps.addRepeat(attributes, mUnit);
-    } else if (name == "Datum") {
-        mSteps.setDatum(mValues.place(mValues.numberOr(attributes, "x", 0) * mUnit,
-            mValues.numberOr(attributes, "y", 0) * mUnit));
-    }
-    return Element::Skip;
-}
-
-Element Reader::startFeature(std::string_view name, const XmlAttributes& attributes)
-{
-    const bool isHole = name == "Hole";
-    if (isHole || name == "SlotCavity" || name == "Slot") {
-        if (!mDrilled) {
-            ++mSteps.current().holesLeftOut;
-            return Element::Skip;
-        }
-        if (mUndeclared) {
-            noteUndeclared();
-        }
-        isHole ? mOpenings.beginHole(attributes) : mOpenings.beginSlot(attributes);
-        return isHole ? Element::Hole : Element::Slot;
-    }
-    if (name == "Set") {
-        mOpenings.beginSet();
-        return Element::Set;
-    }
-    if (name == "SpecRef" && mBackDrillSpecs.contains(attributes.text("id"))) {
-        mOpenings.setBackDrilled();
-    } else if (mDrilled && (name == "Location" || name == "Xform")) {
-        mOpenings.placeSet(name, attributes);
-    }
-    return Element::Skip;
-}
-
-/** Inside of an entry or a slot: primitives, and what only holds them. */
-Element Reader::startShape(std::string_view name, const XmlAttributes& attributes)
-{
-    if (name == "Location" || name == "Xform") {
-        const bool inSlot = std::find(mPath.begin(), mPath.end(), Element::Slot) != mPath.end();
-        inSlot ? mOpenings.placeOpening(name, attributes) : mShapes.movePart();
-        return Element::Skip;
-    }
-    switch (mShapes.startPart(name, attributes)) {
-    case Ipc2581ShapeReader::Inside::Shape:
-        return Element::Shape;
-    case Ipc2581ShapeReader::Inside::Polygon:
-        return Element::Polygon;
-    case Ipc2581ShapeReader::Inside::Nothing:
-        break;
-    }
-    return Element::Skip;
-}
-
-void Reader::readUnits(const XmlAttributes& attributes)
-{
-    const double unit = mValues.unitOf(attributes);
+    const double unit = attributes.unit();
     if (unit == 0) {
-        mValues.fail(BoardText::tr("unknown units \"%1\"; known are MILLIMETER, MICRON and INCH")
-                         .arg(QString()));
+        mPass.fail(BoardText::tr("unknown units \"%1\"; known are MILLIMETER, MICRON and INCH")
+                       .arg(QString()));
     }
     if (mUnit != 0 && mUnit != unit) {
-        mValues.fail(BoardText::tr("a second CadHeader tells other units"));
+        mPass.fail(BoardText::tr("a second CadHeader tells other units"));
     }
     mUnit = unit;
-    mOpenings.setUnit(mUnit);
     mBoard.units = mUnit == sizePerInch ? Units::Inch : Units::Metric;
 }
 
-void Reader::declareLayer(const XmlAttributes& attributes)
+void Reader::declareLayer(const Attributes& attributes)
 {
     mDeclaredLayer = attributes.text("name");
     const QString function = attributes.text("layerFunction").toUpper();
@@ -353,31 +294,78 @@ void Reader::declareLayer(const XmlAttributes& attributes)
     }
 }
 
-void Reader::beginLayerFeature(const XmlAttributes& attributes)
+void Reader::declareSpan(const Attributes& attributes)
 {
-    const QString name = mLayer = attributes.text("layerRef");
-    const QString function = mLayerFunctions.value(name);
-    const bool isBackDrilled = mBackDrillLayers.contains(name);
-    mUndeclared = function.isEmpty() && !isBackDrilled;
-    // A round hole on a layer of routs is drilled too; an undeclared layer gets the benefit of
-    // the doubt. On layers of copper and the like, holes only repeat what the drill layers say.
-    mDrilled = function.isEmpty() || function == QLatin1String("DRILL")
-        || function == QLatin1String("ROUT") || isBackDrilled;
-    if (mDrilled) {
-        const auto span = mSpans.constFind(name);
-        mOpenings.beginLayer(
-            name, span == mSpans.constEnd() ? std::nullopt : std::optional(*span), isBackDrilled);
+    mSpans.insert(mDeclaredLayer, {attributes.text("fromLayer"), attributes.text("toLayer")});
+}
+
+void Reader::declareSpec(const Attributes& attributes)
+{
+    if (mBackDrillSpecs.contains(attributes.text("id"))) {
+        mBackDrillLayers.insert(mDeclaredLayer);
     }
 }
 
-void Reader::noteUndeclared()
+void Reader::beginLayer(const Attributes& attributes)
 {
-    const QString note =
-        BoardText::tr("the file does not tell what layer \"%1\" is for; its holes are drilled")
-            .arg(mLayer);
-    if (!mBoard.notes.contains(note)) {
-        mBoard.notes << note;
+    mLayer = attributes.text("layerRef");
+    const QString function = mLayerFunctions.value(mLayer);
+    const bool isBackDrilled = mBackDrillLayers.contains(mLayer);
+    mIsUndeclared = function.isEmpty() && !isBackDrilled;
+    // A round hole on a layer of routs is drilled too; an undeclared layer gets the benefit of
+    // the doubt. On layers of copper and the like, holes only repeat what the drill layers say.
+    if (mIsUndeclared || function == QLatin1String("DRILL") || function == QLatin1String("ROUT")
+        || isBackDrilled) {
+        const auto span = mSpans.constFind(mLayer);
+        mOpenings.beginLayer(
+            mLayer, span == mSpans.constEnd() ? std::nullopt : std::optional(*span), isBackDrilled);
+    } else {
+        mInside = In::OtherLayer;
     }
+}
+
+void Reader::noteOpening()
+{
+    if (mIsUndeclared) {
+        mUndeclared.insert(mLayer);
+        mIsUndeclared = false; // once is enough
+    }
+}
+
+void Reader::beginHole(const Attributes& attributes)
+{
+    noteOpening();
+    mOpenings.beginHole(attributes);
+}
+
+void Reader::beginSlot(const Attributes& attributes)
+{
+    noteOpening();
+    mIsInSlot = true;
+    mOpenings.beginSlot(attributes);
+}
+
+void Reader::endSlot()
+{
+    mIsInSlot = false;
+    mOpenings.endSlot();
+}
+
+void Reader::readSpec(const Attributes& attributes)
+{
+    if (mBackDrillSpecs.contains(attributes.text("id"))) {
+        mOpenings.setBackDrilled();
+    }
+}
+
+void Reader::locatePart(const Attributes& attributes)
+{
+    mIsInSlot ? mOpenings.locate(attributes) : mShapes.movePart();
+}
+
+void Reader::turnPart(const Attributes& attributes)
+{
+    mIsInSlot ? mOpenings.turn(attributes) : mShapes.movePart();
 }
 
 /** Exporters that know no tolerances write 0 and 0 for each hole: then none is told. */
@@ -397,9 +385,26 @@ void Reader::dropEmptyTolerances()
     }
 }
 
+void Reader::noteUndeclared()
+{
+    if (mUndeclared.isEmpty()) {
+        return;
+    }
+    const QString layer = *std::min_element(mUndeclared.begin(), mUndeclared.end());
+    mBoard.notes << (mUndeclared.size() == 1
+            ? BoardText::tr(
+                "the file does not tell what layer \"%1\" is for; its holes are drilled")
+                  .arg(layer)
+            : BoardText::tr("the file does not tell what %1 layers are for, \"%2\" among them; "
+                            "their holes are drilled")
+                  .arg(mUndeclared.size())
+                  .arg(layer));
+}
+
 void Reader::finish()
 {
     mSteps.finish(mBoard, mMainStep);
+    noteUndeclared();
     dropEmptyTolerances();
     std::vector<Layer> empty;
     bool hasTools = false;
@@ -413,11 +418,11 @@ void Reader::finish()
         try {
             gatherLayers(mBoard, i);
         } catch (const PanelError& error) {
-            mValues.fail(QString::fromUtf8(error.what()));
+            mPass.fail(QString::fromUtf8(error.what()));
         }
     }
     if (!hasTools) {
-        mValues.fail(noHoleText(empty));
+        mPass.fail(noHoleText(empty));
     }
 }
 

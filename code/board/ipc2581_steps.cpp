@@ -17,46 +17,33 @@ constexpr int maxRepeatDepth = 64;
 void Ipc2581Steps::begin(const QString& name)
 {
     if (mStepOfName.contains(name)) {
-        mValues.fail(BoardText::tr("a second step \"%1\"").arg(name));
+        mPass.fail(BoardText::tr("a second step \"%1\"").arg(name));
     }
     mStepOfName.insert(name, mSteps.size());
     mSteps.emplace_back().name = name;
     mDatums.emplace_back();
 }
 
-void Ipc2581Steps::addRepeat(const XmlAttributes& attributes, double unit)
+void Ipc2581Steps::addRepeat(const Ipc2581Attributes& attributes)
 {
-    if (unit == 0) {
-        mValues.fail(BoardText::tr("no CadHeader tells the units of this repeat"));
+    if (mPass.unit() == 0) {
+        mPass.fail(BoardText::tr("no CadHeader tells the units of this repeat"));
     }
-    const auto at = [&](const char* name) { return mValues.numberOr(attributes, name, 0) * unit; };
-    Repeat repeat;
-    repeat.at = mValues.place(at("x"), at("y"));
-    const Place grid = mValues.place(at("dx"), at("dy"));
-    repeat.dx = grid.x;
-    repeat.dy = grid.y;
-    repeat.columns = mValues.repeats(attributes, "nx");
-    repeat.rows = mValues.repeats(attributes, "ny");
-    repeat.angle = mValues.numberOr(attributes, "angle", 0);
-    repeat.mirror = mValues.isTrue(attributes, "mirror");
-    mRepeats.push_back({mSteps.size() - 1, attributes.text("stepRef"), repeat, mValues.line()});
+    const Place grid = attributes.place("dx", "dy");
+    mRepeats.push_back({mSteps.size() - 1, attributes.text("stepRef"),
+        Repeat{0, attributes.place("x", "y"), attributes.repeats("nx"), attributes.repeats("ny"),
+            grid.x, grid.y, attributes.number("angle"), attributes.isTrue("mirror")},
+        mPass.line()});
 }
 
 /** Moves a repeat so that the datum of the step, and not its origin, lies where it is told to. */
-void Ipc2581Steps::placeDatum(NamedRepeat& named, QStringList& notes) const
+void Ipc2581Steps::placeDatum(Repeat& repeat)
 {
-    Repeat& repeat = named.repeat;
     const Place datum = mDatums[repeat.step];
-    if (datum == Place{}) {
-        return;
-    }
-    const Place turned = Transform({}, repeat.angle, repeat.mirror).map(datum);
-    repeat.at = mValues.place(double(repeat.at.x) - turned.x, double(repeat.at.y) - turned.y);
-    const QString note =
-        BoardText::tr("copies of step \"%1\" are placed by its datum, which is not its origin")
-            .arg(named.step);
-    if (!notes.contains(note)) {
-        notes << note;
+    if (datum != Place{}) {
+        const Place turned = Transform({}, repeat.angle, repeat.mirror).map(datum);
+        repeat.at = mPass.place(double(repeat.at.x) - turned.x, double(repeat.at.y) - turned.y);
+        mPlacedByDatum.insert(repeat.step);
     }
 }
 
@@ -74,7 +61,7 @@ void Ipc2581Steps::checkCircles(size_t step, std::vector<char>& state, int depth
     if (state[step] == Open || depth == maxRepeatDepth) {
         const auto named = std::find_if(mRepeats.begin(), mRepeats.end(),
             [&](const NamedRepeat& each) { return each.repeat.step == step; });
-        mValues.fail(named == mRepeats.end() ? 1 : named->line,
+        mPass.fail(named == mRepeats.end() ? 1 : named->line,
             BoardText::tr("step \"%1\" repeats itself, or repeats are nested too deeply")
                 .arg(mSteps[step].name));
     }
@@ -90,11 +77,16 @@ void Ipc2581Steps::finish(Board& board, const QString& mainStep)
     for (NamedRepeat& named : mRepeats) {
         const auto found = mStepOfName.constFind(named.step);
         if (found == mStepOfName.constEnd()) {
-            mValues.fail(named.line, BoardText::tr("no step \"%1\" to repeat").arg(named.step));
+            mPass.fail(named.line, BoardText::tr("no step \"%1\" to repeat").arg(named.step));
         }
         named.repeat.step = *found;
-        placeDatum(named, board.notes);
+        placeDatum(named.repeat);
         mSteps[named.owner].repeats.push_back(named.repeat);
+    }
+    for (const size_t step : mPlacedByDatum) {
+        board.notes << BoardText::tr(
+            "copies of step \"%1\" are placed by its datum, which is not its origin")
+                           .arg(mSteps[step].name);
     }
     std::vector<char> state(mSteps.size(), 0);
     for (size_t i = 0; i < mSteps.size(); ++i) {

@@ -2,9 +2,10 @@
 #ifndef IPC2581_STEPS_H
 #define IPC2581_STEPS_H
 
-#include "ipc2581_values.h"
+#include "ipc2581_xml.h"
 
 #include <QHash>
+#include <set>
 
 namespace brox {
 
@@ -12,18 +13,21 @@ namespace brox {
 class Ipc2581Steps
 {
 public:
-    explicit Ipc2581Steps(const Ipc2581Values& values)
-        : mValues(values)
+    explicit Ipc2581Steps(const Ipc2581Pass& pass)
+        : mPass(pass)
     { }
 
     void begin(const QString& name);
     Step& current() { return mSteps.back(); }
 
     /** The point of the current step that repeats of it place; its origin if none is told. */
-    void setDatum(Place datum) { mDatums.back() = datum; }
+    void setDatum(const Ipc2581Attributes& attributes)
+    {
+        mDatums.back() = attributes.place("x", "y");
+    }
 
     /** Repeats another step in the current one. */
-    void addRepeat(const XmlAttributes& attributes, double unit);
+    void addRepeat(const Ipc2581Attributes& attributes);
 
     /** Gives a board the steps.
      *
@@ -41,12 +45,13 @@ private:
         qint64 line;
     };
 
-    void placeDatum(NamedRepeat& named, QStringList& notes) const;
+    void placeDatum(Repeat& repeat);
     void checkCircles(size_t step, std::vector<char>& state, int depth) const;
 
-    const Ipc2581Values& mValues;
+    const Ipc2581Pass& mPass;
     std::vector<Step> mSteps;
     std::vector<Place> mDatums; ///< by step
+    std::set<size_t> mPlacedByDatum;
     QHash<QString, size_t> mStepOfName;
     std::vector<NamedRepeat> mRepeats;
 };

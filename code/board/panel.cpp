@@ -192,13 +192,6 @@ Size rounded(double coordinate)
 
 } // namespace
 
-size_t StepLayer::indexOf(const Tool& tool) const
-{
-    const auto found = std::find_if(tools.begin(), tools.end(),
-        [&](const StepTool& known) { return known.tool->isLike(tool); });
-    return size_t(found - tools.begin());
-}
-
 std::vector<StepLayer> gatherLayers(const Board& board, size_t step)
 {
     return Gatherer(board).layers(step);
@@ -209,7 +202,7 @@ qint64 holesLeftOut(const Board& board, size_t step)
     return StepSum(board, hostLimit, [](const Step& each) { return each.holesLeftOut; }).of(step);
 }
 
-Transform::Transform(Place move, double angle, bool mirror)
+Transform::Transform(Place move, double angle, bool mirror, double scale)
     : mX(move.x)
     , mY(move.y)
 {
@@ -217,8 +210,8 @@ Transform::Transform(Place move, double angle, bool mirror)
     const double quarter = std::remainder(angle, 360.0) / 90.0;
     const bool exact = quarter == std::round(quarter);
     const double radians = quarter * std::numbers::pi / 2;
-    const double cosine = exact ? std::round(std::cos(radians)) : std::cos(radians);
-    const double sine = exact ? std::round(std::sin(radians)) : std::sin(radians);
+    const double cosine = scale * (exact ? std::round(std::cos(radians)) : std::cos(radians));
+    const double sine = scale * (exact ? std::round(std::sin(radians)) : std::sin(radians));
     const double side = mirror ? -1 : 1;
     mXx = cosine * side;
     mYx = -sine;
@@ -251,11 +244,13 @@ Path Transform::map(const Path& path) const
     Path mapped{map(path.start), {}};
     mapped.segments.reserve(path.segments.size());
     for (const Segment& segment : path.segments) {
-        Segment::Shape shape = segment.shape;
-        if (mirrors && shape != Line) {
-            shape = shape == Clockwise ? CounterClockwise : Clockwise;
+        if (segment.shape == Line) {
+            mapped.segments.push_back({Line, map(segment.to), {}});
+        } else {
+            const bool isClockwise = (segment.shape == Clockwise) != mirrors;
+            mapped.segments.push_back(
+                {isClockwise ? Clockwise : CounterClockwise, map(segment.to), map(segment.centre)});
         }
-        mapped.segments.push_back({shape, map(segment.to), map(segment.centre)});
     }
     return mapped;
 }

@@ -40,9 +40,6 @@ struct StepLayer
     std::vector<StepTool> backDrills;
     qint64 contours = 0;
     QString assumedFormat;
-
-    /** Index in tools of the one that is like a tool; it must be there. */
-    size_t indexOf(const Tool& tool) const;
 };
 
 /** The layers of a step and of all it repeats, by name; nothing is spread.
@@ -53,17 +50,22 @@ struct StepLayer
  */
 std::vector<StepLayer> gatherLayers(const Board& board, size_t step);
 
-/** Holes of a step and of all it repeats that lie on layers that are not drilled; at most 2^31. */
+/** Holes of a step and of all it repeats that lie on layers that are not drilled; 2^31 stands for
+ *  all numbers that are larger. */
 qint64 holesLeftOut(const Board& board, size_t step);
 
-/** A turn, perhaps a mirror image, and a move. */
+/** Where a copy lies: scaled about its origin, then perhaps mirrored, then turned, then moved. */
 class Transform
 {
 public:
-    Transform() = default;
-    Transform(Place move, double angle, bool mirror);
+    Transform() = default; ///< nothing changes
 
-    /** First the inner one, then this. */
+    /** @param angle   degrees, counter-clockwise
+     *  @param mirror  left and right are exchanged
+     */
+    Transform(Place move, double angle, bool mirror, double scale = 1);
+
+    /** Both in one: what it maps goes through the inner one first. */
     Transform operator*(const Transform& inner) const;
 
     /** @throws PanelError  if the place lies where no number of 32 bits reaches */

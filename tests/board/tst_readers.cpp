@@ -354,7 +354,8 @@ private:
                         "<PolyStepSegment x='2' y='1'/><PolyStepSegment x='0' y='1'/>"
                         "</Polygon></Outline>")
                     + hole("PLATED", "1", "type='SQUARE'") + via)),
-            "main/R: V0.3 1,2; P~-1,-0.5>1,-0.5>1,0.5>-1,0.5>-1,-0.5; P~0,0>2,0>2,1>0,1>0,0; "
+            "main/R: V0.3 1,2; P~-0.5,-0.5>0.5,-0.5)1,0*0.5,0)0.5,0.5*0.5,0>-1,0.5>-1,0)-0.5,-0.5*"
+            "-0.5,0; P~0,0>2,0>2,1>0,1>0,0; "
             "P~0.5,1.5>1.5,1.5>1.5,2.5>0.5,2.5>0.5,1.5");
 
         row("cut off", plain.chopped(20), ":12: the XML does not end; the file is cut off");
