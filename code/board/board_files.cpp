@@ -63,36 +63,6 @@ QByteArray readAtMost(QIODevice& device, qint64 size)
     return bytes;
 }
 
-/** A pipe whose beginning has been read. */
-class Continued : public QIODevice
-{
-public:
-    Continued(const QByteArray& beginning, std::shared_ptr<QFile> rest)
-        : mBeginning(beginning)
-        , mRest(std::move(rest))
-    {
-        open(QIODevice::ReadOnly);
-    }
-    bool isSequential() const override { return true; }
-
-protected:
-    qint64 readData(char* data, qint64 maxSize) override
-    {
-        if (mBeginning.isEmpty()) {
-            return mRest->read(data, maxSize);
-        }
-        const qint64 size = qMin<qint64>(maxSize, mBeginning.size());
-        std::copy_n(mBeginning.constData(), size, data);
-        mBeginning.remove(0, size);
-        return size;
-    }
-    qint64 writeData(const char*, qint64) override { return -1; }
-
-private:
-    QByteArray mBeginning;
-    std::shared_ptr<QFile> mRest;
-};
-
 class Finder
 {
 public:
@@ -148,9 +118,8 @@ private:
             }
             return;
         }
-        mFiles.totalSize += file.size();
-        add(name, lookAt(beginning), isFound, [path]() -> std::unique_ptr<QIODevice> {
-            auto opened = std::make_unique<QFile>(path);
+        add(name, lookAt(beginning), isFound, file.size(), [path] {
+            auto opened = std::make_shared<QFile>(path);
             if (!opened->open(QIODevice::ReadOnly)) {
                 throw BoardError(path, 1, opened->errorString());
             }
@@ -165,20 +134,20 @@ private:
         if (!open(*file)) {
             throw BoardError(name, 1, file->errorString());
         }
-        QByteArray beginning = readAtMost(*file, fileKindBytes);
+        file->startTransaction();
+        const QByteArray beginning = readAtMost(*file, fileKindBytes);
+        file->rollbackTransaction();
         if (fileKind(beginning) != FileKind::Archive) {
-            add(name, lookAt(beginning), false, [file, beginning]() -> std::unique_ptr<QIODevice> {
-                return std::make_unique<Continued>(beginning, file);
-            });
+            add(name, lookAt(beginning), false, 0, [file] { return file; });
             return;
         }
-        beginning += readAtMost(*file, maxPipedSize - beginning.size() + 1);
-        if (beginning.size() > maxPipedSize) {
+        QByteArray content = readAtMost(*file, maxPipedSize + 1);
+        if (content.size() > maxPipedSize) {
             throw BoardError(name, 1,
                 BoardText::tr("an archive of more than %1 MiB can't be read from a pipe")
                     .arg(maxPipedSize >> 20));
         }
-        addArchive({name, std::make_shared<const QByteArray>(std::move(beginning))});
+        addArchive({name, std::make_shared<const QByteArray>(std::move(content))});
     }
 
     void addFolder(const QString& path)
@@ -237,15 +206,15 @@ private:
                 leave(name, BoardText::tr("an archive within an archive"));
                 continue;
             }
-            add(name, look, true,
+            add(name, look, true, 0,
                 [archive, inside = entry] { return openArchiveEntry(archive, inside); });
         }
     }
 
-    void add(const QString& name, const Look& look, bool isFound,
-        std::function<std::unique_ptr<QIODevice>()> open)
+    void add(const QString& name, const Look& look, bool isFound, qint64 size,
+        std::function<std::shared_ptr<QIODevice>()> open)
     {
-        BoardFile file{name, look.kind, isFound, std::move(open)};
+        BoardFile file{name, look.kind, isFound, size, std::move(open)};
         if (!isFound) {
             if (look.kind != FileKind::Xml && look.kind != FileKind::DrillProgram
                 && look.kind != FileKind::GerberDrill) {
@@ -278,11 +247,23 @@ private:
         }
         mFiles.taken.insert(mFiles.taken.end(), std::make_move_iterator(mCandidates.begin()),
             std::make_move_iterator(mCandidates.end()));
+        countSizes();
         if (mFiles.taken.empty()) {
             throw BoardError(paths.value(0), 1,
                 BoardText::tr("nothing of a board in it: %1")
                     .arg(mFiles.left.isEmpty() ? BoardText::tr("it is empty")
                                                : mFiles.left.join(QStringLiteral(", "))));
+        }
+    }
+
+    void countSizes()
+    {
+        for (const BoardFile& file : mFiles.taken) {
+            mFiles.totalSize += file.size;
+        }
+        if (std::any_of(mFiles.taken.begin(), mFiles.taken.end(),
+                [](const BoardFile& file) { return file.size == 0; })) {
+            mFiles.totalSize = 0;
         }
     }
 

@@ -16,7 +16,8 @@ struct BoardFile
     QString name; ///< for messages; in an archive behind its path
     FileKind kind = FileKind::Empty;
     bool isFound = false; ///< in an archive or a folder, not named by the user
-    std::function<std::unique_ptr<QIODevice>()> open; ///< to be called once
+    qint64 size = 0; ///< in bytes; 0: not known
+    std::function<std::shared_ptr<QIODevice>()> open; ///< to be called once
 };
 
 struct BoardFiles
@@ -24,7 +25,7 @@ struct BoardFiles
     std::vector<BoardFile> taken; ///< one IPC-2581 file, or drill files; never empty
     QStringList left; ///< files of archives and folders that were not taken, with the reason
     bool isSearched = false; ///< there was an archive or a folder
-    qint64 totalSize = 0; ///< of the taken ones, in bytes; 0 if not known
+    qint64 totalSize = 0; ///< of the taken ones, in bytes; 0 if not known of all
 };
 
 /** Finds what a board is read from, by content. In archives and folders one IPC-2581 file goes

@@ -13,7 +13,8 @@ struct XML_ParserStruct;
 
 namespace brox {
 
-/** One pass over the XML of an IPC-2581 file, of which nothing is kept, and what attributes mean. */
+/** One pass over the XML of an IPC-2581 file, of which nothing is kept, and what attributes mean.
+ */
 
 class Ipc2581Pass;
 
