@@ -2,7 +2,6 @@
 #include "map_scene.h"
 
 #include "map_shapes.h"
-#include "stamp.h"
 
 #include <QPainter>
 #include <algorithm>
@@ -17,7 +16,7 @@ constexpr double likedSymbol = 6; ///< dots at which a symbol is easily read
 constexpr double leastSymbol = 2.5; ///< dots below which it is a blot
 constexpr double leastCircle = 1.2;
 constexpr double mostStamped = 100; ///< radius of a circle that is kept as a picture
-constexpr qint64 mostCost = 10'000'000; ///< of all stamps of a picture; more would take too long
+constexpr qint64 mostStamps = 50'000; ///< in a frame; more would take too long and hide each other
 
 Size toSize(double millimetres)
 {
@@ -63,7 +62,7 @@ struct MapScene::ToolLook
 
     double reach() const { return std::max(radius, symbolRadius) + (isHighlighted ? 4 : 1); }
 
-    Stamp stamp() const
+    QImage stamp() const
     {
         const int side = 2 * int(std::ceil(reach())) + 1;
         QImage picture(side, side, QImage::Format_ARGB32_Premultiplied);
@@ -74,16 +73,13 @@ struct MapScene::ToolLook
         QPainterPath circle;
         circle.addEllipse(middle, radius, radius);
         paint(painter, circle, middle);
-        painter.end();
-        return Stamp(picture);
+        return picture;
     }
 
-    /** Of a hole that is a dot or two. */
-    Stamp dot() const
-    {
-        return isHighlighted ? Stamp(highlight, 4)
-                             : Stamp(colour, radius < leastCircle / 2 ? 1 : 2);
-    }
+    /** Whether a hole is but a dot or two. */
+    bool isDot() const { return symbolRadius <= 0 && radius < leastCircle; }
+    int dotSide() const { return isHighlighted ? 4 : radius < leastCircle / 2 ? 1 : 2; }
+    QColor dotColour() const { return isHighlighted ? highlight : colour; }
 };
 
 /** An image with what painting on it needs. */
@@ -128,20 +124,28 @@ public:
         return count;
     }
 
-    void putAll(const HoleGrid& holes, double radius, const Stamp& stamp)
+    void paintStamps(const HoleGrid& holes, double radius, const QImage& stamp)
     {
-        const double scale = mView.scale / sizePerMillimetre;
-        const QSize size = mImage.size();
-        const double right = size.width() + mostStamped;
-        const double bottom = size.height() + mostStamped;
+        QPainter painter;
+        begin(painter);
+        visitDots(holes, radius, [&](int x, int y) {
+            painter.drawImage(x - stamp.width() / 2, y - stamp.height() / 2, stamp);
+        });
+    }
+
+    /** Fills squares without a painter, which would take several times as long for a million. */
+    void paintDots(const HoleGrid& holes, double radius, int side, QRgb colour)
+    {
+        const int width = mImage.width();
+        const int height = mImage.height();
         auto* dots = reinterpret_cast<QRgb*>(mImage.bits());
-        visit(holes, radius, [&](std::span<const Place> some) {
-            for (const Place& place : some) {
-                const double x = place.x * scale + mView.origin.x();
-                const double y = -place.y * scale + mView.origin.y();
-                if (x > -mostStamped && x < right && y > -mostStamped && y < bottom) {
-                    stamp.put(size, dots, int(x), int(y));
-                }
+        visitDots(holes, radius, [&](int x, int y) {
+            const int left = std::max(0, x - side / 2);
+            const int right = std::min(width, x - side / 2 + side);
+            const int bottom = std::min(height, y - side / 2 + side);
+            for (int line = std::max(0, y - side / 2); line < bottom; ++line) {
+                std::fill(dots + line * width + left, dots + line * width + std::max(left, right),
+                    colour);
             }
         });
     }
@@ -163,7 +167,7 @@ public:
         });
     }
 
-    /** Lets a painter draw on the image; it must end before stamps are put. */
+    /** Lets a painter draw on the image; it must end before dots are painted. */
     void begin(QPainter& painter)
     {
         painter.begin(&mImage);
@@ -171,6 +175,24 @@ public:
     }
 
 private:
+    /** Calls with the dots of the image, or just beside it, that holes lie on. */
+    template <typename Visit>
+    void visitDots(const HoleGrid& holes, double radius, const Visit& call) const
+    {
+        const double scale = mView.scale / sizePerMillimetre;
+        const QRectF image(QPointF(-mostStamped, -mostStamped),
+            QSizeF(mImage.size()) + 2 * QSizeF(mostStamped, mostStamped));
+        visit(holes, radius, [&](std::span<const Place> some) {
+            for (const Place& place : some) {
+                const QPointF dot(
+                    place.x * scale + mView.origin.x(), -place.y * scale + mView.origin.y());
+                if (image.contains(dot)) {
+                    call(int(dot.x()), int(dot.y()));
+                }
+            }
+        });
+    }
+
     /** Calls with stretches of a grid's holes that can be seen. */
     template <typename Visit>
     void visit(const HoleGrid& holes, double radius, const Visit& call) const
@@ -196,25 +218,20 @@ public:
         , mLook(look)
     { }
 
-    /** What the holes cost if they are painted well. */
-    qint64 prepare(const Canvas& canvas)
+    /** How many stamps the holes need if they are painted well. */
+    qint64 stampCount(const Canvas& canvas) const
     {
-        const qint64 count = canvas.countOf(mRow.holes, mRow.radius);
-        mIsLarge = mLook.radius > mostStamped;
-        const bool isDot = mLook.symbolRadius <= 0 && mLook.radius < leastCircle;
-        if (count > 0 && !mIsLarge) {
-            mStamp = isDot ? mLook.dot() : mLook.stamp();
-            return count * mStamp->cost();
-        }
-        return 0;
+        return isLarge() || mLook.isDot() ? 0 : canvas.countOf(mRow.holes, mRow.radius);
     }
 
     void paint(Canvas& canvas, bool quickly) const
     {
-        if (mStamp) {
-            canvas.putAll(mRow.holes, mRow.radius, quickly ? mLook.dot() : *mStamp);
-        } else if (mIsLarge) {
+        if (isLarge()) {
             canvas.paintLarge(mRow.holes, mRow.radius, mLook);
+        } else if (quickly || mLook.isDot()) {
+            canvas.paintDots(mRow.holes, mRow.radius, mLook.dotSide(), mLook.dotColour().rgb());
+        } else {
+            canvas.paintStamps(mRow.holes, mRow.radius, mLook.stamp());
         }
         if (mRow.slotAreas.empty()) {
             return;
@@ -230,10 +247,10 @@ public:
     }
 
 private:
+    bool isLarge() const { return mLook.radius > mostStamped; }
+
     const Row& mRow;
     ToolLook mLook;
-    std::optional<Stamp> mStamp;
-    bool mIsLarge = false;
 };
 
 MapScene::MapScene(const DrillPlan& plan)
@@ -270,18 +287,18 @@ void MapScene::paint(QImage& image, const MapPosition& view, const MapColours& c
     Canvas canvas(image, view, colours);
     paintOutlines(canvas);
     std::vector<Layer> layers;
-    qint64 cost = 0;
+    qint64 stamps = 0;
     // What is highlighted comes last, so that nothing hides it.
     for (const bool highlighted : {false, true}) {
         for (const Row& row : mRows) {
             if (row.isShown && row.isHighlighted == highlighted) {
                 layers.emplace_back(row, canvas.lookOf(row.tool, highlighted, row.radius, mRoom));
-                cost += layers.back().prepare(canvas);
+                stamps += layers.back().stampCount(canvas);
             }
         }
     }
     for (const Layer& layer : layers) {
-        layer.paint(canvas, cost > mostCost);
+        layer.paint(canvas, stamps > mostStamps);
     }
 }
 
