@@ -1303,10 +1303,6 @@ Abbrechen: Nichts wird gespeichert.</translation>
         <translation>kein Step „%1“; es gibt: %2</translation>
     </message>
     <message>
-        <source>%1 has no %2</source>
-        <translation>%1 hat kein %2</translation>
-    </message>
-    <message>
         <source>the viewer has no %1</source>
         <translation>der Viewer hat kein %1</translation>
     </message>

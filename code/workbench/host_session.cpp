@@ -7,9 +7,7 @@
 #include "vex_data.h"
 
 #include <QCheckBox>
-#include <QCoreApplication>
 #include <QDir>
-#include <QLibrary>
 #include <QLineEdit>
 #include <QTableWidget>
 #include <algorithm>
@@ -19,57 +17,6 @@
 namespace brox {
 
 HostSession* HostSession::sSession = nullptr;
-
-/** The module's eight functions. */
-struct HostSession::Module
-{
-    Module();
-
-    template <typename Function>
-    void resolve(Function*& function, const char* name)
-    {
-        function = reinterpret_cast<Function*>(library.resolve(name));
-        if (!function) {
-            throw HostError(
-                HostSession::tr("%1 has no %2").arg(library.fileName(), QString::fromLatin1(name)));
-        }
-    }
-
-    QLibrary library;
-    decltype(brox__proxy_open_brox)* open;
-    decltype(brox__proxy_can_close)* canClose;
-    decltype(brox__proxy_close_brox)* close;
-    decltype(brox__proxy_get_brox)* get;
-    decltype(brox__proxy_set_parent_viewer)* setParentViewer;
-    decltype(brox__proxy_set_model_renamed_deleted_cb)* setCallback;
-    decltype(brox__proxy_get_model_list)* modelList;
-    decltype(brox__proxy_calc_drill_size)* calcDrillSize;
-};
-
-HostSession::Module::Module()
-{
-    // In the build tree, then as installed, then wherever the system finds it.
-    const QDir program(QCoreApplication::applicationDirPath());
-    const QString places[] = {program.filePath("../lib/libbrox.so"),
-        program.filePath(QStringLiteral(WORKBENCH_MODULE)), QStringLiteral("libbrox.so")};
-    for (const QString& place : places) {
-        if (place == places[2] || QFile::exists(place)) {
-            library.setFileName(QDir::cleanPath(place));
-            break;
-        }
-    }
-    if (!library.load()) {
-        throw HostError(library.errorString().simplified());
-    }
-    resolve(open, "brox__proxy_open_brox");
-    resolve(canClose, "brox__proxy_can_close");
-    resolve(close, "brox__proxy_close_brox");
-    resolve(get, "brox__proxy_get_brox");
-    resolve(setParentViewer, "brox__proxy_set_parent_viewer");
-    resolve(setCallback, "brox__proxy_set_model_renamed_deleted_cb");
-    resolve(modelList, "brox__proxy_get_model_list");
-    resolve(calcDrillSize, "brox__proxy_calc_drill_size");
-}
 
 namespace {
 
@@ -130,9 +77,8 @@ HostSession::HostSession(const QString& dataDir, const QString& catalogue)
     , mGuard(QString::fromUtf8(mDataDir))
 {
     setUpHost();
-    mModule = std::make_unique<Module>();
     sSession = this;
-    mModule->setCallback(modelRenamedOrDeleted);
+    brox__proxy_set_model_renamed_deleted_cb(modelRenamedOrDeleted);
 }
 
 HostSession::~HostSession()
@@ -209,11 +155,11 @@ QWidget* HostSession::viewer(size_t step)
     if (!open.viewer) {
         BroxViewer* viewer = nullptr;
         open.viewer = mGuard.open(open.draft.boardStep().name, [&] {
-            check(mModule->open(open.stpid), "open a viewer");
-            check(mModule->get(open.stpid, &viewer), "give a viewer");
+            check(brox__proxy_open_brox(open.stpid), "open a viewer");
+            check(brox__proxy_get_brox(open.stpid, &viewer), "give a viewer");
             return reinterpret_cast<QWidget*>(viewer);
         });
-        check(mModule->setParentViewer(viewer, open.parent.get()), "follow the units");
+        check(brox__proxy_set_parent_viewer(viewer, open.parent.get()), "follow the units");
     }
     return open.viewer;
 }
@@ -223,7 +169,7 @@ bool HostSession::canClose(size_t step)
     const OpenStep& open = mSteps.at(step);
     return !open.viewer || mGuard.canClose(open.viewer, [&] {
         int ok = 0;
-        check(mModule->canClose(open.stpid, &ok), "ask whether a viewer may close");
+        check(brox__proxy_can_close(open.stpid, &ok), "ask whether a viewer may close");
         return ok != 0;
     });
 }
@@ -237,7 +183,7 @@ void HostSession::closeViewer(size_t step)
 {
     OpenStep& open = mSteps.at(step);
     if (open.viewer) {
-        mModule->close(open.stpid);
+        brox__proxy_close_brox(open.stpid);
         delete open.viewer;
     }
 }
@@ -247,7 +193,7 @@ QStringList HostSession::models(size_t step)
     viewer(step);
     char** names = nullptr;
     int count = 0;
-    check(mModule->modelList(mSteps.at(step).stpid, &names, &count), "list the models");
+    check(brox__proxy_get_model_list(mSteps.at(step).stpid, &names, &count), "list the models");
     QStringList models;
     for (int i = 0; names && i < count; ++i) {
         models << QString::fromLocal8Bit(names[i]);
@@ -337,7 +283,7 @@ Drill HostSession::drill(const DraftRow& row, const DrillModel& model, size_t st
     const auto [type, subType] = hostType(row.type);
     // A slot whose width no file tells gets no drill; an amount alone is none.
     if (!model.name.isEmpty() && row.finishedSize > 0) {
-        check(mModule->calcDrillSize(mSteps.at(step).stpid, model.name.toLocal8Bit().constData(),
+        check(brox__proxy_calc_drill_size(mSteps.at(step).stpid, model.name.toLocal8Bit().constData(),
                   type, subType, row.tolerance.minus, row.tolerance.plus, row.finishedSize, &size,
                   bit),
             "calculate a drill size");

@@ -44,11 +44,9 @@ class HostSession : public QObject
     Q_OBJECT
 
 public:
-    /** Loads the module.
-     *
+    /**
      * @param dataDir    folder of the module's two files
      * @param catalogue  file of the texts that the module speaks; empty: its own texts
-     * @throws HostError  if it isn't found or is no such module
      */
     explicit HostSession(const QString& dataDir, const QString& catalogue = {});
 
@@ -109,7 +107,6 @@ private:
         std::unique_ptr<ParentViewer> parent;
         QPointer<QWidget> viewer;
     };
-    struct Module;
 
     void fillHost();
     Drill drill(const DraftRow& row, const DrillModel& model, size_t step);
@@ -122,7 +119,6 @@ private:
     QByteArray mDataDir;
     QByteArray mCatalogue; ///< path; null for the module's own texts
     DataGuard mGuard;
-    std::unique_ptr<Module> mModule;
     std::vector<OpenStep> mSteps;
 };
 
