@@ -5,36 +5,241 @@
 #include "data_file.h"
 #include "data_start.h"
 #include "default_data.h"
+#include "drill_map.h"
+#include "drill_program.h"
+#include "drill_report.h"
+#include "drill_table.h"
+#include "file_set.h"
+#include "host_session.h"
 #include "language.h"
 #include "main_window.h"
 #include "options.h"
-#include "printing.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
+#include <algorithm>
+#include <cstdio>
 
 namespace brox {
 
 namespace {
 
-/** The shop's rules with the changes of this run. */
-ShopRules shopRules(const Options& options, const QString& dataDir)
+/** Exit status if strict is asked for and a tool is flagged; no file may be written then. */
+constexpr int strictStatus = 2;
+
+void warn(const QString& message)
 {
-    ShopRules rules = ShopRules::load(dataDir);
-    const auto change = [&options](const QCommandLineOption& option, const auto& apply) {
-        for (const QString& value : options.parser.values(option)) {
-            try {
-                apply(value);
-            } catch (const RulesError& error) {
-                throw RulesError(QStringLiteral("--%1: %2")
-                                     .arg(option.names().first(), QString::fromUtf8(error.what())));
-            }
+    fprintf(stderr, "%s\n", message.toUtf8().constData());
+}
+
+int print(const QString& text)
+{
+    const QByteArray bytes = text.toUtf8();
+    const size_t written = fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout);
+    const bool isWhole = written == size_t(bytes.size()) && fflush(stdout) == 0;
+    return isWhole ? 0 : fail("the output can't be written");
+}
+
+/** A line about one board of several; many lines begin with the board's name by themselves.
+ *
+ * @param name  empty: there is one board
+ */
+QString named(const QString& name, const QString& line)
+{
+    return name.isEmpty() || line.startsWith(name + ':') ? line : name + ": " + line;
+}
+
+/** What the reader has to say, and what was assumed: for people, so on standard error.
+ *
+ * @param name  of the board where there are several; else empty
+ */
+void warnOf(const DrillDraft& draft, const QString& name)
+{
+    QStringList lines = draft.board->notes;
+    lines << assumedText(draft);
+    lines.removeAll(QString());
+    for (const QString& line : lines) {
+        warn(named(name, line));
+    }
+}
+
+/** The names in a file, or in standard input for "-". */
+QStringList readList(const QString& path)
+{
+    QFile file(path);
+    const bool isOpen =
+        path == "-" ? file.open(stdin, QFile::ReadOnly) : file.open(QFile::ReadOnly);
+    if (!isOpen) {
+        throw HostError(QStringLiteral("%1: %2").arg(path, file.errorString()));
+    }
+    QStringList names;
+    for (const QByteArray& line : file.readAll().split('\n')) {
+        if (line.contains('\0')) {
+            throw HostError(QStringLiteral("%1: a list has a name a line").arg(path));
         }
-    };
-    change(options.tolerance, [&](const QString& value) { rules.changeTolerances(value); });
-    change(options.viasUpTo, [&](const QString& value) { rules.changeViasUpTo(value); });
-    return rules;
+        names << QString::fromLocal8Bit(line).trimmed();
+    }
+    names.removeAll(QString());
+    return names;
+}
+
+/** A job of two empty steps, one for each of the units. Boards of any number are calculated by
+ *  their viewers: making a viewer takes longer than reading a board. */
+void openCalculator(HostSession& session)
+{
+    Board board;
+    board.job = board.steps.emplace_back().name = QStringLiteral("inch");
+    board.steps.emplace_back().name = QStringLiteral("metric");
+    std::vector<DrillDraft> drafts = Job(std::move(board)).drafts();
+    drafts[0].units = Units::Inch;
+    session.setSteps(std::move(drafts));
+}
+
+/** The step asked for, in the units asked for. */
+DrillDraft draftOf(const Options& options, const Job& job)
+{
+    DrillDraft draft = draftStep(job, chosenStep(options, *job.board));
+    if (options.isSet(options.units)) {
+        draft.units = unitsOf(options, options.units);
+    }
+    return draft;
+}
+
+/** What a draft comes to by the options, in a session that openCalculator has readied. */
+DrillPlan planOf(const Options& options, HostSession& session, const DrillDraft& draft)
+{
+    const size_t step = draft.units == Units::Inch ? 0 : 1;
+    if (options.isSet(options.model)
+        && session.selectedModel(step) != options.value(options.model)) {
+        session.selectModel(step, options.value(options.model));
+    }
+    DrillModel model = session.model(step);
+    if (model.name.isEmpty()) {
+        throw HostError(
+            "no drill tool model is selected; the models file may be empty or unreadable");
+    }
+    return makePlan(draft, std::move(model), session.drills(draft, step));
+}
+
+/** The exit status that a plan's tools call for; what is wrong is told on standard error.
+ *
+ * @param name  of the board where there are several; else empty
+ */
+int statusOf(const Options& options, const DrillPlan& plan, const QString& name)
+{
+    const QString before = name.isEmpty() ? QString() : name + ": ";
+    const auto without = std::count_if(plan.rows.begin(), plan.rows.end(),
+        [](const PlanRow& row) { return !row.drillSize && row.finishedSize > 0; });
+    if (without > 0) {
+        warn(before
+            + QStringLiteral("tools without a drill size by model \"%1\" and its formula: %2")
+                  .arg(plan.model.name)
+                  .arg(without));
+    }
+    if (const qsizetype flagged = alarmingRows(plan);
+        options.isSet(options.strict) && flagged > 0) {
+        warn(before
+            + QStringLiteral("tools that are flagged out-of-tolerance, no-bit or no-size: %1")
+                  .arg(flagged));
+        return strictStatus;
+    }
+    return without > 0 ? 1 : 0;
+}
+
+/** Writes the files that the options ask for, all of them or none; their paths. */
+QStringList writeFiles(const Options& options, const DrillPlan& plan)
+{
+    FileSet files;
+    if (options.isSet(options.drillPrograms)) {
+        addDrillPrograms(plan, options.value(options.drillPrograms), files);
+    }
+    if (options.isSet(options.report)) {
+        addDrillReport(plan, options.value(options.report), files);
+    }
+    if (options.isSet(options.map)) {
+        addDrillMap(plan, options.value(options.map), files);
+    }
+    files.commit();
+    for (const QString& note : files.notes()) {
+        warn(note);
+    }
+    return files.paths();
+}
+
+int printPlan(const Options& options, HostSession& session, const Job& job)
+{
+    const DrillDraft draft = draftOf(options, job);
+    const DrillPlan plan = planOf(options, session, draft);
+    const QStringList left = leftOut(plan);
+    const bool isRefused = options.isSet(options.strict) && alarmingRows(plan) > 0;
+    const QStringList written = isRefused ? QStringList() : writeFiles(options, plan);
+    int status = 0;
+    if (options.isSet(options.json)) {
+        status = print(QString::fromUtf8(planJson(plan, options.isSet(options.places))));
+    } else if (options.isSet(options.csv)) {
+        status = print(planCsvHeader(plan.units) + planCsvRows(plan, plan.units));
+        for (const QString& line : left) {
+            warn(line);
+        }
+    } else if (!options.isSet(options.table)) {
+        status = print(written.isEmpty() ? QString() : written.join('\n') + '\n');
+        for (const QString& line : left) {
+            warn(line);
+        }
+    } else {
+        const QString end = left.isEmpty() ? QString() : '\n' + left.join('\n') + '\n';
+        status = print(
+            QStringLiteral("%1, step %2, model %3\n\n%4%5")
+                .arg(job.board->job, plan.boardStep().name, plan.model.name, planText(plan), end));
+    }
+    warnOf(draft, {});
+    return qMax(status, statusOf(options, plan, {}));
+}
+
+/** Boards one after the other. Sizes are told in the units of the first, or those asked for, so
+ *  that a column has one unit; each board is calculated in its own. */
+int printBoards(const Options& options, HostSession& session, const ShopRules& rules)
+{
+    std::optional<Units> units;
+    bool hasFailed = false;
+    bool isStrict = false;
+    for (const QString& name : readList(options.value(options.boards))) {
+        try {
+            const DrillDraft draft =
+                draftOf(options, Job(readBoard({name}, readOptions(options)), rules));
+            const DrillPlan plan = planOf(options, session, draft);
+            QString text;
+            if (!units) {
+                units = plan.units;
+                text = planCsvHeader(*units, "Board");
+            }
+            if (print(text + planCsvRows(plan, *units, name)) != 0) {
+                return 1;
+            }
+            for (const QString& line : leftOut(plan)) {
+                warn(named(name, line));
+            }
+            warnOf(draft, name);
+            const int status = statusOf(options, plan, name);
+            isStrict = isStrict || status == strictStatus;
+            hasFailed = hasFailed || status == 1;
+        } catch (const std::exception& error) {
+            warn(named(name, QString::fromUtf8(error.what())));
+            hasFailed = true;
+        }
+    }
+    return hasFailed ? 1 : isStrict ? strictStatus : 0;
+}
+
+int printModels(HostSession& session)
+{
+    QString text;
+    for (const QString& model : session.models(0)) {
+        text += model + '\n';
+    }
+    return print(text);
 }
 
 /** The chosen step with the chosen units and model. */
@@ -121,47 +326,6 @@ void prepareData(const Options& options, const QString& dataDir)
     }
 }
 
-/** Those of some options that are given, as the user writes them. */
-QStringList given(const Options& options, std::initializer_list<const QCommandLineOption*> some)
-{
-    QStringList names;
-    for (const QCommandLineOption* option : some) {
-        if (options.isSet(*option)) {
-            names << "--" + option->names().first();
-        }
-    }
-    return names;
-}
-
-/** The reason why options don't go together; empty: they do. */
-QString contradiction(const Options& options)
-{
-    const bool hasBoards = options.isSet(options.boards);
-    const QStringList paths = options.parser.positionalArguments();
-    if (hasBoards && (!options.isSet(options.csv) || !paths.isEmpty())) {
-        return QStringLiteral("--boards goes with --csv, and instead of a board");
-    }
-    if (hasBoards && options.writesFiles()) {
-        return QStringLiteral("--boards writes no files");
-    }
-    if (options.wantsPlan() && !hasBoards && paths.isEmpty()) {
-        return QStringLiteral("a board file is needed");
-    }
-    if (options.isSet(options.strict) && !options.wantsPlan()) {
-        return QStringLiteral("--strict needs --table, --csv, --json or files to write");
-    }
-    if (options.isSet(options.places) && !options.isSet(options.json)) {
-        return QStringLiteral("--places goes with --json");
-    }
-    QStringList ways = given(options,
-        {&options.table, &options.csv, &options.json, &options.models, &options.screenshot});
-    if (options.isSet(options.models) || options.isSet(options.screenshot)) {
-        ways += given(options, {&options.drillPrograms, &options.report, &options.map});
-    }
-    return ways.size() > 1 ? QStringLiteral("%1 does not go with %2").arg(ways[0], ways[1])
-                           : QString();
-}
-
 /** What is named by nothing; empty: all names are names. */
 QString emptyName(const Options& options, const QString& dataDir)
 {
@@ -177,6 +341,12 @@ QString emptyName(const Options& options, const QString& dataDir)
 }
 
 } // namespace
+
+int fail(const QString& message)
+{
+    warn(message);
+    return 1;
+}
 
 int run(const Options& options)
 {

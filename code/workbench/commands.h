@@ -15,6 +15,12 @@ struct Options;
  */
 int run(const Options& options);
 
+/** Says on standard error what is wrong.
+ *
+ * @return the exit status that goes with it
+ */
+int fail(const QString& message);
+
 } // namespace brox
 
 #endif

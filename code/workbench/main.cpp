@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "commands.h"
 #include "options.h"
-#include "printing.h"
 
 #include <QApplication>
 #include <QDir>

@@ -1,7 +1,25 @@
 // SPDX-License-Identifier: MIT
 #include "options.h"
 
+#include "host_session.h"
+
 namespace brox {
+
+namespace {
+
+/** Those of some options that are given, as the user writes them. */
+QStringList given(const Options& options, std::initializer_list<const QCommandLineOption*> some)
+{
+    QStringList names;
+    for (const QCommandLineOption* option : some) {
+        if (options.isSet(*option)) {
+            names << "--" + option->names().first();
+        }
+    }
+    return names;
+}
+
+} // namespace
 
 Options::Options()
 {
@@ -13,6 +31,86 @@ Options::Options()
         "[board...]");
     parser.addOptions({table, csv, json, places, drillPrograms, report, map, strict, boards, models,
         step, model, units, fileUnits, tolerance, viasUpTo, data, language, screenshot});
+}
+
+QString contradiction(const Options& options)
+{
+    const bool hasBoards = options.isSet(options.boards);
+    const QStringList paths = options.parser.positionalArguments();
+    if (hasBoards && (!options.isSet(options.csv) || !paths.isEmpty())) {
+        return QStringLiteral("--boards goes with --csv, and instead of a board");
+    }
+    if (hasBoards && options.writesFiles()) {
+        return QStringLiteral("--boards writes no files");
+    }
+    if (options.wantsPlan() && !hasBoards && paths.isEmpty()) {
+        return QStringLiteral("a board file is needed");
+    }
+    if (options.isSet(options.strict) && !options.wantsPlan()) {
+        return QStringLiteral("--strict needs --table, --csv, --json or files to write");
+    }
+    if (options.isSet(options.places) && !options.isSet(options.json)) {
+        return QStringLiteral("--places goes with --json");
+    }
+    QStringList ways = given(options,
+        {&options.table, &options.csv, &options.json, &options.models, &options.screenshot});
+    if (options.isSet(options.models) || options.isSet(options.screenshot)) {
+        ways += given(options, {&options.drillPrograms, &options.report, &options.map});
+    }
+    return ways.size() > 1 ? QStringLiteral("%1 does not go with %2").arg(ways[0], ways[1])
+                           : QString();
+}
+
+Units unitsOf(const Options& options, const QCommandLineOption& option)
+{
+    const QString units = options.value(option);
+    if (units != "inch" && units != "metric") {
+        throw HostError(QStringLiteral("no units \"%1\"; there are: inch, metric").arg(units));
+    }
+    return units == "inch" ? Units::Inch : Units::Metric;
+}
+
+ReadOptions readOptions(const Options& options)
+{
+    ReadOptions reading;
+    if (options.isSet(options.fileUnits)) {
+        reading.fileUnits = unitsOf(options, options.fileUnits);
+    }
+    return reading;
+}
+
+size_t chosenStep(const Options& options, const Board& board)
+{
+    if (!options.isSet(options.step)) {
+        return board.mainStep;
+    }
+    QStringList names;
+    for (size_t i = 0; i < board.steps.size(); ++i) {
+        if (board.steps[i].name == options.value(options.step)) {
+            return i;
+        }
+        names << board.steps[i].name;
+    }
+    throw HostError(HostSession::tr("no step \"%1\"; there are: %2")
+                        .arg(options.value(options.step), names.join(", ")));
+}
+
+ShopRules shopRules(const Options& options, const QString& dataDir)
+{
+    ShopRules rules = ShopRules::load(dataDir);
+    const auto change = [&options](const QCommandLineOption& option, const auto& apply) {
+        for (const QString& value : options.parser.values(option)) {
+            try {
+                apply(value);
+            } catch (const RulesError& error) {
+                throw RulesError(QStringLiteral("--%1: %2")
+                                     .arg(option.names().first(), QString::fromUtf8(error.what())));
+            }
+        }
+    };
+    change(options.tolerance, [&](const QString& value) { rules.changeTolerances(value); });
+    change(options.viasUpTo, [&](const QString& value) { rules.changeViasUpTo(value); });
+    return rules;
 }
 
 } // namespace brox

@@ -2,6 +2,9 @@
 #ifndef OPTIONS_H
 #define OPTIONS_H
 
+#include "reading.h"
+#include "shop_rules.h"
+
 #include <QCommandLineParser>
 
 namespace brox {
@@ -56,6 +59,33 @@ struct Options
     QCommandLineOption help = parser.addHelpOption();
     QCommandLineOption version = parser.addVersionOption();
 };
+
+/** The reason why options don't go together; empty: they do. */
+QString contradiction(const Options& options);
+
+/** The value of an option that takes units.
+ *
+ * @throws HostError  for another word than inch and metric
+ */
+Units unitsOf(const Options& options, const QCommandLineOption& option);
+
+/** How boards are to be read.
+ *
+ * @throws HostError
+ */
+ReadOptions readOptions(const Options& options);
+
+/** The index of the step asked for; the main one if there is none.
+ *
+ * @throws HostError
+ */
+size_t chosenStep(const Options& options, const Board& board);
+
+/** The rules in a data folder with the changes of this run.
+ *
+ * @throws RulesError
+ */
+ShopRules shopRules(const Options& options, const QString& dataDir);
 
 } // namespace brox
 
