@@ -61,11 +61,11 @@ public:
         const int turn = mCount++;
         const double fit =
             std::min(mImage.width() / extent.width(), mImage.height() / extent.height());
-        MapPosition position{fit * zooms[size_t(turn) % std::size(zooms)], {}};
+        MapView view{fit * zooms[size_t(turn) % std::size(zooms)], {}};
         const QPointF focus = extent.center() + QPointF(std::sin(turn), std::cos(turn)) * 5;
-        position.origin = QRectF(mImage.rect()).center() - position.scale * focus;
+        view.origin = QRectF(mImage.rect()).center() - view.scale * focus;
         const MapColours colours{Qt::white, Qt::gray, Qt::red, false};
-        return secondsOf([&] { scene.paint(mImage, position, colours); });
+        return secondsOf([&] { scene.paint(mImage, view, colours); });
     }
 
 private:

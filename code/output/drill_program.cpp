@@ -37,8 +37,9 @@ struct Resolution
 constexpr Resolution metric{"METRIC", "mm", 4, 1, 40};
 constexpr Resolution inch{"INCH", "inch", 5, 10, 1016};
 
-/** A place in steps of the last digit, with room for what lies opposite of it. */
-struct Point
+/** A place as a program has it, in steps of the last digit, with room for what lies opposite of it.
+ */
+struct Coordinates
 {
     qint64 x;
     qint64 y;
@@ -78,23 +79,23 @@ public:
 
     QByteArray sizeWithUnit(Size value) const { return size(value) + ' ' + mResolution.unit; }
 
-    Point point(Place place) const
+    Coordinates inDigits(Place place) const
     {
         return {mResolution.round(place.x), mResolution.round(place.y)};
     }
 
-    void hole(Place place) { move("", point(place)); }
+    void hole(Place place) { move("", inDigits(place)); }
 
     void slot(const Path& path)
     {
         Place from = path.start;
-        move("G00", point(from));
+        move("G00", inDigits(from));
         line("M15");
         if (path.segments.empty()) { // the tool goes down and up
-            move("G01", point(from));
+            move("G01", inDigits(from));
         }
         for (const Segment& segment : path.segments) {
-            segment.shape == Segment::Shape::Line ? move("G01", point(segment.to))
+            segment.shape == Segment::Shape::Line ? move("G01", inDigits(segment.to))
                                                   : arc(segment, from);
             from = segment.to;
         }
@@ -122,7 +123,7 @@ private:
         text.append(number, at + 1 - number);
     }
 
-    void appendAxes(char horizontal, char vertical, Point point)
+    void appendAxes(char horizontal, char vertical, Coordinates point)
     {
         mText += horizontal;
         appendNumber(mText, point.x);
@@ -130,7 +131,7 @@ private:
         appendNumber(mText, point.y);
     }
 
-    void move(const char* command, Point to)
+    void move(const char* command, Coordinates to)
     {
         mText += command;
         appendAxes('X', 'Y', to);
@@ -138,7 +139,7 @@ private:
     }
 
     /** Centres stay exact where a radius would leave them to a square root. */
-    void arcTo(bool clockwise, Point from, Point to, Point centre)
+    void arcTo(bool clockwise, Coordinates from, Coordinates to, Coordinates centre)
     {
         if (from.x == to.x
             && from.y == to.y) { // shorter than a digit; as an arc it would be a circle
@@ -164,14 +165,14 @@ private:
         const bool clockwise = segment.shape == Segment::Shape::Clockwise;
         const double turn = fromX * toY - fromY * toX;
         const bool isFull = from.x == to.x && from.y == to.y;
-        const Point centre = point(segment.centre);
-        Point start = point(from);
+        const Coordinates centre = inDigits(segment.centre);
+        Coordinates start = inDigits(from);
         if (isFull || (clockwise ? turn > 0 : turn < 0)) {
-            const Point opposite{2 * centre.x - start.x, 2 * centre.y - start.y};
+            const Coordinates opposite{2 * centre.x - start.x, 2 * centre.y - start.y};
             arcTo(clockwise, start, opposite, centre);
             start = opposite;
         }
-        arcTo(clockwise, start, point(to), centre);
+        arcTo(clockwise, start, inDigits(to), centre);
     }
 
     /** No machine can follow an arc that does not keep its distance. */

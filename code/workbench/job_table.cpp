@@ -59,10 +59,10 @@ void JobTable::mark()
     }
 }
 
-void JobTable::offerTypes(const QPoint& place)
+void JobTable::offerTypes(const QPoint& at)
 {
     // The menu key asks at the current row, the mouse where it is.
-    const QTableWidgetItem* item = mTable->itemAt(place);
+    const QTableWidgetItem* item = mTable->itemAt(at);
     const int index = item ? item->row() : mTable->currentRow();
     if (index < 0) {
         return;
@@ -87,7 +87,7 @@ void JobTable::offerTypes(const QPoint& place)
     }
     menu.addSeparator();
     menu.addAction(tr("As the &Board Has It"));
-    if (const QAction* chosen = menu.exec(mTable->viewport()->mapToGlobal(place))) {
+    if (const QAction* chosen = menu.exec(mTable->viewport()->mapToGlobal(at))) {
         const QVariant type = chosen->data();
         emit typeChosen(
             layer, tool, type.isValid() ? std::optional(HoleType(type.toInt())) : std::nullopt);

@@ -29,7 +29,7 @@ signals:
 
 private:
     void mark();
-    void offerTypes(const QPoint& place);
+    void offerTypes(const QPoint& at);
 
     const DrillDraft& mDraft;
     QTableWidget* mTable;

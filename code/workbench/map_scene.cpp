@@ -86,7 +86,7 @@ struct MapScene::ToolLook
 class MapScene::Canvas
 {
 public:
-    Canvas(QImage& image, const MapPosition& view, const MapColours& colours)
+    Canvas(QImage& image, const MapView& view, const MapColours& colours)
         : mImage(image)
         , mView(view)
         , mColours(colours)
@@ -95,7 +95,7 @@ public:
         image.fill(colours.paper);
     }
 
-    const MapPosition& view() const { return mView; }
+    const MapView& view() const { return mView; }
     const MapColours& colours() const { return mColours; }
 
     bool sees(const QRectF& map) const
@@ -204,7 +204,7 @@ private:
     }
 
     QImage& mImage;
-    const MapPosition& mView;
+    const MapView& mView;
     const MapColours& mColours;
     QRectF mVisible;
 };
@@ -282,7 +282,7 @@ MapScene::MapScene(const DrillPlan& plan)
     }
 }
 
-void MapScene::paint(QImage& image, const MapPosition& view, const MapColours& colours) const
+void MapScene::paint(QImage& image, const MapView& view, const MapColours& colours) const
 {
     Canvas canvas(image, view, colours);
     paintOutlines(canvas);

@@ -12,7 +12,7 @@
 namespace brox {
 
 /** Where the board lies on an image. */
-struct MapPosition
+struct MapView
 {
     double scale = 1; ///< dots to the millimetre
     QPointF origin; ///< dot at which the step has its datum
@@ -56,7 +56,7 @@ public:
     size_t toolOf(size_t row) const { return mRows[row].tool; }
 
     /** Fills an image of the format RGB32. */
-    void paint(QImage& image, const MapPosition& view, const MapColours& colours) const;
+    void paint(QImage& image, const MapView& view, const MapColours& colours) const;
 
     /** The shown hole or slot at a point of the map, or next to it within a reach. */
     std::optional<Hit> hitAt(QPointF map, double reach) const;

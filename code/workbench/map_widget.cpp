@@ -63,8 +63,8 @@ void MapWidget::fit()
         const QRectF extent = mScene->extent();
         mFitScale = std::min((width() - 2 * margin) / std::max(extent.width(), 1e-3),
             (height() - 2 * margin) / std::max(extent.height(), 1e-3));
-        mPosition.scale = std::clamp(mFitScale, 1e-6, mostScale);
-        mPosition.origin = rect().center() - mPosition.scale * extent.center();
+        mView.scale = std::clamp(mFitScale, 1e-6, mostScale);
+        mView.origin = rect().center() - mView.scale * extent.center();
     }
     update();
 }
@@ -72,16 +72,16 @@ void MapWidget::fit()
 void MapWidget::zoom(QPointF about, double factor)
 {
     const double scale =
-        std::clamp(mPosition.scale * factor, std::min(mFitScale / 4, mostScale), mostScale);
-    mPosition.origin = about + (mPosition.origin - about) * (scale / mPosition.scale);
-    mPosition.scale = scale;
+        std::clamp(mView.scale * factor, std::min(mFitScale / 4, mostScale), mostScale);
+    mView.origin = about + (mView.origin - about) * (scale / mView.scale);
+    mView.scale = scale;
     mIsFitted = false;
     update();
 }
 
 void MapWidget::pan(QPointF by)
 {
-    mPosition.origin += by;
+    mView.origin += by;
     mIsFitted = false;
     update();
 }
@@ -105,7 +105,7 @@ void MapWidget::paintEvent(QPaintEvent*)
     if (mImage.size() != size) {
         mImage = QImage(size, QImage::Format_RGB32);
     }
-    mScene->paint(mImage, {mPosition.scale * ratio, mPosition.origin * ratio}, colours());
+    mScene->paint(mImage, {mView.scale * ratio, mView.origin * ratio}, colours());
     painter.drawImage(QRectF(rect()), mImage);
     if (hasFocus()) {
         painter.setPen(palette().color(QPalette::Highlight));
@@ -154,7 +154,7 @@ void MapWidget::mouseReleaseEvent(QMouseEvent* event)
 
 void MapWidget::pick(QPointF at)
 {
-    const auto hit = mScene ? mScene->hitAt(mPosition.toMap(at), pickReach / mPosition.scale)
+    const auto hit = mScene ? mScene->hitAt(mView.toMap(at), pickReach / mView.scale)
                             : std::optional<MapScene::Hit>();
     hit ? emit picked(hit->row, hit->place) : emit missed();
 }

@@ -58,7 +58,7 @@ private:
     MapColours colours() const;
 
     std::unique_ptr<MapScene> mScene;
-    MapPosition mPosition;
+    MapView mView;
     double mFitScale = 1;
     bool mIsFitted = true; ///< until the user has zoomed or panned
     QPointF mPressed;

@@ -241,8 +241,7 @@ private slots:
         QImage image(800, 600, QImage::Format_RGB32);
         QCOMPARE(scene.extent().toAlignedRect(), QRect(91, -20, 168, 50)); // of the outlines
         const double scale = 700 / scene.extent().width();
-        const MapPosition view{
-            scale, QPointF(image.rect().center()) - scale * scene.extent().center()};
+        const MapView view{scale, QPointF(image.rect().center()) - scale * scene.extent().center()};
         for (size_t row = 0; row < places.size(); ++row) {
             const auto finds = [&](QPointF at, const Place& place, double reach = 0.01) {
                 const auto hit = scene.hitAt(at, reach);
