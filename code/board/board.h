@@ -2,6 +2,7 @@
 #ifndef BOARD_H
 #define BOARD_H
 
+#include <QHashFunctions>
 #include <QString>
 #include <QStringList>
 #include <cstdint>
@@ -98,6 +99,14 @@ struct Tool
     }
 };
 
+/** A hash of what isLike() compares. */
+inline size_t likenessOf(const Tool& tool)
+{
+    const Tolerance tolerance = tool.tolerance.value_or(Tolerance{});
+    return qHashMulti(
+        0, tool.number, int(tool.type), tool.finishedSize, tolerance.minus, tolerance.plus);
+}
+
 /** A routed outline that is no slot of one width. */
 struct Contour
 {
@@ -112,6 +121,11 @@ struct Span
     QString to;
     bool operator==(const Span&) const = default;
 };
+
+inline size_t qHash(const Span& span, size_t seed = 0)
+{
+    return qHashMulti(seed, span.from, span.to);
+}
 
 struct Layer
 {

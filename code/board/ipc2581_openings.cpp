@@ -3,7 +3,25 @@
 
 #include "board_text.h"
 
+#include <algorithm>
+
 namespace brox {
+
+namespace {
+
+bool isBefore(const Place& a, const Place& b)
+{
+    return std::pair(a.x, a.y) < std::pair(b.x, b.y);
+}
+
+Tool withoutHoles(const Tool& tool)
+{
+    Tool like = tool;
+    like.holes.clear();
+    return like;
+}
+
+} // namespace
 
 Layer& LayerCollector::layer(const QString& name)
 {
@@ -44,6 +62,13 @@ std::vector<Layer> LayerCollector::take()
     mLayerOfName.clear();
     mTools.clear();
     return std::exchange(mLayers, {});
+}
+
+void Ipc2581Openings::countOpening()
+{
+    if (++mCount > maxOpenings) {
+        mPass.fail(BoardText::tr("too many holes and slots, the most are %1").arg(maxOpenings));
+    }
 }
 
 void Ipc2581Openings::beginLayer(
@@ -173,6 +198,7 @@ void Ipc2581Openings::endHole()
     }
     const bool isPlain = mOwnPosition.turnsNothing() && mSetPosition.isIdentity();
     const Place at = isPlain ? mPass.place(mOwnPosition.x, mOwnPosition.y) : placed(Path{}).start;
+    countOpening();
     mCollector.tool(mTool, mBackDrilled).holes.push_back(at);
 }
 
@@ -191,6 +217,7 @@ void Ipc2581Openings::endSlot()
 
 void Ipc2581Openings::add(const Ipc2581Opening& opening)
 {
+    countOpening();
     if (!opening.slot) {
         const bool isUnplated = mTool.type == HoleType::NonPlated;
         mCollector.layer(mLayer).contours.push_back(
@@ -203,6 +230,83 @@ void Ipc2581Openings::add(const Ipc2581Opening& opening)
         mPass.fail(BoardText::tr("a slot without a width"));
     }
     mCollector.tool(mTool, mBackDrilled).slotPaths.push_back(placed(opening.slot->middle));
+}
+
+void Ipc2581Openings::beginPadHole(const Ipc2581Attributes& attributes)
+{
+    mPadSpan.reset();
+    mTool.finishedSize = 0;
+    try {
+        beginSet();
+        beginHole(attributes);
+    } catch (const BoardError& error) {
+        mTool.finishedSize = 0;
+        mPadError = mPadError ? mPadError : error;
+    }
+}
+
+void Ipc2581Openings::setPadSpan(const Ipc2581Attributes& attributes)
+{
+    mPadSpan = Span{attributes.text("fromLayer"), attributes.text("toLayer")};
+}
+
+void Ipc2581Openings::endPadHole()
+{
+    if (mTool.finishedSize == 0 || !mHasPlace) {
+        return;
+    }
+    countOpening();
+    Layer& layer = mPads.layer(mPadSpan ? mPadSpan->from + '\n' + mPadSpan->to : QString());
+    layer.span = mPadSpan;
+    mPads.tool(mTool, false).holes.push_back(placed(Path{}).start);
+}
+
+std::vector<Place> Ipc2581Openings::drilledPlaces()
+{
+    std::vector<Place> places;
+    for (const Layer& layer : mCollector.layers()) {
+        for (const Tool& tool : layer.tools) {
+            places.insert(places.end(), tool.holes.begin(), tool.holes.end());
+        }
+    }
+    return places;
+}
+
+void Ipc2581Openings::drillPads(const QHash<Span, QString>& drillLayers)
+{
+    if (mPadError) {
+        throw *mPadError;
+    }
+    for (Layer& pads : mPads.take()) {
+        const Span told = pads.span.value_or(Span{});
+        const Span other{told.to, told.from};
+        const Span span = drillLayers.contains(other) ? other : told;
+        const QString spare = pads.span ? span.from + '-' + span.to : QStringLiteral("PadStack");
+        Layer& layer = mCollector.layer(drillLayers.value(span, spare));
+        layer.span = pads.span ? std::optional(span) : layer.span;
+        for (Tool& tool : pads.tools) {
+            std::vector<Place>& holes = mCollector.tool(withoutHoles(tool), false).holes;
+            holes.insert(holes.end(), tool.holes.begin(), tool.holes.end());
+        }
+    }
+}
+
+std::vector<Layer> Ipc2581Openings::take(const QHash<Span, QString>& drillLayers, qint64& leftOut)
+{
+    std::vector<Place> drilled = drilledPlaces();
+    if (drilled.empty()) {
+        drillPads(drillLayers);
+    }
+    std::ranges::sort(drilled, isBefore);
+    for (const Layer& pads : mPads.take()) {
+        for (const Tool& tool : pads.tools) {
+            leftOut += std::ranges::count_if(tool.holes, [&](const Place& hole) {
+                return !std::ranges::binary_search(drilled, hole, isBefore);
+            });
+        }
+    }
+    mPadError.reset();
+    return mCollector.take();
 }
 
 Transform Ipc2581Openings::transform(const Position& position) const

@@ -23,6 +23,8 @@ public:
     /** The layers that got anything, in order of first appearance; the collector is empty then. */
     std::vector<Layer> take();
 
+    const std::vector<Layer>& layers() const { return mLayers; }
+
 private:
     struct Key
     {
@@ -37,9 +39,7 @@ private:
     };
     friend size_t qHash(const Key& key, size_t seed)
     {
-        const Tolerance tolerance = key.tool.tolerance.value_or(Tolerance{});
-        return qHashMulti(seed, key.layer, key.tool.finishedSize, int(key.tool.type),
-            tolerance.minus, tolerance.plus);
+        return qHashMulti(seed, key.layer, key.isBackDrill, likenessOf(key.tool));
     }
 
     std::vector<Layer> mLayers;
@@ -73,8 +73,19 @@ public:
     void endHole();
     void endSlot();
 
-    /** The layers of a step that got anything. */
-    std::vector<Layer> take() { return mCollector.take(); }
+    /** A hole of a pad stack that lies on the board: a hole of its own only if no layer of drills
+     *  has the holes. What is wrong with it matters only then. */
+    void beginPadHole(const Ipc2581Attributes& attributes);
+    void setPadSpan(const Ipc2581Attributes& attributes);
+    void endPadHole();
+
+    /** The layers of a step that got anything.
+     *
+     * @param drillLayers  names, by the layers that they begin and end at
+     * @param leftOut      made larger by the holes of pad stacks that are neither drilled nor
+     *                     repeat others
+     */
+    std::vector<Layer> take(const QHash<Span, QString>& drillLayers, qint64& leftOut);
 
     /** Whether a hole or slot so far has a tolerance that is not 0. */
     bool isToleranceTold() const { return mToleranceTold; }
@@ -102,6 +113,9 @@ private:
     void readTurn(Position& to, const Ipc2581Attributes& attributes) const;
     void begin(const Ipc2581Attributes& attributes, bool mayAssume);
     HoleType typeOf(const char* plating) const;
+    void countOpening();
+    std::vector<Place> drilledPlaces();
+    void drillPads(const QHash<Span, QString>& drillLayers);
     void add(const Ipc2581Opening& opening);
     Transform transform(const Position& position) const;
     Path placed(const Path& path) const;
@@ -109,6 +123,10 @@ private:
     const Ipc2581Pass& mPass;
     Ipc2581Shapes& mShapes;
     LayerCollector mCollector;
+    qint64 mCount = 0; ///< holes, slots and contours of all steps
+    LayerCollector mPads; ///< by span
+    std::optional<Span> mPadSpan;
+    std::optional<BoardError> mPadError; ///< the first
     bool mToleranceTold = false;
 
     QString mLayer;

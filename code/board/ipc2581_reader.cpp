@@ -28,6 +28,8 @@ enum class In
     Declaration, ///< of a layer
     Step,
     Profile,
+    PadStack,
+    PadHole,
     Layer, ///< features of a layer that is drilled, perhaps in a set
     OtherLayer,
     Hole,
@@ -88,7 +90,7 @@ private:
     void declareSpan(const Attributes& attributes);
     void declareSpec(const Attributes& attributes);
     void beginStep(const Attributes& attributes) { mSteps.begin(attributes.text("name")); }
-    void endStep() { mSteps.current().layers = mOpenings.take(); }
+    void endStep();
     void endProfile() { mSteps.current().outline.push_back(mShapes.takePolygon()); }
     void beginLayer(const Attributes& attributes);
     void beginHole(const Attributes& attributes);
@@ -180,11 +182,15 @@ const Reader::Rule* Reader::findRule(In in, std::string_view name)
         {In::Declaration, "Span", In::Nothing, on<&R::declareSpan>},
         {In::Declaration, "SpecRef", In::Nothing, on<&R::declareSpec>},
         {In::Step, "LayerFeature", In::Layer, on<&R::beginLayer>},
+        {In::Step, "PadStack", In::PadStack},
         {In::Step, "Profile", In::Profile},
         {In::Step, "StepRepeat", In::Nothing, on<&Ipc2581Steps::addRepeat>},
         {In::Step, "Datum", In::Nothing, on<&Ipc2581Steps::setDatum>},
         {In::Profile, "Polygon", In::Polygon, on<&S::beginPolygon>, on<&R::endProfile>},
         {In::Profile, "Cutout", In::Polygon, on<&S::beginPolygon>, on<&R::endProfile>},
+        {In::PadStack, "LayerHole", In::PadHole, on<&O::beginPadHole>, on<&O::endPadHole>},
+        {In::PadHole, "Span", In::Nothing, on<&O::setPadSpan>},
+        {In::PadHole, "Location", In::Nothing, on<&O::locate>},
         {In::Layer, "Hole", In::Hole, on<&R::beginHole>, on<&O::endHole>},
         {In::Layer, "Set", In::Layer, on<&O::beginSet>},
         {In::Layer, "SlotCavity", In::Shape, on<&R::beginSlot>, on<&R::endSlot>},
@@ -231,6 +237,7 @@ const Reader::Rule* Reader::findRule(In in, std::string_view name)
         {In::Polygon, "LineDesc", In::Nothing, on<&S::setLineWidth>},
         {In::Polygon, "LineDescRef", In::Nothing, on<&S::setLineReference>},
     };
+    static_assert(std::ranges::is_sorted(rules, {}, &Rule::in));
     const auto some = std::ranges::equal_range(rules, in, {}, &Rule::in);
     const auto found = std::ranges::find(some, name, &Rule::name);
     return found == some.end() ? nullptr : &*found;
@@ -261,6 +268,19 @@ void Reader::end()
     if (rule->end) {
         rule->end(*this);
     }
+}
+
+void Reader::endStep()
+{
+    QHash<Span, QString> drillLayers;
+    for (auto span = mSpans.cbegin(); span != mSpans.cend(); ++span) {
+        if (mLayerFunctions.value(span.key()) == QLatin1String("DRILL")
+            && !mBackDrillLayers.contains(span.key())) {
+            drillLayers.insert(*span, span.key());
+        }
+    }
+    Step& step = mSteps.current();
+    step.layers = mOpenings.take(drillLayers, step.holesLeftOut);
 }
 
 void Reader::noteStep(const Attributes& attributes)

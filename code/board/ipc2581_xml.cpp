@@ -13,6 +13,7 @@ namespace brox {
 namespace {
 
 constexpr size_t maxDepth = 1000;
+constexpr qint64 maxTokenSize = 1 << 20; ///< of a tag with its attributes, a comment and such
 constexpr int maxRepeats = 10000; ///< in one direction of a panel
 
 bool isSize(double number)
@@ -160,6 +161,9 @@ Ipc2581Pass::Ipc2581Pass(const QString& name)
     }
     XML_SetUserData(mParser.get(), this);
     XML_SetElementHandler(mParser.get(), onStart, onEnd);
+    XML_SetStartDoctypeDeclHandler(mParser.get(), onDoctype);
+    XML_SetEntityDeclHandler(mParser.get(), onEntity);
+    XML_SetSkippedEntityHandler(mParser.get(), onSkipped);
 }
 
 qint64 Ipc2581Pass::line() const
@@ -176,6 +180,35 @@ void Ipc2581Pass::guarded(const Work& work)
         mFailure = std::current_exception();
         XML_StopParser(mParser.get(), XML_FALSE);
     }
+}
+
+/** What stands in another file is not read, and whatever might be missing then is no board. */
+void Ipc2581Pass::refuseEntity(const char* name)
+{
+    guarded([&] {
+        fail(BoardText::tr("\"%1\" stands for text of another file, which is not read")
+                 .arg(QString::fromUtf8(name).left(40)));
+    });
+}
+
+void Ipc2581Pass::onDoctype(void* pass, const char*, const char* system, const char*, int)
+{
+    if (system) {
+        static_cast<Ipc2581Pass*>(pass)->refuseEntity(system);
+    }
+}
+
+void Ipc2581Pass::onEntity(void* pass, const char* name, int isParameter, const char* value, int,
+    const char*, const char*, const char*, const char*)
+{
+    if (isParameter || !value) {
+        static_cast<Ipc2581Pass*>(pass)->refuseEntity(name);
+    }
+}
+
+void Ipc2581Pass::onSkipped(void* pass, const char* name, int)
+{
+    static_cast<Ipc2581Pass*>(pass)->refuseEntity(name);
 }
 
 void Ipc2581Pass::onStart(void* pass, const char* name, const char** attributes)
@@ -225,6 +258,11 @@ void Ipc2581Pass::parse(std::string_view bytes, bool isLast)
         fail(isCutOff ? BoardText::tr("the XML does not end; the file is cut off")
                       : BoardText::tr("no well-formed XML: %1")
                             .arg(QString::fromUtf8(XML_ErrorString(error))));
+    }
+    // Expat looks at a token again from its beginning whenever more of it has come.
+    mParsed += qint64(bytes.size());
+    if (!isLast && mParsed - XML_GetCurrentByteIndex(mParser.get()) > maxTokenSize) {
+        fail(BoardText::tr("a tag or a comment of more than %1 MiB").arg(maxTokenSize >> 20));
     }
 }
 

@@ -115,16 +115,22 @@ public:
     [[noreturn]] void fail(const QString& message) const { fail(line(), message); }
 
 private:
+    static void onDoctype(void* pass, const char*, const char* system, const char*, int);
+    static void onEntity(void* pass, const char* name, int isParameter, const char* value, int,
+        const char*, const char*, const char*, const char*);
+    static void onSkipped(void* pass, const char* name, int);
     static void onStart(void* pass, const char* name, const char** attributes);
     static void onEnd(void* pass, const char* name);
     template <typename Work>
     void guarded(const Work& work);
+    void refuseEntity(const char* name);
     void parse(std::string_view bytes, bool isLast);
 
     const QString& mName;
     std::unique_ptr<XML_ParserStruct, void (*)(XML_ParserStruct*)> mParser;
     Ipc2581Listener* mListener = nullptr;
     std::exception_ptr mFailure; ///< may not cross expat's frames
+    qint64 mParsed = 0; ///< bytes
     size_t mDepth = 0;
     size_t mSkippedDepth = 0; ///< of the element of which nothing is heard; 0: none
     double mUnit = 0;

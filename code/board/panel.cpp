@@ -3,11 +3,13 @@
 
 #include "board_text.h"
 
+#include <QHash>
 #include <algorithm>
 #include <cmath>
 #include <limits>
 #include <map>
 #include <numbers>
+#include <unordered_map>
 
 namespace brox {
 
@@ -28,54 +30,97 @@ qint64 copies(const Repeat& repeat)
     return times(repeat.columns, repeat.rows);
 }
 
-void addTool(std::vector<StepTool>& tools, const StepTool& more, qint64 factor)
+struct LikeTools
 {
-    auto found = std::find_if(tools.begin(), tools.end(),
-        [&](const StepTool& known) { return known.tool->isLike(*more.tool); });
-    if (found == tools.end()) {
-        found = tools.insert(tools.end(), {more.tool, 0, 0});
-    }
-    found->holes += times(more.holes, factor);
-    found->slotPaths += times(more.slotPaths, factor);
-    if (found->holes > hostLimit || found->slotPaths > hostLimit) {
-        throw PanelError(BoardText::tr("too many holes"));
-    }
-}
+    size_t operator()(const Tool* tool) const { return likenessOf(*tool); }
+    bool operator()(const Tool* a, const Tool* b) const { return a->isLike(*b); }
+};
 
-void addLayer(std::vector<StepLayer>& layers, const StepLayer& more, qint64 factor)
+/** Tools of a layer, of which each is there once. */
+class ToolSum
 {
-    auto found = std::find_if(layers.begin(), layers.end(),
-        [&](const StepLayer& known) { return known.name == more.name; });
-    if (found == layers.end()) {
-        found = layers.insert(layers.end(), {more.name, more.span, {}, {}, 0, more.assumedFormat});
+public:
+    void add(std::vector<StepTool>& tools, const Tool& tool, qint64 holes, qint64 slotPaths)
+    {
+        const auto [found, isNew] = mIndices.try_emplace(&tool, tools.size());
+        if (isNew) {
+            tools.push_back({&tool, 0, 0});
+        }
+        StepTool& sum = tools[found->second];
+        sum.holes += holes;
+        sum.slotPaths += slotPaths;
+        if (sum.holes > hostLimit || sum.slotPaths > hostLimit) {
+            throw PanelError(BoardText::tr("too many holes"));
+        }
     }
-    for (const StepTool& tool : more.tools) {
-        addTool(found->tools, tool, factor);
-    }
-    for (const StepTool& tool : more.backDrills) {
-        addTool(found->backDrills, tool, factor);
-    }
-    found->contours += times(more.contours, factor);
-    if (found->contours > hostLimit) {
-        throw PanelError(BoardText::tr("too many contours"));
-    }
-}
 
-StepLayer gathered(const Layer& layer)
+private:
+    std::unordered_map<const Tool*, size_t, LikeTools, LikeTools> mIndices;
+};
+
+/** Layers of several steps, of which each is there once. */
+class LayerSum
 {
-    StepLayer own{
-        layer.name, layer.span, {}, {}, qint64(layer.contours.size()), layer.assumedFormat};
-    const auto count = [](const Tool& tool) {
-        return StepTool{&tool, qint64(tool.holes.size()), qint64(tool.slotPaths.size())};
-    };
-    for (const Tool& tool : layer.tools) {
-        addTool(own.tools, count(tool), 1);
+public:
+    void add(const Layer& layer)
+    {
+        StepLayer& sum = sumOf(layer.name, layer.span, layer.assumedFormat);
+        addContours(sum, qint64(layer.contours.size()));
+        for (const Tool& tool : layer.tools) {
+            mTools[mCurrent].add(
+                sum.tools, tool, qint64(tool.holes.size()), qint64(tool.slotPaths.size()));
+        }
+        for (const Tool& tool : layer.backDrills) {
+            mBackDrills[mCurrent].add(
+                sum.backDrills, tool, qint64(tool.holes.size()), qint64(tool.slotPaths.size()));
+        }
     }
-    for (const Tool& tool : layer.backDrills) {
-        addTool(own.backDrills, count(tool), 1);
+
+    void add(const StepLayer& layer, qint64 factor)
+    {
+        StepLayer& sum = sumOf(layer.name, layer.span, layer.assumedFormat);
+        addContours(sum, times(layer.contours, factor));
+        for (const StepTool& each : layer.tools) {
+            mTools[mCurrent].add(
+                sum.tools, *each.tool, times(each.holes, factor), times(each.slotPaths, factor));
+        }
+        for (const StepTool& each : layer.backDrills) {
+            mBackDrills[mCurrent].add(sum.backDrills, *each.tool, times(each.holes, factor),
+                times(each.slotPaths, factor));
+        }
     }
-    return own;
-}
+
+    std::vector<StepLayer> take() { return std::move(mLayers); }
+
+private:
+    StepLayer& sumOf(
+        const QString& name, const std::optional<Span>& span, const QString& assumedFormat)
+    {
+        const auto found = mIndices.constFind(name);
+        mCurrent = found == mIndices.constEnd() ? mLayers.size() : *found;
+        if (found == mIndices.constEnd()) {
+            mIndices.insert(name, mCurrent);
+            mLayers.push_back({name, span, {}, {}, 0, assumedFormat});
+            mTools.emplace_back();
+            mBackDrills.emplace_back();
+        }
+        return mLayers[mCurrent];
+    }
+
+    static void addContours(StepLayer& sum, qint64 more)
+    {
+        sum.contours += more;
+        if (sum.contours > hostLimit) {
+            throw PanelError(BoardText::tr("too many contours"));
+        }
+    }
+
+    std::vector<StepLayer> mLayers;
+    QHash<QString, size_t> mIndices; ///< of layers by name
+    size_t mCurrent = 0;
+    std::vector<ToolSum> mTools; ///< by layer
+    std::vector<ToolSum> mBackDrills;
+};
 
 /** Answers for each step once: panels of panels would ask without end otherwise. */
 class Gatherer
@@ -91,16 +136,16 @@ public:
         if (known != mLayers.end()) {
             return known->second;
         }
-        std::vector<StepLayer> sum;
+        LayerSum sum;
         for (const Layer& layer : mBoard.steps[index].layers) {
-            addLayer(sum, gathered(layer), 1);
+            sum.add(layer);
         }
         for (const Repeat& repeat : mBoard.steps[index].repeats) {
             for (const StepLayer& layer : layers(repeat.step)) {
-                addLayer(sum, layer, copies(repeat));
+                sum.add(layer, copies(repeat));
             }
         }
-        return mLayers[index] = std::move(sum);
+        return mLayers[index] = sum.take();
     }
 
 private:

@@ -39,6 +39,9 @@ using Progress = std::function<bool(qint64 done, qint64 total)>;
 /** Why a step's layers are no board: what they have without a hole and a slot. */
 QString noHoleText(const std::vector<Layer>& layers);
 
+/** The most holes, slots and contours of a board that are read. */
+constexpr qint64 maxOpenings = 50'000'000;
+
 /** The largest hole or slot that a reader takes for one. */
 constexpr double maxDiameter = 500.0 * sizePerMillimetre;
 
