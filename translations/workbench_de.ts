@@ -579,6 +579,42 @@
         <source>the file does not tell what %1 layers are for, &quot;%2&quot; among them; their holes are drilled</source>
         <translation>die Datei sagt nicht, wofür %1 Lagen sind, darunter „%2“; ihre Bohrungen werden gebohrt</translation>
     </message>
+    <message>
+        <source>it is cut off</source>
+        <translation>es ist abgeschnitten</translation>
+    </message>
+    <message>
+        <source>it is damaged, %1</source>
+        <translation>es ist beschädigt, %1</translation>
+    </message>
+    <message>
+        <source>it is packed more than %1 times</source>
+        <translation>es ist mehr als %1-mal gepackt</translation>
+    </message>
+    <message>
+        <source>the archive is damaged or cut off</source>
+        <translation>das Archiv ist beschädigt oder abgeschnitten</translation>
+    </message>
+    <message>
+        <source>a link</source>
+        <translation>eine Verknüpfung</translation>
+    </message>
+    <message>
+        <source>a pipe or a device</source>
+        <translation>eine Pipe oder ein Gerät</translation>
+    </message>
+    <message>
+        <source>the archive has no end; it is cut off</source>
+        <translation>das Archiv hat kein Ende; es ist abgeschnitten</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; stands for text of another file, which is not read</source>
+        <translation>„%1“ steht für Text einer anderen Datei, die nicht gelesen wird</translation>
+    </message>
+    <message>
+        <source>a tag or a comment of more than %1 MiB</source>
+        <translation>ein Element oder Kommentar von mehr als %1 MiB</translation>
+    </message>
 </context>
 <context>
     <name>DataFile</name>

@@ -4,6 +4,7 @@
 #include "board_archive.h"
 #include "board_text.h"
 
+#include <QBuffer>
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
@@ -17,6 +18,8 @@ namespace brox {
 namespace {
 
 constexpr int maxFolderFiles = 10000;
+constexpr qint64 maxKeptSize = qint64(16) << 20; ///< of a file of an archive in memory
+constexpr qint64 maxAllKept = qint64(256) << 20;
 
 bool isIpc2581(QByteArrayView beginning)
 {
@@ -160,7 +163,7 @@ private:
 
     /** All but hidden ones, sorted. Qt would leave out what it can't enter or name, and a board
      *  would lack a layer. */
-    static QStringList filesIn(const QString& path)
+    QStringList filesIn(const QString& path)
     {
         namespace fs = std::filesystem;
         QStringList files;
@@ -169,14 +172,19 @@ private:
             for (; at != fs::recursive_directory_iterator(); ++at) {
                 const std::string name = at->path().string();
                 const QString file = QFile::decodeName(name.c_str());
+                const fs::file_type type = at->symlink_status().type();
                 if (at->path().filename().string().starts_with('.')) {
                     at.disable_recursion_pending();
                 } else if (QFile::encodeName(file) != name.c_str()) {
                     throw BoardError(file, 1, BoardText::tr("the name is not written in UTF-8"));
-                } else if (at->is_regular_file()) {
+                } else if (type == fs::file_type::regular) {
                     files << file;
+                } else if (type == fs::file_type::symlink) {
+                    leave(file, BoardText::tr("a link"));
+                } else if (type != fs::file_type::directory) {
+                    leave(file, BoardText::tr("a pipe or a device"));
                 }
-                if (files.size() > maxFolderFiles) {
+                if (files.size() + mFiles.left.size() > maxFolderFiles) {
                     throw BoardError(
                         path, 1, BoardText::tr("more than %1 files").arg(maxFolderFiles));
                 }
@@ -188,26 +196,56 @@ private:
         return files;
     }
 
+    /** Files of usual sizes are kept: whoever reads one later has to unpack all before it. */
     void addArchive(const Archive& archive)
     {
         mFiles.isSearched = true;
-        std::map<QString, Look> entries; // by name
-        listArchive(archive, [&](const QString& name, const QByteArray& beginning) {
-            const Look look = lookAt(beginning);
-            if (!entries.emplace(name, look).second && look.isOfBoard) {
-                throw BoardError(
-                    archive.path, 1, BoardText::tr("two files in it are called %1").arg(name));
-            }
-        });
-        for (const auto& [entry, look] : entries) {
-            const bool isUnnamed = entry == archive.path; // compressed in a pipe
-            const QString name = isUnnamed ? entry : archive.path + '/' + entry;
-            if (look.kind == FileKind::Archive) {
-                leave(name, BoardText::tr("an archive within an archive"));
+        struct Entry
+        {
+            Look look;
+            std::shared_ptr<const QByteArray> content; ///< null: not kept
+        };
+        std::map<QString, Entry> entries; // by name
+        const auto nameOf =
+            [&](const QString& entry) { // one that is only packed, in a pipe, has no other
+                return entry == archive.path ? entry : archive.path + '/' + entry;
+            };
+        ArchiveReader reader(archive);
+        while (reader.next()) {
+            if (!reader.otherKind().isEmpty()) {
+                leave(nameOf(reader.name()), reader.otherKind());
                 continue;
             }
-            add(name, look, true, 0,
-                [archive, inside = entry] { return openArchiveEntry(archive, inside); });
+            QByteArray content = reader.read(fileKindBytes);
+            Entry entry{lookAt(content), nullptr};
+            if (entry.look.isOfBoard) {
+                content += reader.read(maxKeptSize + 1 - content.size());
+                if (content.size() <= maxKeptSize && mKept + content.size() <= maxAllKept) {
+                    mKept += content.size();
+                    entry.content = std::make_shared<const QByteArray>(std::move(content));
+                }
+            }
+            const bool isOfBoard = entry.look.isOfBoard;
+            if (!entries.emplace(reader.name(), std::move(entry)).second && isOfBoard) {
+                throw BoardError(archive.path, 1,
+                    BoardText::tr("two files in it are called %1").arg(reader.name()));
+            }
+        }
+        for (const auto& [inside, entry] : entries) {
+            const QString name = nameOf(inside);
+            if (entry.look.kind == FileKind::Archive) {
+                leave(name, BoardText::tr("an archive within an archive"));
+            } else if (entry.content) {
+                add(name, entry.look, true, entry.content->size(), [content = entry.content] {
+                    auto buffer = std::make_shared<QBuffer>();
+                    buffer->setData(*content);
+                    buffer->open(QIODevice::ReadOnly);
+                    return buffer;
+                });
+            } else {
+                add(name, entry.look, true, 0,
+                    [archive, inside = inside] { return openArchiveEntry(archive, inside); });
+            }
         }
     }
 
@@ -300,6 +338,7 @@ private:
     BoardFiles mFiles;
     std::vector<BoardFile> mCandidates;
     QStringList mCanonical;
+    qint64 mKept = 0; ///< bytes
 };
 
 } // namespace

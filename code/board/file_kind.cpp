@@ -12,8 +12,8 @@ namespace {
 
 bool isArchive(QByteArrayView bytes)
 {
-    const QByteArrayView marks[] = {
-        "PK\x03\x04", "PK\x05\x06", "\x1f\x8b", "7z\xbc\xaf\x27\x1c", "BZh", "\xfd\x37zXZ"};
+    const QByteArrayView marks[] = {"PK\x03\x04", "PK\x05\x06", "\x1f\x8b", "7z\xbc\xaf\x27\x1c",
+        "BZh", "\xfd\x37zXZ", "\x28\xb5\x2f\xfd"};
     return std::any_of(std::begin(marks), std::end(marks), [&](QByteArrayView mark) {
         return bytes.startsWith(mark);
     }) || (bytes.size() > 262 && bytes.sliced(257, 5) == "ustar");

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "board_reader.h"
+#include "panel.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
+#include <clocale>
 #include <sys/stat.h>
 
 using namespace brox;
@@ -358,6 +360,22 @@ private:
             "-0.5,0; P~0,0>2,0>2,1>0,1>0,0; "
             "P~0.5,1.5>1.5,1.5>1.5,2.5>0.5,2.5>0.5,1.5");
 
+        const QByteArray stack =
+            "<PadStack><LayerHole platingStatus='VIA' diameter='0.3' x='1' y='2'>"
+            "<Span fromLayer='BOT' toLayer='TOP'/></LayerHole></PadStack>";
+        row("holes of pad stacks alone", ipc2581(stack), "main/DTOP-BOT: V0.3 1,2");
+        row("holes of pad stacks once more", ipc2581(stack + feature("R", via)),
+            "main/R: V0.3 1,2");
+
+        row("entities of another file",
+            "<!DOCTYPE IPC-2581 SYSTEM 'x.dtd'>" + QByteArray(plain).replace("'2'", "'2&y;'"),
+            ":1: \"x.dtd\" stands for text of another file");
+        row("parameter entities",
+            "<!DOCTYPE IPC-2581 [<!ENTITY % p ''>%p;]>"
+                + QByteArray(plain).replace("'2'", "'2&y;'"),
+            ":1: \"p\" stands for text");
+        row("a long comment", "<!--" + QByteArray(3 << 20, ' ') + "-->" + plain,
+            ":1: a tag or a comment of more than 1 MiB");
         row("cut off", plain.chopped(20), ":12: the XML does not end; the file is cut off");
         row("not well-formed", QByteArray(plain).replace("</Set>", "</Sat>"),
             ":11: no well-formed XML: ");
@@ -520,6 +538,79 @@ private slots:
         write("a/order/second.xml", ipc2581(""));
         QVERIFY(outcome({folder}).contains("an IPC-2581 file is a board of its own"));
         QVERIFY(outcome({write("cut.zip", "PK\x03\x04 and no more")}).startsWith("cut.zip:1: "));
+    }
+
+    /** Whatever is wrong with what lies around the files. */
+    void hostileArchives()
+    {
+        const QDir folder(mFolder.filePath("h"));
+        write("h/order/L\u00f6cher-NPTH.drl", program("T1\nX1."));
+        write("h/order/last.txt", QByteArray(900, 'x'));
+        write("h/pack.py", R"(import gzip, io, os, tarfile
+os.symlink("last.txt", "order/link.drl"); os.symlink("gone", "order/dangling"); os.mkfifo("order/pipe")
+with tarfile.open("order.tar", "w", format=tarfile.PAX_FORMAT) as tar: tar.add("order")
+data = open("order.tar", "rb").read()
+open("cut.tar", "wb").write(data.rstrip(b"\0") + bytes(-len(data.rstrip(b"\0")) % 512))
+packed = gzip.compress(data, mtime=0)
+open("sum.tgz", "wb").write(packed[:-8] + bytes([packed[-8] ^ 1]) + packed[-7:])
+open("short.tgz", "wb").write(packed[:-4])
+open("thrice.gz", "wb").write(gzip.compress(gzip.compress(gzip.compress(data))))
+def pack(name, files, size):
+    with tarfile.open(name, "w:gz") as tar:
+        for i in range(files):
+            entry = tarfile.TarInfo(str(i)); entry.size = size
+            tar.addfile(entry, io.BytesIO(bytes(size)))
+pack("many.tgz", 10001, 0)
+pack("large.tgz", 1, 100 << 20))");
+        QProcess packer;
+        packer.setWorkingDirectory(folder.path());
+        packer.start("python3", {"pack.py"});
+        QVERIFY(packer.waitForFinished() && packer.exitCode() == 0);
+
+        const std::string locale = std::setlocale(LC_ALL, nullptr);
+        std::setlocale(LC_ALL, "C");
+        const QString tar = outcome({folder.filePath("order.tar")});
+        std::setlocale(LC_ALL, locale.c_str());
+        for (const QString& got : {tar, outcome({folder.filePath("order")})}) {
+            QVERIFY2(got.startsWith("pcb/L\u00f6cher-NPTH: N0.8 1,0"), qPrintable(got));
+            QVERIFY2(got.contains("link.drl (a link)"), qPrintable(got));
+            QVERIFY2(got.contains("dangling (a link)"), qPrintable(got));
+            QVERIFY2(got.contains("pipe (a pipe or a device)"), qPrintable(got));
+        }
+        constexpr const char* refused[][2] = {{"cut.tar", "the archive has no end"},
+            {"sum.tgz", "the archive can't be read: it is damaged, incorrect data check"},
+            {"short.tgz", "the archive can't be read: it is cut off"},
+            {"many.tgz", "more than 10000 files"},
+            {"large.tgz", "it unpacks to more than 4 GiB or 1000 times its size"},
+            {"thrice.gz", "nothing of a board in it"}};
+        for (const auto& [name, why] : refused) {
+            const QString got = outcome({folder.filePath(name)});
+            QVERIFY2(got.contains(why), qPrintable(got));
+        }
+        for (int i = 0; i <= 10000; ++i) {
+            write(QStringLiteral("h/full/%1").arg(i), {});
+        }
+        QVERIFY(outcome({folder.filePath("full")}).contains("more than 10000 files"));
+        QProcess writer;
+        writer.setWorkingDirectory(folder.path());
+        writer.start("sh", {"-c", "(printf 'PK\\003\\004'; head -c 257M /dev/zero) > order/pipe"});
+        QVERIFY(outcome({folder.filePath("order/pipe")}).contains("more than 256 MiB"));
+        QVERIFY(writer.waitForFinished());
+    }
+
+    void largePanels()
+    {
+        const auto panel = [&](const QByteArray& columns, int holes) {
+            return readBoard({write("panel.xml",
+                ipc2581("<StepRepeat stepRef='a' nx='" + columns
+                    + "' ny='1000'/></Step><Step name='a'>"
+                    + feature("D", hole("VIA", "0.3").repeated(holes))))});
+        };
+        const auto nothing = [](const Step&, const Transform&) {};
+        QVERIFY_EXCEPTION_THROWN(
+            forEachCopy(panel("1000", 1), 0, nothing), PanelError); // and itself
+        QVERIFY_EXCEPTION_THROWN(forEachCopy(panel("1", 50001), 0, nothing), PanelError);
+        forEachCopy(panel("1", 50000), 0, nothing);
     }
 
     /** Also across the borders of the chunks that are read. */
