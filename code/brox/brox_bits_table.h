@@ -57,7 +57,7 @@ public:
     /** Host size units to a number as text of six significant digits. */
     void sizeToText(int size, QString* text, zeb_units_enum unit) const;
 
-    /** Reads a row; leaves the outputs alone if there is no such row, or none with cells. */
+    /** Reads a row; leaves the outputs alone if there is none, or none with a designation cell. */
     void rowValues(int row, QString* designation, int* mmSize, int* inchSize, bool* approved) const;
 
 protected:

@@ -16,7 +16,7 @@ extern const BroxXmlFile modelsFile;
  */
 bool readModels(const QString& path, BroxModelSet* models);
 
-/** Writes all models of a set; false if the file can't be opened. */
+/** Writes all models of a set; false if the file can't be opened or written whole. */
 bool writeModels(const QString& path, const BroxModelSet& models);
 
 #endif

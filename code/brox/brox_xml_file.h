@@ -52,7 +52,7 @@ public:
     /** Whether a document that was read is one of this kind, letter case aside. */
     bool checkRoot(const QString& path, const QDomDocument& document) const;
 
-    /** Writes a document in place; false if the file can't be opened. */
+    /** Writes a document in place; false if the file can't be opened or written whole. */
     bool write(const QString& path, const QDomDocument& document) const;
 
 private:
