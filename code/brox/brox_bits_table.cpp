@@ -416,18 +416,15 @@ void BroxBitsTable::showLoadDialog()
 void BroxBitsTable::addRow()
 {
     QTableWidget* table = ui.drillBitsTableWidget;
-    {
-        const BroxSortingPause pause(table);
-        const QScopedValueRollback updating(mUpdating, true);
-        const int row = table->rowCount();
-        table->insertRow(row);
-        auto* approved = new QTableWidgetItem(QString());
-        setRow(row, QString(), "0", "0", approved);
-        approved->setCheckState(Qt::Checked);
-        table->selectRow(row);
-        setDataChanged(true);
-    }
-    table->scrollToItem(table->currentItem()); // the row has moved to its sorted place
+    const BroxSortingPause pause(table);
+    const QScopedValueRollback updating(mUpdating, true);
+    const int row = table->rowCount();
+    table->insertRow(row);
+    auto* approved = new QTableWidgetItem(QString());
+    setRow(row, QString(), "0", "0", approved);
+    approved->setCheckState(Qt::Checked);
+    table->selectRow(row);
+    setDataChanged(true);
 }
 
 void BroxBitsTable::deleteCurrentRow()
