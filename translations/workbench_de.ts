@@ -2,6 +2,36 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de" sourcelanguage="en">
 <context>
+    <name>BoardChoices</name>
+    <message numerus="yes">
+        <source>types of %n tool(s)</source>
+        <translation>
+            <numerusform>Typ von %n Werkzeug</numerusform>
+            <numerusform>Typen von %n Werkzeugen</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>model %1</source>
+        <translation>Modell %1</translation>
+    </message>
+    <message>
+        <source>mils</source>
+        <translation>Mil</translation>
+    </message>
+    <message>
+        <source>microns</source>
+        <translation>Mikrometer</translation>
+    </message>
+    <message>
+        <source>step %1: %2</source>
+        <translation>Step %1: %2</translation>
+    </message>
+    <message>
+        <source>As chosen before for this board: %1</source>
+        <translation>Wie zuvor für diese Leiterplatte gewählt: %1</translation>
+    </message>
+</context>
+<context>
     <name>BoardText</name>
     <message>
         <source>more than %1 files</source>
@@ -532,10 +562,6 @@
         <translation>zwei Dateien darin heißen %1</translation>
     </message>
     <message>
-        <source>nothing tells whether %1 is in millimetres or inches; --file-units inch or metric does</source>
-        <translation>nichts sagt, ob %1 in Millimetern oder Zoll gemeint ist; --file-units inch oder metric sagt es</translation>
-    </message>
-    <message>
         <source>tool %1: %2 %3 is too small</source>
         <translation>Werkzeug %1: %2 %3 ist zu klein</translation>
     </message>
@@ -615,6 +641,10 @@
         <source>a tag or a comment of more than %1 MiB</source>
         <translation>ein Element oder Kommentar von mehr als %1 MiB</translation>
     </message>
+    <message>
+        <source>nothing specifies whether %1 is in millimetres or inches; --file-units inch or metric does</source>
+        <translation>nichts gibt an, ob %1 in Millimetern oder Zoll ist; --file-units inch oder metric tut es</translation>
+    </message>
 </context>
 <context>
     <name>DataFile</name>
@@ -633,6 +663,14 @@
     <message>
         <source>the folder %1 can&apos;t be made</source>
         <translation>der Ordner %1 kann nicht angelegt werden</translation>
+    </message>
+    <message>
+        <source>no ready set &quot;%1&quot;; there are: %2</source>
+        <translation>kein fertiger Satz „%1“; es gibt: %2</translation>
+    </message>
+    <message>
+        <source>1: no bits</source>
+        <translation>1: keine Bohrer</translation>
     </message>
 </context>
 <context>
@@ -686,6 +724,80 @@ Belassen: Die Datei bleibt, wie sie ist, bis Sie speichern; dann werden Sie gefr
     <message>
         <source>it can&apos;t be moved to the backups</source>
         <translation>die Datei kann nicht zu den Sicherungen verschoben werden</translation>
+    </message>
+</context>
+<context>
+    <name>NearWord</name>
+    <message>
+        <source>there are: %1</source>
+        <translation>es gibt: %1</translation>
+    </message>
+    <message>
+        <source>did you mean %1?</source>
+        <translation>meinten Sie %1?</translation>
+    </message>
+</context>
+<context>
+    <name>OpenBoard</name>
+    <message>
+        <source>Reading %1</source>
+        <translation>%1 wird gelesen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>inch</source>
+        <translation>Zoll</translation>
+    </message>
+    <message>
+        <source>mm</source>
+        <translation>mm</translation>
+    </message>
+    <message>
+        <source>Inch</source>
+        <translation>Zoll</translation>
+    </message>
+    <message>
+        <source>Millimetre</source>
+        <translation>Millimeter</translation>
+    </message>
+    <message>
+        <source>%1 does not specify its units.</source>
+        <translation>%1 gibt keine Einheit an.</translation>
+    </message>
+    <message>
+        <source>The holes lie within the sizes on the buttons. Choose the one that is the board&apos;s.</source>
+        <translation>Auf den Schaltflächen steht, auf welcher Fläche die Bohrungen dann liegen. Wählen Sie die, die zur Leiterplatte passt.</translation>
+    </message>
+    <message>
+        <source>Open Board</source>
+        <translation>Leiterplatte öffnen</translation>
+    </message>
+    <message>
+        <source>Boards (%1)</source>
+        <translation>Leiterplatten (%1)</translation>
+    </message>
+    <message>
+        <source>IPC-2581 (%1)</source>
+        <translation>IPC-2581 (%1)</translation>
+    </message>
+    <message>
+        <source>Drill files (%1)</source>
+        <translation>Bohrdateien (%1)</translation>
+    </message>
+    <message>
+        <source>Archives (%1)</source>
+        <translation>Archive (%1)</translation>
+    </message>
+    <message>
+        <source>All files (*)</source>
+        <translation>Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>Open Folder</source>
+        <translation>Ordner öffnen</translation>
     </message>
 </context>
 <context>
@@ -801,10 +913,6 @@ Belassen: Die Datei bleibt, wie sie ist, bis Sie speichern; dann werden Sie gefr
     <message>
         <source>Board %1, step %2, model %3%4. Circles have the drill size; sizes in %5.</source>
         <translation>Leiterplatte %1, Step %2, Modell %3%4. Kreise haben das Bohrmaß; Maße in %5.</translation>
-    </message>
-    <message>
-        <source> with edits that are not saved</source>
-        <translation> mit Änderungen, die nicht gespeichert sind</translation>
     </message>
     <message>
         <source>Tool</source>
@@ -1034,10 +1142,6 @@ Belassen: Die Datei bleibt, wie sie ist, bis Sie speichern; dann werden Sie gefr
         <translation>Lage %1: angenommene Stellen der Koordinaten: %2</translation>
     </message>
     <message>
-        <source>Left out and noted</source>
-        <translation>Weggelassen und angemerkt</translation>
-    </message>
-    <message>
         <source>Nothing.</source>
         <translation>Nichts.</translation>
     </message>
@@ -1129,12 +1233,128 @@ Belassen: Die Datei bleibt, wie sie ist, bis Sie speichern; dann werden Sie gefr
         <source>nothing of it was written</source>
         <translation>nichts davon wurde geschrieben</translation>
     </message>
+    <message>
+        <source>older than the file</source>
+        <translation>älter als die Datei</translation>
+    </message>
+    <message>
+        <source>unsaved edits</source>
+        <translation>ungespeicherte Änderungen</translation>
+    </message>
+    <message>
+        <source>saved</source>
+        <translation>gespeichert</translation>
+    </message>
+    <message>
+        <source>unapproved-bit</source>
+        <translation>nicht freigegeben</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is neither a tool such as T3 nor a size such as 0.8mm</source>
+        <translation>„%1“ ist weder ein Werkzeug wie T3 noch eine Größe wie 0.8mm</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not such as LAYER:T3=press-fit</source>
+        <translation>„%1“ ist nicht von der Art LAGE:T3=press-fit</translation>
+    </message>
+    <message>
+        <source>no layer &quot;%1&quot;; there are: %2</source>
+        <translation>keine Lage „%1“; es gibt: %2</translation>
+    </message>
+    <message>
+        <source>no tool %1 in layer %2; there are: %3</source>
+        <translation>kein Werkzeug %1 in Lage %2; es gibt: %3</translation>
+    </message>
+    <message>
+        <source> (%1)</source>
+        <translation> (%1)</translation>
+    </message>
+    <message>
+        <source>Models and bits</source>
+        <translation>Modelle und Bohrer</translation>
+    </message>
+    <message>
+        <source>The files of models and bits have been saved by others since they were read.</source>
+        <translation>Die Dateien der Modelle und Bohrer sind von anderer Seite gespeichert worden, seit sie gelesen wurden.</translation>
+    </message>
+    <message>
+        <source>Not drilled, and notes</source>
+        <translation>Nicht gebohrt, und Hinweise</translation>
+    </message>
 </context>
 <context>
     <name>Question</name>
     <message>
         <source>brox workbench</source>
         <translation>brox-Workbench</translation>
+    </message>
+</context>
+<context>
+    <name>ReadySet</name>
+    <message>
+        <source>no header such as designation,mm,inch,approved</source>
+        <translation>keine Kopfzeile wie designation,mm,inch,approved</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a column once; there are: %2</source>
+        <translation>„%1“ ist keine oder eine doppelte Spalte; es gibt: %2</translation>
+    </message>
+    <message>
+        <source>the columns designation and mm or inch are needed</source>
+        <translation>die Spalten designation und mm oder inch müssen da sein</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no size from 0 to %2 %3</source>
+        <translation>„%1“ ist keine Größe von 0 bis %2 %3</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is neither yes nor no</source>
+        <translation>„%1“ ist weder yes noch no</translation>
+    </message>
+    <message>
+        <source>more cells than the header has</source>
+        <translation>mehr Felder als in der Kopfzeile</translation>
+    </message>
+    <message>
+        <source>a bit without a size</source>
+        <translation>ein Bohrer ohne Größe</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n bit(s) without a designation</source>
+        <translation>
+            <numerusform>%n Bohrer ohne Bezeichnung</numerusform>
+            <numerusform>%n Bohrer ohne Bezeichnung</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n bits are called %1</source>
+        <translation>
+            <numerusform>%n Bohrer heißt %1</numerusform>
+            <numerusform>%n Bohrer heißen %1</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1 is longer than the %2 characters that a host gets</source>
+        <translation>%1 ist länger als die %2 Zeichen, die ein Wirtsprogramm bekommt</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n bit(s) without a size, which no job uses</source>
+        <translation>
+            <numerusform>%n Bohrer ohne Größe, den kein Auftrag verwendet</numerusform>
+            <numerusform>%n Bohrer ohne Größe, die kein Auftrag verwendet</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Metric and number drills (as delivered)</source>
+        <translation>Metrische und Nummernbohrer (wie geliefert)</translation>
+    </message>
+    <message>
+        <source>Metric, 0.10 to 6.50 mm in steps of 0.05 mm</source>
+        <translation>Metrisch, 0,10 bis 6,50 mm in Schritten von 0,05 mm</translation>
+    </message>
+    <message>
+        <source>Number and letter drills (#80 to Z)</source>
+        <translation>Nummern- und Buchstabenbohrer (#80 bis Z)</translation>
     </message>
 </context>
 <context>
@@ -1145,10 +1365,157 @@ Belassen: Die Datei bleibt, wie sie ist, bis Sie speichern; dann werden Sie gefr
     </message>
 </context>
 <context>
+    <name>Shortcuts</name>
+    <message>
+        <source>Keyboard Shortcuts</source>
+        <translation>Tastenkürzel</translation>
+    </message>
+    <message>
+        <source>Command</source>
+        <translation>Befehl</translation>
+    </message>
+    <message>
+        <source>Keys</source>
+        <translation>Tasten</translation>
+    </message>
+    <message>
+        <source>Tables</source>
+        <translation>Tabellen</translation>
+    </message>
+    <message>
+        <source>Copy the selected cells</source>
+        <translation>Gewählte Zellen kopieren</translation>
+    </message>
+    <message>
+        <source>Select all cells</source>
+        <translation>Alle Zellen wählen</translation>
+    </message>
+    <message>
+        <source>Filter rows</source>
+        <translation>Zeilen filtern</translation>
+    </message>
+    <message>
+        <source>Edit a cell, rename a model</source>
+        <translation>Zelle bearbeiten, Modell umbenennen</translation>
+    </message>
+    <message>
+        <source>Another type for a tool</source>
+        <translation>Anderer Typ für ein Werkzeug</translation>
+    </message>
+    <message>
+        <source>Drill Map</source>
+        <translation>Bohrplan</translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <translation>Vergrößern und verkleinern</translation>
+    </message>
+    <message>
+        <source>Pan</source>
+        <translation>Verschieben</translation>
+    </message>
+    <message>
+        <source>Show all of the board</source>
+        <translation>Die ganze Leiterplatte zeigen</translation>
+    </message>
+    <message>
+        <source>Drill Size Table Editor</source>
+        <translation>Bohrertabelle</translation>
+    </message>
+    <message>
+        <source>Add a bit</source>
+        <translation>Bohrer hinzufügen</translation>
+    </message>
+    <message>
+        <source>Delete the bit</source>
+        <translation>Bohrer löschen</translation>
+    </message>
+    <message>
+        <source>Save the bits</source>
+        <translation>Bohrer speichern</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+</context>
+<context>
     <name>UserGuide</name>
     <message>
         <source>brox user guide</source>
         <translation>brox-Benutzerhandbuch</translation>
+    </message>
+</context>
+<context>
+    <name>brox::BitsMenu</name>
+    <message>
+        <source>Drill &amp;Bits</source>
+        <translation>&amp;Bohrer</translation>
+    </message>
+    <message>
+        <source>&amp;Import...</source>
+        <translation>&amp;Einlesen …</translation>
+    </message>
+    <message>
+        <source>&amp;Export...</source>
+        <translation>E&amp;xportieren …</translation>
+    </message>
+    <message>
+        <source>&amp;Ready Sets</source>
+        <translation>&amp;Fertige Sätze</translation>
+    </message>
+    <message>
+        <source>Import Drill Bits</source>
+        <translation>Bohrer einlesen</translation>
+    </message>
+    <message>
+        <source>Comma-separated values (*.csv);;All files (*)</source>
+        <translation>Durch Kommas getrennte Werte (*.csv);;Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>The former bits go to the backups.</source>
+        <translation>Die bisherigen Bohrer kommen zu den Sicherungen.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n bit(s) take the place of those in the table of bits.</source>
+        <translation>
+            <numerusform>%n Bohrer ersetzt die der Bohrertabelle.</numerusform>
+            <numerusform>%n Bohrer ersetzen die der Bohrertabelle.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>The table has %n bit(s) now.</source>
+        <translation>
+            <numerusform>Die Tabelle hat jetzt %n Bohrer.</numerusform>
+            <numerusform>Die Tabelle hat jetzt %n Bohrer.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Replace</source>
+        <translation>Ersetzen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n bit(s) imported</source>
+        <translation>
+            <numerusform>%n Bohrer eingelesen</numerusform>
+            <numerusform>%n Bohrer eingelesen</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Export Drill Bits</source>
+        <translation>Bohrer exportieren</translation>
+    </message>
+    <message>
+        <source>Comma-separated values (*.csv)</source>
+        <translation>Durch Kommas getrennte Werte (*.csv)</translation>
+    </message>
+    <message>
+        <source>Drill bits exported, as they were saved last: %1</source>
+        <translation>Bohrer exportiert, wie sie zuletzt gespeichert wurden: %1</translation>
     </message>
 </context>
 <context>
@@ -1233,6 +1600,14 @@ Abbrechen: Nichts wird gespeichert.</translation>
         <source>Nothing could be saved: %1</source>
         <translation>Es konnte nichts gespeichert werden: %1</translation>
     </message>
+    <message>
+        <source>it was not saved before</source>
+        <translation>es war zuvor nicht gespeichert</translation>
+    </message>
+    <message>
+        <source>The edits could not be kept: %1</source>
+        <translation>Die Änderungen konnten nicht behalten werden: %1</translation>
+    </message>
 </context>
 <context>
     <name>brox::ErrorBar</name>
@@ -1304,16 +1679,31 @@ Abbrechen: Nichts wird gespeichert.</translation>
         <translation>Nach Modell %1 geschrieben: %2</translation>
     </message>
     <message>
-        <source> (with edits that are not saved)</source>
-        <translation> (mit Änderungen, die nicht gespeichert sind)</translation>
-    </message>
-    <message>
-        <source> (tools to be looked at: %1)</source>
-        <translation> (zu prüfende Werkzeuge: %1)</translation>
-    </message>
-    <message>
         <source>Nothing was written</source>
         <translation>Nichts wurde geschrieben</translation>
+    </message>
+    <message>
+        <source>%1: a table is written as .csv, .json or .txt</source>
+        <translation>%1: eine Tabelle wird als .csv, .json oder .txt geschrieben</translation>
+    </message>
+    <message>
+        <source>&amp;All into a Folder...</source>
+        <translation>&amp;Alles in einen Ordner …</translation>
+    </message>
+    <message>
+        <source>Export Drill Programs, Report, Map and Table</source>
+        <translation>Bohrprogramme, Bericht, Bohrplan und Tabelle exportieren</translation>
+    </message>
+    <message>
+        <source> (models and bits: %1)</source>
+        <translation> (Modelle und Bohrer: %1)</translation>
+    </message>
+    <message numerus="yes">
+        <source> (%n row(s) to check)</source>
+        <translation>
+            <numerusform> (%n Zeile zu prüfen)</numerusform>
+            <numerusform> (%n Zeilen zu prüfen)</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -1327,20 +1717,32 @@ Abbrechen: Nichts wird gespeichert.</translation>
         <translation>kein Modell „%1“; es gibt keine Modelle</translation>
     </message>
     <message>
-        <source>no model &quot;%1&quot;; there are: %2</source>
-        <translation>kein Modell „%1“; es gibt: %2</translation>
-    </message>
-    <message>
-        <source>no language &quot;%1&quot;; there are: %2</source>
-        <translation>keine Sprache „%1“; es gibt: %2</translation>
-    </message>
-    <message>
-        <source>no step &quot;%1&quot;; there are: %2</source>
-        <translation>kein Step „%1“; es gibt: %2</translation>
-    </message>
-    <message>
         <source>the viewer has no %1</source>
         <translation>der Viewer hat kein %1</translation>
+    </message>
+    <message>
+        <source>no model &quot;%1&quot;; %2</source>
+        <translation>kein Modell „%1“; %2</translation>
+    </message>
+    <message>
+        <source>no language &quot;%1&quot;; %2</source>
+        <translation>keine Sprache „%1“; %2</translation>
+    </message>
+    <message>
+        <source> copy</source>
+        <translation> Kopie</translation>
+    </message>
+    <message>
+        <source> copy %1</source>
+        <translation> Kopie %1</translation>
+    </message>
+    <message>
+        <source>no model could be added</source>
+        <translation>es konnte kein Modell angelegt werden</translation>
+    </message>
+    <message>
+        <source>no step &quot;%1&quot;; %2</source>
+        <translation>kein Step „%1“; %2</translation>
     </message>
 </context>
 <context>
@@ -1378,26 +1780,6 @@ Abbrechen: Nichts wird gespeichert.</translation>
     <message>
         <source>brox workbench</source>
         <translation>brox-Workbench</translation>
-    </message>
-    <message>
-        <source>Open Board</source>
-        <translation>Leiterplatte öffnen</translation>
-    </message>
-    <message>
-        <source>Boards (*.xml *.cvg *.drl *.xln *.xnc *.drd *.exc *.ncd *.nc *.tap *.txt);;IPC-2581 (*.xml *.cvg);;All files (*)</source>
-        <translation>Leiterplatten (*.xml *.cvg *.drl *.xln *.xnc *.drd *.exc *.ncd *.nc *.tap *.txt);;IPC-2581 (*.xml *.cvg);;Alle Dateien (*)</translation>
-    </message>
-    <message>
-        <source>Reading %1</source>
-        <translation>%1 wird gelesen</translation>
-    </message>
-    <message>
-        <source>Cancel</source>
-        <translation>Abbrechen</translation>
-    </message>
-    <message>
-        <source>Open a board to set up its drill tools.</source>
-        <translation>Öffnen Sie eine Leiterplatte, um ihre Bohrwerkzeuge einzurichten.</translation>
     </message>
     <message>
         <source>Choose a step of the board in the menu Step.</source>
@@ -1491,6 +1873,61 @@ Abbrechen: Nichts wird gespeichert.</translation>
         <source>Shop R&amp;ules...</source>
         <translation>&amp;Regeln des Betriebs...</translation>
     </message>
+    <message>
+        <source>Goes to the next row to check.</source>
+        <translation>Geht zur nächsten Zeile, die zu prüfen ist.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n row(s) to check</source>
+        <translation>
+            <numerusform>%n Zeile zu prüfen</numerusform>
+            <numerusform>%n Zeilen zu prüfen</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Models or bits were saved by others; read again: %1</source>
+        <translation>Modelle oder Bohrer wurden von anderer Seite gespeichert; neu gelesen: %1</translation>
+    </message>
+    <message>
+        <source>Models or bits have been saved by another step or program since this step read them. What is calculated here is older than the files.</source>
+        <translation>Modelle oder Bohrer sind von einem anderen Step oder Programm gespeichert worden, seit dieser Step sie gelesen hat. Was hier berechnet wird, ist älter als die Dateien.</translation>
+    </message>
+    <message>
+        <source>Read Again...</source>
+        <translation>Neu lesen …</translation>
+    </message>
+    <message>
+        <source>%1: what is chosen for the board is not kept: %2</source>
+        <translation>%1: was für die Leiterplatte gewählt ist, wird nicht behalten: %2</translation>
+    </message>
+    <message>
+        <source>&amp;Recalculate</source>
+        <translation>&amp;Neu berechnen</translation>
+    </message>
+    <message>
+        <source>Open &amp;Folder...</source>
+        <translation>&amp;Ordner öffnen …</translation>
+    </message>
+    <message>
+        <source>&amp;Save Models</source>
+        <translation>Modelle &amp;speichern</translation>
+    </message>
+    <message>
+        <source>&amp;Duplicate Model</source>
+        <translation>Modell &amp;duplizieren</translation>
+    </message>
+    <message>
+        <source>For&amp;get Choices for This Board</source>
+        <translation>Auswahl für diese Leiterplatte &amp;vergessen</translation>
+    </message>
+    <message>
+        <source>Types, models and units are those of the board and the first model.</source>
+        <translation>Typen und Einheiten sind wieder die der Leiterplatte, das Modell ist das erste.</translation>
+    </message>
+    <message>
+        <source>&amp;Keyboard Shortcuts...</source>
+        <translation>&amp;Tastenkürzel …</translation>
+    </message>
 </context>
 <context>
     <name>brox::MapDock</name>
@@ -1521,14 +1958,6 @@ Abbrechen: Nichts wird gespeichert.</translation>
     <message>
         <source>Click a hole to see what drills it.</source>
         <translation>Ein Klick auf eine Bohrung zeigt ihr Werkzeug.</translation>
-    </message>
-    <message>
-        <source>&amp;Fit</source>
-        <translation>&amp;Einpassen</translation>
-    </message>
-    <message>
-        <source>Shows all of the board</source>
-        <translation>Zeigt die ganze Leiterplatte</translation>
     </message>
     <message>
         <source>%1
@@ -1564,16 +1993,20 @@ bei X %2, Y %3</translation>
         <source>bit %1</source>
         <translation>Bohrer %1</translation>
     </message>
+    <message>
+        <source>Fit</source>
+        <translation>Einpassen</translation>
+    </message>
+    <message>
+        <source>Shows all of the board (Home)</source>
+        <translation>Zeigt die ganze Leiterplatte (Pos1)</translation>
+    </message>
 </context>
 <context>
     <name>brox::RulesDialog</name>
     <message>
         <source>Shop Rules</source>
         <translation>Regeln des Betriebs</translation>
-    </message>
-    <message>
-        <source>&amp;Tolerances of holes and slots for which a board tells none, in millimetres:</source>
-        <translation>&amp;Toleranzen von Bohrungen und Langlöchern, für die ein Board keine nennt, in Millimetern:</translation>
     </message>
     <message>
         <source>Type</source>
@@ -1600,20 +2033,101 @@ bei X %2, Y %3</translation>
         <translation>&amp;Entfernen</translation>
     </message>
     <message>
-        <source>&amp;Starter Set</source>
-        <translation>&amp;Anfangswerte</translation>
-    </message>
-    <message>
-        <source>&amp;Plated holes are vias, where a board does not tell them apart, up to:</source>
-        <translation>&amp;Metallisierte Bohrungen sind Vias, wo ein Board sie nicht unterscheidet, bis:</translation>
-    </message>
-    <message>
         <source>never</source>
         <translation>nie</translation>
     </message>
     <message>
         <source>There are two tolerances for one type and size.</source>
         <translation>Für eine Art und Größe gibt es zwei Toleranzen.</translation>
+    </message>
+    <message>
+        <source>&amp;Tolerances of holes and slots for which the board specifies none:</source>
+        <translation>&amp;Toleranzen von Bohrungen und Schlitzen, für die die Leiterplatte keine vorgibt:</translation>
+    </message>
+    <message>
+        <source>Tolerances</source>
+        <translation>Toleranzen</translation>
+    </message>
+    <message>
+        <source>&amp;Units:</source>
+        <translation>&amp;Einheit:</translation>
+    </message>
+    <message>
+        <source>Millimetres</source>
+        <translation>Millimeter</translation>
+    </message>
+    <message>
+        <source>Mils</source>
+        <translation>Mil</translation>
+    </message>
+    <message>
+        <source>&amp;Where the board does not distinguish vias, plated holes are vias up to:</source>
+        <translation>&amp;Wo die Leiterplatte Vias nicht unterscheidet, sind metallisierte Bohrungen Vias bis:</translation>
+    </message>
+    <message>
+        <source>%1 from %2: -%3/+%4</source>
+        <translation>%1 ab %2: -%3/+%4</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no size from 0 to 1000 mm; the former size is back.</source>
+        <translation>„%1“ ist keine Größe von 0 bis 1000 mm; die bisherige steht wieder da.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n tolerance(s) are unusually wide.</source>
+        <translation>
+            <numerusform>%n Toleranz ist ungewöhnlich groß.</numerusform>
+            <numerusform>%n Toleranzen sind ungewöhnlich groß.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Use Them</source>
+        <translation>Verwenden</translation>
+    </message>
+    <message>
+        <source>Go Back</source>
+        <translation>Zurück</translation>
+    </message>
+</context>
+<context>
+    <name>brox::StartPage</name>
+    <message>
+        <source>Open a board to set up its drill tools, or drop its files here.</source>
+        <translation>Öffnen Sie eine Leiterplatte, um ihre Bohrwerkzeuge einzurichten, oder ziehen Sie ihre Dateien hierher.</translation>
+    </message>
+    <message>
+        <source>Open Board...</source>
+        <translation>Leiterplatte öffnen …</translation>
+    </message>
+    <message>
+        <source>Open Folder...</source>
+        <translation>Ordner öffnen …</translation>
+    </message>
+    <message>
+        <source>Recent boards</source>
+        <translation>Zuletzt geöffnet</translation>
+    </message>
+    <message>
+        <source>Samples</source>
+        <translation>Beispiele</translation>
+    </message>
+</context>
+<context>
+    <name>brox::TableFilter</name>
+    <message>
+        <source>Filter (Ctrl+F)</source>
+        <translation>Filter (Strg+F)</translation>
+    </message>
+    <message>
+        <source>Filter rows</source>
+        <translation>Zeilen filtern</translation>
+    </message>
+    <message>
+        <source>Shows the rows that hold all of these words.</source>
+        <translation>Zeigt die Zeilen, in denen alle diese Wörter stehen.</translation>
+    </message>
+    <message>
+        <source>Only rows to check</source>
+        <translation>Nur zu prüfende Zeilen</translation>
     </message>
 </context>
 </TS>

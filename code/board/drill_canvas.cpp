@@ -2,6 +2,7 @@
 #include "drill_canvas.h"
 
 #include "board_text.h"
+#include "units_unknown.h"
 
 #include <algorithm>
 #include <cmath>
@@ -176,8 +177,8 @@ Size DrillCanvas::sizeOf(const DrillTool& tool) const
         return 0;
     }
     if (!tool.units) {
-        mPosition.fail(tool.line,
-            BoardText::tr("nothing tells whether %1 is in millimetres or inches; "
+        throw UnitsUnknown(mPosition.name, tool.line,
+            BoardText::tr("nothing specifies whether %1 is in millimetres or inches; "
                           "--file-units inch or metric does")
                 .arg(tool.name));
     }

@@ -221,8 +221,7 @@ void DrillMap::paintTitle(QPainter& painter, size_t sheet) const
     write(painter, head.translated(0, 72), Qt::AlignLeft | Qt::AlignTop,
         PlanText::tr("Board %1, step %2, model %3%4. Circles have the drill size; sizes in %5.")
             .arg(mPlan.board->job, mPlan.boardStep().name, mPlan.model.name,
-                mPlan.model.unsaved ? PlanText::tr(" with edits that are not saved") : QString(),
-                unitName(mPlan.units)));
+                PlanText::tr(" (%1)").arg(spoken(fileState(mPlan.model))), unitName(mPlan.units)));
 }
 
 void DrillMap::paintLegend(QPainter& painter, const Sheet& sheet, const QRectF& area) const

@@ -279,8 +279,7 @@ void writeHead(
     writer.comment("Step: " + plan.boardStep().name);
     writer.comment("Drilled layer: " + plan.layers[program.layer].name);
     writer.comment(program.isPlated ? "Drilled before plating" : "Not plated");
-    writer.comment("Model: " + plan.model.name
-        + (plan.model.unsaved ? " (with edits that are not saved)" : ""));
+    writer.comment("Model: " + plan.model.name + " (" + fileState(plan.model) + ")");
     writer.comment(QStringLiteral("Units: %1").arg(resolution.unit));
     writePlating(writer, plan, program);
     writer.line(resolution.keyword);

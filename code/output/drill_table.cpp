@@ -198,9 +198,9 @@ QByteArray planJson(const DrillPlan& plan, bool withPlaces)
     const QJsonObject json{{"job", plan.board->job}, {"step", plan.boardStep().name},
         {"unit", plan.units == Units::Inch ? "mil" : "micron"}, {"model", plan.model.name},
         {"formula", plan.model.formula}, {"usesBits", plan.model.usesBits},
-        {"unsaved", plan.model.unsaved}, {"amounts", amounts},
-        {"rules", QJsonArray::fromStringList(plan.rules)}, {"layers", layers}, {"rows", rows},
-        {"leftOut", QJsonArray::fromStringList(leftOut(plan))},
+        {"unsaved", plan.model.unsaved}, {"modelsFile", fileState(plan.model)},
+        {"amounts", amounts}, {"rules", QJsonArray::fromStringList(plan.rules)}, {"layers", layers},
+        {"rows", rows}, {"leftOut", QJsonArray::fromStringList(leftOut(plan))},
         {"notes", QJsonArray::fromStringList(plan.board->notes)}};
     return QJsonDocument(json).toJson();
 }

@@ -111,6 +111,7 @@ QString factsHtml(const DrillPlan& plan)
     for (const QStringList& cells : {row(PlanText::tr("Board"), plan.board->job),
              row(PlanText::tr("Step"), plan.boardStep().name),
              row(PlanText::tr("Model"), plan.model.name),
+             row(PlanText::tr("Models and bits"), spoken(fileState(plan.model))),
              row(PlanText::tr("Formula"), plan.model.formula),
              row(PlanText::tr("Bits"),
                  plan.model.usesBits ? PlanText::tr("rounded to bits of the table")
@@ -123,6 +124,12 @@ QString factsHtml(const DrillPlan& plan)
     if (plan.model.unsaved) {
         html +=
             "<p>" + alert(PlanText::tr("Model or bits have edits that are not saved.")) + "</p>\n";
+    }
+    if (plan.model.isOlder) {
+        html += "<p>"
+            + alert(PlanText::tr(
+                "The files of models and bits have been saved by others since they were read."))
+            + "</p>\n";
     }
     return html;
 }
@@ -215,7 +222,7 @@ QString notesHtml(const DrillPlan& plan)
         }
     }
     lines += plan.board->notes;
-    return heading(PlanText::tr("Left out and noted"))
+    return heading(PlanText::tr("Not drilled, and notes"))
         + (lines.isEmpty() ? "<p>" + escaped(PlanText::tr("Nothing.")) + "</p>\n" : list(lines));
 }
 

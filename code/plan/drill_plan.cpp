@@ -60,6 +60,14 @@ void addPrograms(DrillPlan& plan)
 
 } // namespace
 
+QString fileState(const DrillModel& model)
+{
+    // Edits of what was read before others saved are both; a save would ask about that.
+    return model.isOlder ? QT_TRANSLATE_NOOP("PlanText", "older than the file")
+        : model.unsaved  ? QT_TRANSLATE_NOOP("PlanText", "unsaved edits")
+                         : QT_TRANSLATE_NOOP("PlanText", "saved");
+}
+
 DrillPlan makePlan(const DrillDraft& draft, DrillModel model, const std::vector<Drill>& drills)
 {
     DrillPlan plan{draft, std::move(model), {}, {}};

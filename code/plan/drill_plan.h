@@ -23,8 +23,13 @@ struct DrillModel
     QString formula;
     bool usesBits = false;
     bool unsaved = false; ///< model or bits have edits that no file holds yet
+    bool isOlder = false; ///< the files have been saved by others since model and bits were read
     QList<ModelAmount> amounts;
 };
+
+/** "saved", "unsaved edits" or "older than the file": how a model and its bits stand to their
+ * files. */
+QString fileState(const DrillModel& model);
 
 /** What a row is drilled with. */
 struct Drill

@@ -12,6 +12,8 @@ QString flagWord(PlanFlag flag)
         return QT_TRANSLATE_NOOP("PlanText", "no-bit");
     case PlanFlag::NoSize:
         return QT_TRANSLATE_NOOP("PlanText", "no-size");
+    case PlanFlag::UnapprovedBit:
+        return QT_TRANSLATE_NOOP("PlanText", "unapproved-bit");
     case PlanFlag::ToleranceAssumed:
         return QT_TRANSLATE_NOOP("PlanText", "tolerance-assumed");
     case PlanFlag::TypeAssumed:
@@ -22,7 +24,8 @@ QString flagWord(PlanFlag flag)
 
 bool isAlarming(PlanFlag flag)
 {
-    return flag == PlanFlag::OutOfTolerance || flag == PlanFlag::NoBit || flag == PlanFlag::NoSize;
+    return flag == PlanFlag::OutOfTolerance || flag == PlanFlag::NoBit || flag == PlanFlag::NoSize
+        || flag == PlanFlag::UnapprovedBit;
 }
 
 QString typeWord(HoleType type, bool isSlot)

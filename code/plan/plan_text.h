@@ -29,6 +29,7 @@ enum class PlanFlag
     OutOfTolerance, ///< "out-of-tolerance": the bit lies outside of the hole's tolerances
     NoBit, ///< "no-bit": the model uses bits and none fits
     NoSize, ///< "no-size": model and formula give none
+    UnapprovedBit, ///< "unapproved-bit": the list of bits does not approve the bit
     ToleranceAssumed, ///< "tolerance-assumed": by a rule of the shop
     TypeAssumed ///< "type-assumed": plating or kind was a guess or a rule's
 };

@@ -21,14 +21,18 @@ const AtReset reset([] { systemDir = {}; });
 
 constexpr int mostDecimals = 6;
 
-/** Numbers with a decimal point whatever the locale, for which a comma may be typed. A key that
- *  leads beyond the range is refused at once, so that leaving the editor by the mouse can't lose a
- *  number. */
+/** Numbers with a decimal point whatever the locale, for which a comma may be typed.
+ *
+ * Nothing is swallowed while it is typed: "1e3" without its letter would be another number. What is
+ * no number, or lies beyond the range, stays in red, and is refused when it is entered.
+ */
 class NumberValidator : public QDoubleValidator
 {
 public:
-    NumberValidator(double bottom, double top, int decimals, QObject* parent)
+    /** @param old  what stands in the cell, and stands there again after a refusal */
+    NumberValidator(double bottom, double top, int decimals, const QString& old, QObject* parent)
         : QDoubleValidator(bottom, top, decimals, parent)
+        , mOld(old)
     {
         setNotation(StandardNotation);
         QLocale plain = QLocale::c();
@@ -38,17 +42,20 @@ public:
 
     State validate(QString& input, int& position) const override
     {
-        if (input.isEmpty()) {
+        if (input.isEmpty() || input == mOld) {
             return Acceptable;
         }
-        input.replace(',', '.');
-        bool isNumber = false;
-        const double number = input.toDouble(&isNumber);
-        if (isNumber && (number < bottom() || number > top())) {
-            return Invalid;
-        }
-        return QDoubleValidator::validate(input, position);
+        QString number = input;
+        number.replace(',', '.');
+        const bool isNumber = QDoubleValidator::validate(number, position) == Acceptable;
+        return isNumber ? Acceptable : Intermediate;
     }
+
+    /** A refusal: the view asks for this when the text is entered as it is. */
+    void fixup(QString& input) const override { input = mOld; }
+
+private:
+    QString mOld;
 };
 
 /** Host sizes to the number's unit; a step without units counts in microns. */
@@ -98,14 +105,22 @@ void DoubleDelegate::setStepId(int stepId)
 }
 
 QWidget* DoubleDelegate::createEditor(
-    QWidget* parent, const QStyleOptionViewItem&, const QModelIndex&) const
+    QWidget* parent, const QStyleOptionViewItem&, const QModelIndex& index) const
 {
     // Amounts may shrink a hole, so step sizes may be negative; plain numbers are bit sizes.
     const bool plain = mMaximum > 0.0;
     const double top = plain ? mMaximum : INT_MAX / sizesPerUnitOfStep(mStepId);
     auto* editor = new QLineEdit(parent);
     editor->setFrame(false);
-    editor->setValidator(new NumberValidator(plain ? 0.0 : -top, top, mDecimals, editor));
+    editor->setValidator(new NumberValidator(plain ? 0.0 : -top, top, mDecimals,
+        displayText(index.data(Qt::EditRole), QLocale::c()), editor));
+    QObject::connect(editor, &QLineEdit::textChanged, editor, [editor] {
+        QPalette colours = editor->parentWidget()->palette();
+        if (!editor->hasAcceptableInput()) {
+            colours.setColor(QPalette::Text, Qt::red);
+        }
+        editor->setPalette(colours);
+    });
     return editor;
 }
 
@@ -127,7 +142,7 @@ void DoubleDelegate::setModelData(
     if (line->text().isEmpty()) {
         model->setData(index, QVariant(), Qt::EditRole);
     } else if (line->hasAcceptableInput()) {
-        model->setData(index, line->text().toDouble(), Qt::EditRole);
+        model->setData(index, line->text().replace(',', '.').toDouble(), Qt::EditRole);
     }
 }
 

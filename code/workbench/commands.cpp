@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "commands.h"
 
+#include "bits_exchange.h"
 #include "board_reader.h"
 #include "data_file.h"
 #include "data_start.h"
@@ -14,6 +15,7 @@
 #include "language.h"
 #include "main_window.h"
 #include "options.h"
+#include "type_choice.h"
 
 #include <QApplication>
 #include <QFile>
@@ -117,8 +119,7 @@ DrillPlan planOf(const Options& options, HostSession& session, const DrillDraft&
     }
     DrillModel model = session.model(step);
     if (model.name.isEmpty()) {
-        throw HostError(
-            "no drill tool model is selected; the models file may be empty or unreadable");
+        throw HostError("there is no model: the models file may be empty or unreadable");
     }
     return makePlan(draft, std::move(model), session.drills(draft, step));
 }
@@ -141,7 +142,8 @@ int statusOf(const Options& options, const DrillPlan& plan, const QString& name)
     if (const qsizetype flagged = alarmingRows(plan);
         options.isSet(options.strict) && flagged > 0) {
         warn(before
-            + QStringLiteral("tools that are flagged out-of-tolerance, no-bit or no-size: %1")
+            + QStringLiteral(
+                "tools that are flagged out-of-tolerance, no-bit, no-size or unapproved-bit: %1")
                   .arg(flagged));
         return strictStatus;
     }
@@ -242,10 +244,25 @@ int printModels(HostSession& session)
     return print(text);
 }
 
-/** The chosen step with the chosen units and model. */
-size_t setUpStep(const Options& options, HostSession& session, const Board& board)
+/** A board with the types that are chosen for it. */
+Job jobOf(const Options& options, Board board, const ShopRules& rules)
 {
-    const size_t step = chosenStep(options, board);
+    Job job(std::move(board), rules);
+    for (const QString& choice : options.parser.values(options.type)) {
+        try {
+            chooseType(job, choice);
+        } catch (const RulesError& error) {
+            throw RulesError(QStringLiteral("--type: ") + QString::fromUtf8(error.what()));
+        }
+    }
+    return job;
+}
+
+/** The chosen step with the chosen units and model. */
+size_t setUpStep(const Options& options, HostSession& session, MainWindow& window)
+{
+    const size_t step = chosenStep(options, *window.job().board);
+    window.chooseTypes(options.parser.values(options.type));
     if (options.isSet(options.units)) {
         session.setUnits(step, unitsOf(options, options.units));
     }
@@ -276,10 +293,8 @@ int showWindow(const Options& options, HostSession& session, const QStringList& 
     } else {
         // A box tells what is wrong: who starts it from the desktop sees nothing else. Units are
         // set before there is a viewer: it takes a change for an edit.
-        window.guard([&] {
-            window.openBoard(
-                paths, [&] { return setUpStep(options, session, *window.job().board); });
-        });
+        window.guard(
+            [&] { window.openBoard(paths, [&] { return setUpStep(options, session, window); }); });
     }
     return QApplication::exec();
 }
@@ -290,7 +305,7 @@ int takeScreenshot(const Options& options, HostSession& session, const QStringLi
     window.setRules(shopRules(options, session.dataDir()));
     window.setReadOptions(readOptions(options));
     if (!paths.isEmpty()) {
-        window.openBoard(paths, [&] { return setUpStep(options, session, *window.job().board); });
+        window.openBoard(paths, [&] { return setUpStep(options, session, window); });
     }
     window.show();
     QApplication::processEvents();
@@ -326,6 +341,26 @@ void prepareData(const Options& options, const QString& dataDir)
     }
 }
 
+/** Bits into the data folder, or out of it. */
+int exchangeBits(const Options& options, const QString& dataDir)
+{
+    if (options.isSet(options.importBits)) {
+        const DrillBits bits = readBits(options.value(options.importBits));
+        replaceBits(dataDir, bits);
+        for (const QString& doubt : doubtsAbout(bits)) {
+            warn(doubt);
+        }
+        return 0;
+    }
+    const QByteArray csv = bitsToCsv(savedBits(dataDir));
+    const QString path = options.value(options.exportBits);
+    if (path == "-") {
+        return print(QString::fromUtf8(csv));
+    }
+    const QString error = writeDurably(path, csv);
+    return error.isEmpty() ? 0 : fail(QStringLiteral("%1: %2").arg(path, error));
+}
+
 /** What is named by nothing; empty: all names are names. */
 QString emptyName(const Options& options, const QString& dataDir)
 {
@@ -344,7 +379,9 @@ QString emptyName(const Options& options, const QString& dataDir)
 
 int fail(const QString& message)
 {
-    warn(message);
+    for (const QString& line : message.split('\n')) {
+        warn(QStringLiteral("brox-workbench: ") + line);
+    }
     return 1;
 }
 
@@ -363,20 +400,26 @@ int run(const Options& options)
     if (const QString reason = emptyName(options, dataDir); !reason.isEmpty()) {
         return fail(reason);
     }
-    // What is printed is for scripts too, and always English.
-    const bool prints = options.wantsPlan() || options.isSet(options.models);
+    // What is printed is for scripts too, and English; reports and maps are for people.
+    const bool prints =
+        options.wantsPlan() || options.isSet(options.models) || options.exchangesBits();
+    const bool isForPeople = !prints
+        || (options.isSet(options.language)
+            && (options.isSet(options.report) || options.isSet(options.map)));
+    const QString language = options.isSet(options.language) ? options.value(options.language)
+        : prints                                             ? QString()
+                                                             : systemLanguage();
+    const QString catalogue = moduleCatalogue(language);
+    speak(isForPeople ? language : QStringLiteral("en")); // English, too, has plural forms
     Board board;
     if (prints && !paths.isEmpty()) {
         board = readBoard(paths, readOptions(options));
     }
     prepareData(options, dataDir);
-    const QString language = options.isSet(options.language) ? options.value(options.language)
-        : prints                                             ? QString()
-                                                             : systemLanguage();
-    HostSession session(dataDir, moduleCatalogue(language));
-    if (!prints) {
-        speak(language);
+    if (options.exchangesBits()) {
+        return exchangeBits(options, dataDir);
     }
+    HostSession session(dataDir, catalogue);
     if (options.wantsWindow()) {
         return showWindow(options, session, paths);
     }
@@ -395,7 +438,7 @@ int run(const Options& options)
     }
     return options.isSet(options.boards)
         ? printBoards(options, session, rules)
-        : printPlan(options, session, Job(std::move(board), rules));
+        : printPlan(options, session, jobOf(options, std::move(board), rules));
 }
 
 } // namespace brox

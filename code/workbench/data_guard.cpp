@@ -9,6 +9,7 @@
 #include <QDir>
 #include <QScopedValueRollback>
 #include <QTimer>
+#include <algorithm>
 
 namespace brox {
 
@@ -46,13 +47,22 @@ void DataGuard::answerHost()
         this);
 }
 
-QWidget* DataGuard::open(const QString& step, const std::function<QWidget*()>& make)
+QWidget* DataGuard::open(
+    const QString& step, const std::function<QWidget*()>& make, const Edits& edits)
 {
     const QScopedValueRollback opening(mIsOpening, true);
+    const QScopedValueRollback taken(mEdits, &edits);
     QWidget* viewer = make();
     auto* data = new StepData(viewer, step);
     for (DataFile::Kind kind : DataFile::kinds) {
-        data->file(kind).known = mRead[size_t(kind)];
+        const QByteArray& content = edits.contents[size_t(kind)];
+        StepData::File& file = data->file(kind);
+        file.known = content.isNull() ? mRead[size_t(kind)] : edits.known[size_t(kind)];
+        if (!content.isNull() && !data->markEdited(kind)) {
+            file.isLost = true; // an empty list of models has nothing to edit
+            file.unsaved = content;
+            file.fault = tr("it was not saved before");
+        }
     }
     connect(data, &StepData::edited, this, [this, data](DataFile::Kind kind, bool isEdited) {
         if (!isEdited && mSave && mSave->kind == kind) {
@@ -63,6 +73,41 @@ QWidget* DataGuard::open(const QString& step, const std::function<QWidget*()>& m
     mSteps.removeAll(nullptr); // viewers that are gone
     mSteps << data;
     return viewer;
+}
+
+std::optional<DataGuard::Edits> DataGuard::takeEdits(QWidget* viewer)
+{
+    StepData* data = dataOf(viewer);
+    Edits edits;
+    const QScopedValueRollback taking(mIsTaking, true);
+    for (DataFile::Kind kind : DataFile::kinds) {
+        const StepData::File& file = data->file(kind);
+        QByteArray& content = edits.contents[size_t(kind)];
+        edits.known[size_t(kind)] = file.known;
+        if (file.isLost) {
+            content = file.unsaved;
+        }
+        if (!file.isEdited) {
+            continue;
+        }
+        QFile staged(stagePath(kind));
+        staged.remove();
+        data->save(kind);
+        if (!staged.open(QIODevice::ReadOnly)
+            || !DataFile::faultOf(kind, content = staged.readAll()).isEmpty()) {
+            return std::nullopt;
+        }
+    }
+    return edits;
+}
+
+bool DataGuard::isOlder(const QWidget* viewer) const
+{
+    const StepData* data = viewer ? dataOf(viewer) : nullptr;
+    return data
+        && std::any_of(std::begin(DataFile::kinds), std::end(DataFile::kinds), [&](auto kind) {
+               return data->file(kind).known != markOf(DataFile(mDataDir, kind).readUnchecked());
+           });
 }
 
 bool DataGuard::hasUnsaved(const QWidget* viewer) const
@@ -90,13 +135,41 @@ bool DataGuard::canClose(QWidget* viewer, const std::function<bool()>& askModule
 QByteArray DataGuard::pathFor(const QString& name)
 {
     for (DataFile::Kind kind : DataFile::kinds) {
-        if (name == DataFile::nameOf(kind) && mIsOpening) {
-            mRead[size_t(kind)] = markOf(DataFile(mDataDir, kind).readUnchecked());
-        } else if (name == DataFile::nameOf(kind)) {
-            return pathForSaving(kind);
+        if (name == DataFile::nameOf(kind)) {
+            return mIsOpening ? pathForReading(kind)
+                : mIsTaking   ? stagePath(kind).toUtf8()
+                              : pathForSaving(kind);
         }
     }
     return QDir(mDataDir).filePath(name).toUtf8();
+}
+
+/** The file, or a copy of edits that are in no file. */
+QByteArray DataGuard::pathForReading(DataFile::Kind kind)
+{
+    const DataFile file(mDataDir, kind);
+    mRead[size_t(kind)] = markOf(file.readUnchecked());
+    const QByteArray& content = mEdits->contents[size_t(kind)];
+    if (content.isNull()) {
+        return file.path().toUtf8();
+    }
+    const QString path = stagePath(kind);
+    const QString error = writeDurably(path, content);
+    if (!error.isEmpty()) {
+        ask(tr("The edits could not be kept: %1").arg(error), {}, {tr("Close")});
+    }
+    return path.toUtf8();
+}
+
+/** Where the module writes and reads what is not in its file; empty: nowhere. */
+QString DataGuard::stagePath(DataFile::Kind kind)
+{
+    if (!mStage || !mStage->isValid()) {
+        mStage = std::make_unique<QTemporaryDir>();
+    }
+    return mStage->isValid()
+        ? mStage->filePath(kind == DataFile::Kind::Models ? "models.xml" : "bits.xml")
+        : QString();
 }
 
 QByteArray DataGuard::pathForSaving(DataFile::Kind kind)
@@ -105,14 +178,11 @@ QByteArray DataGuard::pathForSaving(DataFile::Kind kind)
     if (!prepare(&save)) {
         return {};
     }
-    if (!mStage || !mStage->isValid()) {
-        mStage = std::make_unique<QTemporaryDir>();
-    }
-    if (!mStage->isValid()) {
+    const QString path = stagePath(kind);
+    if (path.isEmpty()) {
         ask(tr("Nothing could be saved: %1").arg(mStage->errorString()), {}, {tr("Close")});
         return {};
     }
-    const QString path = mStage->filePath("data.xml");
     QFile::remove(path); // so that one that is there afterwards is new
     mSave = save;
     // The mark of the viewer goes down when the module is done. Should it not, this comes next.
@@ -130,7 +200,7 @@ void DataGuard::finishSave(StepData* data)
     Save save = *mSave;
     mSave.reset();
     save.data = data;
-    QFile staged(mStage->filePath("data.xml"));
+    QFile staged(stagePath(save.kind));
     QByteArray bytes;
     QString fault;
     if (staged.open(QIODevice::ReadOnly)) {

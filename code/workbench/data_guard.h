@@ -36,8 +36,28 @@ public:
     /** Lets the host's libraries ask here for the places of files; a reset makes them forget it. */
     void answerHost();
 
-    /** Has a step's viewer made, which reads the files, and watches it from then on. */
-    QWidget* open(const QString& step, const std::function<QWidget*()>& make);
+    /** What of a viewer is in no file, while the viewer is made anew. */
+    struct Edits
+    {
+        std::array<QByteArray, 2> contents; ///< by kind; null: nothing is unsaved
+        std::array<QByteArray, 2> known; ///< marks of the files as the viewer has read them
+    };
+
+    /** Takes the edits out of a viewer that is about to be closed.
+     *
+     * @return null if the viewer did not give them: the user is to see to it first
+     */
+    std::optional<Edits> takeEdits(QWidget* viewer);
+
+    /** Has a step's viewer made, which reads the files, and watches it from then on.
+     *
+     * @param edits  what it shows, as unsaved, in place of the files
+     */
+    QWidget* open(
+        const QString& step, const std::function<QWidget*()>& make, const Edits& edits = {});
+
+    /** Whether the files have been saved by others since a viewer read or wrote them. */
+    bool isOlder(const QWidget* viewer) const;
 
     /** Whether something of a viewer is in no file: models, bits, or what a save has lost. */
     bool hasUnsaved(const QWidget* viewer) const;
@@ -65,6 +85,8 @@ private:
     };
 
     QByteArray pathFor(const QString& name);
+    QString stagePath(DataFile::Kind kind);
+    QByteArray pathForReading(DataFile::Kind kind);
     QByteArray pathForSaving(DataFile::Kind kind);
     void finishSave(StepData* data);
     bool prepare(Save* save);
@@ -78,6 +100,8 @@ private:
     std::unique_ptr<QTemporaryDir> mStage; ///< where the module writes; made for the first save
     QByteArray mAnswer; ///< the host's libraries use it until the next question
     bool mIsOpening = false;
+    const Edits* mEdits = nullptr; ///< of the viewer that is being made
+    bool mIsTaking = false; ///< a save only hands over the edits
     std::array<QByteArray, 2> mRead; ///< marks of what is being read, by kind
     QList<QPointer<StepData>> mSteps;
     StepData* mClosing = nullptr;

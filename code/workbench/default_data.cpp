@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "default_data.h"
 
+#include "bits_list.h"
 #include "data_file.h"
 #include "shop_rules.h"
 
@@ -52,18 +53,11 @@ const std::vector<Model> models = {
     {"Unplated", "FHS", false, {}},
 };
 
-/** Number drills #1 to #80, in ten-thousandths of an inch. */
-constexpr int numberDrills[] = {2280, 2210, 2130, 2090, 2055, 2040, 2010, 1990, 1960, 1935, //
-    1910, 1890, 1850, 1820, 1800, 1770, 1730, 1695, 1660, 1610, //
-    1590, 1570, 1540, 1520, 1495, 1470, 1440, 1405, 1360, 1285, //
-    1200, 1160, 1130, 1110, 1100, 1065, 1040, 1015, 995, 980, //
-    960, 935, 890, 860, 820, 810, 785, 760, 730, 700, //
-    670, 635, 595, 550, 520, 465, 430, 420, 410, 400, //
-    390, 380, 370, 360, 350, 330, 320, 310, 292, 280, //
-    260, 250, 240, 225, 210, 200, 180, 160, 145, 135};
-
-void writeModels(QXmlStreamWriter& xml)
+QByteArray modelsXml()
 {
+    QByteArray bytes;
+    QXmlStreamWriter xml(&bytes);
+    xml.setAutoFormatting(true);
     const auto hostSize = [](int microns) { return QString::number(microns * hostSizesPerMicron); };
     xml.writeStartElement("DrillToolModels");
     for (const Model& model : models) {
@@ -82,42 +76,15 @@ void writeModels(QXmlStreamWriter& xml)
         xml.writeEndElement();
     }
     xml.writeEndElement();
+    return bytes + '\n';
 }
 
-void writeBits(QXmlStreamWriter& xml)
-{
-    const auto writeBit = [&](const QString& designation, double inches) {
-        xml.writeEmptyElement("Drill");
-        xml.writeAttribute("designation", designation);
-        xml.writeAttribute("millimeters", QString::number(inches * 25.4, 'g', 6));
-        // As many digits as the module keeps of them.
-        xml.writeAttribute("inches", QString::number(inches, 'g', 6));
-        xml.writeAttribute("approved", "yes");
-    };
-    xml.writeStartElement("DrillSizeTable");
-    for (int size = 10; size <= 635; size += 5) {
-        // Large drills are stocked in steps of a tenth.
-        if (size <= 320 || size % 10 == 0) {
-            writeBit(QString::number(size / 100.0, 'f', 2), size / 2540.0);
-        }
-    }
-    // The finest break too easily in laminate, the largest are hardly asked for.
-    for (int number = 76; number > 8; --number) {
-        writeBit(QStringLiteral("#%1").arg(number), numberDrills[number - 1] / 10000.0);
-    }
-    xml.writeEndElement();
-}
-
-QString create(const DataFile& file, const std::function<void(QXmlStreamWriter&)>& write)
+QString create(const DataFile& file, const std::function<QByteArray()>& content)
 {
     if (QFileInfo::exists(file.path())) {
         return {};
     }
-    QByteArray bytes;
-    QXmlStreamWriter xml(&bytes);
-    xml.setAutoFormatting(true);
-    write(xml);
-    const QString error = file.write(bytes + '\n');
+    const QString error = file.write(content());
     return error.isEmpty() ? QString() : QStringLiteral("%1: %2").arg(file.path(), error);
 }
 
@@ -125,7 +92,7 @@ QString create(const DataFile& file, const std::function<void(QXmlStreamWriter&)
 
 QString createDefaultData(const QString& dataDir)
 {
-    const QString error = create(DataFile(dataDir, DataFile::Kind::Models), writeModels);
+    const QString error = create(DataFile(dataDir, DataFile::Kind::Models), modelsXml);
     if (!error.isEmpty()) {
         return error;
     }
@@ -136,7 +103,8 @@ QString createDefaultData(const QString& dataDir)
             return QString::fromUtf8(failure.what());
         }
     }
-    return create(DataFile(dataDir, DataFile::Kind::Bits), writeBits);
+    return create(DataFile(dataDir, DataFile::Kind::Bits),
+        [] { return bitsToXml(readySets().first().bits()); });
 }
 
 } // namespace brox

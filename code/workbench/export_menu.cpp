@@ -6,8 +6,7 @@
 #include "drill_report.h"
 #include "drill_table.h"
 #include "file_set.h"
-#include "host_session.h"
-#include "step_tabs.h"
+#include "live_plan.h"
 
 #include <QDir>
 #include <QFileDialog>
@@ -21,7 +20,12 @@ namespace {
 
 constexpr int longWriting = 500; ///< milliseconds after which the progress is shown
 
-/** As comma-separated values, or by the suffix in another form. */
+/** A name for files of a step. */
+QString fileStem(const PlannedStep& step)
+{
+    return QStringLiteral("%1-%2").arg(step.board->job, step.boardStep().name).replace('/', '_');
+}
+
 void addTable(const DrillPlan& plan, const QString& path, FileSet& files, const Progress&)
 {
     const QString suffix = QFileInfo(path).suffix().toLower();
@@ -29,17 +33,29 @@ void addTable(const DrillPlan& plan, const QString& path, FileSet& files, const 
         files.add(path, planJson(plan));
     } else if (suffix == "txt") {
         files.add(path, planText(plan).toUtf8());
-    } else {
+    } else if (suffix == "csv") {
         files.add(path, (planCsvHeader(plan.units) + planCsvRows(plan, plan.units)).toUtf8());
+    } else {
+        throw OutputError(
+            ExportMenu::tr("%1: a table is written as .csv, .json or .txt").arg(path));
     }
+}
+
+/** All that leaves the workbench, into one folder. */
+void addAll(const DrillPlan& plan, const QString& folder, FileSet& files, const Progress& progress)
+{
+    const QString stem = QDir(folder).filePath(fileStem(plan) + "-drill-");
+    addDrillPrograms(plan, folder, files, progress);
+    addDrillReport(plan, stem + "report.html", files, progress);
+    addDrillMap(plan, stem + "map.pdf", files, progress);
+    addTable(plan, stem + "table.csv", files, progress);
 }
 
 } // namespace
 
-ExportMenu::ExportMenu(HostSession& session, const StepTabs& tabs, QWidget* parent)
+ExportMenu::ExportMenu(LivePlan& plan, QWidget* parent)
     : QMenu(tr("&Export"), parent)
-    , mSession(session)
-    , mTabs(tabs)
+    , mLive(plan)
 {
     setObjectName("exportMenu");
     addAction(tr("&Drill Programs..."), this, &ExportMenu::exportPrograms);
@@ -55,6 +71,9 @@ ExportMenu::ExportMenu(HostSession& session, const StepTabs& tabs, QWidget* pare
         exportFile(tr("Export Table"), "table",
             tr("Comma-separated values (*.csv);;JSON (*.json);;Text (*.txt)"), "csv", addTable);
     });
+    addSeparator();
+    QAction* all = addAction(tr("&All into a Folder..."), this, &ExportMenu::exportAll);
+    all->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_E);
 }
 
 QString ExportMenu::lastFolder(const char* key) const
@@ -72,16 +91,26 @@ void ExportMenu::exportPrograms()
     }
 }
 
+void ExportMenu::exportAll()
+{
+    const QString folder = QFileDialog::getExistingDirectory(
+        parentWidget(), tr("Export Drill Programs, Report, Map and Table"), mBoardFolder);
+    if (!folder.isEmpty()) {
+        write("all", folder, addAll);
+    }
+}
+
 void ExportMenu::exportFile(const QString& title, const char* key, const QString& filter,
     const QString& suffix, Write writeFile)
 {
-    const std::optional<size_t> step = mTabs.currentStep();
-    if (!step) {
+    const DrillPlan* current = mLive.current();
+    if (!current) {
+        if (!mLive.fault().isEmpty()) {
+            emit failed(mLive.fault());
+        }
         return;
     }
-    const DrillDraft& draft = mSession.draft(*step);
-    QString name = QStringLiteral("%1-%2").arg(draft.board->job, draft.boardStep().name);
-    name.replace('/', '_');
+    const QString name = fileStem(*current);
     QFileDialog dialog(parentWidget(), title, lastFolder(key), filter);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix(suffix);
@@ -97,15 +126,18 @@ void ExportMenu::exportFile(const QString& title, const char* key, const QString
 
 void ExportMenu::write(const char* key, const QString& path, Write writeFiles)
 {
-    const std::optional<size_t> step = mTabs.currentStep();
-    if (!step) {
+    const DrillPlan* current = mLive.current();
+    if (!current) {
+        if (!mLive.fault().isEmpty()) {
+            emit failed(mLive.fault());
+        }
         return;
     }
     QProgressDialog progress(tr("Writing %1").arg(path), tr("Cancel"), 0, 0, parentWidget());
     progress.setWindowModality(Qt::WindowModal);
     progress.setMinimumDuration(longWriting);
     try {
-        const DrillPlan plan = planOf(mSession, *step);
+        const DrillPlan plan = *current; // the window lives on meanwhile
         FileSet files;
         writeFiles(plan, path, files, [&progress](qint64 done, qint64 total) {
             progress.setMaximum(int(total));
@@ -118,11 +150,11 @@ void ExportMenu::write(const char* key, const QString& path, Write writeFiles)
             QStringLiteral("export/%1").arg(key), QFileInfo(files.paths().value(0)).absolutePath());
         QString message =
             tr("Written by model %1: %2").arg(plan.model.name, files.paths().join(", "));
-        if (plan.model.unsaved) {
-            message += tr(" (with edits that are not saved)");
+        if (plan.model.unsaved || plan.model.isOlder) {
+            message += tr(" (models and bits: %1)").arg(spoken(fileState(plan.model)));
         }
         if (const qsizetype alarming = alarmingRows(plan)) {
-            message += tr(" (tools to be looked at: %1)").arg(alarming);
+            message += tr(" (%n row(s) to check)", "", int(alarming));
         }
         emit exported((QStringList(message) + files.notes()).join("; "));
     } catch (const BoardCancelled&) {

@@ -10,8 +10,7 @@
 namespace brox {
 
 class FileSet;
-class HostSession;
-class StepTabs;
+class LivePlan;
 
 /** File > Export: what leaves the workbench of the step in front, as the selected model and the
  *  current formula make it, saved or not. Each kind remembers its folder. */
@@ -20,8 +19,11 @@ class ExportMenu : public QMenu
     Q_OBJECT
 
 public:
-    /** @param session, tabs  outlive the menu */
-    ExportMenu(HostSession& session, const StepTabs& tabs, QWidget* parent);
+    /** @param plan  outlives the menu */
+    ExportMenu(LivePlan& plan, QWidget* parent);
+
+    /** Where all files at once are offered to go. */
+    void setBoardFolder(const QString& folder) { mBoardFolder = folder; }
 
 signals:
     /** What was written, or why nothing was. */
@@ -33,13 +35,14 @@ private:
         const DrillPlan& plan, const QString& path, FileSet& files, const Progress& progress);
 
     void exportPrograms();
+    void exportAll();
     void exportFile(const QString& title, const char* key, const QString& filter,
         const QString& suffix, Write write);
     void write(const char* key, const QString& path, Write write);
     QString lastFolder(const char* key) const;
 
-    HostSession& mSession;
-    const StepTabs& mTabs;
+    LivePlan& mLive;
+    QString mBoardFolder;
 };
 
 } // namespace brox

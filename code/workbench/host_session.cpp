@@ -2,8 +2,10 @@
 #include "host_session.h"
 
 #include "brox_proxy.h"
+#include "near_word.h"
 #include "share.h"
 #include "standin.h"
+#include "step_data.h"
 #include "vex_data.h"
 
 #include <QCheckBox>
@@ -71,6 +73,28 @@ QString hostLayerName(const DrillDraft& draft, const DraftRow& row)
 
 } // namespace
 
+namespace {
+
+constexpr int designationSize = 7; ///< bytes of a bit's designation that a host gets
+
+/** A widget of a viewer. */
+template <typename Widget>
+Widget* part(const QWidget* viewer, const char* name)
+{
+    auto* widget = viewer->findChild<Widget*>(name);
+    if (!widget) {
+        throw HostError(HostSession::tr("the viewer has no %1").arg(QLatin1String(name)));
+    }
+    return widget;
+}
+
+QTableWidget* modelTable(const QWidget* viewer)
+{
+    return part<QTableWidget>(viewer, "broxModelTableWidget");
+}
+
+} // namespace
+
 HostSession::HostSession(const QString& dataDir, const QString& catalogue)
     : mDataDir(QDir(dataDir).absolutePath().toUtf8())
     , mCatalogue(catalogue.toUtf8())
@@ -103,10 +127,17 @@ void HostSession::setUpHost()
 
 void HostSession::setSteps(std::vector<DrillDraft> drafts)
 {
-    mSteps.clear();
+    std::vector<OpenStep> steps;
     for (DrillDraft& draft : drafts) {
-        mSteps.push_back({0, std::move(draft), std::make_unique<ParentViewer>(), {}});
+        const size_t i = steps.size();
+        OpenStep& step =
+            steps.emplace_back(OpenStep{0, std::move(draft), std::make_unique<ParentViewer>(), {}});
+        if (i < mSteps.size() && mSteps[i].draft.board == step.draft.board) {
+            step.edits = std::move(mSteps[i].edits);
+            step.firstModel = mSteps[i].firstModel;
+        }
     }
+    mSteps = std::move(steps);
     fillHost();
 }
 
@@ -147,6 +178,7 @@ void HostSession::setUnits(size_t step, Units units)
     open.draft.units = units;
     standin_set_units(open.stpid, int(units));
     emit open.parent->unitsChanged(units == Units::Inch ? ZEB_UNITS_MILS : ZEB_UNITS_MICRONS);
+    emit edited(step);
 }
 
 QWidget* HostSession::viewer(size_t step)
@@ -154,14 +186,44 @@ QWidget* HostSession::viewer(size_t step)
     OpenStep& open = mSteps.at(step);
     if (!open.viewer) {
         BroxViewer* viewer = nullptr;
-        open.viewer = mGuard.open(open.draft.boardStep().name, [&] {
-            check(brox__proxy_open_brox(open.stpid), "open a viewer");
-            check(brox__proxy_get_brox(open.stpid, &viewer), "give a viewer");
-            return reinterpret_cast<QWidget*>(viewer);
-        });
+        open.viewer = mGuard.open(
+            open.draft.boardStep().name,
+            [&] {
+                check(brox__proxy_open_brox(open.stpid), "open a viewer");
+                check(brox__proxy_get_brox(open.stpid, &viewer), "give a viewer");
+                return reinterpret_cast<QWidget*>(viewer);
+            },
+            open.edits);
+        open.edits = {};
+        connect(open.viewer->findChild<StepData*>(), &StepData::touched, this,
+            [this, step] { emit edited(step); });
         check(brox__proxy_set_parent_viewer(viewer, open.parent.get()), "follow the units");
+        if (!open.firstModel.isEmpty() && models(step).contains(open.firstModel)) {
+            selectModel(step, open.firstModel);
+        }
     }
     return open.viewer;
+}
+
+void HostSession::recalculate(size_t step)
+{
+    if (const QWidget* viewer = mSteps.at(step).viewer) {
+        QMetaObject::invokeMethod(part<QWidget>(viewer, "broxJobDataWidget"), "recalcRequired");
+    }
+}
+
+bool HostSession::closeForAnother(size_t step)
+{
+    OpenStep& open = mSteps.at(step);
+    if (open.viewer) {
+        std::optional<DataGuard::Edits> edits = mGuard.takeEdits(open.viewer);
+        if (!edits) {
+            return false;
+        }
+        open.edits = std::move(*edits);
+        closeViewer(step);
+    }
+    return true;
 }
 
 bool HostSession::canClose(size_t step)
@@ -203,26 +265,6 @@ QStringList HostSession::models(size_t step)
     return models;
 }
 
-namespace {
-
-/** A widget of a viewer. */
-template <typename Widget>
-Widget* part(const QWidget* viewer, const char* name)
-{
-    auto* widget = viewer->findChild<Widget*>(name);
-    if (!widget) {
-        throw HostError(HostSession::tr("the viewer has no %1").arg(QLatin1String(name)));
-    }
-    return widget;
-}
-
-QTableWidget* modelTable(const QWidget* viewer)
-{
-    return part<QTableWidget>(viewer, "broxModelTableWidget");
-}
-
-} // namespace
-
 QString HostSession::selectedModel(size_t step)
 {
     const QList<QTableWidgetItem*> items = modelTable(viewer(step))->selectedItems();
@@ -239,9 +281,8 @@ void HostSession::selectModel(size_t step, const QString& model)
         }
     }
     const QStringList known = models(step);
-    throw HostError(known.isEmpty()
-            ? tr("no model \"%1\"; there are no models").arg(model)
-            : tr("no model \"%1\"; there are: %2").arg(model, known.join(", ")));
+    throw HostError(known.isEmpty() ? tr("no model \"%1\"; there are no models").arg(model)
+                                    : tr("no model \"%1\"; %2").arg(model, hintFor(model, known)));
 }
 
 /** Reads what the viewer shows of its selected model, which is what the module goes by. */
@@ -250,6 +291,7 @@ DrillModel HostSession::model(size_t step)
     DrillModel model;
     model.name = selectedModel(step);
     model.unsaved = hasUnsaved(step);
+    model.isOlder = isOlder(step);
     model.formula = part<QLineEdit>(viewer(step), "dhsLineEdit")->text();
     model.usesBits = part<QCheckBox>(viewer(step), "useBitFileCheckBox")->isChecked();
     const auto* table = part<QTableWidget>(viewer(step), "amountsTableWidget");
@@ -269,11 +311,40 @@ DrillModel HostSession::model(size_t step)
 std::vector<Drill> HostSession::drills(const DrillDraft& draft, size_t step)
 {
     const DrillModel current = model(step);
+    const QSet<QString> unapproved = unapprovedBits(step);
     std::vector<Drill> drills;
     for (const DraftRow& row : draft.rows) {
-        drills.push_back(drill(row, current, step));
+        Drill& added = drills.emplace_back(drill(row, current, step));
+        if (!added.bit.isEmpty() && unapproved.contains(added.bit)) {
+            added.flags << PlanFlag::UnapprovedBit;
+        }
     }
     return drills;
+}
+
+/** Designations that only bits have which are not approved. The module takes such bits in when it
+ *  reads their file, as a host expects. */
+QSet<QString> HostSession::unapprovedBits(size_t step)
+{
+    enum Column
+    {
+        Designation,
+        Approved = 3
+    };
+    QSet<QString> unapproved;
+    QSet<QString> approved;
+    const auto* table = part<QTableWidget>(viewer(step), "drillBitsTableWidget");
+    for (int row = 0; row < table->rowCount(); ++row) {
+        const QTableWidgetItem* check = table->item(row, Approved);
+        const QTableWidgetItem* name = table->item(row, Designation);
+        if (check && name) {
+            // As much of it as the module hands out.
+            const QString designation =
+                QString::fromLocal8Bit(name->text().toLocal8Bit().left(designationSize));
+            (check->checkState() == Qt::Checked ? approved : unapproved) << designation;
+        }
+    }
+    return unapproved - approved;
 }
 
 Drill HostSession::drill(const DraftRow& row, const DrillModel& model, size_t step)

@@ -8,6 +8,7 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QSet>
 #include <QStringList>
 #include <QWidget>
 #include <memory>
@@ -74,6 +75,23 @@ public:
     /** The step's viewer, which is opened if there is none yet. */
     QWidget* viewer(size_t step);
 
+    /** Names the model that a viewer of the step begins with, if it has it; else it is the first.
+     */
+    void setFirstModel(size_t step, const QString& model) { mSteps.at(step).firstModel = model; }
+
+    /** Has the step's viewer calculate its table of tools by what it shows; what is being typed is
+     *  entered first. Nothing happens if there is no viewer. */
+    void recalculate(size_t step);
+
+    /** Closes a viewer and keeps what of it is in no file for the one that is opened next.
+     *
+     * @return false, with the viewer still open, if it did not give that
+     */
+    bool closeForAnother(size_t step);
+
+    /** Whether models or bits have been saved by others since the step's viewer read them. */
+    bool isOlder(size_t step) const { return mGuard.isOlder(mSteps.at(step).viewer); }
+
     /** Whether the step's viewer may close; may ask the user. */
     bool canClose(size_t step);
 
@@ -95,6 +113,9 @@ public:
     void selectModel(size_t step, const QString& model);
 
 signals:
+    /** Something that the drill sizes of a step depend on may be another. */
+    void edited(size_t step);
+
     void logged(const QString& level, const QString& text);
     void modelRenamed(const QString& step, const QString& oldName, const QString& newName);
     void modelDeleted(const QString& step, const QString& name);
@@ -106,10 +127,13 @@ private:
         DrillDraft draft;
         std::unique_ptr<ParentViewer> parent;
         QPointer<QWidget> viewer;
+        QString firstModel = {};
+        DataGuard::Edits edits = {}; ///< of the viewer that was closed for another
     };
 
     void fillHost();
     Drill drill(const DraftRow& row, const DrillModel& model, size_t step);
+    QSet<QString> unapprovedBits(size_t step);
     void setUpHost();
     static void log(const char* level, const char* text, void* session);
     static void modelRenamedOrDeleted(int stepNumber, const char* oldName, const char* newName);

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "job_table.h"
+#include "table_filter.h"
 
 #include <QMenu>
+#include <QStyle>
 #include <QTableWidget>
 
 namespace brox {
@@ -13,7 +15,8 @@ enum Column
 {
     TypeColumn = 1,
     MinTolColumn = 4,
-    MaxTolColumn = 5
+    MaxTolColumn = 5,
+    BitColumn = 7
 };
 
 QString toolTipOf(const DraftRow& row)
@@ -36,9 +39,51 @@ JobTable::JobTable(QWidget* viewer, const DrillDraft& draft)
     if (!mTable || mTable->rowCount() != int(draft.rows.size())) {
         return;
     }
+    mFilter = new TableFilter(mTable, [this](int row) { return mToCheck.contains(row); });
     mark();
     mTable->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(mTable, &QWidget::customContextMenuRequested, this, &JobTable::offerTypes);
+}
+
+void JobTable::follow(const DrillPlan& plan)
+{
+    if (!mFilter || plan.rows.size() != mDraft.rows.size()) {
+        return;
+    }
+    mToCheck.clear();
+    const QIcon warning = mTable->style()->standardIcon(QStyle::SP_MessageBoxWarning);
+    for (int i = 0; i < mTable->rowCount(); ++i) {
+        const PlanRow& row = plan.rows[size_t(i)];
+        if (isAlarming(row)) {
+            mToCheck << i;
+        }
+        QStringList flags;
+        for (const PlanFlag flag : row.flags) {
+            if (isAlarming(flag)) {
+                flags << spoken(flagWord(flag));
+            }
+        }
+        QTableWidgetItem* bit = mTable->item(i, BitColumn);
+        bit->setIcon(flags.isEmpty() ? QIcon() : warning);
+        bit->setToolTip((flags + QStringList(toolTipOf(row))).join('\n').trimmed());
+    }
+    mFilter->apply();
+}
+
+void JobTable::goToNextToCheck()
+{
+    for (int i = 1; mFilter && i <= mTable->rowCount(); ++i) {
+        const int row = (mTable->currentRow() + i) % mTable->rowCount();
+        if (mToCheck.contains(row)) {
+            if (mTable->isRowHidden(row)) {
+                mFilter->clear();
+            }
+            mTable->setCurrentCell(row, BitColumn);
+            mTable->scrollToItem(mTable->item(row, BitColumn));
+            mTable->setFocus();
+            return;
+        }
+    }
 }
 
 /** What was assumed is slanted, and a rule that acted is told in a tip. */

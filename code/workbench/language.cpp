@@ -2,6 +2,7 @@
 #include "language.h"
 
 #include "host_session.h"
+#include "near_word.h"
 #include "share.h"
 
 #include <QDir>
@@ -51,8 +52,8 @@ QString moduleCatalogue(const QString& language)
         return {};
     }
     if (!languages().contains(language)) {
-        throw HostError(HostSession::tr("no language \"%1\"; there are: %2")
-                            .arg(language, languages().join(", ")));
+        throw HostError(HostSession::tr("no language \"%1\"; %2")
+                            .arg(language, hintFor(language, languages())));
     }
     return sharePath(QStringLiteral("translations/brox_%1.qm").arg(language));
 }

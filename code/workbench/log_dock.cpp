@@ -19,6 +19,7 @@ LogDock::LogDock(QWidget* parent)
 {
     setObjectName("logDock");
     mText->setReadOnly(true);
+    mText->setAccessibleName(tr("Log"));
     mText->setTabChangesFocus(true);
     mText->setMaximumBlockCount(maxLines);
     setWidget(mText);
@@ -28,8 +29,8 @@ LogDock::LogDock(QWidget* parent)
 void LogDock::add(const QString& level, const QString& text)
 {
     mText->appendPlainText(level + ": " + text);
-    if (!mHasEntries) {
-        mHasEntries = true; // who closes it afterwards does not want to see more
+    if (level == "ERROR" && !mHasErrors) {
+        mHasErrors = true; // who closes it afterwards does not want to see the next
         show();
         if (auto* window = qobject_cast<QMainWindow*>(parentWidget())) {
             window->resizeDocks({this}, {firstHeight}, Qt::Vertical);

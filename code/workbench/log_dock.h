@@ -8,7 +8,7 @@ class QPlainTextEdit;
 
 namespace brox {
 
-/** The host's log; it comes up with the first entry. */
+/** The host's log; it comes up with the first error. */
 class LogDock : public QDockWidget
 {
     Q_OBJECT
@@ -20,7 +20,7 @@ public:
 
 private:
     QPlainTextEdit* mText;
-    bool mHasEntries = false;
+    bool mHasErrors = false;
 };
 
 } // namespace brox

@@ -1,37 +1,37 @@
 // SPDX-License-Identifier: MIT
 #include "main_window.h"
 
-#include "board_reader.h"
 #include "error_bar.h"
 #include "export_menu.h"
 #include "host_session.h"
+#include "input_filter.h"
+#include "job_table.h"
+#include "live_plan.h"
 #include "log_dock.h"
 #include "map_dock.h"
+#include "open_board.h"
 #include "recent_boards.h"
 #include "rules_dialog.h"
+#include "start_page.h"
 #include "step_tabs.h"
+#include "type_choice.h"
 
 #include <QActionGroup>
 #include <QBoxLayout>
 #include <QCloseEvent>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QLabel>
 #include <QMessageBox>
-#include <QMimeData>
-#include <QProgressDialog>
+#include <QPushButton>
 #include <QScreen>
 #include <QSettings>
 #include <QStackedWidget>
 #include <QStatusBar>
+#include <QToolButton>
 
 namespace brox {
 
 namespace {
-
-constexpr int progressSteps = 1000;
-constexpr int longReading = 500; ///< milliseconds after which the progress is shown
-constexpr int readingTime = 10'000; ///< milliseconds that a message of the status bar stands
 
 constexpr QSize likedSize(1000, 1000);
 constexpr double shareOfScreen = 0.9; // the rest is for frames, which no screen tells of
@@ -56,17 +56,6 @@ QString contentText(const DrillDraft& draft)
     return parts.join("; ");
 }
 
-QStringList localFiles(const QMimeData* data)
-{
-    QStringList paths;
-    for (const QUrl& url : data->urls()) {
-        if (url.isLocalFile()) {
-            paths << url.toLocalFile();
-        }
-    }
-    return paths;
-}
-
 } // namespace
 
 MainWindow::MainWindow(HostSession& session)
@@ -74,11 +63,15 @@ MainWindow::MainWindow(HostSession& session)
     , mErrorBar(new ErrorBar)
     , mPages(new QStackedWidget)
     , mHint(new QLabel)
+    , mStart(new StartPage)
     , mTabs(new StepTabs(session))
     , mLog(new LogDock(this))
-    , mMap(new MapDock(session, *mTabs, this))
-    , mExport(new ExportMenu(session, *mTabs, this))
+    , mLive(std::make_unique<LivePlan>(session, *mTabs))
+    , mMap(new MapDock(session, *mLive, this))
+    , mExport(new ExportMenu(*mLive, this))
     , mContent(new QLabel)
+    , mToCheck(new QPushButton)
+    , mWatch(session.dataDir())
 {
     createPages();
     addDockWidget(Qt::BottomDockWidgetArea, mLog);
@@ -87,26 +80,39 @@ MainWindow::MainWindow(HostSession& session)
     connect(mMap->toggleViewAction(), &QAction::triggered, this, &MainWindow::makeRoomForMap);
     createMenus();
     mContent->setObjectName("contentLabel");
+    mToCheck->setObjectName("toCheckButton");
+    mToCheck->setFlat(true);
+    mToCheck->setToolTip(tr("Goes to the next row to check."));
+    mToCheck->hide();
+    statusBar()->addPermanentWidget(mToCheck);
     statusBar()->addPermanentWidget(mContent);
+    connect(mToCheck, &QPushButton::clicked, this, [this] {
+        if (JobTable* table = mTabs->jobTable()) {
+            table->goToNextToCheck();
+        }
+    });
+    connect(mLive.get(), &LivePlan::changed, this, &MainWindow::followPlan);
+    connect(&mWatch, &DataWatch::changed, this, [this] { guard([&] { followDataFolder(); }); });
     setAcceptDrops(true);
+    connect(new InputFilter(this), &InputFilter::dropped, this, &MainWindow::open);
 
     connect(&session, &HostSession::logged, this, &MainWindow::tell);
     connect(mExport, &ExportMenu::exported, this,
-        [this](const QString& message) { statusBar()->showMessage(message, readingTime); });
+        [this](const QString& message) { statusBar()->showMessage(message, messageTime); });
     connect(mExport, &ExportMenu::failed, this,
         [this](const QString& message) { guard([&] { throw HostError(message); }); });
     connect(&session, &HostSession::modelRenamed, this,
         [this](const QString& step, const QString& oldName, const QString& newName) {
             statusBar()->showMessage(
-                tr("Step %1: model \"%2\" is now \"%3\"").arg(step, oldName, newName), readingTime);
+                tr("Step %1: model \"%2\" is now \"%3\"").arg(step, oldName, newName), messageTime);
         });
     connect(&session, &HostSession::modelDeleted, this,
         [this](const QString& step, const QString& name) {
             statusBar()->showMessage(
-                tr("Step %1: model \"%2\" is deleted").arg(step, name), readingTime);
+                tr("Step %1: model \"%2\" is deleted").arg(step, name), messageTime);
         });
     connect(&session.guard(), &DataGuard::saved, this, [this](const QString& path) {
-        statusBar()->showMessage(tr("%1 saved").arg(path), readingTime);
+        statusBar()->showMessage(tr("%1 saved").arg(path), messageTime);
     });
     followStep();
     resize(likedSize);
@@ -114,23 +120,69 @@ MainWindow::MainWindow(HostSession& session)
 
 MainWindow::~MainWindow()
 {
+    mLive->disconnect();
     delete mMap; // which looks at the steps when it is hidden
     delete mTabs; // a viewer that ends may have something to tell this window
+}
+
+/** Table and status bar say what the plan does. */
+void MainWindow::followPlan()
+{
+    const DrillPlan* plan = mLive->plan();
+    const int toCheck = plan ? int(alarmingRows(*plan)) : 0;
+    mToCheck->setVisible(toCheck > 0);
+    mToCheck->setText(tr("%n row(s) to check", "", toCheck));
+    if (JobTable* table = mTabs->jobTable(); table && plan) {
+        table->follow(*plan);
+    }
+    keepChoices();
+    mOlderBar->setVisible(plan && plan->model.isOlder);
+}
+
+/** The models or bits on disk may be others now: another step or another program has saved. */
+void MainWindow::followDataFolder()
+{
+    const QStringList reread = mTabs->rereadFiles();
+    if (!reread.isEmpty()) {
+        statusBar()->showMessage(
+            tr("Models or bits were saved by others; read again: %1").arg(reread.join(", ")),
+            messageTime);
+    }
+    mLive->recalculate();
+}
+
+/** Gives up the edits of the step in front for what others have saved. */
+void MainWindow::rereadStep()
+{
+    if (const std::optional<size_t> step = mTabs->currentStep(); step && mSession.canClose(*step)) {
+        mTabs->reread(*step);
+        mLive->recalculate();
+    }
 }
 
 /** The map goes beside the viewer, as far as the screen has room. */
 void MainWindow::makeRoomForMap(bool isShown)
 {
     if (isShown && !isMaximized() && !isFullScreen() && !mMap->isFloating()) {
-        const int most = screen()->availableGeometry().right() + 1 - frameGeometry().left();
-        resize(qMax(width(), qMin(width() + mMap->sizeHint().width(), most)), height());
+        const QRect room = screen()->availableGeometry();
+        const int frame = frameGeometry().width() - width();
+        const int wanted =
+            qMax(width(), qMin(width() + mMap->sizeHint().width(), room.width() - frame));
+        const int left = qMin(frameGeometry().left(), room.right() + 1 - frame - wanted);
+        resize(wanted, height());
+        move(qMax(left, room.left()), frameGeometry().top());
     }
 }
 
 void MainWindow::createPages()
 {
     mHint->setAlignment(Qt::AlignCenter);
+    mHint->setText(tr("Choose a step of the board in the menu Step."));
     mPages->addWidget(mHint);
+    mPages->addWidget(mStart);
+    connect(mStart, &StartPage::openBoardWanted, this, &MainWindow::chooseBoard);
+    connect(mStart, &StartPage::openFolderWanted, this, &MainWindow::chooseFolder);
+    connect(mStart, &StartPage::chosen, this, &MainWindow::open);
     mPages->addWidget(mTabs);
     connect(mTabs, &QTabWidget::tabCloseRequested, this,
         [this](int tab) { guard([&] { mTabs->closeTab(tab); }); });
@@ -148,8 +200,29 @@ void MainWindow::createPages()
     auto* layout = new QVBoxLayout(centre);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(mErrorBar);
+    layout->addWidget(createOlderBar());
     layout->addWidget(mPages, 1);
     setCentralWidget(centre);
+}
+
+/** Stays as long as the step in front has edits of what others have saved since. */
+QWidget* MainWindow::createOlderBar()
+{
+    mOlderBar = new QFrame;
+    mOlderBar->setObjectName("olderBar");
+    mOlderBar->setFrameShape(QFrame::StyledPanel);
+    auto* text =
+        new QLabel(tr("Models or bits have been saved by another step or program since this "
+                      "step read them. What is calculated here is older than the files."));
+    text->setWordWrap(true);
+    auto* button = new QPushButton(tr("Read Again..."));
+    connect(button, &QPushButton::clicked, this, [this] { guard([&] { rereadStep(); }); });
+    auto* layout = new QHBoxLayout(mOlderBar);
+    layout->setContentsMargins(6, 3, 6, 3);
+    layout->addWidget(text, 1);
+    layout->addWidget(button);
+    mOlderBar->hide();
+    return mOlderBar;
 }
 
 void MainWindow::tell(const QString& level, const QString& text)
@@ -187,13 +260,24 @@ void MainWindow::reopenLastBoard()
     }
 }
 
+/** The board whose folder a dialog begins in. */
+QStringList MainWindow::lastPaths() const
+{
+    return mBoardPaths.isEmpty() ? RecentBoards::latest() : mBoardPaths;
+}
+
 void MainWindow::chooseBoard()
 {
-    const QStringList last = mBoardPaths.isEmpty() ? RecentBoards::latest() : mBoardPaths;
-    const QStringList paths =
-        QFileDialog::getOpenFileNames(this, tr("Open Board"), QFileInfo(last.value(0)).path(),
-            tr("Boards (*.xml *.cvg *.drl *.xln *.xnc *.drd *.exc *.ncd *.nc *.tap *.txt);;"
-               "IPC-2581 (*.xml *.cvg);;All files (*)"));
+    open(chooseBoardFiles(this, lastPaths()));
+}
+
+void MainWindow::chooseFolder()
+{
+    open(chooseBoardFolder(this, lastPaths()));
+}
+
+void MainWindow::open(const QStringList& paths)
+{
     if (!paths.isEmpty()) {
         guard([&] { openBoard(paths); });
     }
@@ -201,32 +285,24 @@ void MainWindow::chooseBoard()
 
 bool MainWindow::openBoard(const QStringList& paths, const std::function<size_t()>& chooseStep)
 {
-    QProgressDialog dialog(
-        tr("Reading %1").arg(RecentBoards::name(paths)), tr("Cancel"), 0, progressSteps, this);
-    dialog.setWindowModality(Qt::WindowModal);
-    dialog.setMinimumDuration(longReading);
-    dialog.setValue(0);
-    Board board;
-    try {
-        ReadOptions options = mReadOptions;
-        options.progress = [&](qint64 done, qint64 total) {
-            // The last step would close the dialog before the end.
-            dialog.setValue(total > 0 ? int((progressSteps - 1) * done / total) : 0);
-            return !dialog.wasCanceled();
-        };
-        board = readBoard(paths, options);
-    } catch (const BoardCancelled&) {
+    std::optional<Board> board = openBoardFiles(this, paths, mReadOptions);
+    if (!board) {
         return false;
     }
-    dialog.reset();
     if (!mTabs->closeAll()) {
         return false;
     }
-    setJob(Job(std::move(board), mJob.rules));
+    Job job(std::move(*board), mJob.rules);
+    mChoicesPath = mRemember ? choicesPath(mSession.dataDir(), *job.board) : QString();
+    mChoices = loadChoices(mChoicesPath, *job.board);
+    job.choices = mChoices.types;
+    setJob(std::move(job));
+    applyChoices();
     mBoardPaths.clear();
     for (const QString& path : paths) {
         mBoardPaths << QFileInfo(path).absoluteFilePath();
     }
+    mExport->setBoardFolder(QFileInfo(mBoardPaths.first()).absolutePath());
     if (mRemember) {
         RecentBoards::add(mBoardPaths);
     }
@@ -235,6 +311,76 @@ bool MainWindow::openBoard(const QStringList& paths, const std::function<size_t(
     mTabs->openStep(chooseStep ? chooseStep() : mJob.board->mainStep);
     tellNotes();
     return true;
+}
+
+/** Units and models that were chosen before for the board that is being opened. */
+void MainWindow::applyChoices()
+{
+    const std::vector<Step>& steps = mJob.board->steps;
+    for (size_t i = 0; i < steps.size(); ++i) {
+        const BoardChoices::OfStep of = mChoices.steps.value(steps[i].name);
+        mSession.setFirstModel(i, of.model);
+        mSession.setUnits(i, of.units.value_or(mJob.board->units));
+    }
+    if (!mChoices.isEmpty()) {
+        mLog->add("NOTE", mChoices.text());
+        statusBar()->showMessage(mChoices.text(), messageTime);
+    }
+}
+
+/** Keeps what is chosen for the board, as soon as it is another than before. */
+void MainWindow::keepChoices()
+{
+    BoardChoices now = mChoices;
+    now.types = mJob.choices;
+    for (const size_t step : mTabs->openSteps()) {
+        const DrillDraft& draft = mSession.draft(step);
+        BoardChoices::OfStep of;
+        const QString model = mSession.selectedModel(step);
+        of.model = model == mSession.models(step).value(0) ? QString() : model;
+        if (draft.units != draft.board->units) {
+            of.units = draft.units;
+        }
+        now.steps[draft.boardStep().name] = of;
+    }
+    now.steps.removeIf([](QMap<QString, BoardChoices::OfStep>::iterator step) {
+        return *step == BoardChoices::OfStep();
+    });
+    mForget->setEnabled(!now.isEmpty());
+    const bool isSame = now.steps == mChoices.steps
+        && std::equal(now.types.begin(), now.types.end(), mChoices.types.begin(),
+            mChoices.types.end(), [](const TypeChoice& a, const TypeChoice& b) {
+                return a.layer == b.layer && a.type == b.type && a.tool.isLike(b.tool);
+            });
+    mChoices = now;
+    if (!isSame && !mChoicesPath.isEmpty()) {
+        const QString error = saveChoices(mChoicesPath, *mJob.board, mChoices);
+        if (!error.isEmpty()) {
+            tell("ERROR",
+                tr("%1: what is chosen for the board is not kept: %2").arg(mChoicesPath, error));
+        }
+    }
+}
+
+void MainWindow::forgetChoices()
+{
+    Job job = mJob;
+    job.choices.clear();
+    mChoices = {};
+    mTabs->remake([&] {
+        setJob(std::move(job));
+        applyChoices();
+    });
+    for (const size_t step : mTabs->openSteps()) {
+        mSession.setUnits(step, mJob.board->units);
+        const QStringList models = mSession.models(step);
+        if (!models.isEmpty()) {
+            mSession.selectModel(step, models.first());
+        }
+    }
+    if (!mChoicesPath.isEmpty()) {
+        saveChoices(mChoicesPath, *mJob.board, {});
+    }
 }
 
 /** Gives the job's steps to the host, whose viewers are closed. Of the same board they keep the
@@ -270,6 +416,18 @@ void MainWindow::tellNotes()
     }
 }
 
+void MainWindow::chooseTypes(const QStringList& texts)
+{
+    if (texts.isEmpty()) {
+        return;
+    }
+    Job job = mJob;
+    for (const QString& text : texts) {
+        chooseType(job, text);
+    }
+    mTabs->remake([&] { setJob(std::move(job)); });
+}
+
 void MainWindow::lockRules(bool locked)
 {
     mRulesAction->setEnabled(!locked);
@@ -277,7 +435,8 @@ void MainWindow::lockRules(bool locked)
 
 void MainWindow::editRules()
 {
-    RulesDialog dialog(mJob.rules, this);
+    const std::optional<size_t> step = mTabs->currentStep();
+    RulesDialog dialog(mJob.rules, step ? mSession.draft(*step).units : Units::Metric, this);
     if (dialog.exec() == QDialog::Accepted && dialog.rules() != mJob.rules) {
         Job job = mJob;
         job.rules = dialog.rules();
@@ -289,18 +448,28 @@ void MainWindow::editRules()
     }
 }
 
+/** By the viewer's own button, which also enters what is being typed. */
+void MainWindow::saveModels()
+{
+    if (const std::optional<size_t> step = mTabs->currentStep()) {
+        mSession.viewer(*step)->findChild<QToolButton*>("saveToolButton")->click();
+    }
+}
+
 /** Menus, title and status bar tell of the step in front, or that there is none. */
 void MainWindow::followStep()
 {
     const std::optional<size_t> step = mTabs->currentStep();
-    mPages->setCurrentWidget(step ? static_cast<QWidget*>(mTabs) : mHint);
-    mHint->setText(mBoardPaths.isEmpty() ? tr("Open a board to set up its drill tools.")
-                                         : tr("Choose a step of the board in the menu Step."));
+    mPages->setCurrentWidget(step   ? static_cast<QWidget*>(mTabs)
+            : mBoardPaths.isEmpty() ? static_cast<QWidget*>(mStart)
+                                    : mHint);
     setWindowTitle(mBoardPaths.isEmpty()
             ? tr("brox workbench")
             : tr("%1[*] - brox workbench").arg(RecentBoards::name(mBoardPaths)));
     setWindowModified(mTabs->hasUnsaved());
     mUnits->setEnabled(step.has_value());
+    mSave->setEnabled(step.has_value());
+    mDuplicate->setEnabled(step.has_value());
     mCloseStep->setEnabled(step.has_value());
     mExport->setEnabled(step.has_value());
     mContent->setText(step ? contentText(mSession.draft(*step)) : QString());
@@ -330,22 +499,6 @@ void MainWindow::closeEvent(QCloseEvent* event)
         settings.setValue(stateKey, saveState());
     }
     event->accept();
-}
-
-void MainWindow::dragEnterEvent(QDragEnterEvent* event)
-{
-    if (!localFiles(event->mimeData()).isEmpty()) {
-        event->acceptProposedAction();
-    }
-}
-
-void MainWindow::dropEvent(QDropEvent* event)
-{
-    const QStringList paths = localFiles(event->mimeData());
-    event->acceptProposedAction();
-    // Boxes would keep the program waiting that the files are dragged from.
-    QMetaObject::invokeMethod(
-        this, [this, paths] { guard([&] { openBoard(paths); }); }, Qt::QueuedConnection);
 }
 
 } // namespace brox

@@ -2,16 +2,21 @@
 #ifndef MAIN_WINDOW_H
 #define MAIN_WINDOW_H
 
+#include "board_choices.h"
+#include "data_watch.h"
 #include "drill_draft.h"
 #include "reading.h"
 
 #include <QMainWindow>
 #include <QStringList>
 #include <functional>
+#include <memory>
 
 class QAction;
 class QActionGroup;
+class QFrame;
 class QLabel;
+class QPushButton;
 class QStackedWidget;
 
 namespace brox {
@@ -19,8 +24,10 @@ namespace brox {
 class ErrorBar;
 class ExportMenu;
 class HostSession;
+class LivePlan;
 class LogDock;
 class MapDock;
+class StartPage;
 class StepTabs;
 
 /** The host's window: the viewers of a board's steps as tabs, and the host's log. */
@@ -60,6 +67,12 @@ public:
      */
     void setRules(const ShopRules& rules);
 
+    /** Chooses types of the board that is open by texts such as "drill:T3=press-fit".
+     *
+     * @throws RulesError, HostError
+     */
+    void chooseTypes(const QStringList& texts);
+
     /** How boards are read from now on. */
     void setReadOptions(const ReadOptions& options) { mReadOptions = options; }
 
@@ -71,42 +84,64 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
-    void dragEnterEvent(QDragEnterEvent* event) override;
-    void dropEvent(QDropEvent* event) override;
 
 private:
     void createMenus();
     void createFileMenu();
+    void createBitsMenu(QMenu* file);
     void createUnitsMenu();
     void createHelpMenu();
     void listSteps();
     void listRecentBoards();
     void createPages();
+    QWidget* createOlderBar();
 
     void setJob(Job job);
+    void applyChoices();
+    void keepChoices();
+    void forgetChoices();
+    QStringList lastPaths() const;
     void chooseBoard();
+    void chooseFolder();
+    void open(const QStringList& paths);
     void editRules();
+    void saveModels();
     void setUnits(QAction* action);
     void makeRoomForMap(bool isShown);
     void followStep();
+    void followPlan();
+    void followDataFolder();
+    void rereadStep();
     void tellNotes();
     void tell(const QString& level, const QString& text);
 
+    static constexpr int messageTime = 10'000; ///< milliseconds that the status bar shows one
+
     HostSession& mSession;
     Job mJob;
+    QString mChoicesPath; ///< of the file that keeps what is chosen for the board; empty: none
+    BoardChoices mChoices; ///< as they are kept
     ErrorBar* mErrorBar;
     QStackedWidget* mPages;
-    QLabel* mHint;
+    QLabel* mHint; ///< all steps of the board are closed
+    StartPage* mStart; ///< no board is open
     StepTabs* mTabs;
     LogDock* mLog;
+    std::unique_ptr<LivePlan> mLive;
     MapDock* mMap;
     ExportMenu* mExport;
     QLabel* mContent;
+    QPushButton* mToCheck;
+    QFrame* mOlderBar = nullptr;
+    DataWatch mWatch;
     QMenu* mStepMenu = nullptr;
     QMenu* mRecentMenu = nullptr;
     QActionGroup* mUnits = nullptr;
     QAction* mInch = nullptr;
     QAction* mMetric = nullptr;
+    QAction* mSave = nullptr;
+    QAction* mDuplicate = nullptr;
+    QAction* mForget = nullptr;
     QAction* mCloseStep = nullptr;
     QAction* mRulesAction = nullptr;
     QStringList mBoardPaths;

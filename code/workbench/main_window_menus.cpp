@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: MIT
+#include "bits_menu.h"
 #include "export_menu.h"
 #include "host_session.h"
+#include "live_plan.h"
 #include "log_dock.h"
 #include "main_window.h"
 #include "map_dock.h"
+#include "model_copy.h"
 #include "recent_boards.h"
+#include "shortcuts_dialog.h"
 #include "step_tabs.h"
 #include "user_guide.h"
 
@@ -12,6 +16,7 @@
 #include <QCoreApplication>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QStatusBar>
 
 namespace brox {
 
@@ -41,6 +46,10 @@ void MainWindow::createMenus()
     mLog->toggleViewAction()->setText(tr("&Log"));
     view->addAction(mMap->toggleViewAction());
     mMap->toggleViewAction()->setText(tr("&Drill Map"));
+    view->addSeparator();
+    QAction* recalculate =
+        view->addAction(tr("&Recalculate"), this, [this] { mLive->recalculate(); });
+    recalculate->setShortcut(Qt::Key_F5);
     createHelpMenu();
     listSteps();
 }
@@ -50,11 +59,30 @@ void MainWindow::createFileMenu()
     QMenu* file = menuBar()->addMenu(tr("&File"));
     QAction* open = file->addAction(tr("&Open Board..."), this, &MainWindow::chooseBoard);
     open->setShortcut(QKeySequence::Open);
+    QAction* folder = file->addAction(tr("Open &Folder..."), this, &MainWindow::chooseFolder);
+    folder->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_O);
     mRecentMenu = file->addMenu(tr("Open &Recent"));
     connect(file, &QMenu::aboutToShow, this, &MainWindow::listRecentBoards);
+    file->addSeparator();
+    mSave = file->addAction(tr("&Save Models"), this, [this] { guard([&] { saveModels(); }); });
+    mSave->setShortcut(QKeySequence::Save);
+    mDuplicate = file->addAction(tr("&Duplicate Model"), this, [this] {
+        guard([&] {
+            if (const std::optional<size_t> step = mTabs->currentStep()) {
+                duplicateModel(mSession, *step);
+            }
+        });
+    });
+    mDuplicate->setShortcut(Qt::CTRL | Qt::Key_D);
     file->addMenu(mExport);
+    createBitsMenu(file);
     mRulesAction =
         file->addAction(tr("Shop R&ules..."), this, [this] { guard([&] { editRules(); }); });
+    mForget = file->addAction(
+        tr("For&get Choices for This Board"), this, [this] { guard([&] { forgetChoices(); }); });
+    mForget->setStatusTip(
+        tr("Types, models and units are those of the board and the first model."));
+    mForget->setEnabled(false);
     mCloseStep = file->addAction(tr("&Close Step"), this,
         [this] { guard([&] { mTabs->closeTab(mTabs->currentIndex()); }); });
     // The standard keys for these two differ from desktop to desktop, and may be none.
@@ -62,6 +90,18 @@ void MainWindow::createFileMenu()
     file->addSeparator();
     QAction* quit = file->addAction(tr("&Quit"), this, &QWidget::close);
     quit->setShortcut(Qt::CTRL | Qt::Key_Q);
+}
+
+void MainWindow::createBitsMenu(QMenu* file)
+{
+    auto* bits = new BitsMenu(
+        mSession.dataDir(),
+        [this](const auto& change) { return mTabs->remake(change, StepTabs::Unsaved::Ask); }, this);
+    file->addMenu(bits);
+    connect(bits, &BitsMenu::done, this,
+        [this](const QString& message) { statusBar()->showMessage(message, messageTime); });
+    connect(bits, &BitsMenu::failed, this,
+        [this](const QString& message) { guard([&] { throw HostError(message); }); });
 }
 
 void MainWindow::listRecentBoards()
@@ -97,6 +137,7 @@ void MainWindow::createHelpMenu()
     QMenu* help = menuBar()->addMenu(tr("&Help"));
     QAction* guide = help->addAction(tr("&User Guide"), this, [this] { showUserGuide(this); });
     guide->setShortcut(QKeySequence::HelpContents);
+    help->addAction(tr("&Keyboard Shortcuts..."), this, [this] { showShortcuts(this); });
     help->addAction(tr("&About brox workbench"), this, [this] {
         QMessageBox::about(this, tr("About brox workbench"),
             tr("<h3>brox workbench %1</h3>"

@@ -2,9 +2,9 @@
 #include "map_dock.h"
 
 #include "host_session.h"
+#include "live_plan.h"
 #include "map_shapes.h"
 #include "plan_text.h"
-#include "step_tabs.h"
 
 #include <QHeaderView>
 #include <QPainter>
@@ -39,69 +39,73 @@ QIcon symbolIcon(size_t tool, const QPalette& palette)
 
 } // namespace
 
-MapDock::MapDock(HostSession& session, const StepTabs& tabs, QWidget* parent)
+MapDock::MapDock(HostSession& session, LivePlan& plan, QWidget* parent)
     : QDockWidget(parent)
     , mSession(session)
-    , mTabs(tabs)
+    , mLive(plan)
 {
     ui.setupUi(this);
     ui.toolTreeWidget->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     ui.toolTreeWidget->header()->setSectionResizeMode(0, QHeaderView::Stretch);
     connect(ui.fitPushButton, &QPushButton::clicked, ui.mapWidget, &MapWidget::fit);
     connect(ui.toolTreeWidget, &QTreeWidget::itemChanged, this, &MapDock::followTree);
+    connect(ui.toolTreeWidget, &QTreeWidget::currentItemChanged, this, &MapDock::selectRow);
     connect(ui.mapWidget, &MapWidget::picked, this, &MapDock::tellHole);
     connect(ui.mapWidget, &MapWidget::missed, this, [this] { ui.holeLabel->clear(); });
-    mTimer.setSingleShot(true);
-    mTimer.setInterval(0);
-    connect(&mTimer, &QTimer::timeout, this, &MapDock::followStep);
-    connect(&tabs, &StepTabs::stepChanged, this, &MapDock::followStep);
-    connect(this, &QDockWidget::visibilityChanged, this, &MapDock::followStep);
+    connect(&mLive, &LivePlan::changed, this, &MapDock::followPlan);
+    connect(this, &QDockWidget::visibilityChanged, this, [this] {
+        if (!isVisible() || !mLive.current()) { // which is told to all that follow it
+            followPlan();
+        }
+    });
 }
 
 void MapDock::changeEvent(QEvent* event)
 {
     QDockWidget::changeEvent(event);
     if (event->type() == QEvent::PaletteChange) {
-        mTimer.start(); // for the symbols' colours
+        QMetaObject::invokeMethod(this, &MapDock::followPlan, Qt::QueuedConnection); // colours
     }
 }
 
 /** Shows the step in front; without a step, or while nobody sees the dock, nothing. */
-void MapDock::followStep()
+void MapDock::followPlan()
 {
-    const std::optional<size_t> step = mTabs.currentStep();
-    if (!step || !isVisible()) {
-        return clear();
+    const DrillPlan* plan = mLive.plan();
+    if (!plan || !isVisible()) {
+        return clear(mLive.fault());
     }
     try {
-        showStep(*step);
+        auto* table =
+            mSession.viewer(plan->step)->findChild<QTableWidget*>("jobDrillDataTableWidget");
+        if (table != mTable) {
+            followViewer(table);
+        }
+        showPlan(*plan);
+        followTable();
     } catch (const std::exception& error) {
         clear(QString::fromUtf8(error.what()));
     }
 }
 
-void MapDock::showStep(size_t step)
+/** A tool of the legend is a row of the table. */
+void MapDock::selectRow(const QTreeWidgetItem* item)
 {
-    auto* table = mSession.viewer(step)->findChild<QTableWidget*>("jobDrillDataTableWidget");
-    if (table != mTable) {
-        followViewer(table);
+    const QVariant row = item ? item->data(0, rowRole) : QVariant();
+    if (row.isValid() && mTable) {
+        mTable->setCurrentCell(row.toInt(), 0);
+        mTable->selectRow(row.toInt());
     }
-    showPlan(planOf(mSession, step));
-    followTable();
 }
 
 void MapDock::followViewer(QTableWidget* table)
 {
     if (mTable) {
         mTable->disconnect(this);
-        mTable->model()->disconnect(this);
-        mTable->model()->disconnect(&mTimer);
     }
     mTable = table;
     if (table) {
         connect(table, &QTableWidget::itemSelectionChanged, this, &MapDock::followTable);
-        connect(
-            table->model(), &QAbstractItemModel::dataChanged, &mTimer, qOverload<>(&QTimer::start));
     }
 }
 

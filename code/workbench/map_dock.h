@@ -7,14 +7,13 @@
 
 #include <QDockWidget>
 #include <QPointer>
-#include <QTimer>
 
 class QTableWidget;
 
 namespace brox {
 
 class HostSession;
-class StepTabs;
+class LivePlan;
 
 /** The drill map beside the viewer, with its layers and tools to be switched on and off. What was
  *  switched off stays off while the step is the same. */
@@ -23,29 +22,28 @@ class MapDock : public QDockWidget
     Q_OBJECT
 
 public:
-    /** @param session, tabs  outlive the dock; it shows what is made of the step in front */
-    MapDock(HostSession& session, const StepTabs& tabs, QWidget* parent);
+    /** @param session, plan  outlive the dock; it shows what is made of the step in front */
+    MapDock(HostSession& session, LivePlan& plan, QWidget* parent);
 
 protected:
     void changeEvent(QEvent* event) override;
 
 private:
-    void followStep();
-    void showStep(size_t step);
+    void followPlan();
     void showPlan(DrillPlan plan);
     void followViewer(QTableWidget* table);
     void clear(const QString& reason = {});
     void fillTree(const MapScene& scene, const QSet<size_t>& off);
     void followTree(QTreeWidgetItem* item);
+    void selectRow(const QTreeWidgetItem* item);
     void followTable();
     void tellHole(size_t row, Place place);
     QString rowText(const PlanRow& row) const;
     QString placeText(Size size) const;
 
     HostSession& mSession;
-    const StepTabs& mTabs;
+    LivePlan& mLive;
     Ui::MapDock ui;
-    QTimer mTimer; ///< many cells change at once
     std::optional<DrillPlan> mPlan; ///< null: nothing is shown
     QString mStep;
     QPointer<QTableWidget> mTable; ///< the viewer's; its rows are the plan's

@@ -2,6 +2,7 @@
 #include "options.h"
 
 #include "host_session.h"
+#include "near_word.h"
 
 namespace brox {
 
@@ -30,7 +31,8 @@ Options::Options()
         "then; or an archive or a folder of them; or - for the standard input.",
         "[board...]");
     parser.addOptions({table, csv, json, places, drillPrograms, report, map, strict, boards, models,
-        step, model, units, fileUnits, tolerance, viasUpTo, data, language, screenshot});
+        step, model, units, fileUnits, tolerance, viasUpTo, type, importBits, exportBits, data,
+        language, screenshot});
 }
 
 QString contradiction(const Options& options)
@@ -49,12 +51,17 @@ QString contradiction(const Options& options)
     if (options.isSet(options.strict) && !options.wantsPlan()) {
         return QStringLiteral("--strict needs --table, --csv, --json or files to write");
     }
+    if (hasBoards && options.isSet(options.type)) {
+        return QStringLiteral("--type goes with one board");
+    }
     if (options.isSet(options.places) && !options.isSet(options.json)) {
         return QStringLiteral("--places goes with --json");
     }
     QStringList ways = given(options,
-        {&options.table, &options.csv, &options.json, &options.models, &options.screenshot});
-    if (options.isSet(options.models) || options.isSet(options.screenshot)) {
+        {&options.table, &options.csv, &options.json, &options.models, &options.importBits,
+            &options.exportBits, &options.screenshot});
+    if (options.isSet(options.models) || options.exchangesBits()
+        || options.isSet(options.screenshot)) {
         ways += given(options, {&options.drillPrograms, &options.report, &options.map});
     }
     return ways.size() > 1 ? QStringLiteral("%1 does not go with %2").arg(ways[0], ways[1])
@@ -91,8 +98,9 @@ size_t chosenStep(const Options& options, const Board& board)
         }
         names << board.steps[i].name;
     }
-    throw HostError(HostSession::tr("no step \"%1\"; there are: %2")
-                        .arg(options.value(options.step), names.join(", ")));
+    throw HostError(
+        HostSession::tr("no step \"%1\"; %2")
+            .arg(options.value(options.step), hintFor(options.value(options.step), names)));
 }
 
 ShopRules shopRules(const Options& options, const QString& dataDir)

@@ -20,12 +20,14 @@ struct Options
     /** Whether a window is to stay on the screen. */
     bool wantsWindow() const
     {
-        return !wantsPlan() && !isSet(models) && !isSet(screenshot) && !isSet(help)
-            && !isSet(version);
+        return !wantsPlan() && !isSet(models) && !exchangesBits() && !isSet(screenshot)
+            && !isSet(help) && !isSet(version);
     }
 
     /** Whether drill sizes are to be calculated and told. */
     bool wantsPlan() const { return isSet(table) || isSet(csv) || isSet(json) || writesFiles(); }
+
+    bool exchangesBits() const { return isSet(importBits) || isSet(exportBits); }
 
     bool writesFiles() const { return isSet(drillPrograms) || isSet(report) || isSet(map); }
 
@@ -46,11 +48,20 @@ struct Options
     QCommandLineOption model{"model", "Select this model in the viewer.", "name"};
     QCommandLineOption units{"units", "Units of the step: inch or metric.", "units"};
     QCommandLineOption fileUnits{
-        "file-units", "Units of drill files that tell none: inch or metric.", "units"};
+        "file-units", "Units of drill files that specify none: inch or metric.", "units"};
     QCommandLineOption tolerance{"tolerance",
-        "Tolerance where the board tells none: none, or such as plated=-0.05/+0.10 (mm).", "rule"};
-    QCommandLineOption viasUpTo{
-        "vias-up-to", "Plated holes up to this size (mm) are vias where none are told.", "size"};
+        "Tolerance where the board specifies none: none, or such as plated=-0.05/+0.10 (mm).",
+        "rule"};
+    QCommandLineOption viasUpTo{"vias-up-to",
+        "Plated holes up to this size (mm) are vias where the board has none.", "size"};
+    QCommandLineOption type{"type",
+        "Type of a tool of the board, such as LAYER:T3=press-fit or LAYER:0.8mm=via; repeatable.",
+        "choice"};
+    QCommandLineOption importBits{"import-bits",
+        "Replace the bits by a list (.csv) or by ready:starter, ready:metric or ready:inch.",
+        "list"};
+    QCommandLineOption exportBits{
+        "export-bits", "Write the bits as comma-separated values; - for standard output.", "file"};
     QCommandLineOption data{"data", "Folder of models and bits; filled if empty.", "folder"};
     QCommandLineOption language{
         "language", "Language of the window: de or en; else the system's.", "language"};

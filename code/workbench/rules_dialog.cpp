@@ -3,11 +3,14 @@
 
 #include "drill_plan.h"
 #include "plan_text.h"
+#include "question.h"
+#include "size_field.h"
 #include "ui_rules_dialog.h"
 
 #include <QComboBox>
-#include <QDoubleSpinBox>
-#include <cmath>
+#include <QLineEdit>
+#include <QPushButton>
+#include <algorithm>
 
 namespace brox {
 
@@ -21,28 +24,42 @@ enum Column
     PlusColumn
 };
 
-constexpr double largest = 1000; ///< millimetres, as the file of the rules has it
-constexpr int decimals = 4; ///< a tenth of a micron
+constexpr Size widestOfPlated = sizePerMillimetre; ///< wider ones are hardly meant
 
-QDoubleSpinBox* sizeBox(Size size)
+SizeField* fieldIn(const QTableWidget* table, int row, int column)
 {
-    auto* box = new QDoubleSpinBox;
-    box->setDecimals(decimals);
-    box->setSingleStep(0.01);
-    box->setMaximum(largest);
-    box->setFrame(false);
-    box->setValue(double(size) / sizePerMillimetre);
-    return box;
+    return static_cast<SizeField*>(table->cellWidget(row, column));
 }
 
-Size sizeIn(const QWidget* box)
+QString withUnit(Size size, Units units)
 {
-    return Size(std::lround(static_cast<const QDoubleSpinBox*>(box)->value() * sizePerMillimetre));
+    return SizeField::shown(size, units) + (units == Units::Inch ? " mil" : " mm");
 }
 
 } // namespace
 
-RulesDialog::RulesDialog(const ShopRules& rules, QWidget* parent)
+QStringList doubtsAbout(const ShopRules& rules, Units units)
+{
+    QStringList doubts;
+    for (size_t i = 0; i < rules.tolerances.size(); ++i) {
+        const ToleranceRule& rule = rules.tolerances[i];
+        const bool hasNext =
+            i + 1 < rules.tolerances.size() && rules.tolerances[i + 1].type == rule.type;
+        const Size widest = std::max(rule.tolerance.minus, rule.tolerance.plus);
+        // The first band has no smallest size: what it is for ends where the next begins.
+        const Size band = rule.from > 0 ? rule.from : hasNext ? rules.tolerances[i + 1].from : 0;
+        if ((rule.type != HoleType::NonPlated && widest > widestOfPlated)
+            || (band > 0 && widest >= band)) {
+            doubts << RulesDialog::tr("%1 from %2: -%3/+%4")
+                          .arg(spoken(typeWord(rule.type, false)), withUnit(rule.from, units),
+                              SizeField::shown(rule.tolerance.minus, units),
+                              withUnit(rule.tolerance.plus, units));
+        }
+    }
+    return doubts;
+}
+
+RulesDialog::RulesDialog(const ShopRules& rules, Units units, QWidget* parent)
     : QDialog(parent)
     , mUi(std::make_unique<Ui::RulesDialog>())
     , mRules(rules)
@@ -52,12 +69,28 @@ RulesDialog::RulesDialog(const ShopRules& rules, QWidget* parent)
     connect(mUi->addButton, &QPushButton::clicked, this, [this] { addRow({}); });
     connect(mUi->removeButton, &QPushButton::clicked, this,
         [this] { mUi->tolerancesTable->removeRow(mUi->tolerancesTable->currentRow()); });
-    connect(
-        mUi->starterButton, &QPushButton::clicked, this, [this] { show(ShopRules::starter()); });
+    connect(mUi->buttonBox->button(QDialogButtonBox::RestoreDefaults), &QPushButton::clicked, this,
+        [this] { show(ShopRules::starter()); });
+    connect(mUi->unitsBox, &QComboBox::currentIndexChanged, this,
+        [this](int index) { setUnits(index == 1 ? Units::Inch : Units::Metric); });
+    follow(mUi->viasUpToBox);
     show(rules);
+    mUi->unitsBox->setCurrentIndex(units == Units::Inch ? 1 : 0);
+    setUnits(units);
 }
 
 RulesDialog::~RulesDialog() = default;
+
+void RulesDialog::setUnits(Units units)
+{
+    mUnits = units;
+    for (SizeField* field : findChildren<SizeField*>()) {
+        field->setUnits(units);
+    }
+    const QString unit = units == Units::Inch ? QStringLiteral(" [mil]") : QStringLiteral(" [mm]");
+    mUi->tolerancesTable->setHorizontalHeaderLabels(
+        {tr("Type"), tr("From size") + unit, tr("Smaller by") + unit, tr("Larger by") + unit});
+}
 
 void RulesDialog::show(const ShopRules& rules)
 {
@@ -65,7 +98,7 @@ void RulesDialog::show(const ShopRules& rules)
     for (const ToleranceRule& rule : rules.tolerances) {
         addRow(rule);
     }
-    mUi->viasUpToBox->setValue(double(rules.viasUpTo) / sizePerMillimetre);
+    mUi->viasUpToBox->setSize(rules.viasUpTo);
 }
 
 void RulesDialog::addRow(const ToleranceRule& rule)
@@ -80,9 +113,19 @@ void RulesDialog::addRow(const ToleranceRule& rule)
     }
     types->setCurrentIndex(types->findData(int(rule.type)));
     table->setCellWidget(row, TypeColumn, types);
-    table->setCellWidget(row, FromColumn, sizeBox(rule.from));
-    table->setCellWidget(row, MinusColumn, sizeBox(rule.tolerance.minus));
-    table->setCellWidget(row, PlusColumn, sizeBox(rule.tolerance.plus));
+    types->setAccessibleName(tr("Type"));
+    const auto addField = [&](int column, Size size, const QString& name) {
+        auto* field = new SizeField;
+        field->setFrame(false);
+        field->setUnits(mUnits);
+        field->setSize(size);
+        field->setAccessibleName(name);
+        follow(field);
+        table->setCellWidget(row, column, field);
+    };
+    addField(FromColumn, rule.from, tr("From size"));
+    addField(MinusColumn, rule.tolerance.minus, tr("Smaller by"));
+    addField(PlusColumn, rule.tolerance.plus, tr("Larger by"));
     table->setCurrentCell(row, TypeColumn);
 }
 
@@ -92,24 +135,51 @@ ShopRules RulesDialog::shown() const
     ShopRules rules;
     for (int row = 0; row < table->rowCount(); ++row) {
         const auto* types = static_cast<QComboBox*>(table->cellWidget(row, TypeColumn));
-        rules.tolerances.push_back(
-            {HoleType(types->currentData().toInt()), sizeIn(table->cellWidget(row, FromColumn)),
-                {sizeIn(table->cellWidget(row, MinusColumn)),
-                    sizeIn(table->cellWidget(row, PlusColumn))}});
+        const auto size = [&](int column) { return fieldIn(table, row, column)->size(); };
+        rules.tolerances.push_back({HoleType(types->currentData().toInt()), size(FromColumn),
+            {size(MinusColumn), size(PlusColumn)}});
     }
-    rules.viasUpTo = sizeIn(mUi->viasUpToBox);
+    rules.viasUpTo = mUi->viasUpToBox->size();
     rules.sort();
     return rules;
 }
 
+/** A field that loses the focus to the button "OK" has its old size back before anyone saw it. */
+void RulesDialog::follow(const SizeField* field)
+{
+    connect(field, &SizeField::refused, this, [this](const QString& text) {
+        mIsRefused = true;
+        mUi->errorLabel->setText(
+            tr("\"%1\" is no size from 0 to 1000 mm; the former size is back.").arg(text));
+    });
+    connect(field->findChild<QLineEdit*>(), &QLineEdit::textEdited, this, [this] {
+        mIsRefused = false;
+        mUi->errorLabel->clear();
+    });
+}
+
 void RulesDialog::accept()
 {
-    try {
-        mRules = shown();
-        QDialog::accept();
-    } catch (const RulesError&) { // all else the boxes see to
-        mUi->errorLabel->setText(tr("There are two tolerances for one type and size."));
+    if (mIsRefused) {
+        mIsRefused = false;
+        return;
     }
+    ShopRules rules;
+    try {
+        rules = shown();
+    } catch (const RulesError&) { // all else the fields see to
+        mUi->errorLabel->setText(tr("There are two tolerances for one type and size."));
+        return;
+    }
+    const QStringList doubts = doubtsAbout(rules, mUnits);
+    if (!doubts.isEmpty()
+        && ask(tr("%n tolerance(s) are unusually wide.", "", int(doubts.size())), doubts.join('\n'),
+               {tr("Use Them"), tr("Go Back")})
+            != 0) {
+        return;
+    }
+    mRules = rules;
+    QDialog::accept();
 }
 
 } // namespace brox

@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "step_data.h"
 
+#include <QAction>
+#include <QCheckBox>
 #include <QCloseEvent>
 #include <QCoreApplication>
+#include <QTableWidget>
+#include <QToolButton>
 #include <algorithm>
 
 namespace brox {
@@ -14,9 +18,21 @@ StepData::StepData(QWidget* viewer, const QString& step)
     , mStep(step)
 {
     connect(viewer, SIGNAL(dataChanged(bool)), SLOT(modelsChanged(bool)));
+    if (auto* models = viewer->findChild<QTableWidget*>("broxModelTableWidget")) {
+        connect(models, &QTableWidget::itemSelectionChanged, this, &StepData::touched);
+    }
     if (mBits) {
-        connect(mBits, &QWidget::windowTitleChanged, this,
-            [this](const QString& title) { follow(DataFile::Kind::Bits, title.endsWith('*')); });
+        if (const auto* bits = mBits->findChild<QTableWidget*>("drillBitsTableWidget")) {
+            const QAbstractItemModel* model = bits->model();
+            connect(model, &QAbstractItemModel::dataChanged, this, &StepData::touched);
+            connect(model, &QAbstractItemModel::rowsInserted, this, &StepData::touched);
+            connect(model, &QAbstractItemModel::rowsRemoved, this, &StepData::touched);
+        }
+        connect(mBits, &QWidget::windowTitleChanged, this, [this](const QString& title) {
+            nameBits(title);
+            follow(DataFile::Kind::Bits, title.endsWith('*'));
+        });
+        nameBits(mBits->windowTitle());
     }
 }
 
@@ -29,6 +45,43 @@ bool StepData::hasUnsaved() const
 bool StepData::isInFront(DataFile::Kind kind) const
 {
     return kind == DataFile::Kind::Models ? mViewer->isVisible() : mBits && mBits->isActiveWindow();
+}
+
+/** Two steps have a window of bits each. */
+void StepData::nameBits(const QString& title)
+{
+    const QString start = mStep + QStringLiteral(": ");
+    if (!title.startsWith(start)) {
+        mBits->setWindowTitle(start + title);
+    }
+}
+
+void StepData::triggerBits(const char* action)
+{
+    if (auto* command = mBits ? mBits->findChild<QAction*>(action) : nullptr) {
+        command->trigger();
+    }
+}
+
+void StepData::save(DataFile::Kind kind)
+{
+    if (kind == DataFile::Kind::Bits) {
+        triggerBits("actionSave");
+    } else if (auto* button = mViewer->findChild<QToolButton*>("saveToolButton")) {
+        button->click();
+    }
+}
+
+bool StepData::markEdited(DataFile::Kind kind)
+{
+    if (kind == DataFile::Kind::Bits) {
+        triggerBits("actionAdd_Size");
+        triggerBits("actionDelete_Size");
+    } else if (auto* box = mViewer->findChild<QCheckBox*>("useBitFileCheckBox")) {
+        box->click();
+        box->click();
+    }
+    return file(kind).isEdited;
 }
 
 bool StepData::closeBits()
@@ -48,6 +101,7 @@ bool StepData::closeBits()
 void StepData::modelsChanged(bool isEdited)
 {
     follow(DataFile::Kind::Models, isEdited);
+    emit touched();
 }
 
 void StepData::follow(DataFile::Kind kind, bool isEdited)

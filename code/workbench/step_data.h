@@ -39,10 +39,19 @@ public:
     /** Whether the user has the viewer, or its window of bits, before him. */
     bool isInFront(DataFile::Kind kind) const;
 
+    /** Has the module save, as its own command does. */
+    void save(DataFile::Kind kind);
+
+    /** Has the module mark something as unsaved without a change to it; false if it can't. */
+    bool markEdited(DataFile::Kind kind);
+
     /** Closes the window of bits; false if the user wants to keep it. */
     bool closeBits();
 
 signals:
+    /** Something was edited, selected, saved or loaded that drill sizes depend on. */
+    void touched();
+
     /** The module's mark went up or down; it goes down when a save is done. */
     void edited(DataFile::Kind kind, bool isEdited);
 
@@ -50,6 +59,8 @@ private slots:
     void modelsChanged(bool isEdited); // by signature text: the viewer's class is not known here
 
 private:
+    void nameBits(const QString& title);
+    void triggerBits(const char* action);
     void follow(DataFile::Kind kind, bool isEdited);
 
     QWidget* mViewer;

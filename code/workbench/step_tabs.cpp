@@ -3,8 +3,12 @@
 
 #include "host_session.h"
 #include "job_table.h"
+#include "table_filter.h"
 
+#include <QHeaderView>
 #include <QScrollArea>
+#include <QScrollBar>
+#include <QSplitter>
 #include <QTabBar>
 #include <QTableWidget>
 #include <algorithm>
@@ -14,11 +18,46 @@ namespace brox {
 
 namespace {
 
+constexpr int rowMargin = 8; ///< pixels of a row beside its text
+constexpr int handleWidth = 6;
+constexpr int modelsWidth = 120;
+
 /** Gives the table of a viewer's tools the focus. */
 void focusTools(const QWidget* page)
 {
     if (auto* jobTable = page->findChild<QTableWidget*>("jobDrillDataTableWidget")) {
         jobTable->setFocus();
+    }
+}
+
+/** The width of a table without any scrolling. */
+int fullWidth(const QTableWidget* table)
+{
+    return table->verticalHeader()->sizeHint().width() + table->horizontalHeader()->length()
+        + table->verticalScrollBar()->sizeHint().width() + 2 * table->frameWidth();
+}
+
+/** Gives the parts of a viewer the room that they need: rows as high as their text, all types of
+ *  holes in sight, and the wider table of the two beside each other gets what the other leaves. */
+void fitParts(QWidget* viewer)
+{
+    for (auto* table : viewer->findChildren<QTableWidget*>()) {
+        table->verticalHeader()->setDefaultSectionSize(table->fontMetrics().height() + rowMargin);
+    }
+    if (const auto* amounts = viewer->findChild<QTableWidget*>("amountsTableWidget")) {
+        amounts->parentWidget()->setMaximumWidth(fullWidth(amounts));
+    }
+    for (auto* splitter : viewer->findChildren<QSplitter*>()) {
+        splitter->setHandleWidth(handleWidth);
+        splitter->setStyleSheet("QSplitter::handle { background: palette(mid); margin: 1px; }");
+        QList<int> sizes = splitter->sizes();
+        if (sizes.size() == 2) {
+            const bool isWide = splitter->orientation() == Qt::Horizontal;
+            const int all = qMax(sizes[0] + sizes[1], isWide ? viewer->width() : viewer->height());
+            sizes[0] = isWide ? modelsWidth : splitter->widget(0)->sizeHint().height();
+            sizes[1] = all - sizes[0];
+            splitter->setSizes(sizes);
+        }
     }
 }
 
@@ -70,9 +109,13 @@ void StepTabs::fill(int tab)
     // one with a large scale, scrolls instead.
     viewer->setMinimumSize(viewer->width(), viewer->height() / 2);
     static_cast<QScrollArea*>(widget(tab))->setWidget(viewer);
+    fitParts(viewer);
     // The Tab key leads out of a table, for hands without a mouse.
     for (auto* table : viewer->findChildren<QTableWidget*>()) {
         table->setTabKeyNavigation(false);
+    }
+    if (auto* bits = viewer->findChild<QTableWidget*>("drillBitsTableWidget")) {
+        new TableFilter(bits);
     }
     auto* jobTable = new JobTable(viewer, mSession.draft(step));
     connect(jobTable, &JobTable::typeChosen, this,
@@ -83,29 +126,58 @@ void StepTabs::fill(int tab)
         });
 }
 
-bool StepTabs::remake(const std::function<void()>& change)
+std::vector<size_t> StepTabs::openSteps() const
+{
+    std::vector<size_t> steps;
+    for (int tab = 0; tab < count(); ++tab) {
+        steps.push_back(stepOf(tab));
+    }
+    return steps;
+}
+
+/** Closes a viewer, of which another one takes the place. */
+bool StepTabs::close(int tab, Unsaved unsaved)
+{
+    if (unsaved == Unsaved::Keep) {
+        return mSession.closeForAnother(stepOf(tab));
+    }
+    mSession.closeViewer(stepOf(tab));
+    return true;
+}
+
+void StepTabs::reopen(int tab, const QString& model)
+{
+    if (!static_cast<QScrollArea*>(widget(tab))->widget()) {
+        fill(tab);
+    }
+    if (mSession.models(stepOf(tab)).contains(model)) {
+        mSession.selectModel(stepOf(tab), model);
+    }
+}
+
+bool StepTabs::remake(const std::function<void()>& change, Unsaved unsaved)
 {
     QStringList models;
     for (int tab = 0; tab < count(); ++tab) {
-        if (!mSession.canClose(stepOf(tab))) {
+        if (unsaved == Unsaved::Ask && !mSession.canClose(stepOf(tab))) {
             return false;
         }
         models << mSession.selectedModel(stepOf(tab));
     }
-    for (int tab = 0; tab < count(); ++tab) {
-        mSession.closeViewer(stepOf(tab));
+    bool areClosed = true;
+    for (int tab = 0; tab < count() && areClosed; ++tab) {
+        areClosed = close(tab, unsaved);
     }
     std::exception_ptr failure;
     try {
-        change();
+        if (areClosed) {
+            change();
+        }
     } catch (...) {
         failure = std::current_exception(); // the viewers come back all the same
     }
     for (int tab = 0; tab < count(); ++tab) {
-        fill(tab);
-        if (mSession.models(stepOf(tab)).contains(models[tab])) {
-            mSession.selectModel(stepOf(tab), models[tab]);
-        }
+        reopen(tab, models[tab]);
     }
     if (count() > 0) {
         focusTools(currentWidget());
@@ -114,7 +186,37 @@ bool StepTabs::remake(const std::function<void()>& change)
     if (failure) {
         std::rethrow_exception(failure);
     }
-    return true;
+    return areClosed;
+}
+
+void StepTabs::reread(size_t step)
+{
+    for (int tab = 0; tab < count(); ++tab) {
+        if (stepOf(tab) == step) {
+            const QString model = mSession.selectedModel(step);
+            mSession.closeViewer(step);
+            reopen(tab, model);
+        }
+    }
+    markUnsaved();
+}
+
+JobTable* StepTabs::jobTable() const
+{
+    return currentWidget() ? currentWidget()->findChild<JobTable*>() : nullptr;
+}
+
+QStringList StepTabs::rereadFiles()
+{
+    QStringList names;
+    for (int tab = 0; tab < count(); ++tab) {
+        const size_t step = stepOf(tab);
+        if (mSession.isOlder(step) && !mSession.hasUnsaved(step)) {
+            reread(step);
+            names << mSession.draft(step).boardStep().name;
+        }
+    }
+    return names;
 }
 
 void StepTabs::markUnsaved()

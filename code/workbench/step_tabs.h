@@ -11,6 +11,7 @@
 namespace brox {
 
 class HostSession;
+class JobTable;
 
 /** The viewers of the open steps of a board, a tab each. */
 class StepTabs : public QTabWidget
@@ -48,13 +49,38 @@ public:
      */
     bool closeAll();
 
+    /** The steps with a viewer. */
+    std::vector<size_t> openSteps() const;
+
+    enum class Unsaved
+    {
+        Keep, ///< what is in no file comes along, still unsaved
+        Ask ///< it is in the way: the user saves or discards it
+    };
+
     /** Has all open viewers made anew around a change of the session's that needs them closed.
      *  Each shows the model again that was selected.
      *
      * @return false, without the change, if the user wants to keep a viewer as it is
      * @throws HostError
      */
-    bool remake(const std::function<void()>& change);
+    bool remake(const std::function<void()>& change, Unsaved unsaved = Unsaved::Keep);
+
+    /** Has those viewers read their files again that have nothing unsaved and are older than them.
+     *
+     * @return names of the steps
+     * @throws HostError
+     */
+    QStringList rereadFiles();
+
+    /** The same for one step, whatever it has unsaved.
+     *
+     * @throws HostError
+     */
+    void reread(size_t step);
+
+    /** What the workbench adds to the table of tools in front; null if no step is open. */
+    JobTable* jobTable() const;
 
 signals:
     /** The user wants another type for a tool of the board; null: its own again. */
@@ -67,6 +93,8 @@ private:
     void markUnsaved();
     QString titleOf(size_t step) const;
     size_t stepOf(int tab) const;
+    bool close(int tab, Unsaved unsaved);
+    void reopen(int tab, const QString& model);
     void discard(int tab);
     void fill(int tab);
 

@@ -250,7 +250,7 @@ private:
         row("more after the end", QByteArray(plain + "X1\n").replace("\n", "\r\n"),
             ":8: \"X1\" after the program's end");
         row("no units", program("T1\nX1.", "T1C0.8"),
-            ":2: nothing tells whether T1 is in millimetres or inches; --file-units");
+            ":2: nothing specifies whether T1 is in millimetres or inches; --file-units");
         row("too large in later units", program("T1\nX1.", "T1C90.\nINCH"),
             ":2: tool T1: 90 inch is too large, the most are 500 mm");
         constexpr const char* refused[][2] = {{"T1\nX1G82", ":6: unknown command G82"},

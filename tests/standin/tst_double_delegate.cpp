@@ -60,14 +60,16 @@ private slots:
             QTest::newRow(name) << int(units) << value << QString(typed) << stored;
         };
         const double unround = 80000 / 10160.0; // shows as 7.874
-        row("comma; no letter, no second point", Microns, {}, "1a2,.e,3", 12.3);
+        row("comma", Microns, {}, "12,3", 12.3);
+        for (const char* refused : {"1a2", "1e3", "1,2.3", "1,,2", "-", "1 000"})
+            row(refused, Microns, 5.0, refused, 5.0);
         row("negative", Microns, {}, "-3", -3.0);
-        row("host size limit", Mils, {}, "211367", 21136.0);
+        row("host size limit", Mils, 6.0, "211367", 6.0);
         row("looked at", Mils, unround, "", unround);
         row("emptied", Microns, 5.0, nullptr, {});
         row("plain text", Plain, "350", "351,25", 351.25);
-        row("plain not negative", Plain, {}, "-4", 4.0);
-        row("plain decimals", Plain, {}, "0.1234567", 0.123456);
+        row("plain not negative", Plain, 4.0, "-4", 4.0);
+        row("plain decimals", Plain, 1.0, "0.1234567", 1.0);
     }
 
     void edits()

@@ -211,7 +211,7 @@ private slots:
         const Boxes boxes({"Discard"}); // a change of units counts as an edit
         mWindow->openBoard({SAMPLES_DIR "/sensor.xml"});
         choose("1 board");
-        QCOMPARE(tree->topLevelItem(0)->child(1)->text(3), "14");
+        QTRY_COMPARE(tree->topLevelItem(0)->child(1)->text(3), "14");
     }
 
     void types()
@@ -254,7 +254,8 @@ private slots:
         QCOMPARE(tools()->item(1, 0)->text(), name);
         chooseType("Via");
         open(name + ".drl");
-        mWindow->setRules(mWindow->job().rules);
+        QCOMPARE(tool(1), "Via 1 800 100 100 850"); // kept with the board
+        choose("Forget Choices for This Board");
         QCOMPARE(tool(1), "Pth 1 800 100 100 900");
     }
 
@@ -276,18 +277,17 @@ private slots:
         mSession->selectModel(0, "HASL");
         auto* models = mSession->viewer(0)->findChild<QTableWidget*>("broxModelTableWidget");
         models->currentItem()->setText("Gold");
-        for (const char* answer : {"Cancel", "Save"}) {
-            Boxes boxes({answer});
-            inDialog<QDialog>(change);
-            choose("Shop Rules...");
-            QVERIFY(boxes.areAnswered());
-        }
+        inDialog<QDialog>(change);
+        choose("Shop Rules..."); // unsaved models come along
+        QVERIFY(mSession->hasUnsaved(0));
         inDialog<QDialog>([](QDialog* dialog) {
             auto* table = dialog->findChild<QTableWidget*>("tolerancesTable");
             auto* vias = dialog->findChild<QDoubleSpinBox*>("viasUpToBox");
             QCOMPARE(static_cast<QDoubleSpinBox*>(table->cellWidget(0, 3))->value(), 0.3);
             QCOMPARE(vias->value(), 0.3);
-            dialog->findChild<QPushButton*>("starterButton")->click();
+            dialog->findChild<QDialogButtonBox*>()
+                ->button(QDialogButtonBox::RestoreDefaults)
+                ->click();
             QCOMPARE(vias->value(), 0.0);
             dialog->reject();
         });
@@ -317,7 +317,7 @@ private slots:
         exportAs("Table...", path);
         QVERIFY(content("out/x.csv").startsWith("Layer,Type,Count,FHS [micron],"));
         QCOMPARE(mWindow->statusBar()->currentMessage(),
-            "Written by model ENIG: " + path + ".csv (tools to be looked at: 1)");
+            "Written by model ENIG: " + path + ".csv (1 row(s) to check)");
         QCOMPARE(exportAs("Table...", path + ".json"), mFolder->filePath("out/b-pcb"));
         QVERIFY(content("out/x.json").contains("\"bit\": \"#64\""));
         exportAs("Table...", path + ".txt");
@@ -333,14 +333,14 @@ private slots:
         exportAs("Table...", path + "y.json");
         QVERIFY(content("out/xy.json").contains("\"unsaved\": true"));
         exportAs("Report...", path + "y");
-        QCOMPARE(content("out/xy.html").count("edits that are not saved"), 2); // one in the map
+        QCOMPARE(content("out/xy.html").count("unsaved edits"), 2); // one in the map
         exportAs("Drill Programs...", mFolder->filePath("out"));
         QVERIFY2(boxes.areAnswered(), qPrintable(boxes.seen.join(' ')));
         QVERIFY(content("out/b-pcb-b-plated.drl").contains("T02C0.800\n"));
-        QVERIFY(content("out/b-pcb-b-plated.drl").contains("(with edits that are not saved)\n"));
+        QVERIFY(content("out/b-pcb-b-plated.drl").contains("(unsaved edits)\n"));
         QCOMPARE(mWindow->statusBar()->currentMessage(),
             "Written by model ENIG: " + mFolder->filePath("out/b-pcb-b-plated.drl")
-                + " (with edits that are not saved)");
+                + " (models and bits: unsaved edits)");
     }
 
     void recentBoards()
@@ -349,7 +349,7 @@ private slots:
             QStringList all;
             QMenu* file = mWindow->findChild<QMenuBar*>()->actions().first()->menu();
             emit file->aboutToShow();
-            const QMenu* menu = file->actions().at(1)->menu();
+            const QMenu* menu = file->actions().at(2)->menu();
             for (const QAction* action : menu->actions()) {
                 all << action->text() + (action->isEnabled() ? "" : " gone");
             }

@@ -165,21 +165,23 @@ private slots:
 
     void opensWhatIsDropped()
     {
-        const auto drop = [this](const char* file) {
+        const auto drop = [](QWidget* on, const char* file) {
             QMimeData data;
             data.setUrls({QUrl::fromLocalFile(QString(SAMPLES_DIR "/") + file)});
-            QDragEnterEvent enter({}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-            QApplication::sendEvent(mWindow.get(), &enter);
+            const Qt::DropActions actions = Qt::CopyAction | Qt::MoveAction;
+            QDragEnterEvent enter({}, actions, &data, Qt::LeftButton, Qt::NoModifier);
+            QApplication::sendEvent(on, &enter);
             QVERIFY(enter.isAccepted());
-            QDropEvent event({}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-            QApplication::sendEvent(mWindow.get(), &event);
+            QDropEvent event({}, actions, &data, Qt::LeftButton, Qt::NoModifier);
+            QApplication::sendEvent(on, &event);
+            QVERIFY(event.dropAction() == Qt::CopyAction && event.isAccepted());
             QCoreApplication::processEvents();
         };
-        drop("sensor.xml");
-        drop("controller.xml");
+        drop(mWindow.get(), "sensor.xml");
+        drop(child<QLineEdit>("dhsLineEdit"), "controller.xml");
         QCOMPARE(mTabs->count(), 1);
         Boxes boxes({"OK"});
-        drop("make_boards.py");
+        drop(mWindow.get(), "make_boards.py");
         QVERIFY(boxes.areAnswered());
         QCOMPARE(tab(), "controller: board");
     }

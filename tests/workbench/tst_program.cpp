@@ -87,7 +87,7 @@ const Case cases[] = {
         {"$D/r.HTML\n$D/m.svg\n", " Pth 3.937 118.11 4.921 Via 1.969 &nbsp; &nbsp; Laser ",
             " o,&quot;d Via 1 20 1 2 22.5 #74 1 &nbsp; &nbsp; o,&quot;d Plated slot 1 ",
             " 2 tolerance-assumed -0.1/+0.1 mm by the rule for plated ",
-            " Total &nbsp; &nbsp; 1 1 Left out and noted back drills left out: 2 (",
+            " Total &nbsp; &nbsp; 1 1 Not drilled, and notes back drills left out: 2 (",
             "T7 drills 1 holes where a comment tells 9 Map of layer o,&quot;d (1 to 4) ",
             "Circles have the drill size; sizes in mil. Tool Bit Drill size Hits Slots "
             "T01 PTH #74 22.5 1 T02 PTH 3.15 124.016 1 ",
@@ -122,7 +122,7 @@ const Case cases[] = {
         "made the data folder $D/new\n"
         "$D/new/brox/brox.xml was missing and holds what a new one does\n"},
     {"mkdir $D/l; touch $D/l/$(printf '\\351'); $B $D/l --csv; s=$?; rm -r $D/l; exit $s", 1, {},
-        "$D/l/\uFFFD:1: the name is not written in UTF-8\n"},
+        "brox-workbench: $D/l/\uFFFD:1: the name is not written in UTF-8\n"},
     // What has no size.
     {"noSize; $B sensor.xml --csv --step board --data $D/n", 1,
         {"\nDrill,Via,60,300,50,50,,,,no-size\n"},
@@ -136,9 +136,9 @@ const Case cases[] = {
             "[2000,1000]}]]"},
         ""},
     {"$B $A --file-units metric --drill-programs $D", 1, {},
-        "layer \"arc\": the board tells no size of T1, \"Plated slot\"\n"},
+        "brox-workbench: layer \"arc\": the board tells no size of T1, \"Plated slot\"\n"},
     {"sed 's/I0.5/I0.2/;s/T1/T1C1.0/' $A | $B - --file-units metric --drill-programs $D", 1, {},
-        "an arc whose ends are not equally far from its centre\n"},
+        "brox-workbench: an arc whose ends are not equally far from its centre\n"},
     {"noSize; $B sensor.xml --map $D/m.svg --data $D/n 2>/dev/null; grep -q 'no size' $D/m.svg && "
      "echo "
      "told",
@@ -151,15 +151,17 @@ const Case cases[] = {
         "holes left out: 1 (on layers that are not drilled)\n"},
     {"grep -o '<Drill ' $D/data/brox/brox_drill_bits.xml | wc -l", 0, {"162\n"}, ""},
     {"noSize; $B sensor.xml --drill-programs $D --data $D/n", 1, {},
-        "layer \"Drill\": the tool \"Non-plated\" of 3175 micron has no drill size by model "
+        "brox-workbench: layer \"Drill\": the tool \"Non-plated\" of 3175 micron has no drill size "
+        "by model "
         "\"ENIG\" and its formula\n"},
     {"$B backplane.xml --strict --map $D/strict.svg; s=$?; ls $D/strict.svg 2>/dev/null; exit $s",
-        2, {}, "tools that are flagged out-of-tolerance, no-bit or no-size: 4\n"},
+        2, {}, "tools that are flagged out-of-tolerance, no-bit, no-size or unapproved-bit: 4\n"},
     // Many boards.
     {"printf 'sensor.xml\\nnone\\n\\nbackplane.xml\\n' | $B --csv --boards - --strict | grep Via",
         0, {"sensor.xml,Drill,Via,720,300,", "backplane.xml,drill_1-4,Via,140,254,0,0,350,0.35,1,"},
         "none:1: No such file or directory\n"
-        "backplane.xml: tools that are flagged out-of-tolerance, no-bit or no-size: 4\n"},
+        "backplane.xml: tools that are flagged out-of-tolerance, no-bit, no-size or "
+        "unapproved-bit: 4\n"},
     {"echo \"$D/o,\\\"d.drl\" >$D/list; $B --csv --boards $D/list", 0,
         {"Board,Layer,Type,Count,FHS [mil],"},
         "$D/o,\"d.drl: back drills left out: 2 (the fabricator chooses their tools)\n"
@@ -168,27 +170,42 @@ const Case cases[] = {
     {"(echo none; echo backplane.xml) >$D/list; $B --csv --boards $D/list --strict >/dev/null 2>&1",
         1, {}, ""},
     {"echo backplane.xml >$D/list; $B --csv --boards $D/list --strict >/dev/null 2>&1", 2, {}, ""},
-    {"$B --table --boards -", 1, {}, "--boards goes with --csv, and instead of a board\n"},
+    {"$B --table --boards -", 1, {},
+        "brox-workbench: --boards goes with --csv, and instead of a board\n"},
     // What is refused.
-    {"$B --models --strict", 1, {}, "--strict needs --table, --csv, --json or files to write\n"},
-    {"$B sensor.xml --table --step x", 1, {}, "no step \"x\"; there are: board, panel\n"},
+    {"$B --models --strict", 1, {},
+        "brox-workbench: --strict needs --table, --csv, --json or files to write\n"},
+    {"$B sensor.xml --table --step x", 1, {},
+        "brox-workbench: no step \"x\"; there are: board, panel\n"},
     {"$B sensor.xml --csv --model x", 1, {},
-        "no model \"x\"; there are: ENIG, HASL, Heavy copper, Immersion silver, Unplated\n"},
+        "brox-workbench: no model \"x\"; there are: ENIG, HASL, Heavy copper, Immersion silver, "
+        "Unplated\n"},
+    {"$B sensor.xml --csv --model Enig", 1, {},
+        "brox-workbench: no model \"Enig\"; did you mean ENIG?\n"},
+    {"$B breakout-NPTH.drl --csv --type breakout-NPTH:3.2mm=press-fit 2>/dev/null", 0,
+        {"breakout-NPTH,Press-fit,4,3200,"}, ""},
+    {"$B breakout-NPTH.drl --csv --type breakout-NPTH:T9=via", 1, {},
+        "brox-workbench: --type: no tool T9 in layer breakout-NPTH; there are: T1, T2\n"},
+    {"$B --import-bits ready:metric && $B --export-bits - | sed 1,4d | head -1", 0,
+        {"0.25,0.25,0.00984252,yes\n"}, ""},
+    {"$B --import-bits ready:x", 1, {},
+        "brox-workbench: no ready set \"x\"; there are: ready:starter, ready:metric, ready:inch\n"},
     {"$B sensor.xml --csv --units foot --data $D/no; s=$?; ls $D/no 2>/dev/null; exit $s", 1, {},
-        "no units \"foot\"; there are: inch, metric\n"},
+        "brox-workbench: no units \"foot\"; there are: inch, metric\n"},
     {"$B sensor.xml --screenshot $D/no/x.png 2>$D/e; s=$?; grep image $D/e; exit $s", 1,
-        {"$D/no/x.png: the image can't be written\n"}, ""},
-    {"$B sensor.xml --csv --json", 1, {}, "--csv does not go with --json\n"},
-    {"$B sensor.xml --json >/dev/full", 1, {}, "the output can't be written\n"},
+        {"brox-workbench: $D/no/x.png: the image can't be written\n"}, ""},
+    {"$B sensor.xml --csv --json", 1, {}, "brox-workbench: --csv does not go with --json\n"},
+    {"$B sensor.xml --json >/dev/full", 1, {}, "brox-workbench: the output can't be written\n"},
     {"$B sensor.xml --report $D/./x.pdf --map $D/x.pdf; s=$?; ls $D/*x.pdf 2>/dev/null; exit $s", 1,
-        {}, "$D/x.pdf: can't be written: it is named twice\n"},
-    {"$B --table", 1, {}, "a board file is needed\n"},
+        {}, "brox-workbench: $D/x.pdf: can't be written: it is named twice\n"},
+    {"$B --table", 1, {}, "brox-workbench: a board file is needed\n"},
     {"$B sensor.xml --csv --tolerance plated=5", 1, {},
-        "--tolerance: \"5\" is no tolerance such as -0.05/+0.10 or +-2mil\n"},
-    {"$B none --table", 1, {}, "none:1: No such file or directory\n"},
+        "brox-workbench: --tolerance: \"5\" is no tolerance such as -0.05/+0.10 or +-2mil\n"},
+    {"$B none --table", 1, {}, "brox-workbench: none:1: No such file or directory\n"},
     {"$B make_boards.py --screenshot none.png --language de", 1, {},
-        "make_boards.py:1: keine Bohrdatei, sondern ein Text ohne Bohrbefehle\n"},
-    {"$B sensor.xml", 1, {}, "no display to open a window on; --table and --csv need none\n"},
+        "brox-workbench: make_boards.py:1: keine Bohrdatei, sondern ein Text ohne Bohrbefehle\n"},
+    {"$B sensor.xml", 1, {},
+        "brox-workbench: no display to open a window on; --table and --csv need none\n"},
 };
 
 } // namespace

@@ -1,0 +1,195 @@
+// SPDX-License-Identifier: MIT
+#include "board_choices.h"
+
+#include "data_file.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QRegularExpression>
+#include <algorithm>
+
+namespace brox {
+
+namespace {
+
+class ChoicesText
+{
+    Q_DECLARE_TR_FUNCTIONS(BoardChoices)
+};
+
+constexpr qsizetype markLength = 16; ///< of a content, in a file's name
+
+/** All tools of the layers of a name, in the order of the board. */
+std::vector<const Tool*> toolsOf(const Board& board, const QString& layerName)
+{
+    std::vector<const Tool*> tools;
+    for (const Step& step : board.steps) {
+        for (const Layer& layer : step.layers) {
+            for (const Tool& tool : layer.tools) {
+                if (layer.name == layerName) {
+                    tools.push_back(&tool);
+                }
+            }
+        }
+    }
+    return tools;
+}
+
+void add(QCryptographicHash& hash, const QString& text)
+{
+    hash.addData(text.toUtf8());
+    hash.addData(QByteArrayView("\0", 1));
+}
+
+void add(QCryptographicHash& hash, const Tool& tool)
+{
+    const Tolerance tolerance = tool.tolerance.value_or(Tolerance{-1, -1});
+    add(hash,
+        QStringLiteral("%1 %2 %3 %4 %5 %6")
+            .arg(tool.number)
+            .arg(int(tool.type))
+            .arg(tool.finishedSize)
+            .arg(tolerance.minus)
+            .arg(tolerance.plus)
+            .arg(tool.slotPaths.size()));
+    hash.addData(QByteArrayView(reinterpret_cast<const char*>(tool.holes.data()),
+        qsizetype(tool.holes.size() * sizeof(Place))));
+    for (const Path& path : tool.slotPaths) {
+        add(hash,
+            QStringLiteral("%1 %2 %3 %4")
+                .arg(path.start.x)
+                .arg(path.start.y)
+                .arg(path.end().x)
+                .arg(path.end().y));
+    }
+}
+
+QByteArray markOf(const Board& board)
+{
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    for (const Step& step : board.steps) {
+        add(hash, step.name);
+        for (const Layer& layer : step.layers) {
+            add(hash, layer.name);
+            for (const Tool& tool : layer.tools) {
+                add(hash, tool);
+            }
+        }
+    }
+    return hash.result().toHex().left(markLength);
+}
+
+QJsonArray typesJson(const Board& board, const QList<TypeChoice>& choices)
+{
+    QJsonArray types;
+    for (const TypeChoice& choice : choices) {
+        const std::vector<const Tool*> tools = toolsOf(board, choice.layer);
+        const auto found = std::find_if(tools.begin(), tools.end(),
+            [&](const Tool* tool) { return tool->isLike(choice.tool); });
+        if (found != tools.end()) {
+            types << QJsonObject{{"layer", choice.layer}, {"tool", int(found - tools.begin())},
+                {"type", typeKey(choice.type)}};
+        }
+    }
+    return types;
+}
+
+std::optional<TypeChoice> typeChoice(const QJsonObject& json, const Board& board)
+{
+    const std::vector<const Tool*> tools = toolsOf(board, json["layer"].toString());
+    const int index = json["tool"].toInt(-1);
+    for (const HoleType type :
+        {HoleType::Plated, HoleType::NonPlated, HoleType::Via, HoleType::PressFit}) {
+        if (index >= 0 && size_t(index) < tools.size() && json["type"] == typeKey(type)) {
+            Tool tool = *tools[size_t(index)];
+            tool.holes.clear();
+            tool.slotPaths.clear();
+            return TypeChoice{json["layer"].toString(), tool, type};
+        }
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+QString BoardChoices::text() const
+{
+    QStringList parts;
+    if (!types.isEmpty()) {
+        parts << ChoicesText::tr("types of %n tool(s)", "", int(types.size()));
+    }
+    for (auto step = steps.begin(); step != steps.end(); ++step) {
+        QStringList chosen;
+        if (!step->model.isEmpty()) {
+            chosen << ChoicesText::tr("model %1").arg(step->model);
+        }
+        if (step->units) {
+            chosen << (*step->units == Units::Inch ? ChoicesText::tr("mils")
+                                                   : ChoicesText::tr("microns"));
+        }
+        parts << ChoicesText::tr("step %1: %2").arg(step.key(), chosen.join(", "));
+    }
+    return parts.isEmpty()
+        ? QString()
+        : ChoicesText::tr("As chosen before for this board: %1").arg(parts.join("; "));
+}
+
+QString choicesPath(const QString& dataDir, const Board& board)
+{
+    QString name = board.job;
+    name.replace(QRegularExpression(QStringLiteral("[^A-Za-z0-9._-]")), "_");
+    return QDir(dataDir).filePath(QStringLiteral("brox/boards/%1-%2.json")
+                                      .arg(name.left(64), QString::fromLatin1(markOf(board))));
+}
+
+BoardChoices loadChoices(const QString& path, const Board& board)
+{
+    QFile file(path);
+    BoardChoices choices;
+    if (path.isEmpty() || !file.open(QFile::ReadOnly)) {
+        return choices;
+    }
+    const QJsonObject json = QJsonDocument::fromJson(file.readAll()).object();
+    for (const QJsonValue& type : json["types"].toArray()) {
+        if (const auto choice = typeChoice(type.toObject(), board)) {
+            choices.types << *choice;
+        }
+    }
+    const QJsonObject steps = json["steps"].toObject();
+    for (auto step = steps.begin(); step != steps.end(); ++step) {
+        BoardChoices::OfStep of{step->toObject()["model"].toString(), {}};
+        const QString units = step->toObject()["units"].toString();
+        if (units == "inch" || units == "metric") {
+            of.units = units == "inch" ? Units::Inch : Units::Metric;
+        }
+        choices.steps[step.key()] = of;
+    }
+    return choices;
+}
+
+QString saveChoices(const QString& path, const Board& board, const BoardChoices& choices)
+{
+    if (choices.isEmpty()) {
+        QFile file(path);
+        return !file.exists() || file.remove() ? QString() : file.errorString();
+    }
+    QJsonObject steps;
+    for (auto step = choices.steps.begin(); step != choices.steps.end(); ++step) {
+        QJsonObject of;
+        if (!step->model.isEmpty()) {
+            of["model"] = step->model;
+        }
+        if (step->units) {
+            of["units"] = *step->units == Units::Inch ? "inch" : "metric";
+        }
+        steps[step.key()] = of;
+    }
+    return writeDurably(path,
+        QJsonDocument(QJsonObject{{"types", typesJson(board, choices.types)}, {"steps", steps}})
+            .toJson());
+}
+
+} // namespace brox

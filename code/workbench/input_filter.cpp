@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: MIT
+#include "input_filter.h"
+
+#include "table_text.h"
+
+#include <QAbstractItemView>
+#include <QAbstractSpinBox>
+#include <QApplication>
+#include <QClipboard>
+#include <QComboBox>
+#include <QDropEvent>
+#include <QKeyEvent>
+#include <QMimeData>
+
+namespace brox {
+
+namespace {
+
+/** A widget that the wheel would change. */
+QWidget* turnable(QObject* watched)
+{
+    auto* widget = qobject_cast<QWidget*>(watched);
+    const bool turns = qobject_cast<QAbstractSpinBox*>(widget) || qobject_cast<QComboBox*>(widget);
+    return turns ? widget : nullptr;
+}
+
+QStringList localFiles(const QMimeData* data)
+{
+    QStringList paths;
+    for (const QUrl& url : data->urls()) {
+        if (url.isLocalFile()) {
+            paths << url.toLocalFile();
+        }
+    }
+    return paths;
+}
+
+bool copyOrSelect(QAbstractItemView* view, const QKeyEvent* key)
+{
+    if (key->matches(QKeySequence::Copy)) {
+        const QString text = selectionText(view);
+        if (!text.isEmpty()) {
+            QApplication::clipboard()->setText(text);
+        }
+        return !text.isEmpty();
+    }
+    if (!key->matches(QKeySequence::SelectAll)) {
+        return false;
+    }
+    if (view->selectionMode() == QAbstractItemView::SingleSelection) {
+        view->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    }
+    view->selectAll();
+    return true;
+}
+
+} // namespace
+
+InputFilter::InputFilter(QWidget* window)
+    : QObject(window)
+    , mWindow(window)
+{
+    qApp->installEventFilter(this);
+}
+
+bool InputFilter::eventFilter(QObject* watched, QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::Polish:
+        if (QWidget* widget = turnable(watched);
+            widget && widget->focusPolicy() == Qt::WheelFocus) {
+            widget->setFocusPolicy(Qt::StrongFocus); // or the first turn would give the focus
+        }
+        return false;
+    case QEvent::Wheel: {
+        const QWidget* widget = turnable(watched);
+        if (widget && !widget->hasFocus()) {
+            event->ignore(); // so that it scrolls what the widget lies in
+            return true;
+        }
+        return false;
+    }
+    case QEvent::KeyPress: {
+        auto* view = qobject_cast<QAbstractItemView*>(watched);
+        return view && copyOrSelect(view, static_cast<QKeyEvent*>(event));
+    }
+    case QEvent::DragEnter:
+    case QEvent::DragMove:
+    case QEvent::Drop:
+        return takeDrop(watched, static_cast<QDropEvent*>(event));
+    default:
+        return false;
+    }
+}
+
+bool InputFilter::takeDrop(QObject* watched, QDropEvent* event)
+{
+    const auto* widget = qobject_cast<QWidget*>(watched);
+    const QStringList paths = localFiles(event->mimeData());
+    if (!widget || widget->window() != mWindow || paths.isEmpty()) {
+        return false;
+    }
+    // A file manager deletes what was moved.
+    const bool canCopy = event->possibleActions() & Qt::CopyAction;
+    event->setDropAction(canCopy ? Qt::CopyAction : Qt::IgnoreAction);
+    event->accept();
+    if (event->type() == QEvent::Drop) {
+        // Boxes would keep the program waiting that the files are dragged from.
+        QMetaObject::invokeMethod(
+            this, [this, paths] { emit dropped(paths); }, Qt::QueuedConnection);
+    }
+    return true;
+}
+
+} // namespace brox

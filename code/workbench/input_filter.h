@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#ifndef INPUT_FILTER_H
+#define INPUT_FILTER_H
+
+#include <QObject>
+#include <QStringList>
+
+class QDropEvent;
+class QWidget;
+
+namespace brox {
+
+/** What wheel, keys and drops do in all windows of the program, whoever made them.
+ *
+ * The wheel scrolls, and turns no field or list that has not the focus. Ctrl+C copies the selected
+ * cells of any table for a spreadsheet, and Ctrl+A selects all of them. Files that are dropped
+ * anywhere in the main window are opened, and never become the text of a field.
+ */
+class InputFilter : public QObject
+{
+    Q_OBJECT
+
+public:
+    /** @param window  the main window; becomes the parent */
+    explicit InputFilter(QWidget* window);
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+signals:
+    void dropped(const QStringList& paths);
+
+private:
+    bool takeDrop(QObject* watched, QDropEvent* event);
+
+    QWidget* mWindow;
+};
+
+} // namespace brox
+
+#endif

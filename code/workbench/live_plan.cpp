@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: MIT
+#include "live_plan.h"
+
+#include "host_session.h"
+#include "step_tabs.h"
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <utility>
+
+namespace brox {
+
+bool isTypingIntoCell()
+{
+    const QWidget* focus = QApplication::focusWidget();
+    for (const QWidget* widget = focus; widget; widget = widget->parentWidget()) {
+        const auto* view = qobject_cast<const QAbstractItemView*>(widget);
+        if (view && view != focus && view->viewport()->isAncestorOf(focus)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+LivePlan::LivePlan(HostSession& session, const StepTabs& tabs)
+    : mSession(session)
+    , mTabs(tabs)
+{
+    mTimer.setSingleShot(true);
+    mTimer.setInterval(0);
+    connect(&mTimer, &QTimer::timeout, this, &LivePlan::refreshUnlessTyping);
+    connect(&session, &HostSession::edited, this, [this](size_t step) {
+        mEdited << step;
+        mTimer.start();
+    });
+    connect(&tabs, &StepTabs::stepChanged, &mTimer, qOverload<>(&QTimer::start));
+    connect(qApp, &QApplication::focusChanged, this, [this] {
+        if (std::exchange(mIsTyping, false)) {
+            mTimer.start();
+        }
+    });
+}
+
+const DrillPlan* LivePlan::current()
+{
+    if (const std::optional<size_t> step = mTabs.currentStep()) {
+        mEdited << *step; // a cell that is open may hold an edit that nobody has heard of
+    }
+    refresh();
+    return plan();
+}
+
+void LivePlan::recalculate()
+{
+    for (const size_t step : mTabs.openSteps()) {
+        mEdited << step;
+    }
+    refresh();
+}
+
+void LivePlan::refreshUnlessTyping()
+{
+    mIsTyping = isTypingIntoCell();
+    if (!mIsTyping) {
+        refresh();
+    }
+}
+
+void LivePlan::refresh()
+{
+    const QSet<size_t> edited = std::exchange(mEdited, {});
+    mPlan.reset();
+    mFault.clear();
+    try {
+        for (const size_t step : edited) {
+            mSession.recalculate(step);
+        }
+        if (const std::optional<size_t> step = mTabs.currentStep()) {
+            mPlan = planOf(mSession, *step);
+        }
+    } catch (const std::exception& error) {
+        mFault = QString::fromUtf8(error.what());
+    }
+    emit changed();
+}
+
+} // namespace brox

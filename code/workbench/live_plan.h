@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+#ifndef LIVE_PLAN_H
+#define LIVE_PLAN_H
+
+#include "drill_plan.h"
+
+#include <QObject>
+#include <QSet>
+#include <QTimer>
+#include <optional>
+
+namespace brox {
+
+class HostSession;
+class StepTabs;
+
+/** What the step in front comes to: the one plan that the window shows and writes.
+ *
+ * After every edit, once per turn of the event loop, the viewers' own tables are calculated anew
+ * and then the plan, so that table, map, status bar and each export say the same. Only while a
+ * number or a name is being typed into a cell does all of it wait: calculating would end the
+ * typing.
+ */
+class LivePlan : public QObject
+{
+    Q_OBJECT
+
+public:
+    /** @param session, tabs  outlive the plan */
+    LivePlan(HostSession& session, const StepTabs& tabs);
+
+    /** The plan as it was calculated last; null: no step is open, or fault() says why there is
+     *  none. */
+    const DrillPlan* plan() const { return mPlan ? &*mPlan : nullptr; }
+    const QString& fault() const { return mFault; }
+
+    /** The plan of this moment. What is being typed counts as entered. */
+    const DrillPlan* current();
+
+    /** Calculates all anew, whether something was edited or not. */
+    void recalculate();
+
+signals:
+    void changed();
+
+private:
+    void refresh();
+    void refreshUnlessTyping();
+
+    HostSession& mSession;
+    const StepTabs& mTabs;
+    QTimer mTimer;
+    QSet<size_t> mEdited; ///< steps whose viewers show what was before an edit
+    bool mIsTyping = false; ///< a refresh waits for the end of it
+    std::optional<DrillPlan> mPlan;
+    QString mFault;
+};
+
+/** Whether the focus is in the editor of a cell. */
+bool isTypingIntoCell();
+
+} // namespace brox
+
+#endif

@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: MIT
+#include "start_page.h"
+
+#include "recent_boards.h"
+#include "share.h"
+
+#include <QDir>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace brox {
+
+namespace {
+
+constexpr int pageWidth = 460;
+
+/** The boards that come with the program, all files of one together. */
+QList<QStringList> samples()
+{
+    const QDir folder(sharePath("samples"));
+    QList<QStringList> boards;
+    for (const QString& name : folder.entryList({"*.xml"}, QDir::Files)) {
+        boards << QStringList{folder.filePath(name)};
+    }
+    QStringList drills;
+    for (const QString& name : folder.entryList({"*.drl"}, QDir::Files)) {
+        drills << folder.filePath(name);
+    }
+    if (!drills.isEmpty()) {
+        boards << drills;
+    }
+    return boards;
+}
+
+} // namespace
+
+StartPage::StartPage(QWidget* parent)
+    : QWidget(parent)
+{
+    setObjectName("startPage");
+    auto* column = new QWidget;
+    column->setFixedWidth(pageWidth);
+    auto* layout = new QVBoxLayout(column);
+    auto* hint = new QLabel(tr("Open a board to set up its drill tools, or drop its files here."));
+    hint->setWordWrap(true);
+    auto* open = new QPushButton(tr("Open Board..."));
+    auto* folder = new QPushButton(tr("Open Folder..."));
+    open->setObjectName("openBoardButton");
+    folder->setObjectName("openFolderButton");
+    connect(open, &QPushButton::clicked, this, &StartPage::openBoardWanted);
+    connect(folder, &QPushButton::clicked, this, &StartPage::openFolderWanted);
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(open);
+    buttons->addWidget(folder);
+    layout->addWidget(hint);
+    layout->addLayout(buttons);
+
+    auto* page = new QGridLayout(this);
+    page->addWidget(column, 1, 1);
+    for (const int side : {0, 2}) {
+        page->setColumnStretch(side, 1);
+        page->setRowStretch(side, 1);
+    }
+}
+
+void StartPage::showEvent(QShowEvent* event)
+{
+    refresh();
+    QWidget::showEvent(event);
+}
+
+void StartPage::refresh()
+{
+    delete mLists;
+    auto* column = findChild<QPushButton*>("openBoardButton")->parentWidget();
+    mLists = new QWidget;
+    new QVBoxLayout(mLists);
+    mLists->layout()->setContentsMargins(0, 12, 0, 0);
+    column->layout()->addWidget(mLists);
+    addBoards(tr("Recent boards"), RecentBoards::all());
+    addBoards(tr("Samples"), samples());
+}
+
+void StartPage::addBoards(const QString& heading, const QList<QStringList>& boards)
+{
+    if (boards.isEmpty()) {
+        return;
+    }
+    auto* label = new QLabel(heading);
+    QFont font = label->font();
+    font.setBold(true);
+    label->setFont(font);
+    mLists->layout()->addWidget(label);
+    for (const QStringList& paths : boards) {
+        auto* button = new QPushButton(RecentBoards::name(paths).replace('&', "&&"));
+        button->setFlat(true);
+        button->setCursor(Qt::PointingHandCursor);
+        button->setStyleSheet("text-align: left; padding: 3px");
+        button->setToolTip(paths.join('\n'));
+        button->setEnabled(RecentBoards::exists(paths));
+        // Later: the page goes, and with it the button that was clicked.
+        connect(
+            button, &QPushButton::clicked, this, [this, paths] { emit chosen(paths); },
+            Qt::QueuedConnection);
+        mLists->layout()->addWidget(button);
+    }
+}
+
+} // namespace brox
