@@ -13,11 +13,15 @@ namespace {
 /** Columns of the viewer's table. */
 enum Column
 {
-    TypeColumn = 1,
+    LayerColumn,
+    TypeColumn,
     MinTolColumn = 4,
     MaxTolColumn = 5,
     BitColumn = 7
 };
+
+constexpr int leastLayerWidth = 70; ///< pixels, as the other columns have
+constexpr int mostLayerWidth = 150;
 
 QString toolTipOf(const DraftRow& row)
 {
@@ -40,6 +44,9 @@ JobTable::JobTable(QWidget* viewer, const DrillDraft& draft)
         return;
     }
     mFilter = new TableFilter(mTable, [this](int row) { return mToCheck.contains(row); });
+    mTable->resizeColumnToContents(LayerColumn);
+    mTable->setColumnWidth(
+        LayerColumn, qBound(leastLayerWidth, mTable->columnWidth(LayerColumn), mostLayerWidth));
     mark();
     mTable->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(mTable, &QWidget::customContextMenuRequested, this, &JobTable::offerTypes);

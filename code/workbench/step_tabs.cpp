@@ -6,6 +6,7 @@
 #include "table_filter.h"
 
 #include <QHeaderView>
+#include <QLabel>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSplitter>
@@ -20,7 +21,7 @@ namespace {
 
 constexpr int rowMargin = 8; ///< pixels of a row beside its text
 constexpr int handleWidth = 6;
-constexpr int modelsWidth = 120;
+constexpr int modelsWidth = 150;
 
 /** Gives the table of a viewer's tools the focus. */
 void focusTools(const QWidget* page)
@@ -37,6 +38,16 @@ int fullWidth(const QTableWidget* table)
         + table->verticalScrollBar()->sizeHint().width() + 2 * table->frameWidth();
 }
 
+/** To be seen on light and on dark windows. */
+QColor handleColour(const QPalette& palette)
+{
+    const QColor window = palette.color(QPalette::Window);
+    const QColor text = palette.color(QPalette::WindowText);
+    const auto mixed = [](int most, int some) { return (3 * most + some) / 4; };
+    return {mixed(window.red(), text.red()), mixed(window.green(), text.green()),
+        mixed(window.blue(), text.blue())};
+}
+
 /** Gives the parts of a viewer the room that they need: rows as high as their text, all types of
  *  holes in sight, and the wider table of the two beside each other gets what the other leaves. */
 void fitParts(QWidget* viewer)
@@ -46,10 +57,15 @@ void fitParts(QWidget* viewer)
     }
     if (const auto* amounts = viewer->findChild<QTableWidget*>("amountsTableWidget")) {
         amounts->parentWidget()->setMaximumWidth(fullWidth(amounts));
+        if (auto* caption = amounts->parentWidget()->findChild<QLabel*>()) {
+            caption->setAlignment(Qt::AlignLeft | Qt::AlignVCenter); // its beginning stays in sight
+            caption->setToolTip(caption->text());
+        }
     }
     for (auto* splitter : viewer->findChildren<QSplitter*>()) {
         splitter->setHandleWidth(handleWidth);
-        splitter->setStyleSheet("QSplitter::handle { background: palette(mid); margin: 1px; }");
+        splitter->setStyleSheet(QStringLiteral("QSplitter::handle { background: %1; margin: 2px; }")
+                                    .arg(handleColour(splitter->palette()).name()));
         QList<int> sizes = splitter->sizes();
         if (sizes.size() == 2) {
             const bool isWide = splitter->orientation() == Qt::Horizontal;

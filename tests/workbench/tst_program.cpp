@@ -72,7 +72,7 @@ const Case cases[] = {
             R"("formula":"FHS+AMOUNT+(MAX_TOL-MIN_TOL)/2","job":"o,\"d","layers":[{)"
             R"("assumedFormat":"","backDrills":[{"count":2,"finishedSize":30}],"contours":0,)"
             R"("name":"o,\"d","span":["1","4"]}],"leftOut":["backdrillsleftout:2)",
-            R"("model":"ENIG","notes":[")",
+            R"("model":"ENIG","modelsFile":"saved","notes":[")",
             R"("rows":[{"bit":"#74","count":1,"drillSize":22.5,"fileTool":7,"finishedSize":20,)"
             R"("flags":[],"layer":"o,\"d","minusTolerance":1,"plusTolerance":2,"rule":"",)"
             R"("slots":false,"tool":1,"type":"Via"},)",
