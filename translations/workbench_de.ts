@@ -645,6 +645,58 @@
         <source>nothing specifies whether %1 is in millimetres or inches; --file-units inch or metric does</source>
         <translation>nichts gibt an, ob %1 in Millimetern oder Zoll ist; --file-units inch oder metric tut es</translation>
     </message>
+    <message>
+        <source>not read: </source>
+        <translation>nicht gelesen: </translation>
+    </message>
+    <message>
+        <source>%1 or as likely %2; --digits decides</source>
+        <translation>%1 oder ebenso gut %2; --digits entscheidet</translation>
+    </message>
+    <message>
+        <source>its numbers have %1 digits, more than the %2:%3 that it tells</source>
+        <translation>ihre Zahlen haben %1 Ziffern, mehr als die %2:%3, die sie nennt</translation>
+    </message>
+    <message>
+        <source>a tool behind a place: </source>
+        <translation>ein Werkzeug hinter einem Ort: </translation>
+    </message>
+    <message>
+        <source>no comment tells the size of the tool that follows the stop</source>
+        <translation>kein Kommentar nennt den Durchmesser des Werkzeugs nach dem Halt</translation>
+    </message>
+    <message>
+        <source>the comment in line %1 is a place, which is not drilled</source>
+        <translation>der Kommentar in Zeile %1 ist ein Ort; er wird nicht gebohrt</translation>
+    </message>
+    <message>
+        <source>the centre of an arc without its end</source>
+        <translation>der Mittelpunkt eines Bogens ohne dessen Ende</translation>
+    </message>
+    <message>
+        <source>a RAR archive; pack the files as .zip</source>
+        <translation>ein RAR-Archiv; packen Sie die Dateien als .zip</translation>
+    </message>
+    <message>
+        <source>a picture</source>
+        <translation>ein Bild</translation>
+    </message>
+    <message>
+        <source>a document</source>
+        <translation>ein Dokument</translation>
+    </message>
+    <message>
+        <source>a design of a CAD program, which has to export drill files</source>
+        <translation>ein Entwurf eines CAD-Programms, das Bohrdateien ausgeben muss</translation>
+    </message>
+    <message>
+        <source>%1 (and %2 more like it)</source>
+        <translation>%1 (und %2 weitere dieser Art)</translation>
+    </message>
+    <message>
+        <source>%1: holes and slots that %2 drills too are left out: %3</source>
+        <translation>%1: Bohrungen und Langlöcher, die auch %2 bohrt, sind weggelassen: %3</translation>
+    </message>
 </context>
 <context>
     <name>DataFile</name>
@@ -1280,6 +1332,10 @@ Belassen: Die Datei bleibt, wie sie ist, bis Sie speichern; dann werden Sie gefr
     <message>
         <source>Not drilled, and notes</source>
         <translation>Nicht gebohrt, und Hinweise</translation>
+    </message>
+    <message>
+        <source>digits-doubtful</source>
+        <translation>Ziffern zweifelhaft</translation>
     </message>
 </context>
 <context>

@@ -135,6 +135,7 @@ struct Layer
     std::vector<Tool> backDrills; ///< drilled to take plating away; their type means nothing
     std::vector<Contour> contours;
     QString assumedFormat; ///< digits that had to be guessed, such as "2:4"; empty: told
+    bool formatDoubtful = false; ///< other digits are nearly as likely
 };
 
 /** Copies of a step in a grid, as panels have them. */

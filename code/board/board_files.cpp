@@ -28,28 +28,24 @@ bool isIpc2581(QByteArrayView beginning)
         || root.match(QString::fromUtf8(beginning)).hasMatch();
 }
 
-/** Whether a text that could be a drill program surely is one; folders hold all sorts of texts. */
-bool isSurelyDrillProgram(QByteArrayView beginning)
-{
-    static const QRegularExpression mark(
-        QStringLiteral("^\\s*(?:M48|T\\d+\\S*C[.\\d]+|G85|M15|M71|M72|[XY][-+]?[.\\d]+\\S*)\\s*$"),
-        QRegularExpression::MultilineOption);
-    return mark.match(QString::fromLatin1(beginning)).hasMatch();
-}
-
 /** What the beginning of a file tells. */
 struct Look
 {
     FileKind kind;
     bool isOfBoard; ///< so surely that it may be taken unasked
+    bool isSure; ///< and that it must be readable
 };
 
 Look lookAt(QByteArrayView beginning)
 {
     const FileKind kind = fileKind(beginning);
-    return {kind,
-        kind == FileKind::GerberDrill || (kind == FileKind::Xml && isIpc2581(beginning))
-            || (kind == FileKind::DrillProgram && isSurelyDrillProgram(beginning))};
+    if (kind == FileKind::DrillProgram) {
+        const Sureness sureness = drillSureness(beginning);
+        return {kind, sureness != Sureness::None, sureness == Sureness::Sure};
+    }
+    const bool isOfBoard =
+        kind == FileKind::GerberDrill || (kind == FileKind::Xml && isIpc2581(beginning));
+    return {kind, isOfBoard, isOfBoard};
 }
 
 /** Waits for a pipe until it has given that much or has ended. */
@@ -141,7 +137,16 @@ private:
         const QByteArray beginning = readAtMost(*file, fileKindBytes);
         file->rollbackTransaction();
         if (fileKind(beginning) != FileKind::Archive) {
-            add(name, lookAt(beginning), false, 0, [file] { return file; });
+            const Look look = lookAt(beginning);
+            add(name, look, false, 0, [file, isXml = look.kind == FileKind::Xml] {
+                if (file->isTransactionStarted()) {
+                    file->rollbackTransaction();
+                }
+                if (!isXml) { // drill files may be read again
+                    file->startTransaction();
+                }
+                return file;
+            });
             return;
         }
         QByteArray content = readAtMost(*file, maxPipedSize + 1);
@@ -252,7 +257,7 @@ private:
     void add(const QString& name, const Look& look, bool isFound, qint64 size,
         std::function<std::shared_ptr<QIODevice>()> open)
     {
-        BoardFile file{name, look.kind, isFound, size, std::move(open)};
+        BoardFile file{name, look.kind, isFound, look.isSure, size, std::move(open)};
         if (!isFound) {
             if (look.kind != FileKind::Xml && look.kind != FileKind::DrillProgram
                 && look.kind != FileKind::GerberDrill) {
@@ -287,7 +292,7 @@ private:
             std::make_move_iterator(mCandidates.end()));
         countSizes();
         if (mFiles.taken.empty()) {
-            throw BoardError(paths.value(0), 1,
+            throw BoardError(paths.value(0), 0,
                 BoardText::tr("nothing of a board in it: %1")
                     .arg(mFiles.left.isEmpty() ? BoardText::tr("it is empty")
                                                : mFiles.left.join(QStringLiteral(", "))));

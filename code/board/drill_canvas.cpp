@@ -6,12 +6,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
 namespace brox {
 
 namespace {
 
-constexpr qint64 maxDrilled = 50'000'000; ///< holes and segments of slots
+constexpr qint64 maxDrilled = 50'000'000; ///< holes and segments of slots of a board
 
 } // namespace
 
@@ -51,40 +52,47 @@ void DrillCanvas::count(qint64 more)
     }
 }
 
-Place DrillCanvas::rounded(const Point& point) const
+Place DrillCanvas::rounded(const Point& point)
 {
     constexpr double most = std::numeric_limits<Size>::max();
     const Point whole{std::round(point.x), std::round(point.y)};
     if (std::abs(whole.x) > most || std::abs(whole.y) > most) {
-        mPosition.fail(BoardText::tr("a place further than 5 m from the origin"));
+        mFarLine = mFarLine != 0 ? mFarLine : mPosition.line;
     }
-    return {Size(whole.x), Size(whole.y)};
+    return {Size(std::clamp(whole.x, -most, most)), Size(std::clamp(whole.y, -most, most))};
+}
+
+Place DrillCanvas::placed(const Point& point)
+{
+    mFrom = {std::min(mFrom.x, point.x), std::min(mFrom.y, point.y)};
+    mTo = {std::max(mTo.x, point.x), std::max(mTo.y, point.y)};
+    return rounded(point);
 }
 
 void DrillCanvas::drill(const Point& at)
 {
     count(1);
     Use& by = use();
-    by.holes.push_back(rounded(at));
+    by.holes.push_back(placed(at));
     ++mHits[by.tool];
 }
 
 void DrillCanvas::beginPath(const Point& at)
 {
     count(1);
-    mPath = Path{rounded(at), {}};
+    mPath = Path{placed(at), {}};
 }
 
 void DrillCanvas::lineTo(const Point& to)
 {
     count(1);
-    mPath->segments.push_back({Segment::Shape::Line, rounded(to), {}});
+    mPath->segments.push_back({Segment::Shape::Line, placed(to), {}});
 }
 
 void DrillCanvas::arcTo(Segment::Shape shape, const Point& to, const Point& centre)
 {
     count(1);
-    mPath->segments.push_back({shape, rounded(to), rounded(centre)});
+    mPath->segments.push_back({shape, placed(to), rounded(centre)});
 }
 
 Path DrillCanvas::takePath()
@@ -153,9 +161,9 @@ void DrillCanvas::repeatPattern(const Point& by, int times)
     }
 }
 
-Place DrillCanvas::moved(const Place& from) const
+Place DrillCanvas::moved(const Place& from)
 {
-    return rounded({from.x + mMove.x, from.y + mMove.y});
+    return placed({from.x + mMove.x, from.y + mMove.y});
 }
 
 Path DrillCanvas::moved(const Path& from)
@@ -194,7 +202,7 @@ Size DrillCanvas::sizeOf(const DrillTool& tool) const
     return Size(size);
 }
 
-void DrillCanvas::addTo(Layer& layer, Use& use, const HoleFacts& file, QStringList& notes) const
+void DrillCanvas::addTo(Layer& layer, Use& use, const HoleFacts& file, Notes& notes) const
 {
     const DrillTool& drill = mTools[use.tool];
     HoleFacts facts;
@@ -229,17 +237,15 @@ void DrillCanvas::addTo(Layer& layer, Use& use, const HoleFacts& file, QStringLi
         mPosition.fail(drill.line, BoardText::tr("tool %1 has no diameter").arg(drill.name));
     }
     if (tool.finishedSize == 0) {
-        notes
-            << BoardText::tr("the file does not tell the width of the slots of %1").arg(drill.name);
+        notes.add(
+            QT_TRANSLATE_NOOP("BoardText", "the file does not tell the width of the slots of %1"),
+            {drill.name});
     }
     (facts.isBackDrill ? layer.backDrills : layer.tools).push_back(std::move(tool));
 }
 
-Layer DrillCanvas::take(const HoleFacts& file, std::optional<Units> units, QStringList& notes)
+Layer DrillCanvas::takeLayer(const HoleFacts& file, Notes& notes)
 {
-    for (DrillTool& tool : mTools) {
-        tool.units = tool.units ? tool.units : units;
-    }
     std::stable_sort(
         mUses.begin(), mUses.end(), [](const Use& a, const Use& b) { return a.tool < b.tool; });
     Layer layer;
@@ -252,6 +258,37 @@ Layer DrillCanvas::take(const HoleFacts& file, std::optional<Units> units, QStri
             {isPlated ? HoleType::Plated : HoleType::NonPlated, std::move(region)});
     }
     return layer;
+}
+
+DrillFile DrillCanvas::finish(
+    const HoleFacts& file, const NumberReader& numbers, int usualDecimals, Notes& notes)
+{
+    for (DrillTool& tool : mTools) {
+        tool.units = tool.units ? tool.units : numbers.units();
+    }
+    DrillFile drill;
+    drill.layer = takeLayer(file, notes);
+    drill.layer.assumedFormat = numbers.guess();
+    drill.units = numbers.units();
+    drill.drilled = mDrilled;
+    drill.format = numbers.format();
+    drill.extent = std::max(width(), height());
+    if (numbers.isContradicted()) {
+        notes.add(QT_TRANSLATE_NOOP(
+                      "BoardText", "its numbers have %1 digits, more than the %2:%3 that it tells"),
+            {QString::number(numbers.longest()), QString::number(numbers.toldDigits()->before),
+                QString::number(numbers.toldDigits()->after)});
+    }
+    if (numbers.needsDigits()) {
+        const qint64 hits = std::accumulate(mHits.begin(), mHits.end(), qint64(0));
+        drill.choices = weighFormats(drill.format,
+            {width(), height(), reach(), mFarLine != 0 ? 0 : usualSpacing(drill.layer), hits,
+                numbers.longest(), usualDecimals});
+        drill.farLine = mFarLine;
+    } else if (mFarLine != 0) {
+        mPosition.fail(mFarLine, BoardText::tr("a place further than 5 m from the origin"));
+    }
+    return drill;
 }
 
 } // namespace brox

@@ -5,6 +5,7 @@
 #include "drill_comments.h"
 #include "reading.h"
 
+#include <limits>
 #include <unordered_map>
 
 namespace brox {
@@ -46,15 +47,17 @@ struct DrillTool
 
 /** What a drill file makes: its tools, and what each of them drills and routs.
  *
- * Places are rounded here and nowhere before. What a file must not exceed ends the reading with a
- * BoardError at the reader's position: places further than 5 m, too many holes and slots.
+ * Places are rounded here and nowhere before. Too many holes and slots end the reading with a
+ * BoardError at the reader's position.
  */
 class DrillCanvas
 {
 public:
-    /** @param at  where the reader is; outlives the canvas */
-    explicit DrillCanvas(const FilePosition& at)
+    /** @param at       where the reader is; outlives the canvas
+     *  @param drilled  holes and slots of the same board before it */
+    DrillCanvas(const FilePosition& at, qint64 drilled)
         : mPosition(at)
+        , mDrilled(drilled)
     { }
 
     size_t addTool(DrillTool tool);
@@ -90,7 +93,14 @@ public:
     void endPattern();
     void repeatPattern(const Point& by, int times);
 
-    Place rounded(const Point& point) const;
+    /** A place further than 5 m from the origin is moved there, and its line remembered. */
+    Place rounded(const Point& point);
+    qint64 farLine() const { return mFarLine; } ///< 0: all places are near
+
+    /** The sides of the rectangle around what was made, even if it is far. */
+    double width() const { return std::max(0.0, mTo.x - mFrom.x); }
+    double height() const { return std::max(0.0, mTo.y - mFrom.y); }
+    double reach() const { return std::max({0.0, mTo.x, mTo.y, -mFrom.x, -mFrom.y}); }
 
     /** The finished size of a tool whose units are known.
      *
@@ -100,11 +110,14 @@ public:
 
     /** All that was made, with tools in the order of their definition. To be called once.
      *
-     * @param file   of tools for which nothing nearer tells
-     * @param notes  gets what the user should know
+     * @param file           of tools for which nothing nearer tells
+     * @param numbers        that have read the places
+     * @param usualDecimals  of the program that wrote the file; 0: not known
+     * @param notes          gets what the user should know
      * @throws BoardError
      */
-    Layer take(const HoleFacts& file, std::optional<Units> units, QStringList& notes);
+    DrillFile finish(
+        const HoleFacts& file, const NumberReader& numbers, int usualDecimals, Notes& notes);
 
 private:
     /** How much a tool has made. */
@@ -137,13 +150,16 @@ private:
     };
 
     void count(qint64 more);
+    Place placed(const Point& point);
     Use& use();
     Path takePath();
-    Place moved(const Place& from) const;
+    Place moved(const Place& from);
     Path moved(const Path& from);
-    void addTo(Layer& layer, Use& use, const HoleFacts& file, QStringList& notes) const;
+    Layer takeLayer(const HoleFacts& file, Notes& notes);
+    void addTo(Layer& layer, Use& use, const HoleFacts& file, Notes& notes) const;
 
     const FilePosition& mPosition;
+    qint64 mDrilled;
     std::vector<DrillTool> mTools;
     std::vector<qint64> mHits;
     std::vector<Use> mUses;
@@ -151,11 +167,13 @@ private:
     std::optional<size_t> mUse; ///< the selected one
     std::optional<Path> mPath;
     std::vector<Path> mRegions;
-    qint64 mDrilled = 0;
     qint64 mPattern = 0; ///< number of the current one
     std::vector<PatternPart> mParts; ///< of the current pattern so far
     std::vector<PatternPart> mRepeated; ///< of the one that is repeated
     Point mMove; ///< how far the last repeat has moved
+    qint64 mFarLine = 0;
+    Point mFrom{std::numeric_limits<double>::max(), std::numeric_limits<double>::max()};
+    Point mTo{std::numeric_limits<double>::lowest(), std::numeric_limits<double>::lowest()};
 };
 
 } // namespace brox

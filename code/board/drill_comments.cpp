@@ -133,6 +133,10 @@ HoleFacts factsOfName(const QString& fileName)
     static const QRegularExpression plated(
         QStringLiteral("(?<![a-z])pth(?![a-z])|(?<![a-z])plated"), caseless);
     HoleFacts facts;
+    static const QRegularExpression vias(QStringLiteral("(?<![a-z])vias?(?:\\.[^.]*)?$"), caseless);
+    if (fileName.contains(vias)) {
+        facts.use = HoleFacts::Use::Via;
+    }
     if (fileName.contains(unplated)) {
         facts.plated = false;
     } else if (fileName.contains(plated)) {
@@ -172,12 +176,13 @@ HoleFacts ExcellonComments::definedFacts() const
     return facts;
 }
 
-/** "T08 Holesize 8. = 128.000000 Tolerance = +5.000000/-5.000000 NON_PLATED MILS Quantity = 2" */
+/** "T08 Holesize 8. = 128.000000 Tolerance = +5.000000/-5.000000 NON_PLATED MILS Quantity = 2",
+ *  perhaps without the number of the tool. */
 bool ExcellonComments::readRemark(const QString& comment, NumberReader& numbers)
 {
     static const QRegularExpression remark(
-        QStringLiteral("^T(\\d{1,6})\\s+Holesize\\s+\\S+\\s*=\\s*([.\\d]+)"
-                       "\\s+Tolerance\\s*=\\s*\\+([.\\d]+)\\s*/\\s*-([.\\d]+)"
+        QStringLiteral("^(?:T(\\d{1,6})\\s+)?Holesize\\s+(\\d{1,6})\\.?\\s*=\\s*([.\\d]+)"
+                       "(?:\\s+Tolerance\\s*=\\s*\\+([.\\d]+)\\s*/\\s*-([.\\d]+))?"
                        "\\s+(?:(NON[-_ ]?PLATED|PLATED|OPTIONAL)\\s+)?([A-Z]+)"
                        "(?:\\s+Quantity\\s*=\\s*(\\d+))?"),
         caseless);
@@ -185,19 +190,23 @@ bool ExcellonComments::readRemark(const QString& comment, NumberReader& numbers)
     if (!match.hasMatch()) {
         return false;
     }
-    const double unit = unitOf(match.captured(6));
+    const double unit = unitOf(match.captured(7));
     const bool inch = unit == sizePerMil || unit == sizePerInch;
     numbers.tell({inch ? Units::Inch : Units::Metric, {}, {}}, Origin::Guess);
     ToolRemark told;
-    told.size = match.captured(2).toDouble() * unit;
-    told.tolerance = {match.captured(3).toDouble() * unit, match.captured(4).toDouble() * unit};
-    if (match.captured(5).contains(QLatin1String("PLATED"), Qt::CaseInsensitive)) {
-        told.facts.plated = isPlated(match.captured(5));
+    told.size = match.captured(3).toDouble() * unit;
+    told.tolerance = {match.captured(4).toDouble() * unit, match.captured(5).toDouble() * unit};
+    if (match.captured(6).contains(QLatin1String("PLATED"), Qt::CaseInsensitive)) {
+        told.facts.plated = isPlated(match.captured(6));
     }
     bool isNumber = false;
-    const qint64 quantity = match.captured(7).toLongLong(&isNumber);
+    const qint64 quantity = match.captured(8).toLongLong(&isNumber);
     told.quantity = isNumber ? quantity : -1;
-    mRemarks[match.captured(1).toInt()] = told;
+    const int number = match.captured(match.captured(1).isEmpty() ? 2 : 1).toInt();
+    if (!mRemarks.contains(number)) {
+        mOrder.push_back(number);
+    }
+    mRemarks[number] = told;
     return true;
 }
 

@@ -6,6 +6,7 @@
 
 #include <QHash>
 #include <map>
+#include <vector>
 
 namespace brox {
 
@@ -97,6 +98,9 @@ public:
 
     const ToolRemark* remark(int number) const;
 
+    /** Numbers of the tools with remarks, as these follow each other. */
+    const std::vector<int>& remarkOrder() const { return mOrder; }
+
     /** Of a tool by its number, its remark, and the comments on the whole file; known at the
      *  file's end. */
     HoleFacts factsOf(int number) const;
@@ -112,6 +116,7 @@ private:
     bool mInBody = false;
     std::optional<bool> mSection; ///< plated or not
     QHash<int, ToolRemark> mRemarks;
+    std::vector<int> mOrder; ///< of the remarks
     std::map<int, bool> mRanges; ///< plated or not, from this number on
 };
 

@@ -48,8 +48,27 @@ public:
     }
 
 private:
+    /** What stands twice is the beginning of another line, whose end is lost. */
+    void refuseTwice(char letter)
+    {
+        constexpr std::string_view letters = "XYIJATCR";
+        if (letter == 'T' && mWords.hasPlace) {
+            mAt.fail(BoardText::tr("a tool behind a place: ") + shown(mLine));
+        }
+        const size_t index = letters.find(letter);
+        if (index == letters.npos) {
+            return;
+        }
+        const unsigned bit = 1U << (index + (isSecond() ? letters.size() : 0));
+        if ((mSeen & bit) != 0) {
+            mAt.fail(BoardText::tr("a word stands twice: ") + shown(mLine));
+        }
+        mSeen |= bit;
+    }
+
     void take(char letter, std::string_view value)
     {
+        refuseTwice(letter);
         switch (letter) {
         case 'X':
             takeAxis(letter, value, isSecond() ? mWords.x2 : mWords.x);
@@ -152,6 +171,7 @@ private:
     NumberReader& mNumbers;
     const FilePosition& mAt;
     Words mWords;
+    unsigned mSeen = 0; ///< letters so far
     bool mIsMessage = false;
 };
 
@@ -183,6 +203,8 @@ void ExcellonTools::define(
     if (diameter.size() > 1 && diameter.find('.') == diameter.npos) {
         mAt.fail(BoardText::tr("diameter %1 has no decimal point").arg(shown(diameter)));
     }
+    const int decimals = int(diameter.size() - std::min(diameter.find('.') + 1, diameter.size()));
+    mDecimals = mDecimals.value_or(decimals) == decimals ? decimals : 0;
     DrillTool tool{QStringLiteral("T%1").arg(number), number, mAt.line, *value, units,
         mComments.attributes().tolerance(), mComments.definedFacts()};
     if (units) {
@@ -198,11 +220,9 @@ void ExcellonTools::define(
             return;
         }
         if (mCanvas.hits(known->second) == 0) {
-            notes << BoardText::tr(
-                "T%1 has one diameter in line %2 and another in line %3, which counts")
-                         .arg(number)
-                         .arg(old.line)
-                         .arg(mAt.line);
+            mNotes.add(QT_TRANSLATE_NOOP("BoardText",
+                           "T%1 has one diameter in line %2 and another in line %3, which counts"),
+                {QString::number(number), QString::number(old.line), QString::number(mAt.line)});
             old = std::move(tool);
             return;
         }
@@ -245,6 +265,15 @@ void ExcellonTools::select(int number)
     mCanvas.select(known->second, mComments.selectedPlating());
 }
 
+void ExcellonTools::selectNext()
+{
+    const std::vector<int>& order = mComments.remarkOrder();
+    if (mNext == order.size()) {
+        mAt.fail(BoardText::tr("no comment tells the size of the tool that follows the stop"));
+    }
+    select(order[mNext++]);
+}
+
 void ExcellonTools::finish(std::optional<Units> units)
 {
     for (size_t i = 0; i < mCanvas.tools().size(); ++i) {
@@ -273,16 +302,13 @@ void ExcellonTools::compare(size_t tool, const ToolRemark& remark)
     constexpr Size tolerance = sizePerMil / 2; // diameters may be rounded
     const Size size = hits > 0 ? mCanvas.sizeOf(mCanvas.tool(tool)) : 0;
     if (remark.size > 0 && size > 0 && std::abs(size - remark.size) > tolerance) {
-        notes << BoardText::tr("%1 has %2 mm where a comment tells %3 mm")
-                     .arg(mCanvas.tool(tool).name)
-                     .arg(double(size) / sizePerMillimetre)
-                     .arg(remark.size / sizePerMillimetre);
+        mNotes.add(QT_TRANSLATE_NOOP("BoardText", "%1 has %2 mm where a comment tells %3 mm"),
+            {mCanvas.tool(tool).name, QString::number(double(size) / sizePerMillimetre),
+                QString::number(remark.size / sizePerMillimetre)});
     }
     if (remark.quantity >= 0 && hits != remark.quantity) {
-        notes << BoardText::tr("%1 drills %2 holes where a comment tells %3")
-                     .arg(mCanvas.tool(tool).name)
-                     .arg(hits)
-                     .arg(remark.quantity);
+        mNotes.add(QT_TRANSLATE_NOOP("BoardText", "%1 drills %2 holes where a comment tells %3"),
+            {mCanvas.tool(tool).name, QString::number(hits), QString::number(remark.quantity)});
     }
 }
 
@@ -399,10 +425,10 @@ Point ExcellonHead::arcCentre(const Point& to, const Words& words) const
     if (words.i || words.j) {
         return mHere + Point{words.i.value_or(0), words.j.value_or(0)};
     }
-    if (!words.radius || *words.radius == 0) {
+    if (mRadius == 0) {
         mAt.fail(BoardText::tr("an arc without a centre or radius"));
     }
-    const double radius = std::abs(*words.radius);
+    const double radius = std::abs(mRadius);
     const double dx = to.x - mHere.x;
     const double dy = to.y - mHere.y;
     const double chord = std::hypot(dx, dy);

@@ -55,10 +55,12 @@ class ExcellonTools
 {
 public:
     /** All of them outlive the tools. */
-    ExcellonTools(const FilePosition& at, const ExcellonComments& comments, DrillCanvas& canvas)
+    ExcellonTools(
+        const FilePosition& at, const ExcellonComments& comments, DrillCanvas& canvas, Notes& notes)
         : mAt(at)
         , mComments(comments)
         , mCanvas(canvas)
+        , mNotes(notes)
     { }
 
     /** @param units  of the diameter; null: not told yet */
@@ -69,10 +71,14 @@ public:
 
     void select(int number);
 
+    /** For a program that numbers no tools: the next one that comments tell of. */
+    void selectNext();
+
+    /** Decimals that the diameters of all defined tools have; 0 if they differ. */
+    int decimals() const { return mDecimals.value_or(0); }
+
     /** Adds to the tools what comments tell of them, and compares; at the file's end. */
     void finish(std::optional<Units> units);
-
-    QStringList notes; ///< for the user
 
 private:
     size_t add(DrillTool tool);
@@ -81,7 +87,10 @@ private:
     const FilePosition& mAt;
     const ExcellonComments& mComments;
     DrillCanvas& mCanvas;
+    Notes& mNotes;
     std::unordered_map<int, size_t> mToolOf; ///< by number
+    std::optional<int> mDecimals;
+    size_t mNext = 0; ///< of the remarks
 };
 
 /** The head: where the tool is, and whether it drills, moves or cuts. All of it throws BoardErrors.
@@ -120,6 +129,9 @@ public:
     /** Drills, moves or cuts, as the mode is. */
     void goTo(const Words& words);
     void moveTo(const Words& words);
+
+    /** Of the arcs that follow without one. */
+    void setRadius(double radius) { mRadius = radius; }
     void cutTo(const Words& words);
     void addCycle(const Words& words);
 
@@ -136,6 +148,7 @@ private:
     Point mHere;
     Mode mMode = Mode::Drill;
     Segment::Shape mShape = Segment::Shape::Line;
+    double mRadius = 0;
     bool mIncremental = false;
     bool mCompensated = false; ///< the cutter runs beside the path
     bool mCutCompensated = false; ///< it did when the cut began

@@ -24,14 +24,18 @@ QString shownCode(char letter, int number)
 class ExcellonProgram
 {
 public:
-    ExcellonProgram(const QString& name, std::string_view sample, const ReadOptions& options)
+    ExcellonProgram(const QString& name, std::string_view sample, const DrillOptions& options)
         : mAt{name, 0}
         , mNumbers(sample)
-        , mCanvas(mAt)
-        , mTools(mAt, mComments, mCanvas)
+        , mCanvas(mAt, options.drilled)
+        , mTools(mAt, mComments, mCanvas, mNotes)
         , mHead(mAt, mComments, mCanvas)
     {
-        mNumbers.tell({options.fileUnits, {}, {}}, Origin::User);
+        mNumbers.tell(options.listed, Origin::List);
+        mNumbers.tell(options.fileFormat, Origin::User);
+        if (options.chosen) {
+            mNumbers.choose(*options.chosen, options.chosenBy);
+        }
     }
 
     /** One line without its end; lines count from 1. */
@@ -57,7 +61,10 @@ private:
 
     bool readKeyword(std::string_view line);
     void readFormatFields(std::string_view fields);
+    void readComment(std::string_view text, bool isAlone);
     void readCommands(std::string_view line);
+    void selectUnnumbered(const Words& words);
+    int usualDecimals() const;
     void run(char letter, std::span<const Command> commands, int code, Words& words);
     void refusePlace(int code, const Words& words) const;
     void beginBody();
@@ -93,7 +100,9 @@ private:
     DrillCanvas mCanvas;
     ExcellonTools mTools;
     ExcellonHead mHead;
-    QStringList mNotes; ///< for the user
+    Notes mNotes;
+    bool mNumbersTools = false; ///< there was a tool's number
+    bool mUnitsByCode = false; ///< by M71 or M72 alone
     bool mInHeader = false;
     bool mInBody = false;
     bool mEnded = false;
@@ -155,8 +164,7 @@ void ExcellonProgram::readLine(std::string_view line)
     ++mAt.line;
     const size_t comment = line.find(';');
     if (comment != line.npos) {
-        const std::string_view text = line.substr(comment + 1);
-        mComments.read(QString::fromUtf8(text.data(), qsizetype(text.size())), mNumbers);
+        readComment(line.substr(comment + 1), trimmed(line.substr(0, comment)).empty());
         line = line.substr(0, comment);
     }
     line = trimmed(line.substr(0, line.find('(')));
@@ -181,14 +189,29 @@ void ExcellonProgram::readLine(std::string_view line)
     if (mEnded) {
         fail(BoardText::tr("%1 after the program's end").arg(shown(line)));
     }
-    if (mStopLine != 0) {
-        mNotes << BoardText::tr("M00 in line %1 is taken for a stop: the program goes on behind it")
-                      .arg(mStopLine);
-        mStopLine = 0;
+    if (mStopLine != 0 && mNumbersTools) {
+        mNotes.add(QT_TRANSLATE_NOOP("BoardText",
+                       "M00 in line %1 is taken for a stop: the program goes on behind it"),
+            {QString::number(mStopLine)});
     }
+    mStopLine = 0;
     if (line != "/" && !readKeyword(line)) {
         // A block behind a slash is skipped by operators who ask for it; drilled otherwise.
         readCommands(line[0] == '/' ? trimmed(line.substr(1)) : line);
+    }
+}
+
+/** A place that was taken out of the program may be missed. */
+void ExcellonProgram::readComment(std::string_view text, bool isAlone)
+{
+    mComments.read(QString::fromUtf8(text.data(), qsizetype(text.size())), mNumbers);
+    const std::string_view place = trimmed(text);
+    if (isAlone && place.size() > 1 && (place[0] == 'X' || place[0] == 'Y')
+        && place.find_first_not_of("XYG+-.0123456789") == place.npos
+        && place.find_first_of("0123456789") != place.npos) {
+        mNotes.add(QT_TRANSLATE_NOOP(
+                       "BoardText", "the comment in line %1 is a place, which is not drilled"),
+            {QString::number(mAt.line)});
     }
 }
 
@@ -251,12 +274,20 @@ void ExcellonProgram::readCommands(std::string_view line)
     if (words.diameter) {
         mTools.define(*words.tool, *words.diameter, mUnits, mInHeader);
     }
+    mNumbersTools = mNumbersTools || words.tool;
     if (words.tool && !mInHeader) {
         mHead.endCut();
         beginBody();
         mTools.select(*words.tool);
     }
+    selectUnnumbered(words);
     const bool hadPlace = words.hasPlace;
+    if (words.radius) {
+        mHead.setRadius(*words.radius);
+    }
+    if ((words.i || words.j) && !hadPlace) {
+        fail(BoardText::tr("the centre of an arc without its end"));
+    }
     for (const int code : words.preparations) {
         run('G', preparations, code, words);
     }
@@ -282,6 +313,26 @@ void ExcellonProgram::readCommands(std::string_view line)
     } else if (words.repeats > 0 && !hadPlace) {
         fail(BoardText::tr("a repeat without a distance"));
     }
+}
+
+/** In a program without numbers of tools, comments tell of them in order, and stops part them. */
+void ExcellonProgram::selectUnnumbered(const Words& words)
+{
+    if (!mNumbersTools && !mInHeader && !mCanvas.isSelected() && !mComments.remarkOrder().empty()
+        && (words.hasPlace || words.canned != 0)) {
+        beginBody();
+        mTools.selectNext();
+    }
+}
+
+/** Of the programs whose habit it is to write neither them nor points. */
+int ExcellonProgram::usualDecimals() const
+{
+    if (!mComments.remarkOrder().empty()) {
+        return 5;
+    }
+    const bool isUsual = mTools.decimals() == 4 || mTools.decimals() == 5;
+    return mUnitsByCode && isUsual ? mTools.decimals() : 0;
 }
 
 void ExcellonProgram::run(char letter, std::span<const Command> commands, int code, Words& words)
@@ -332,8 +383,9 @@ void ExcellonProgram::setOrigin(int, Words& words)
             fail(BoardText::tr("the origin is set after the first hole"));
         }
         // Other files of the board may have another one.
-        mNotes << BoardText::tr("places are told from an origin of their own, set in line %1")
-                      .arg(mAt.line);
+        mNotes.add(QT_TRANSLATE_NOOP(
+                       "BoardText", "places are told from an origin of their own, set in line %1"),
+            {QString::number(mAt.line)});
     }
     words.hasPlace = false;
 }
@@ -356,6 +408,9 @@ void ExcellonProgram::end(int code, Words& words)
     mHead.endCut();
     mEnded = code == 30;
     mStopLine = code == 0 ? mAt.line : 0;
+    if (!mNumbersTools) {
+        mCanvas.deselect();
+    }
 }
 
 void ExcellonProgram::stop(int code, Words& words)
@@ -445,13 +500,15 @@ void ExcellonProgram::refuseTurn(int code, Words&)
 
 void ExcellonProgram::setUnits(int code, Words&)
 {
+    mUnitsByCode = true;
     setUnits(code == 72 ? Units::Inch : Units::Metric);
 }
 
 void ExcellonProgram::setUnits(Units units)
 {
     if (mUnits && *mUnits != units) {
-        mNotes << BoardText::tr("the units change in line %1").arg(mAt.line);
+        mNotes.add(QT_TRANSLATE_NOOP("BoardText", "the units change in line %1"),
+            {QString::number(mAt.line)});
     }
     mUnits = units;
     mNumbers.tell({units, {}, {}}, Origin::File);
@@ -466,20 +523,17 @@ DrillFile ExcellonProgram::finish()
     if (!mEnded && !mMayEnd && mStopLine == 0) {
         fail(BoardText::tr("the program does not end; the file is cut off"));
     }
-    DrillFile file;
     mTools.finish(mNumbers.units());
-    file.notes = mNotes + mTools.notes;
-    file.layer =
-        mCanvas.take(factsOfName(QFileInfo(mAt.name).fileName()), mNumbers.units(), file.notes);
+    DrillFile file = mCanvas.finish(
+        factsOfName(QFileInfo(mAt.name).fileName()), mNumbers, usualDecimals(), mNotes);
     file.layer.span = mComments.attributes().span();
-    file.layer.assumedFormat = mNumbers.guess();
-    file.units = mNumbers.units();
+    file.notes = mNotes.texts();
     return file;
 }
 
 } // namespace
 
-DrillFile readExcellon(QIODevice& device, const QString& name, const ReadOptions& options)
+DrillFile readExcellon(QIODevice& device, const QString& name, const DrillOptions& options)
 {
     LineReader lines(device, name, options);
     ExcellonProgram program(name, lines.beginning(), options);

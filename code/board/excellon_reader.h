@@ -12,7 +12,7 @@ namespace brox {
  * @throws BoardError      also for a file that is cut off or has units nowhere
  * @throws BoardCancelled
  */
-DrillFile readExcellon(QIODevice& device, const QString& name, const ReadOptions& options = {});
+DrillFile readExcellon(QIODevice& device, const QString& name, const DrillOptions& options = {});
 
 } // namespace brox
 

@@ -5,26 +5,45 @@
 
 #include <QRegularExpression>
 #include <algorithm>
+#include <bit>
 
 namespace brox {
 
 namespace {
 
-bool isArchive(QByteArrayView bytes)
+/** What the first bytes of a file tell. */
+FileKind markedKind(QByteArrayView bytes)
 {
-    const QByteArrayView marks[] = {"PK\x03\x04", "PK\x05\x06", "\x1f\x8b", "7z\xbc\xaf\x27\x1c",
-        "BZh", "\xfd\x37zXZ", "\x28\xb5\x2f\xfd"};
-    return std::any_of(std::begin(marks), std::end(marks), [&](QByteArrayView mark) {
-        return bytes.startsWith(mark);
-    }) || (bytes.size() > 262 && bytes.sliced(257, 5) == "ustar");
+    static const std::pair<QByteArrayView, FileKind> marks[] = {{"PK\x03\x04", FileKind::Archive},
+        {"PK\x05\x06", FileKind::Archive}, {"\x1f\x8b", FileKind::Archive},
+        {"7z\xbc\xaf\x27\x1c", FileKind::Archive}, {"BZh", FileKind::Archive},
+        {"\xfd\x37zXZ", FileKind::Archive}, {"\x28\xb5\x2f\xfd", FileKind::Archive},
+        {"Rar!\x1a\x07", FileKind::Rar}, {"\x89PNG", FileKind::Picture},
+        {"\xff\xd8\xff", FileKind::Picture}, {"GIF8", FileKind::Picture},
+        {"%PDF-", FileKind::Document}, {"%!PS", FileKind::Document}, {"{\\rtf", FileKind::Document},
+        {"\xd0\xcf\x11\xe0", FileKind::Design}, {"(kicad_", FileKind::Design},
+        {"(footprint", FileKind::Design}, {"PCBNEW-", FileKind::Design},
+        {"EESchema", FileKind::Design}, {"|RECORD=", FileKind::Design},
+        {"*PADS-", FileKind::Design}, {"!PADS-", FileKind::Design},
+        {"ACCEL_ASCII", FileKind::Design}, {"\x10\x80", FileKind::Design},
+        {{"\x10\0", 2}, FileKind::Design}};
+    for (const auto& [mark, kind] : marks) {
+        if (bytes.startsWith(mark)) {
+            return kind;
+        }
+    }
+    const bool isTar = bytes.size() > 262 && bytes.sliced(257, 5) == "ustar";
+    return isTar ? FileKind::Archive : FileKind::Empty;
 }
 
-/** Tapes in EIA code end their lines with a byte that no text begins or ends with. */
+/** Tapes in EIA code punch an odd number of holes for each character, and end their blocks with
+ *  one that no text begins or ends with. */
 bool isEia(QByteArrayView bytes)
 {
     const auto ends = std::count(bytes.begin(), bytes.end(), '\x80');
-    const auto lines = std::count(bytes.begin(), bytes.end(), '\n');
-    return ends > 2 && ends > lines && ends * 200 > bytes.size();
+    const bool isOdd = std::all_of(bytes.begin(), bytes.end(),
+        [](char c) { return c == 0 || std::popcount(uchar(c)) % 2 == 1; });
+    return isOdd && ends > 2 && ends * 200 > bytes.size();
 }
 
 bool isBinary(QByteArrayView bytes)
@@ -63,8 +82,8 @@ bool isGerberDrill(const QString& text)
 FileKind fileKind(QByteArrayView beginning)
 {
     QByteArrayView bytes = beginning.first(qMin(beginning.size(), fileKindBytes));
-    if (isArchive(bytes)) {
-        return FileKind::Archive;
+    if (const FileKind kind = markedKind(bytes); kind != FileKind::Empty) {
+        return kind;
     }
     const bool isUtf16 = bytes.startsWith("\xff\xfe") || bytes.startsWith("\xfe\xff");
     if (isUtf16 && bytes.first(qMin(bytes.size(), 4)).contains('<')) {
@@ -84,7 +103,8 @@ FileKind fileKind(QByteArrayView beginning)
         return FileKind::Empty;
     }
     if (start.startsWith('<')) {
-        return FileKind::Xml;
+        const bool isDesign = start.first(qMin(start.size(), 400)).contains("<eagle");
+        return isDesign ? FileKind::Design : FileKind::Xml;
     }
     if (start.startsWith('{')) {
         return FileKind::Job;
@@ -94,6 +114,29 @@ FileKind fileKind(QByteArrayView beginning)
         return isGerberDrill(text) ? FileKind::GerberDrill : FileKind::Gerber;
     }
     return hasProgramLine(text) ? FileKind::DrillProgram : FileKind::Text;
+}
+
+Sureness drillSureness(QByteArrayView beginning)
+{
+    static const QRegularExpression setup(
+        QStringLiteral(
+            "^\\s*(?:M48|M30|T\\d+\\S*C[.\\d]+|G85|M15|M71|M72|M95|(?:METRIC|INCH)\\b.*)\\s*$"),
+        QRegularExpression::MultilineOption | QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression place(
+        QStringLiteral("^\\s*(?:[XY][-+]?(?:\\d+\\.?\\d*|\\.\\d+)){1,2}\\s*$"),
+        QRegularExpression::MultilineOption);
+    const QString text = QString::fromLatin1(beginning);
+    if (setup.match(text).hasMatch()) {
+        return Sureness::Sure;
+    }
+    auto places = place.globalMatch(text);
+    for (int i = 0; i < 2; ++i) {
+        if (!places.hasNext()) {
+            return Sureness::None;
+        }
+        places.next();
+    }
+    return Sureness::Likely;
 }
 
 QString kindText(FileKind kind)
@@ -113,6 +156,14 @@ QString kindText(FileKind kind)
         return BoardText::tr("a tape in EIA code; write it in ASCII");
     case FileKind::Archive:
         return BoardText::tr("an archive");
+    case FileKind::Rar:
+        return BoardText::tr("a RAR archive; pack the files as .zip");
+    case FileKind::Picture:
+        return BoardText::tr("a picture");
+    case FileKind::Document:
+        return BoardText::tr("a document");
+    case FileKind::Design:
+        return BoardText::tr("a design of a CAD program, which has to export drill files");
     case FileKind::Binary:
         return BoardText::tr("a binary file");
     case FileKind::Text:

@@ -17,6 +17,10 @@ enum class FileKind
     Job, ///< of the open image format: lists a board's files
     Eia, ///< punched tape in EIA code instead of ASCII
     Archive,
+    Rar, ///< an archive that can't be read
+    Picture,
+    Document, ///< for people to read
+    Design, ///< of a CAD program
     Binary,
     Text, ///< a report, a list of drills and the like
     Empty
@@ -25,6 +29,15 @@ enum class FileKind
 constexpr qsizetype fileKindBytes = 1 << 16; ///< that tell a file's kind
 
 FileKind fileKind(QByteArrayView beginning);
+
+/** How surely a text that could be a drill program is one; folders hold all sorts of texts. */
+enum class Sureness
+{
+    None,
+    Likely, ///< more than one line is a place
+    Sure ///< a line sets up a drilling machine
+};
+Sureness drillSureness(QByteArrayView beginning);
 
 /** "a Gerber file" and so on, for messages. */
 QString kindText(FileKind kind);

@@ -32,10 +32,15 @@ struct GerberWords
 class GerberDrill
 {
 public:
-    explicit GerberDrill(const QString& name)
+    GerberDrill(const QString& name, const DrillOptions& options)
         : mAt{name, 1}
-        , mCanvas(mAt)
-    { }
+        , mCanvas(mAt, options.drilled)
+    {
+        mNumbers.tell(options.fileFormat, Origin::User);
+        if (options.chosen) {
+            mNumbers.choose(*options.chosen, options.chosenBy);
+        }
+    }
 
     void countLine() { ++mAt.line; }
     void command(std::string_view text);
@@ -429,11 +434,10 @@ DrillFile GerberDrill::finish()
     }
     HoleFacts facts = mAttributes.ofFile();
     facts.complete(factsOfName(QFileInfo(mAt.name).fileName()));
-    DrillFile file;
-    file.layer = mCanvas.take(facts, mNumbers.units(), file.notes);
+    Notes notes;
+    DrillFile file = mCanvas.finish(facts, mNumbers, 0, notes);
     file.layer.span = mAttributes.span();
-    file.layer.assumedFormat = mNumbers.guess();
-    file.units = mNumbers.units();
+    file.notes = notes.texts();
     return file;
 }
 
@@ -493,9 +497,9 @@ private:
 
 } // namespace
 
-DrillFile readGerberDrill(QIODevice& device, const QString& name, const ReadOptions& options)
+DrillFile readGerberDrill(QIODevice& device, const QString& name, const DrillOptions& options)
 {
-    GerberDrill drill(name);
+    GerberDrill drill(name, options);
     CommandCutter cutter(drill);
     ChunkReader chunks(device, name, options);
     for (std::string_view chunk = chunks.next(); !chunk.empty(); chunk = chunks.next()) {

@@ -12,7 +12,7 @@ namespace brox {
  * @throws BoardError  also for what cannot be holes, such as a flash of an aperture macro
  * @throws BoardCancelled
  */
-DrillFile readGerberDrill(QIODevice& device, const QString& name, const ReadOptions& options = {});
+DrillFile readGerberDrill(QIODevice& device, const QString& name, const DrillOptions& options = {});
 
 } // namespace brox
 

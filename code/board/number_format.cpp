@@ -106,8 +106,22 @@ NumberReader::Sample NumberReader::takeSample(std::string_view text)
 void NumberReader::tell(const NumberFormat& format, Origin origin)
 {
     mUnits.tell(format.units, origin);
-    mDigits.tell(format.digits, origin);
-    mZeros.tell(format.zeros, origin);
+    if (format.digits && origin != Origin::User) {
+        mTold = format.digits;
+    }
+    if (!mChosen) {
+        mDigits.tell(format.digits, origin);
+        mZeros.tell(format.zeros, origin);
+    }
+}
+
+void NumberReader::choose(const NumberFormat& format, Origin origin)
+{
+    mChosen = true;
+    mDigits = {format.digits, origin, false};
+    if (format.zeros) {
+        mZeros = {format.zeros, origin, false};
+    }
 }
 
 std::optional<Units> NumberReader::units() const
@@ -169,6 +183,8 @@ std::optional<double> NumberReader::read(std::string_view number)
         const auto [before, after] = *mDigits.value;
         decimals = *mZeros.value == Zeros::Leading ? int(digits) - before : after;
         const bool isFull = int(digits) == before + after;
+        mLongest = value != 0 ? std::max(mLongest, digits) : mLongest;
+        mDigitsNeeded = mDigitsNeeded || value != 0;
         mGuessUsed =
             mGuessUsed || (value != 0 && (mDigits.isGuess() || (mZeros.isGuess() && !isFull)));
     }

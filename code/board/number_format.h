@@ -70,12 +70,31 @@ public:
      *  guess. */
     void tell(const NumberFormat& format, Origin origin);
 
+    /** Takes digits and zeros that what results has shown to be likely, whatever the file tells. */
+    void choose(const NumberFormat& format, Origin origin);
+
     /** Told, never guessed. */
     std::optional<Units> units() const;
 
     /** In host size units, neither rounded nor limited; null for a text that is no number or has
      *  more digits than any place. */
     std::optional<double> read(std::string_view number);
+
+    /** How the numbers are read; all of it is set once there was a number. */
+    NumberFormat format() const { return {mUnits.value, mDigits.value, mZeros.value}; }
+
+    /** Whether nobody tells the digits that numbers need, or who does is wrong. */
+    bool needsDigits() const { return mDigitsNeeded && (mDigits.isGuess() || isContradicted()); }
+
+    /** Told digits that are fewer than those of the numbers. */
+    bool isContradicted() const
+    {
+        return mTold && mLongest > size_t(mTold->before) + size_t(mTold->after);
+    }
+    const std::optional<Digits>& toldDigits() const { return mTold; }
+
+    /** Digits of the longest number without a point. */
+    size_t longest() const { return mLongest; }
 
     /** What had to be guessed for the numbers read so far, such as "2:4, leading zeros left out";
      *  empty if all was told. */
@@ -106,7 +125,11 @@ private:
     Told<Units> mUnits;
     Told<Digits> mDigits;
     Told<Zeros> mZeros;
+    std::optional<Digits> mTold; ///< digits by the file or a file beside it
+    size_t mLongest = 0;
+    bool mChosen = false;
     bool mSettled = false;
+    bool mDigitsNeeded = false;
     bool mGuessUsed = false;
     bool mUnitsGuessed = false;
 };

@@ -64,7 +64,7 @@ class LayerSum
 public:
     void add(const Layer& layer)
     {
-        StepLayer& sum = sumOf(layer.name, layer.span, layer.assumedFormat);
+        StepLayer& sum = sumOf(layer);
         addContours(sum, qint64(layer.contours.size()));
         for (const Tool& tool : layer.tools) {
             mTools[mCurrent].add(
@@ -78,7 +78,7 @@ public:
 
     void add(const StepLayer& layer, qint64 factor)
     {
-        StepLayer& sum = sumOf(layer.name, layer.span, layer.assumedFormat);
+        StepLayer& sum = sumOf(layer);
         addContours(sum, times(layer.contours, factor));
         for (const StepTool& each : layer.tools) {
             mTools[mCurrent].add(
@@ -93,14 +93,15 @@ public:
     std::vector<StepLayer> take() { return std::move(mLayers); }
 
 private:
-    StepLayer& sumOf(
-        const QString& name, const std::optional<Span>& span, const QString& assumedFormat)
+    template <class AnyLayer>
+    StepLayer& sumOf(const AnyLayer& layer)
     {
-        const auto found = mIndices.constFind(name);
+        const auto found = mIndices.constFind(layer.name);
         mCurrent = found == mIndices.constEnd() ? mLayers.size() : *found;
         if (found == mIndices.constEnd()) {
-            mIndices.insert(name, mCurrent);
-            mLayers.push_back({name, span, {}, {}, 0, assumedFormat});
+            mIndices.insert(layer.name, mCurrent);
+            mLayers.push_back(
+                {layer.name, layer.span, {}, {}, 0, layer.assumedFormat, layer.formatDoubtful});
             mTools.emplace_back();
             mBackDrills.emplace_back();
         }

@@ -40,6 +40,7 @@ struct StepLayer
     std::vector<StepTool> backDrills;
     qint64 contours = 0;
     QString assumedFormat;
+    bool formatDoubtful = false;
 };
 
 /** The layers of a step and of all it repeats, by name; nothing is spread.

@@ -2,7 +2,7 @@
 #ifndef READING_H
 #define READING_H
 
-#include "board.h"
+#include "format_guess.h"
 
 #include <QByteArray>
 #include <functional>
@@ -16,13 +16,15 @@ namespace brox {
 /** What all readers of board files share. A reader reads a device from where it stands to its end,
  *  in one pass, so that pipes and files in archives are read like others. */
 
-/** What is wrong with a board file, as one line "file:line: message". */
+/** What is wrong with a board file, as one line "file:line: message"; line 0 is left out. */
 class BoardError : public std::runtime_error
 {
 public:
     BoardError(const QString& file, qint64 line, const QString& message)
         : std::runtime_error(
-            QStringLiteral("%1:%2: %3").arg(file).arg(line).arg(message.simplified()).toStdString())
+            (line > 0 ? QStringLiteral("%1:%2: %3").arg(file).arg(line).arg(message.simplified())
+                      : QStringLiteral("%1: %2").arg(file, message.simplified()))
+                .toStdString())
     { }
 
     QString message() const { return QString::fromUtf8(what()); }
@@ -47,8 +49,18 @@ constexpr double maxDiameter = 500.0 * sizePerMillimetre;
 
 struct ReadOptions
 {
-    std::optional<Units> fileUnits; ///< of drill files that tell none
+    NumberFormat fileFormat; ///< by the user, of drill files that do not tell theirs
+    bool isStrict = false; ///< no file of an order may be unreadable
     Progress progress;
+};
+
+/** What is known of one drill file before it is read. */
+struct DrillOptions : ReadOptions
+{
+    NumberFormat listed; ///< by a list beside it
+    std::optional<NumberFormat> chosen; ///< digits that go before those that it tells
+    Origin chosenBy = Origin::Guess;
+    qint64 drilled = 0; ///< holes and slots of the board's files before it
 };
 
 /** Cuts a device into chunks, and tells the progress behind each. */
@@ -104,12 +116,36 @@ private:
     bool mAfterReturn = false;
 };
 
+/** Notes for the user, of which those of one kind are told once, with their number. */
+class Notes
+{
+public:
+    /** @param kind  a text that BoardText knows, with the places of the values */
+    void add(const char* kind, const QStringList& values = {});
+
+    QStringList texts() const;
+
+private:
+    struct Note
+    {
+        const char* kind;
+        QString text; ///< of the first
+        qint64 count = 0;
+    };
+    std::vector<Note> mNotes;
+};
+
 /** A drill file as a layer of a board. */
 struct DrillFile
 {
     Layer layer; ///< named after the file
     std::optional<Units> units; ///< told, or by the options
     QStringList notes; ///< what the user should know of it, without the file's name
+    qint64 drilled = 0; ///< holes and slots, with those of the board's files before it
+    double extent = 0; ///< the larger side of what it drills, in host size units
+    NumberFormat format; ///< as its numbers were read
+    std::vector<FormatChoice> choices; ///< other ways, by digits; empty if it is told
+    qint64 farLine = 0; ///< of a place that was moved into 5 m of the origin; only with choices
 };
 
 } // namespace brox

@@ -56,6 +56,9 @@ private:
         if (isTypeAssumed) {
             row.flags << PlanFlag::TypeAssumed;
         }
+        if (mDraft.layers[row.layer].formatDoubtful) {
+            row.flags << PlanFlag::DigitsDoubtful;
+        }
         row.rule = decisions.join("; ");
     }
 

@@ -18,6 +18,8 @@ QString flagWord(PlanFlag flag)
         return QT_TRANSLATE_NOOP("PlanText", "tolerance-assumed");
     case PlanFlag::TypeAssumed:
         return QT_TRANSLATE_NOOP("PlanText", "type-assumed");
+    case PlanFlag::DigitsDoubtful:
+        return QT_TRANSLATE_NOOP("PlanText", "digits-doubtful");
     }
     return {};
 }
@@ -25,7 +27,7 @@ QString flagWord(PlanFlag flag)
 bool isAlarming(PlanFlag flag)
 {
     return flag == PlanFlag::OutOfTolerance || flag == PlanFlag::NoBit || flag == PlanFlag::NoSize
-        || flag == PlanFlag::UnapprovedBit;
+        || flag == PlanFlag::UnapprovedBit || flag == PlanFlag::DigitsDoubtful;
 }
 
 QString typeWord(HoleType type, bool isSlot)

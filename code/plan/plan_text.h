@@ -31,7 +31,9 @@ enum class PlanFlag
     NoSize, ///< "no-size": model and formula give none
     UnapprovedBit, ///< "unapproved-bit": the list of bits does not approve the bit
     ToleranceAssumed, ///< "tolerance-assumed": by a rule of the shop
-    TypeAssumed ///< "type-assumed": plating or kind was a guess or a rule's
+    TypeAssumed, ///< "type-assumed": plating or kind was a guess or a rule's
+    DigitsDoubtful ///< "digits-doubtful": its places may be ten times as far from each other, or
+                   ///< less
 };
 
 /** "out-of-tolerance" and so on. */

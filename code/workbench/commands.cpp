@@ -143,7 +143,8 @@ int statusOf(const Options& options, const DrillPlan& plan, const QString& name)
         options.isSet(options.strict) && flagged > 0) {
         warn(before
             + QStringLiteral(
-                "tools that are flagged out-of-tolerance, no-bit, no-size or unapproved-bit: %1")
+                "tools that are flagged out-of-tolerance, no-bit, no-size, unapproved-bit or "
+                "digits-doubtful: %1")
                   .arg(flagged));
         return strictStatus;
     }

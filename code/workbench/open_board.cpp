@@ -78,7 +78,7 @@ std::optional<Board> askForUnits(
     QStringList answers;
     for (const Units units : {Units::Inch, Units::Metric}) {
         try {
-            options.fileUnits = units;
+            options.fileFormat.units = units;
             boards.push_back(readWithProgress(window, paths, options));
         } catch (const BoardError&) {
             continue; // tools that no machine has: not these units

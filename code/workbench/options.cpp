@@ -4,6 +4,8 @@
 #include "host_session.h"
 #include "near_word.h"
 
+#include <QRegularExpression>
+
 namespace brox {
 
 namespace {
@@ -20,6 +22,24 @@ QStringList given(const Options& options, std::initializer_list<const QCommandLi
     return names;
 }
 
+/** Such as "2:5" or "2:5,trailing". */
+NumberFormat digitsOf(const QString& text)
+{
+    static const QRegularExpression pattern(
+        QStringLiteral("^(\\d):(\\d)(?:,(leading|trailing))?$"));
+    const auto match = pattern.match(text);
+    const Digits digits{match.captured(1).toInt(), match.captured(2).toInt()};
+    if (!match.hasMatch() || digits == Digits{}) {
+        throw HostError(
+            QStringLiteral("no digits \"%1\"; such as: 2:5, 2:5,leading, 2:5,trailing").arg(text));
+    }
+    NumberFormat format{{}, digits, {}};
+    if (match.hasCaptured(3)) {
+        format.zeros = match.captured(3) == "leading" ? Zeros::Leading : Zeros::Trailing;
+    }
+    return format;
+}
+
 } // namespace
 
 Options::Options()
@@ -31,8 +51,8 @@ Options::Options()
         "then; or an archive or a folder of them; or - for the standard input.",
         "[board...]");
     parser.addOptions({table, csv, json, places, drillPrograms, report, map, strict, boards, models,
-        step, model, units, fileUnits, tolerance, viasUpTo, type, importBits, exportBits, data,
-        language, screenshot});
+        step, model, units, fileUnits, digits, tolerance, viasUpTo, type, importBits, exportBits,
+        data, language, screenshot});
 }
 
 QString contradiction(const Options& options)
@@ -81,8 +101,14 @@ ReadOptions readOptions(const Options& options)
 {
     ReadOptions reading;
     if (options.isSet(options.fileUnits)) {
-        reading.fileUnits = unitsOf(options, options.fileUnits);
+        reading.fileFormat.units = unitsOf(options, options.fileUnits);
     }
+    if (options.isSet(options.digits)) {
+        const NumberFormat told = digitsOf(options.value(options.digits));
+        reading.fileFormat.digits = told.digits;
+        reading.fileFormat.zeros = told.zeros;
+    }
+    reading.isStrict = options.isSet(options.strict);
     return reading;
 }
 

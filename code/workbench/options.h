@@ -40,7 +40,8 @@ struct Options
     QCommandLineOption report{"report", "Write a report: .html or .pdf.", "file"};
     QCommandLineOption map{"map", "Write a drill map: .svg, .pdf or .png.", "file"};
     QCommandLineOption strict{"strict",
-        "End with status 2, and write no file, if a tool has no size or no bit that fits."};
+        "End with status 2, and write no file, if a tool has no size, no bit that fits or doubtful "
+        "digits."};
     QCommandLineOption boards{
         "boards", "With --csv: all boards of a list, a name a line; - reads it.", "list"};
     QCommandLineOption models{"models", "List the drill tool models."};
@@ -49,6 +50,11 @@ struct Options
     QCommandLineOption units{"units", "Units of the step: inch or metric.", "units"};
     QCommandLineOption fileUnits{
         "file-units", "Units of drill files that specify none: inch or metric.", "units"};
+    QCommandLineOption digits{"digits",
+        "Digits of drill files that specify none, such as 2:5, or 2:5,leading or 2:5,trailing for "
+        "the "
+        "zeros that are kept.",
+        "digits"};
     QCommandLineOption tolerance{"tolerance",
         "Tolerance where the board specifies none: none, or such as plated=-0.05/+0.10 (mm).",
         "rule"};

@@ -85,6 +85,17 @@ QByteArray program(const QByteArray& body, const QByteArray& header = "METRIC\nT
     return "M48\n" + header + "\n%\n" + body + "\nM30\n";
 }
 
+/** Holes of a drill program in a square, so many to a side and so far from each other. */
+QByteArray square(int side, int pitch)
+{
+    QByteArray lines;
+    for (int i = 0; i < side * side; ++i) {
+        lines += "X" + QByteArray::number(i % side * pitch) + "Y"
+            + QByteArray::number(i / side * pitch) + '\n';
+    }
+    return lines;
+}
+
 QByteArray hole(const QByteArray& status, const QByteArray& diameter, const QByteArray& more = {})
 {
     return "<Hole platingStatus='" + status + "' diameter='" + diameter + "' x='1' y='2' " + more
@@ -239,8 +250,30 @@ private:
                 "METRIC\nVER,1\nR,H\nDETECT,ON\nATC,ON\nT1C0.8"),
             "P?0.8 3,0 1,1");
 
+        row("a radius that holds for the arcs that follow, a comment that is a place",
+            program("T1\nG00X0.Y0.\nM15\nG03X4.Y0.A2.\nX0.Y0.\nM16\n;X1.Y1."),
+            "P?0.8 ~0,0)4,0*2,0)0,0*2,0\n"
+            "file: the comment in line 11 is a place, which is not drilled");
+        row("digits by the decimals of sizes, and by the board that results",
+            program("T1\n" + square(6, 25400), "M72\nT1C0.03937"),
+            "P?0.9999975 x36 [2:5, leading zeros left out]");
+        row("digits: no board is 4 mm wide", program("T1\n" + square(6, 200), "INCH\nT1C.02"),
+            "P?0.508 x36 [2:3, leading zeros left out]");
+        row("digits: false ones are not believed",
+            program("T1\n" + square(20, 2000), ";FILE_FORMAT=2:2\nINCH\nT1C.04"),
+            "P?1.016 x400 [2:4, leading zeros left out]\n"
+            "file: its numbers have 5 digits, more than the 2:2 that it tells");
+        row("digits: doubtful", program("T1\n" + square(2, 150000), "INCH\nT1C.04"),
+            "P?1.016 0,0 38.1,0 0,38.1 38.1,38.1 [2:5 (38.1 x 38.1 mm) or as likely "
+            "2:4 (381 x 381 mm); --digits decides]");
+        row("tools without numbers, told by comments in order",
+            ";   Holesize 1. = 8.0 Tolerance = +0/-0 PLATED MILS Quantity = 1\n"
+            ";   Holesize 2. = 40.0 NON_PLATED MILS\n%\nG90\nX0100000Y0100000\nM00\n"
+            "X0200000Y0100000\nM30\n",
+            "P0.2032 25.4,25.4; N1.016 50.8,25.4 [inches, 2:5, leading zeros left out]");
+
         row("empty", "", ":1: no drill file: it is an empty file");
-        row("tape", "\x80\x01\x02\x80\x03\x80\x80", ":1: no drill file: it is a tape in EIA code");
+        row("tape", "\x80\x01\x02\x80\x04\x80\x80", ":1: no drill file: it is a tape in EIA code");
         row("job file", "{ \"Header\": 1 }", ":1: no drill file: it is a job file");
         row("copper", "%FSLAX34Y34*%\n%ADD10C,1*%\nD10*\nX1D03*\nM02*\n",
             ":1: no drill file: it is a Gerber file");
@@ -267,6 +300,9 @@ private:
             {"T1\nM15\nM16\nX1.", ":8: neither a hole"}, {"T1\nX6000.", ":6: a place further than"},
             {"T1\nX1.\nG92X2.", ":7: the origin is set after the first hole"},
             {"T1\nG02X5.A1.", ":6: no arc of this radius"},
+            {"T1\nX1.Y1.X2.Y2.", ":6: a word stands twice"}, {"T1\nX1.T2", ":6: a tool behind"},
+            {"T1C0.8C1.", ":5: a word stands twice"},
+            {"T1\nG00X1.\nM15\nG02I1.", ":8: the centre of an arc without its end"},
             {"T2C0.", ":5: diameter \"0.\" is not above 0"},
             {"T2C080", ":5: diameter \"080\" has no decimal point"}, {"", ":1: no drilled hole"}};
         for (const auto& [body, error] : refused) {
@@ -288,6 +324,13 @@ private:
                 .replace("ViaDrill", "BackDrill"),
             "1-2: N1 ~0,-1>0,1; back0.3 25.4,0; N~0,0>25.4,0>0,0");
         row("Gerber: a square hole", gerber("D12*\nX0Y0D03*"), ":6: aperture D12 is not round");
+        row("Gerber: a lost end", gerber("D10*\nX0Y0D03X1Y1D03*"), ":6: a word stands twice");
+        row("Gerber: percent signs in comments", gerber("D10*\nG04 5 %*\nX10000Y0D03*\nG04 6 %*"),
+            "1-2: V0.3 1,0");
+        row("Gerber: an unknown command", gerber("%KO*%"), ":5: unknown command \"KO\"");
+        row("Gerber: what is for parts is not plated in a file that is not",
+            gerber("D10*\nX10000Y0D03*").replace("Plated", "NonPlated").replace("Via", "Component"),
+            "1-2: N0.3 1,0");
         row("Gerber: copies", gerber("%SRX1Y10I0J1*%"), ":5: steps and repeats are not read");
         row("Gerber: format", "%FSLAX34Y35*%\n%ADD10C,1*%\nX1D03*\n" + gerber(""),
             ":1: unknown format");
@@ -456,7 +499,11 @@ private slots:
              "; THROUGH (PLATED) HOLES START AT T100",
                 ": N0.8"},
             {";Layer: NPTH_Through", ": N0.8"}, {";Layer: PTH_Inner1_Inner2_Via", ": V0.8"},
-            {";Layer: Drill PTH", ": P0.8"}, {"; Contents: Thru / Drill / Non-Plated", ": N0.8"},
+            {";Layer: Drill PTH", ": P0.8"}, {";TYPE=PLATED\n;Layer: PTH_Through_Via", ": V0.8"},
+            {"; #@! TF.FileFunction,NonPlated,1,2,NPTH\n; #@! TA.AperFunction,ComponentDrill",
+                "1-2: N0.8"},
+            {"; #@! TA.AperFunction,ComponentDrill", ": P?0.8"},
+            {"; Contents: Thru / Drill / Non-Plated", ": N0.8"},
             {";T1 Holesize 1. = .0315 Tolerance = +2/-1 OPTIONAL INCHES", ": P?0.8-25.4+50.8"}};
         for (const auto& [comments, tool] : cases) {
             const QByteArray header = QByteArray("METRIC\n") + comments + "\nT1C0.8";
@@ -488,7 +535,24 @@ private slots:
         QVERIFY(board.units == Units::Inch && board.job == "board");
         QCOMPARE(readBoard({metric, write("j/plated.drl", program("T1\nX1."))}).job, "j");
         const QString unitless = write("u.drl", program("T1\nX1.", "T1C0.1"));
-        QCOMPARE(outcome({unitless}, {Units::Inch, {}}), "pcb/u: P?2.54 25.4,0");
+        QCOMPARE(outcome({unitless}, {{Units::Inch, {}, {}}, false, {}}), "pcb/u: P?2.54 25.4,0");
+
+        // What is whole in other files is drilled once, as the file has it that tells more.
+        write("o/all.drl", program("T1\nX1.\nX2.\nT2\nX3.Y0.G85X4.", "METRIC\nT1C0.8\nT2C1."));
+        write("o/all-PTH.drl", program("T2\nX4.Y0.G85X3.\nT1\nX2.", "METRIC\nT1C0.8\nT2C1."));
+        write("o/all-NPTH.drl", program("T1\nX1."));
+        write("o/all.drd.0102", program("T1\nX2.Y2."));
+        write("o/all.drd.0203", program("T1\nX2.Y2."));
+        write("o/bom.csv", "Y1,8 MHz\nX1,jack\n");
+        write("o/weak.txt", "X1.Y1.\nX2.Y2.\nno more\n");
+        const QString order = outcome({mFolder.filePath("o")});
+        QVERIFY2(
+            order.startsWith("pcb/all-NPTH: N0.8 1,0\npcb/all-PTH: P0.8 2,0; P1 ~4,0>3,0\n"
+                             "pcb/all.drd.01021-2: P?0.8 2,2\npcb/all.drd.02032-3: P?0.8 2,2\n"),
+            qPrintable(order));
+        QVERIFY2(order.contains("all: left out, it drills the same as"), qPrintable(order));
+        QVERIFY2(order.contains("not read: o/weak.txt:1: "), qPrintable(order));
+        QVERIFY(outcome({mFolder.filePath("o")}, {{}, true, {}}).startsWith("o/weak.txt:1: "));
 
         const QString xml = write("j/board.xml", ipc2581(""));
         const QString again = mFolder.filePath("j/../j/board-PTH.drl");
@@ -521,7 +585,7 @@ private slots:
             QVERIFY2(got.contains("top.gbr (a Gerber file)"), qPrintable(got));
             QVERIFY2(got.contains("b.drl.gz (an archive within a"), qPrintable(got));
             QVERIFY2(got.contains("drill.gbr (there are Excellon files)"), qPrintable(got));
-            QVERIFY2(got.contains("copy.drl: left out, it drills the same as b"), qPrintable(got));
+            QVERIFY2(got.contains("copy: left out, it drills the same as b"), qPrintable(got));
         }
         QCOMPARE(readBoard({mFolder.filePath("a/order.zip")}).job, "order");
         const QString pipe = mFolder.filePath("a/pipe");
@@ -626,11 +690,11 @@ pack("large.tgz", 1, 100 << 20))");
                 most = done;
                 return total == content.size();
             };
-            const Board board = readBoard({path}, {{}, all});
+            const Board board = readBoard({path}, {{}, false, all});
             QCOMPARE(board.steps[0].layers[0].tools[0].holes.size(), size_t(50000));
             QVERIFY(most > content.size() / 2);
             const auto half = [](qint64 done, qint64 total) { return done < total / 2; };
-            QVERIFY_EXCEPTION_THROWN(readBoard({path}, {{}, half}), BoardCancelled);
+            QVERIFY_EXCEPTION_THROWN(readBoard({path}, {{}, false, half}), BoardCancelled);
         }
     }
 };

@@ -14,7 +14,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
         for (const Step& step : board.steps) {
             for (const Layer& layer : step.layers) {
                 for (const Tool& tool : layer.tools) {
-                    fuzzCheck(tool.finishedSize > 0, "a hole has a size");
+                    fuzzCheck(tool.finishedSize > 0 || tool.holes.empty(), "a hole has a size");
                     const Tolerance tolerance = tool.tolerance.value_or(Tolerance());
                     fuzzCheck(tolerance.minus >= 0 && tolerance.plus >= 0, "they are magnitudes");
                     fuzzCheck(!tool.holes.empty() || !tool.slotPaths.empty(), "a tool is used");

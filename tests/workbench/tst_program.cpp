@@ -155,13 +155,15 @@ const Case cases[] = {
         "by model "
         "\"ENIG\" and its formula\n"},
     {"$B backplane.xml --strict --map $D/strict.svg; s=$?; ls $D/strict.svg 2>/dev/null; exit $s",
-        2, {}, "tools that are flagged out-of-tolerance, no-bit, no-size or unapproved-bit: 4\n"},
+        2, {},
+        "tools that are flagged out-of-tolerance, no-bit, no-size, unapproved-bit or "
+        "digits-doubtful: 4\n"},
     // Many boards.
     {"printf 'sensor.xml\\nnone\\n\\nbackplane.xml\\n' | $B --csv --boards - --strict | grep Via",
         0, {"sensor.xml,Drill,Via,720,300,", "backplane.xml,drill_1-4,Via,140,254,0,0,350,0.35,1,"},
         "none:1: No such file or directory\n"
-        "backplane.xml: tools that are flagged out-of-tolerance, no-bit, no-size or "
-        "unapproved-bit: 4\n"},
+        "backplane.xml: tools that are flagged out-of-tolerance, no-bit, no-size, "
+        "unapproved-bit or digits-doubtful: 4\n"},
     {"echo \"$D/o,\\\"d.drl\" >$D/list; $B --csv --boards $D/list", 0,
         {"Board,Layer,Type,Count,FHS [mil],"},
         "$D/o,\"d.drl: back drills left out: 2 (the fabricator chooses their tools)\n"

@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+#ifndef DRILL_BOARD_H
+#define DRILL_BOARD_H
+
+#include "board_files.h"
+
+#include <deque>
+
+namespace brox {
+
+/** A board of drill files: one step, a layer a file. What a file does not tell, the others may. */
+class DrillBoard
+{
+public:
+    explicit DrillBoard(const ReadOptions& options)
+        : mOptions(options)
+    { }
+
+    /** Reads a file. One that only looks like a drill file, and can't be read, is noted.
+     *
+     * @param progress  of this file
+     * @throws BoardError, BoardCancelled
+     */
+    void add(const BoardFile& file, const Progress& progress);
+
+    /** The board of all files. To be called once.
+     *
+     * @param job  its name
+     * @throws BoardError, BoardCancelled
+     */
+    Board finish(const QString& job);
+
+private:
+    struct Entry
+    {
+        const BoardFile* file = nullptr;
+        DrillOptions options;
+        DrillFile drill;
+    };
+
+    static void read(Entry& entry);
+    void rankFormats();
+    bool readAgain();
+    void settleFormats();
+    void nameLayers();
+    void addNotes(const Entry& entry);
+
+    const ReadOptions& mOptions;
+    std::deque<Entry> mEntries;
+    Board mBoard;
+    std::optional<BoardError> mError; ///< of the first file that was not read
+};
+
+} // namespace brox
+
+#endif
