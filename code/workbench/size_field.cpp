@@ -34,13 +34,17 @@ SizeField::SizeField(QWidget* parent)
     setDecimals(digits);
     setKeyboardTracking(false); // the former size is the one before the typing
     setUnits(Units::Metric);
-    connect(lineEdit(), &QLineEdit::textChanged, this, [this] {
-        QPalette colours = palette();
-        if (!hasAcceptableInput()) {
-            colours.setColor(QPalette::Text, Qt::red);
-        }
-        lineEdit()->setPalette(colours);
-    });
+    connect(lineEdit(), &QLineEdit::textChanged, this, &SizeField::showValidity);
+    connect(this, &QAbstractSpinBox::editingFinished, this, &SizeField::showValidity);
+}
+
+void SizeField::showValidity()
+{
+    QPalette colours = palette();
+    if (!hasAcceptableInput()) {
+        colours.setColor(QPalette::Text, Qt::red);
+    }
+    lineEdit()->setPalette(colours);
 }
 
 void SizeField::setUnits(Units units)

@@ -39,6 +39,8 @@ signals:
     void refused(const QString& text) const;
 
 private:
+    void showValidity();
+
     Units mUnits = Units::Metric;
     Size mSize = 0;
     double mShown = 0; ///< the value that stands for mSize
