@@ -97,7 +97,7 @@ private:
     void checkTwice(const QFileInfo& info, const QString& path)
     {
         if (mCanonical.contains(info.canonicalFilePath()) && info.exists()) {
-            throw BoardError(path, 1, BoardText::tr("the file is named twice"));
+            throw BoardError(path, 0, BoardText::tr("the file is named twice"));
         }
         mCanonical << info.canonicalFilePath();
     }
@@ -106,7 +106,7 @@ private:
     {
         QFile file(path);
         if (!file.open(QIODevice::ReadOnly)) {
-            throw BoardError(path, 1, file.errorString());
+            throw BoardError(path, 0, file.errorString());
         }
         const QByteArray beginning = file.peek(fileKindBytes);
         if (fileKind(beginning) == FileKind::Archive) {
@@ -120,7 +120,7 @@ private:
         add(name, lookAt(beginning), isFound, file.size(), [path] {
             auto opened = std::make_shared<QFile>(path);
             if (!opened->open(QIODevice::ReadOnly)) {
-                throw BoardError(path, 1, opened->errorString());
+                throw BoardError(path, 0, opened->errorString());
             }
             return opened;
         });
@@ -131,7 +131,7 @@ private:
     {
         auto file = std::make_shared<QFile>();
         if (!open(*file)) {
-            throw BoardError(name, 1, file->errorString());
+            throw BoardError(name, 0, file->errorString());
         }
         file->startTransaction();
         const QByteArray beginning = readAtMost(*file, fileKindBytes);
@@ -195,7 +195,7 @@ private:
                 }
             }
         } catch (const fs::filesystem_error& error) {
-            throw BoardError(path, 1, QString::fromStdString(error.code().message()));
+            throw BoardError(path, 0, QString::fromStdString(error.code().message()));
         }
         files.sort();
         return files;

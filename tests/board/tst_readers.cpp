@@ -556,9 +556,9 @@ private slots:
 
         const QString xml = write("j/board.xml", ipc2581(""));
         const QString again = mFolder.filePath("j/../j/board-PTH.drl");
-        QVERIFY(outcome({metric, again}).contains(":1: the file is named twice"));
+        QVERIFY(outcome({metric, again}).contains(": the file is named twice"));
         QVERIFY(outcome({metric, xml}).startsWith("j/board.xml:1: no drill file"));
-        QVERIFY(outcome({metric, mFolder.filePath("gone")}).startsWith("gone:1: "));
+        QVERIFY(outcome({metric, mFolder.filePath("gone")}).startsWith("gone: "));
     }
 
     /** What lies in a folder and in archives of it. */

@@ -161,7 +161,7 @@ const Case cases[] = {
     // Many boards.
     {"printf 'sensor.xml\\nnone\\n\\nbackplane.xml\\n' | $B --csv --boards - --strict | grep Via",
         0, {"sensor.xml,Drill,Via,720,300,", "backplane.xml,drill_1-4,Via,140,254,0,0,350,0.35,1,"},
-        "none:1: No such file or directory\n"
+        "none: No such file or directory\n"
         "backplane.xml: tools that are flagged out-of-tolerance, no-bit, no-size, "
         "unapproved-bit or digits-doubtful: 4\n"},
     {"echo \"$D/o,\\\"d.drl\" >$D/list; $B --csv --boards $D/list", 0,
@@ -203,7 +203,7 @@ const Case cases[] = {
     {"$B --table", 1, {}, "brox-workbench: a board file is needed\n"},
     {"$B sensor.xml --csv --tolerance plated=5", 1, {},
         "brox-workbench: --tolerance: \"5\" is no tolerance such as -0.05/+0.10 or +-2mil\n"},
-    {"$B none --table", 1, {}, "brox-workbench: none:1: No such file or directory\n"},
+    {"$B none --table", 1, {}, "brox-workbench: none: No such file or directory\n"},
     {"$B make_boards.py --screenshot none.png --language de", 1, {},
         "brox-workbench: make_boards.py:1: keine Bohrdatei, sondern ein Text ohne Bohrbefehle\n"},
     {"$B sensor.xml", 1, {},
