@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Makes the pictures of the pages: make_images SAMPLES-FOLDER IMAGE-FOLDER
 #include "board_reader.h"
-#include "default_data.h"
+#include "data_start.h"
 #include "host_session.h"
 #include "main_window.h"
 
@@ -147,7 +147,7 @@ int main(int argc, char** argv)
     try {
         const QTemporaryDir filled;
         const QTemporaryDir empty;
-        createDefaultData(filled.path());
+        DataStart::fill(filled.path());
         {
             HostSession session(filled.path());
             saveBoard(session, arguments[1]);

@@ -724,6 +724,42 @@
         <source>1: no bits</source>
         <translation>1: keine Bohrer</translation>
     </message>
+    <message>
+        <source>it can&apos;t be moved to the backups</source>
+        <translation>sie lässt sich nicht zu den Sicherungen verschieben</translation>
+    </message>
+    <message>
+        <source>what was read back is not what was saved</source>
+        <translation>zurückgelesen wurde etwas anderes, als gespeichert wurde</translation>
+    </message>
+    <message>
+        <source>another workbench is saving</source>
+        <translation>eine andere Workbench speichert gerade</translation>
+    </message>
+    <message>
+        <source>no backup could be made: %1</source>
+        <translation>es ließ sich keine Sicherung anlegen: %1</translation>
+    </message>
+    <message>
+        <source>it is a folder</source>
+        <translation>das ist ein Ordner</translation>
+    </message>
+    <message>
+        <source>it is no regular file</source>
+        <translation>das ist keine gewöhnliche Datei</translation>
+    </message>
+    <message>
+        <source>can&apos;t be read</source>
+        <translation>nicht lesbar</translation>
+    </message>
+    <message>
+        <source>%1 and %2 more</source>
+        <translation>%1 und %2 weitere</translation>
+    </message>
+    <message>
+        <source>empty</source>
+        <translation>leer</translation>
+    </message>
 </context>
 <context>
     <name>DataStart</name>
@@ -748,18 +784,8 @@
         <translation>%1 kann nicht gelesen werden: %2</translation>
     </message>
     <message>
-        <source>There is no backup of it. It is not touched until you save, and then you are asked.</source>
-        <translation>Es gibt davon keine Sicherung. Die Datei bleibt, wie sie ist, bis Sie speichern; dann werden Sie gefragt.</translation>
-    </message>
-    <message>
         <source>Close</source>
         <translation>Schließen</translation>
-    </message>
-    <message>
-        <source>Restore: the backup of %1 takes its place, and what stands there goes to the backups.
-Leave: it is not touched until you save, and then you are asked.</source>
-        <translation>Wiederherstellen: Die Sicherung vom %1 tritt an ihre Stelle, und was dort steht, kommt zu den Sicherungen.
-Belassen: Die Datei bleibt, wie sie ist, bis Sie speichern; dann werden Sie gefragt.</translation>
     </message>
     <message>
         <source>Restore</source>
@@ -774,8 +800,34 @@ Belassen: Die Datei bleibt, wie sie ist, bis Sie speichern; dann werden Sie gefr
         <translation>%1 kann nicht wiederhergestellt werden: %2</translation>
     </message>
     <message>
-        <source>it can&apos;t be moved to the backups</source>
-        <translation>die Datei kann nicht zu den Sicherungen verschoben werden</translation>
+        <source>%1: the path is too long: %2 bytes of at most %3</source>
+        <translation>%1: der Pfad ist zu lang: %2 Bytes von höchstens %3</translation>
+    </message>
+    <message>
+        <source>%1: the folder can&apos;t be made</source>
+        <translation>%1: der Ordner lässt sich nicht anlegen</translation>
+    </message>
+    <message>
+        <source>Restore Defaults: what a new data folder has takes its place.
+What stands there goes to the backups.</source>
+        <translation>Standard wiederherstellen: Was ein neuer Datenordner enthält, tritt an ihre Stelle.
+Was dort steht, kommt zu den Sicherungen.</translation>
+    </message>
+    <message>
+        <source>Leave: it is not touched, and nothing is exported.</source>
+        <translation>Belassen: Sie wird nicht angerührt, und nichts wird exportiert.</translation>
+    </message>
+    <message>
+        <source>Leave: it is not touched until you save, and then you are asked.</source>
+        <translation>Belassen: Sie wird nicht angerührt, bis Sie speichern, und dann werden Sie gefragt.</translation>
+    </message>
+    <message>
+        <source>Restore Defaults</source>
+        <translation>Standard wiederherstellen</translation>
+    </message>
+    <message>
+        <source>Restore: the backup of %1 takes its place (%2).</source>
+        <translation>Wiederherstellen: Die Sicherung vom %1 tritt an ihre Stelle (%2).</translation>
     </message>
 </context>
 <context>
@@ -1621,14 +1673,6 @@ Abbrechen: Nichts wird gespeichert.</translation>
         <translation>Abbrechen</translation>
     </message>
     <message>
-        <source>%1 can&apos;t be moved to the backups</source>
-        <translation>%1 kann nicht zu den Sicherungen verschoben werden</translation>
-    </message>
-    <message>
-        <source>what was read back is not what was saved</source>
-        <translation>was zurückgelesen wurde, ist nicht, was gespeichert wurde</translation>
-    </message>
-    <message>
         <source>Close</source>
         <translation>Schließen</translation>
     </message>
@@ -1663,6 +1707,18 @@ Abbrechen: Nichts wird gespeichert.</translation>
     <message>
         <source>The edits could not be kept: %1</source>
         <translation>Die Änderungen konnten nicht behalten werden: %1</translation>
+    </message>
+    <message>
+        <source>Another workbench is saving to %1.</source>
+        <translation>Eine andere Workbench speichert gerade in %1.</translation>
+    </message>
+    <message>
+        <source>Cancel: nothing is saved.</source>
+        <translation>Abbrechen: Nichts wird gespeichert.</translation>
+    </message>
+    <message>
+        <source>Try Again</source>
+        <translation>Erneut versuchen</translation>
     </message>
 </context>
 <context>
@@ -1984,6 +2040,14 @@ Abbrechen: Nichts wird gespeichert.</translation>
         <source>&amp;Keyboard Shortcuts...</source>
         <translation>&amp;Tastenkürzel …</translation>
     </message>
+    <message>
+        <source>%1; nothing is exported until the rules of the shop can be read</source>
+        <translation>%1; nichts wird exportiert, bis die Regeln des Betriebs lesbar sind</translation>
+    </message>
+    <message>
+        <source>%1 could not be saved: %2</source>
+        <translation>%1 konnte nicht gespeichert werden: %2</translation>
+    </message>
 </context>
 <context>
     <name>brox::MapDock</name>
@@ -2056,6 +2120,53 @@ bei X %2, Y %3</translation>
     <message>
         <source>Shows all of the board (Home)</source>
         <translation>Zeigt die ganze Leiterplatte (Pos1)</translation>
+    </message>
+</context>
+<context>
+    <name>brox::RestoreDialog</name>
+    <message>
+        <source>Restore Backup</source>
+        <translation>Sicherung wiederherstellen</translation>
+    </message>
+    <message>
+        <source>What you choose takes the place of its file. What stands there now goes to the backups.</source>
+        <translation>Was Sie wählen, tritt an die Stelle seiner Datei. Was jetzt dort steht, kommt zu den Sicherungen.</translation>
+    </message>
+    <message>
+        <source>Backups</source>
+        <translation>Sicherungen</translation>
+    </message>
+    <message>
+        <source>Saved</source>
+        <translation>Gespeichert</translation>
+    </message>
+    <message>
+        <source>Content</source>
+        <translation>Inhalt</translation>
+    </message>
+    <message>
+        <source>Restore</source>
+        <translation>Wiederherstellen</translation>
+    </message>
+    <message>
+        <source>Models</source>
+        <translation>Modelle</translation>
+    </message>
+    <message>
+        <source>Bits</source>
+        <translation>Bohrer</translation>
+    </message>
+    <message>
+        <source>Shop rules</source>
+        <translation>Regeln des Betriebs</translation>
+    </message>
+    <message>
+        <source>Defaults</source>
+        <translation>Standard</translation>
+    </message>
+    <message>
+        <source>%1 can&apos;t be restored: %2</source>
+        <translation>%1 kann nicht wiederhergestellt werden: %2</translation>
     </message>
 </context>
 <context>

@@ -176,4 +176,16 @@ QStringList FileSet::paths() const
     return paths;
 }
 
+QString writeFile(const QString& path, const QByteArray& content)
+{
+    try {
+        FileSet files;
+        files.add(path, content);
+        files.commit();
+        return {};
+    } catch (const OutputError& error) {
+        return error.reason();
+    }
+}
+
 } // namespace brox

@@ -77,6 +77,12 @@ private:
     QStringList mNotes;
 };
 
+/** A set of one file.
+ *
+ * @return what went wrong, or an empty text
+ */
+QString writeFile(const QString& path, const QByteArray& content);
+
 } // namespace brox
 
 #endif

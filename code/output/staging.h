@@ -16,6 +16,12 @@ public:
     { }
 
     OutputError(const QString& path, const QString& reason);
+
+    /** Without the path, as far as it is known which that is. */
+    QString reason() const { return QString::fromStdString(mReason); }
+
+private:
+    std::string mReason = what();
 };
 
 /** A file that only one process at a time has; it is gone when the object or the process is. */

@@ -3,13 +3,10 @@
 
 #include "plan_text.h"
 
-#include <QDir>
-#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QRegularExpression>
-#include <QSaveFile>
 #include <algorithm>
 #include <cmath>
 
@@ -149,36 +146,6 @@ ShopRules ShopRules::starter()
         {HoleType::NonPlated, 0, {twentieth, twentieth}}, {HoleType::Via, 0, {tenth, tenth}},
         {HoleType::PressFit, 0, {twentieth, twentieth}}};
     return rules;
-}
-
-QString ShopRules::path(const QString& dataDir)
-{
-    return QDir(dataDir).filePath("brox/shop_rules.json");
-}
-
-ShopRules ShopRules::load(const QString& dataDir)
-{
-    QFile file(path(dataDir));
-    if (!file.exists()) {
-        return starter();
-    }
-    if (!file.open(QFile::ReadOnly)) {
-        throw RulesError(QStringLiteral("%1: %2").arg(file.fileName(), file.errorString()));
-    }
-    try {
-        return fromJson(file.readAll());
-    } catch (const RulesError& error) {
-        throw RulesError(QStringLiteral("%1:%2").arg(file.fileName(), QString(error.what())));
-    }
-}
-
-void ShopRules::save(const QString& dataDir) const
-{
-    QSaveFile file(path(dataDir));
-    QDir().mkpath(QFileInfo(file.fileName()).path());
-    if (!file.open(QFile::WriteOnly) || file.write(toJson()) < 0 || !file.commit()) {
-        throw RulesError(QStringLiteral("%1: %2").arg(file.fileName(), file.errorString()));
-    }
 }
 
 ShopRules ShopRules::fromJson(const QByteArray& json)

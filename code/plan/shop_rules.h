@@ -33,17 +33,6 @@ public:
     /** Those of a new data folder. */
     static ShopRules starter();
 
-    /** Reads the folder's rules; the starter set if there is no file.
-     *
-     * @throws RulesError  naming the file and what is wrong in it
-     */
-    static ShopRules load(const QString& dataDir);
-
-    /** @throws RulesError  if it can't be written; an earlier file is then as it was */
-    void save(const QString& dataDir) const;
-
-    static QString path(const QString& dataDir);
-
     /** @throws RulesError  "line: what" or "member: what" */
     static ShopRules fromJson(const QByteArray& json);
     QByteArray toJson() const;

@@ -3,6 +3,7 @@
 
 #include "bits_exchange.h"
 #include "data_file.h"
+#include "file_set.h"
 #include "question.h"
 
 #include <QCoreApplication>
@@ -72,7 +73,7 @@ void BitsMenu::exportBits()
     }
     guard([&] {
         const QString path = dialog.selectedFiles().value(0);
-        const QString error = writeDurably(path, bitsToCsv(savedBits(mDataDir)));
+        const QString error = writeFile(path, bitsToCsv(savedBits(mDataDir)));
         if (!error.isEmpty()) {
             throw BitsError(QStringLiteral("%1: %2").arg(path, error));
         }

@@ -2,6 +2,7 @@
 #include "board_choices.h"
 
 #include "data_file.h"
+#include "file_set.h"
 
 #include <QCryptographicHash>
 #include <QDir>
@@ -187,7 +188,7 @@ QString saveChoices(const QString& path, const Board& board, const BoardChoices&
         }
         steps[step.key()] = of;
     }
-    return writeDurably(path,
+    return writeFile(path,
         QJsonDocument(QJsonObject{{"types", typesJson(board, choices.types)}, {"steps", steps}})
             .toJson());
 }

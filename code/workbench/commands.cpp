@@ -5,7 +5,6 @@
 #include "board_reader.h"
 #include "data_file.h"
 #include "data_start.h"
-#include "default_data.h"
 #include "drill_map.h"
 #include "drill_program.h"
 #include "drill_report.h"
@@ -283,12 +282,11 @@ int showWindow(const Options& options, HostSession& session, const QStringList& 
     window.setReadOptions(readOptions(options));
     window.remember();
     window.show();
+    for (const QString& note : start.notes()) {
+        emit session.logged("NOTE", note);
+    }
     start.repair();
-    window.guard([&] {
-        window.lockRules(true); // until it is known that their file is whole
-        window.setRules(shopRules(options, session.dataDir()));
-        window.lockRules(false);
-    });
+    window.loadRules([&] { return shopRules(options, session.dataDir()); });
     if (paths.isEmpty()) {
         window.reopenLastBoard();
     } else {
@@ -319,16 +317,13 @@ void prepareData(const Options& options, const QString& dataDir)
 {
     const bool isNew = !QFileInfo::exists(dataDir);
     QStringList missing;
-    for (const DataFile::Kind kind : DataFile::kinds) {
+    for (const DataFile::Kind kind : DataFile::moduleKinds) {
         const QString path = DataFile(dataDir, kind).path();
         if (!QFileInfo::exists(path)) {
             missing << path;
         }
     }
-    const QString error = createDefaultData(dataDir);
-    if (!error.isEmpty()) {
-        throw HostError(error);
-    }
+    DataStart::fill(dataDir);
     if (isNew && options.isSet(options.data)) {
         warn(QStringLiteral("made the data folder %1").arg(dataDir));
     }
@@ -358,7 +353,7 @@ int exchangeBits(const Options& options, const QString& dataDir)
     if (path == "-") {
         return print(QString::fromUtf8(csv));
     }
-    const QString error = writeDurably(path, csv);
+    const QString error = writeFile(path, csv);
     return error.isEmpty() ? 0 : fail(QStringLiteral("%1: %2").arg(path, error));
 }
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "data_file.h"
 
+#include "file_set.h"
+
 #include <QDir>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QXmlStreamReader>
-#include <fcntl.h>
 #include <unistd.h>
 
 namespace brox {
@@ -14,29 +14,42 @@ namespace {
 
 constexpr int deepest = 1000; ///< levels of elements that the module takes
 
+constexpr qsizetype namesOfSummary = 4;
+
 struct Traits
 {
     const char* name;
     const char* root;
+    const char* entry;
+    const char* entryName; ///< attribute
 };
 
-constexpr Traits traits[] = {
-    {"brox/brox.xml", "DrillToolModels"}, {"brox/brox_drill_bits.xml", "DrillSizeTable"}};
+constexpr Traits traits[] = {{"brox/brox.xml", "DrillToolModels", "DrillToolModel", "name"},
+    {"brox/brox_drill_bits.xml", "DrillSizeTable", "Drill", "designation"},
+    {"brox/shop_rules.json", nullptr, nullptr, nullptr}};
 
 const Traits& traitsOf(DataFile::Kind kind)
 {
     return traits[size_t(kind)];
 }
 
-/** A rename is only on the disk when its folder is. */
-void syncFolder(const QString& path)
+QString faultOfRules(const QByteArray& json)
 {
-    const int folder =
-        open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (folder >= 0) {
-        fsync(folder);
-        close(folder);
+    try {
+        ShopRules::fromJson(json);
+        return {};
+    } catch (const RulesError& error) {
+        return QString::fromUtf8(error.what()).trimmed();
     }
+}
+
+QString writeInPlace(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush()) {
+        return file.errorString();
+    }
+    return fsync(file.handle()) == 0 ? QString() : qt_error_string();
 }
 
 } // namespace
@@ -65,6 +78,10 @@ DataFile::Content DataFile::readUnchecked() const
     Content content;
     const QFileInfo info(mPath);
     content.exists = info.exists();
+    if (content.exists && !info.isFile()) {
+        content.fault = info.isDir() ? tr("it is a folder") : tr("it is no regular file");
+        return content;
+    }
     QFile file(mPath);
     if (file.open(QIODevice::ReadOnly)) {
         content.bytes = file.readAll();
@@ -77,6 +94,9 @@ DataFile::Content DataFile::readUnchecked() const
 
 QString DataFile::faultOf(Kind kind, const QByteArray& bytes)
 {
+    if (kind == Kind::Rules) {
+        return faultOfRules(bytes);
+    }
     QXmlStreamReader xml(bytes);
     int depth = 0;
     while (!xml.atEnd()) {
@@ -113,34 +133,58 @@ QString DataFile::complaints(const QString& dataDir)
     return lines.join('\n');
 }
 
-QString DataFile::write(const QByteArray& bytes, bool inPlaceAtNeed) const
+QString DataFile::summaryOf(Kind kind, const QByteArray& bytes)
 {
-    return writeDurably(mPath, bytes, inPlaceAtNeed);
+    if (!faultOf(kind, bytes).isEmpty()) {
+        return tr("can't be read");
+    }
+    QStringList names;
+    if (kind == Kind::Rules) {
+        names = ShopRules::fromJson(bytes).lines();
+    }
+    QXmlStreamReader xml(kind == Kind::Rules ? QByteArray() : bytes);
+    while (!xml.atEnd()) {
+        xml.readNext();
+        if (xml.isStartElement() && xml.name() == QLatin1String(traitsOf(kind).entry)) {
+            names << xml.attributes().value(QLatin1String(traitsOf(kind).entryName)).toString();
+        }
+    }
+    const QString first = names.mid(0, namesOfSummary).join(", ");
+    const qsizetype others = names.size() - namesOfSummary;
+    return others > 0     ? tr("%1 and %2 more").arg(first).arg(others)
+        : first.isEmpty() ? tr("empty")
+                          : first;
 }
 
-QString writeDurably(const QString& path, const QByteArray& bytes, bool inPlaceAtNeed)
+QByteArray DataFile::defaults(Kind kind)
 {
-    const QString folder = QFileInfo(path).path();
+    if (kind == Kind::Rules) {
+        return ShopRules::starter().toJson();
+    }
+    QFile file(QStringLiteral(":/defaults/") + QFileInfo(nameOf(kind)).fileName());
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QString DataFile::write(const QByteArray& bytes, bool inPlaceAtNeed) const
+{
+    const QString folder = QFileInfo(mPath).path();
     if (!QDir().mkpath(folder)) {
-        return DataFile::tr("the folder %1 can't be made").arg(folder);
+        return tr("the folder %1 can't be made").arg(folder);
     }
-    QSaveFile file(path);
-    file.setDirectWriteFallback(inPlaceAtNeed);
-    if (!file.open(QIODevice::WriteOnly)) {
-        return file.errorString();
+    if (inPlaceAtNeed && !QFileInfo(folder).isWritable()) {
+        return writeInPlace(mPath, bytes);
     }
-    // A commit alone takes a file that was cut off when its buffer was written for a whole one.
-    if (file.write(bytes) != bytes.size() || !file.flush()) {
-        return file.errorString();
+    return writeFile(mPath, bytes);
+}
+
+ShopRules loadRules(const QString& dataDir)
+{
+    const DataFile file(dataDir, DataFile::Kind::Rules);
+    const DataFile::Content content = file.read();
+    if (!content.fault.isEmpty()) {
+        throw RulesError(QStringLiteral("%1: %2").arg(file.path(), content.fault));
     }
-    if (fsync(file.handle()) != 0) {
-        return qt_error_string();
-    }
-    if (!file.commit()) {
-        return file.errorString();
-    }
-    syncFolder(folder);
-    return {};
+    return content.exists ? ShopRules::fromJson(content.bytes) : ShopRules::starter();
 }
 
 } // namespace brox

@@ -2,13 +2,16 @@
 #ifndef DATA_FILE_H
 #define DATA_FILE_H
 
+#include "shop_rules.h"
+
 #include <QByteArray>
 #include <QCoreApplication>
 #include <QString>
 
 namespace brox {
 
-/** One of the two files that the module keeps in a data folder, seen from outside. */
+/** One of the files of a data folder: models and bits, which are the module's and seen here from
+ *  outside, and the rules of the shop. */
 class DataFile
 {
     Q_DECLARE_TR_FUNCTIONS(DataFile)
@@ -17,9 +20,13 @@ public:
     enum class Kind
     {
         Models,
-        Bits
+        Bits,
+        Rules
     };
-    static constexpr Kind kinds[] = {Kind::Models, Kind::Bits};
+    static constexpr Kind kinds[] = {Kind::Models, Kind::Bits, Kind::Rules};
+    static constexpr Kind moduleKinds[] = {Kind::Models, Kind::Bits};
+
+    static constexpr qsizetype pathLimit = 512; ///< bytes; the module has room for no more
 
     DataFile(const QString& dataDir, Kind kind);
 
@@ -37,19 +44,26 @@ public:
     };
     Content read() const;
 
-    /** The same without a look at the content: only a file that can't be read has a fault. */
+    /** The same without a look at the content: only a file that can't be read has a fault. Nothing
+     *  but a regular file is opened, since others may never come to an end. */
     Content readUnchecked() const;
 
-    /** Why the module would refuse these bytes, in one line; empty if it takes them. */
+    /** Why the module, or the workbench, would refuse these bytes, in one line; empty if it takes
+     *  them. */
     static QString faultOf(Kind kind, const QByteArray& bytes);
+
+    /** What a user knows a content by: its first models or bits, or its rules. */
+    static QString summaryOf(Kind kind, const QByteArray& bytes);
+
+    /** What a new data folder has. */
+    static QByteArray defaults(Kind kind);
 
     /** What is wrong with the files of a data folder, a line each; empty if nothing is. */
     static QString complaints(const QString& dataDir);
 
-    /** Replaces the file by a temporary one and a rename, so that a crash leaves the old or the
-     *  new bytes; what is written is on the disk then.
+    /** Replaces the file, as FileSet does, or makes it and its folders.
      *
-     * @param inPlaceAtNeed  write into the file itself where the folder takes no other
+     * @param inPlaceAtNeed  write into the file itself where its folder can't be written in
      * @return what went wrong, or an empty text
      */
     QString write(const QByteArray& bytes, bool inPlaceAtNeed = false) const;
@@ -59,8 +73,11 @@ private:
     QString mPath;
 };
 
-/** As DataFile::write, for any path. */
-QString writeDurably(const QString& path, const QByteArray& bytes, bool inPlaceAtNeed = false);
+/** A data folder's rules of the shop; those of a new one if there is no file.
+ *
+ * @throws RulesError  naming the file and what is wrong in it
+ */
+ShopRules loadRules(const QString& dataDir);
 
 } // namespace brox
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "data_guard.h"
 
+#include "file_set.h"
 #include "question.h"
 #include "standin.h"
 #include "step_data.h"
@@ -54,7 +55,7 @@ QWidget* DataGuard::open(
     const QScopedValueRollback taken(mEdits, &edits);
     QWidget* viewer = make();
     auto* data = new StepData(viewer, step);
-    for (DataFile::Kind kind : DataFile::kinds) {
+    for (DataFile::Kind kind : DataFile::moduleKinds) {
         const QByteArray& content = edits.contents[size_t(kind)];
         StepData::File& file = data->file(kind);
         file.known = content.isNull() ? mRead[size_t(kind)] : edits.known[size_t(kind)];
@@ -80,7 +81,7 @@ std::optional<DataGuard::Edits> DataGuard::takeEdits(QWidget* viewer)
     StepData* data = dataOf(viewer);
     Edits edits;
     const QScopedValueRollback taking(mIsTaking, true);
-    for (DataFile::Kind kind : DataFile::kinds) {
+    for (DataFile::Kind kind : DataFile::moduleKinds) {
         const StepData::File& file = data->file(kind);
         QByteArray& content = edits.contents[size_t(kind)];
         edits.known[size_t(kind)] = file.known;
@@ -105,7 +106,7 @@ bool DataGuard::isOlder(const QWidget* viewer) const
 {
     const StepData* data = viewer ? dataOf(viewer) : nullptr;
     return data
-        && std::any_of(std::begin(DataFile::kinds), std::end(DataFile::kinds), [&](auto kind) {
+        && std::any_of(std::begin(DataFile::moduleKinds), std::end(DataFile::moduleKinds), [&](auto kind) {
                return data->file(kind).known != markOf(DataFile(mDataDir, kind).readUnchecked());
            });
 }
@@ -123,7 +124,7 @@ bool DataGuard::canClose(QWidget* viewer, const std::function<bool()>& askModule
     if (!data->closeBits() || !askModule()) {
         return false;
     }
-    for (DataFile::Kind kind : DataFile::kinds) {
+    for (DataFile::Kind kind : DataFile::moduleKinds) {
         if (!canLose(data, kind)) {
             return false;
         }
@@ -134,7 +135,7 @@ bool DataGuard::canClose(QWidget* viewer, const std::function<bool()>& askModule
 /** Only while a viewer is being made does the module ask for reading. */
 QByteArray DataGuard::pathFor(const QString& name)
 {
-    for (DataFile::Kind kind : DataFile::kinds) {
+    for (DataFile::Kind kind : DataFile::moduleKinds) {
         if (name == DataFile::nameOf(kind)) {
             return mIsOpening ? pathForReading(kind)
                 : mIsTaking   ? stagePath(kind).toUtf8()
@@ -150,11 +151,15 @@ QByteArray DataGuard::pathForReading(DataFile::Kind kind)
     const DataFile file(mDataDir, kind);
     mRead[size_t(kind)] = markOf(file.readUnchecked());
     const QByteArray& content = mEdits->contents[size_t(kind)];
+    const QFileInfo info(file.path());
+    if (content.isNull() && info.exists() && !info.isFile()) {
+        return (file.path() + "/none").toUtf8(); // the module might read it for ever
+    }
     if (content.isNull()) {
         return file.path().toUtf8();
     }
     const QString path = stagePath(kind);
-    const QString error = writeDurably(path, content);
+    const QString error = writeFile(path, content);
     if (!error.isEmpty()) {
         ask(tr("The edits could not be kept: %1").arg(error), {}, {tr("Close")});
     }
@@ -174,6 +179,9 @@ QString DataGuard::stagePath(DataFile::Kind kind)
 
 QByteArray DataGuard::pathForSaving(DataFile::Kind kind)
 {
+    if (mSave) {
+        finishSave(mSave->data); // the module was done with it without a mark
+    }
     Save save{kind, saver(kind)};
     if (!prepare(&save)) {
         return {};
@@ -210,16 +218,33 @@ void DataGuard::finishSave(StepData* data)
         fault = staged.errorString();
     }
     if (!fault.isEmpty()) {
-        settle(
-            save, {}, tr("nothing whole could be written to %1 (%2)").arg(QDir::tempPath(), fault));
+        settle(&save, {},
+            tr("nothing whole could be written to %1 (%2)").arg(QDir::tempPath(), fault));
         return;
     }
-    settle(save, bytes, replace(save, bytes));
+    replace(&save, bytes);
+}
+
+bool DataGuard::waitForOthers(Save* save)
+{
+    while (!save->lock) {
+        save->lock = mBackups.lock();
+        if (!save->lock
+            && ask(tr("Another workbench is saving to %1.").arg(mDataDir),
+                   tr("Cancel: nothing is saved."), {tr("Try Again"), tr("Cancel")})
+                != 0) {
+            return false;
+        }
+    }
+    return true;
 }
 
 /** What is to be known and decided before a file is replaced; false: it must not be. */
 bool DataGuard::prepare(Save* save)
 {
+    if (!waitForOthers(save)) {
+        return false;
+    }
     const DataFile file(mDataDir, save->kind);
     save->before = file.read();
     if (!save->before.exists) {
@@ -255,43 +280,22 @@ bool DataGuard::prepare(Save* save)
         == 0;
 }
 
-/** Replaces the file and reads it back; if that fails, what was there before is there again. */
-QString DataGuard::replace(const Save& save, const QByteArray& bytes)
+void DataGuard::replace(Save* save, const QByteArray& bytes)
 {
-    const DataFile file(mDataDir, save.kind);
-    const bool isMoved = save.before.exists && save.before.bytes.isNull();
-    const QString moved = isMoved ? mBackups.take(file) : QString();
-    if (isMoved && moved.isNull()) {
-        return tr("%1 can't be moved to the backups").arg(file.path());
-    }
-    QString fault = file.write(bytes, !save.hasBackup);
-    if (fault.isEmpty() && file.readUnchecked().bytes != bytes) {
-        fault = tr("what was read back is not what was saved");
-    }
-    if (fault.isEmpty()) {
-        mBackups.keep(save.kind, bytes); // in vain: the next save tries again
-        return {};
-    }
-    if (isMoved) {
-        QFile::remove(file.path());
-        QFile::rename(moved, file.path());
-    } else if (!save.before.exists) {
-        QFile::remove(file.path());
-    } else if (file.readUnchecked().bytes != save.before.bytes) {
-        file.write(save.before.bytes, true);
-    }
-    return fault;
+    const DataFile file(mDataDir, save->kind);
+    settle(save, bytes, mBackups.replace(file, save->before, bytes, !save->hasBackup));
 }
 
 /** Tells what came of a save, and tries again as long as the user wants that.
  *
  * @param bytes  what was to be saved; null if there is nothing whole to try again with
  */
-void DataGuard::settle(const Save& save, const QByteArray& bytes, QString fault)
+void DataGuard::settle(Save* save, const QByteArray& bytes, const QString& fault)
 {
-    const QString path = DataFile(mDataDir, save.kind).path();
-    if (StepData* data = save.data) {
-        StepData::File& file = data->file(save.kind);
+    save->lock.reset();
+    const QString path = DataFile(mDataDir, save->kind).path();
+    if (StepData* data = save->data) {
+        StepData::File& file = data->file(save->kind);
         file.isLost = !fault.isEmpty();
         file.unsaved = file.isLost ? bytes : QByteArray();
         file.fault = fault;
@@ -311,9 +315,9 @@ void DataGuard::settle(const Save& save, const QByteArray& bytes, QString fault)
     const qsizetype answer = ask(tr("%1 could not be saved: %2").arg(path, fault),
         tr("What was saved before is still there. What was to be saved counts as unsaved."),
         answers);
-    Save again{save.kind, save.data};
+    Save again{save->kind, save->data};
     if (answer < answers.size() - 1 && prepare(&again)) {
-        settle(again, bytes, replace(again, bytes));
+        replace(&again, bytes);
     }
 }
 
@@ -334,7 +338,7 @@ bool DataGuard::canLose(StepData* data, DataFile::Kind kind)
     if (answer < answers.size() - 2) {
         Save again{kind, data};
         if (prepare(&again)) {
-            settle(again, file.unsaved, replace(again, file.unsaved));
+            replace(&again, QByteArray(file.unsaved));
         }
         return !file.isLost;
     }

@@ -80,6 +80,7 @@ private:
     {
         DataFile::Kind kind;
         QPointer<StepData> data; ///< of the step that saves
+        std::shared_ptr<FileLock> lock = {}; ///< from the look at the file to its replacement
         DataFile::Content before = {};
         bool hasBackup = true;
     };
@@ -90,8 +91,9 @@ private:
     QByteArray pathForSaving(DataFile::Kind kind);
     void finishSave(StepData* data);
     bool prepare(Save* save);
-    QString replace(const Save& save, const QByteArray& bytes);
-    void settle(const Save& save, const QByteArray& bytes, QString fault);
+    bool waitForOthers(Save* save);
+    void replace(Save* save, const QByteArray& bytes);
+    void settle(Save* save, const QByteArray& bytes, const QString& fault);
     bool canLose(StepData* data, DataFile::Kind kind);
     StepData* saver(DataFile::Kind kind) const;
 

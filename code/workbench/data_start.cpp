@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "data_start.h"
 
+#include "host_session.h"
 #include "question.h"
 
 #include <QDir>
@@ -14,6 +15,32 @@ DataStart::DataStart(const QString& dataDir)
     , mLock(QDir(dataDir).absoluteFilePath("workbench.lock"))
 {
     mLock.setStaleLockTime(0); // it goes with its process, however long that lives
+}
+
+void DataStart::fill(const QString& dataDir)
+{
+    for (const DataFile::Kind kind : DataFile::kinds) {
+        const QString path = DataFile(dataDir, kind).path();
+        const qsizetype length = QFile::encodeName(path).size();
+        if (length > DataFile::pathLimit) {
+            throw HostError(tr("%1: the path is too long: %2 bytes of at most %3")
+                                .arg(path)
+                                .arg(length)
+                                .arg(DataFile::pathLimit));
+        }
+    }
+    if (!QDir().mkpath(dataDir)) {
+        throw HostError(tr("%1: the folder can't be made").arg(dataDir));
+    }
+    const std::unique_ptr<FileLock> lock = Backups(dataDir).lock(); // another may start as well
+    for (const DataFile::Kind kind : DataFile::kinds) {
+        const DataFile file(dataDir, kind);
+        const QString error =
+            QFileInfo::exists(file.path()) ? QString() : file.write(DataFile::defaults(kind));
+        if (!error.isEmpty()) {
+            throw HostError(QStringLiteral("%1: %2").arg(file.path(), error));
+        }
+    }
 }
 
 bool DataStart::lock()
@@ -39,15 +66,16 @@ bool DataStart::lock()
         == 0;
 }
 
-/** Takes away what saves have left that were killed: names with six letters behind. */
-void DataStart::clearUp() const
+void DataStart::clearUp()
 {
     for (const char* folder : {"brox", "backups"}) {
-        QDir dir(QDir(mDataDir).filePath(folder));
-        for (const QString& name : dir.entryList({"brox*.xml.??????"}, QDir::Files)) {
-            dir.remove(name);
+        try {
+            mNotes << Staging::tidy(QDir(mDataDir).filePath(folder));
+        } catch (const OutputError&) {
+            // Somebody is at work there.
         }
     }
+    mNotes.removeAll(QString());
 }
 
 void DataStart::repair()
@@ -63,43 +91,30 @@ void DataStart::repair()
 
 void DataStart::offerBackup(const DataFile& file, const DataFile::Content& content)
 {
-    const QString text = tr("%1 can't be read: %2").arg(file.path(), content.fault);
-    const auto backup = mBackups.newestGood(file.kind());
-    if (!backup) {
-        ask(text,
-            tr("There is no backup of it. It is not touched until you save, and then you are "
-               "asked."),
-            {tr("Close")});
-        return;
+    QString details = tr("Restore Defaults: what a new data folder has takes its place.\n"
+                         "What stands there goes to the backups.")
+        + '\n'
+        + (file.kind() == DataFile::Kind::Rules
+                ? tr("Leave: it is not touched, and nothing is exported.")
+                : tr("Leave: it is not touched until you save, and then you are asked."));
+    QStringList answers{tr("Restore Defaults"), tr("Leave")};
+    QList<QByteArray> contents{DataFile::defaults(file.kind())};
+    if (const auto backup = mBackups.newestGood(file.kind())) {
+        const QString time = QLocale().toString(backup->time.toLocalTime(), QLocale::ShortFormat);
+        contents.prepend(backup->bytes());
+        details.prepend(tr("Restore: the backup of %1 takes its place (%2).")
+                            .arg(time, DataFile::summaryOf(file.kind(), contents.first()))
+            + '\n');
+        answers.prepend(tr("Restore"));
     }
-    const QString time = QLocale().toString(backup->time.toLocalTime(), QLocale::ShortFormat);
-    if (ask(text,
-            tr("Restore: the backup of %1 takes its place, and what stands there goes to the "
-               "backups.\nLeave: it is not touched until you save, and then you are asked.")
-                .arg(time),
-            {tr("Restore"), tr("Leave")})
-        != 0) {
-        return;
-    }
-    const QString error = restore(file, content, backup->bytes);
-    if (!error.isEmpty()) {
-        ask(tr("%1 can't be restored: %2").arg(file.path(), error), {}, {tr("Close")});
-    }
-}
-
-/** Gives what went wrong, or an empty text. */
-QString DataStart::restore(
-    const DataFile& file, const DataFile::Content& content, const QByteArray& bytes)
-{
-    if (!content.bytes.isNull()) {
-        const QString error = mBackups.keep(file.kind(), content.bytes);
+    const qsizetype answer =
+        ask(tr("%1 can't be read: %2").arg(file.path(), content.fault), details, answers);
+    if (answer < contents.size()) {
+        const QString error = mBackups.replace(file, contents[answer]);
         if (!error.isEmpty()) {
-            return error;
+            ask(tr("%1 can't be restored: %2").arg(file.path(), error), {}, {tr("Close")});
         }
-    } else if (mBackups.take(file).isNull()) {
-        return tr("it can't be moved to the backups");
     }
-    return file.write(bytes);
 }
 
 } // namespace brox

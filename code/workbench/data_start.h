@@ -7,11 +7,11 @@
 
 #include <QCoreApplication>
 #include <QLockFile>
-#include <QString>
+#include <QStringList>
 
 namespace brox {
 
-/** A data folder that a window works on: told to be in use, and looked after before its first
+/** A data folder that a window works on: marked as in use, and looked after before its first
  *  use. */
 class DataStart
 {
@@ -20,25 +20,35 @@ class DataStart
 public:
     explicit DataStart(const QString& dataDir);
 
+    /** Puts the default models, bits and rules into a data folder where it has none; a file that is
+     *  there is never touched.
+     *
+     * @param dataDir  made if missing
+     * @throws HostError
+     */
+    static void fill(const QString& dataDir);
+
     /** Takes the folder's lock; if another workbench has it, asks the user.
      *
      * @return false if the user does not want to go on
      */
     bool lock();
 
-    /** Tells of files that are broken, and puts back the latest good backup if the user wants it.
-     */
+    /** What killed saves had left, and what became of it: a line each. */
+    const QStringList& notes() const { return mNotes; }
+
+    /** Reports files that are broken, and puts the latest good backup or the defaults in their
+     *  place if the user wants that. */
     void repair();
 
 private:
-    void clearUp() const;
+    void clearUp();
     void offerBackup(const DataFile& file, const DataFile::Content& content);
-    QString restore(
-        const DataFile& file, const DataFile::Content& content, const QByteArray& bytes);
 
     QString mDataDir;
     Backups mBackups;
     QLockFile mLock;
+    QStringList mNotes;
 };
 
 } // namespace brox

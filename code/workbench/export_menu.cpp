@@ -126,6 +126,10 @@ void ExportMenu::exportFile(const QString& title, const char* key, const QString
 
 void ExportMenu::write(const char* key, const QString& path, Write writeFiles)
 {
+    if (!mRefusal.isEmpty()) {
+        emit failed(mRefusal);
+        return;
+    }
     const DrillPlan* current = mLive.current();
     if (!current) {
         if (!mLive.fault().isEmpty()) {

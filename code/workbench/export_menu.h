@@ -25,6 +25,9 @@ public:
     /** Where all files at once are offered to go. */
     void setBoardFolder(const QString& folder) { mBoardFolder = folder; }
 
+    /** From now on nothing is exported, for this reason; empty: everything is again. */
+    void refuse(const QString& reason) { mRefusal = reason; }
+
 signals:
     /** What was written, or why nothing was. */
     void exported(const QString& message);
@@ -43,6 +46,7 @@ private:
 
     LivePlan& mLive;
     QString mBoardFolder;
+    QString mRefusal;
 };
 
 } // namespace brox

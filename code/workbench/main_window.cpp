@@ -428,9 +428,18 @@ void MainWindow::chooseTypes(const QStringList& texts)
     mTabs->remake([&] { setJob(std::move(job)); });
 }
 
-void MainWindow::lockRules(bool locked)
+void MainWindow::loadRules(const std::function<ShopRules()>& load)
 {
-    mRulesAction->setEnabled(!locked);
+    QString fault;
+    try {
+        setRules(load());
+    } catch (const RulesError& error) {
+        fault = tr("%1; nothing is exported until the rules of the shop can be read")
+                    .arg(QString::fromUtf8(error.what()));
+        tell("ERROR", fault);
+    }
+    mRulesAction->setEnabled(fault.isEmpty());
+    mExport->refuse(fault);
 }
 
 void MainWindow::editRules()
@@ -441,7 +450,11 @@ void MainWindow::editRules()
         Job job = mJob;
         job.rules = dialog.rules();
         mTabs->remake([&] {
-            job.rules.save(mSession.dataDir());
+            const DataFile file(mSession.dataDir(), DataFile::Kind::Rules);
+            const QString error = Backups(mSession.dataDir()).replace(file, job.rules.toJson());
+            if (!error.isEmpty()) {
+                throw HostError(tr("%1 could not be saved: %2").arg(file.path(), error));
+            }
             setJob(std::move(job));
         });
         followStep();

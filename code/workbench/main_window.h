@@ -79,8 +79,8 @@ public:
     /** Runs a user's command; what can't be done is told in a box. */
     void guard(const std::function<void()>& work);
 
-    /** Keeps the rules of the shop from being edited, or no longer. */
-    void lockRules(bool locked);
+    /** Takes over the rules of the shop; without them nothing is exported. */
+    void loadRules(const std::function<ShopRules()>& load);
 
 protected:
     void closeEvent(QCloseEvent* event) override;

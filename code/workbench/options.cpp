@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "options.h"
 
+#include "data_file.h"
+
 #include "host_session.h"
 #include "near_word.h"
 
@@ -131,7 +133,7 @@ size_t chosenStep(const Options& options, const Board& board)
 
 ShopRules shopRules(const Options& options, const QString& dataDir)
 {
-    ShopRules rules = ShopRules::load(dataDir);
+    ShopRules rules = loadRules(dataDir);
     const auto change = [&options](const QCommandLineOption& option, const auto& apply) {
         for (const QString& value : options.parser.values(option)) {
             try {

@@ -66,7 +66,7 @@ private:
     QWidget* mViewer;
     QWidget* mBits;
     QString mStep;
-    std::array<File, std::size(DataFile::kinds)> mFiles;
+    std::array<File, std::size(DataFile::moduleKinds)> mFiles;
 };
 
 } // namespace brox

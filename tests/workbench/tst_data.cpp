@@ -2,15 +2,16 @@
 #include "boxes.h"
 #include "data_file.h"
 #include "data_start.h"
-#include "default_data.h"
 #include "host_session.h"
 #include "main_window.h"
+#include "restore_dialog.h"
 
 #include <QAction>
 #include <QProcess>
 #include <QTableWidget>
 #include <QTemporaryDir>
 #include <QToolButton>
+#include <QTreeWidget>
 #include <QtTest>
 #include <cstdio>
 #include <unistd.h>
@@ -71,6 +72,10 @@ const Accident accidents[] = {
     {"no rights to read", "chmod 0 $FILE", {"Overwrite"}, true},
     {"no rights to write", "chmod 400 $FILE", {"Close"}, false},
     {"a folder instead", "mv $FILE old && mkdir $FILE && mv old $FILE/x", {"Overwrite"}, true},
+    {"a pipe instead", "rm $FILE && mkfifo $FILE", {"Overwrite"}, true},
+    {"another workbench is at it",
+        "flock saving.lock sleep 5 >/dev/null 2>&1 & while flock -n saving.lock true; do :; done",
+        {"Cancel"}, false},
     {"no place for backups, broken off", "touch backups", {"Cancel"}, false},
     {"no place for backups, saved", "touch backups", {"Save"}, true},
     {"no rights at all", "chmod 500 . brox", {"Save"}, true},
@@ -128,7 +133,7 @@ private slots:
         if (!isFull && geteuid() == 0 && QByteArray(accident.command).contains("chmod")) {
             QSKIP("root may do everything");
         }
-        for (DataFile::Kind kind : DataFile::kinds) {
+        for (DataFile::Kind kind : DataFile::moduleKinds) {
             const QTemporaryDir folder;
             const DataFile file(folder.path(), kind);
             if (isFull && shell("mount -t tmpfs -o size=64k tmpfs .", folder.path(), file) != 0) {
@@ -138,7 +143,7 @@ private slots:
                 shell(
                     isFull ? "cd / && umount -l $OLDPWD" : "chmod -R u+rwX .", folder.path(), file);
             });
-            QCOMPARE(createDefaultData(folder.path()), "");
+            DataStart::fill(folder.path());
             if (accident.fillsTemporary) {
                 qputenv("TMPDIR", folder.path().toUtf8());
             }
@@ -175,24 +180,44 @@ private slots:
         }
     }
 
-    /** Ten backups, each once; the one that was current last is offered at the next start. */
+    /** Ten backups, each once; the one that was current last is offered at the next start, also
+     *  where a clock was ahead. Files of the shop's own are left alone. */
     void backups()
     {
         for (DataFile::Kind kind : DataFile::kinds) {
             const QTemporaryDir folder;
             const DataFile file(folder.path(), kind);
-            createDefaultData(folder.path());
+            DataStart::fill(folder.path());
+            const QString stem = folder.filePath("backups/") + QFileInfo(file.path()).baseName();
+            const QString end = '.' + QFileInfo(file.path()).suffix();
+            const QStringList own{file.path() + ".backup", file.path() + ".251125",
+                stem + "-mine" + end, stem + "-20251340T000000.000Z" + end};
+            QStringList others = own;
+            for (int day = 10; day < 20; ++day) {
+                others << stem + QString("-299901%1T000000.000Z").arg(day) + end;
+            }
+            QDir(folder.path()).mkdir("backups");
+            for (const QString& name : others) {
+                QVERIFY(QFile::copy(file.path(), name));
+            }
             HostSession session(folder.path());
             session.setSteps(Job(boardOf({"step"})).drafts());
             for (int i = 0; i < 24; ++i) {
-                edit(session.viewer(0), kind, QString("Gold %1").arg(i % 12));
-                save(session.viewer(0), kind);
+                if (kind == DataFile::Kind::Rules) {
+                    ShopRules rules;
+                    rules.viasUpTo = i % 12 * sizePerMillimetre;
+                    QCOMPARE(Backups(folder.path()).replace(file, rules.toJson()), "");
+                } else {
+                    edit(session.viewer(0), kind, QString("Gold %1").arg(i % 12));
+                    save(session.viewer(0), kind);
+                }
             }
             const QByteArray last = file.read().bytes;
-            QVERIFY(last.contains("Gold 11"));
-            QCOMPARE(QDir(folder.filePath("backups")).entryList(QDir::Files).size(), 10);
+            QVERIFY(last.contains(kind == DataFile::Kind::Rules ? " 11" : "Gold 11"));
+            QCOMPARE(QDir(folder.filePath("backups")).entryList(QDir::Files).size(), 12);
+            QCOMPARE(Backups(folder.path()).all(kind).first().bytes(), last);
 
-            QVERIFY(QFile::resize(file.path(), 400));
+            QVERIFY(QFile::resize(file.path(), last.size() / 2));
             const QByteArray broken = file.read().bytes;
             DataStart start(folder.path());
             QVERIFY(start.lock());
@@ -204,6 +229,28 @@ private slots:
             QCOMPARE(file.read().bytes, last);
             QVERIFY(holds(folder.path(), broken));
 
+            boxes.add({"Restore Defaults"});
+            QVERIFY(QFile::remove(file.path()) && QDir().mkdir(file.path()));
+            start.repair();
+            QCOMPARE(file.read().bytes, DataFile::defaults(kind));
+            for (const QString& name : own) {
+                QVERIFY2(QFileInfo::exists(name), qPrintable(name));
+            }
+
+            RestoreDialog dialog(folder.path());
+            auto* tree = dialog.findChild<QTreeWidget*>();
+            const QTreeWidgetItem* listed = tree->topLevelItem(int(kind));
+            QTreeWidgetItem* item = nullptr;
+            for (int i = 0; i < listed->childCount(); ++i) {
+                const bool isLast = listed->child(i)->text(1) == DataFile::summaryOf(kind, last);
+                item = isLast ? listed->child(i) : item;
+            }
+            QVERIFY(item && listed->child(listed->childCount() - 1)->text(0) == "Defaults");
+            tree->setCurrentItem(item);
+            dialog.accept();
+            QCOMPARE(dialog.kind(), kind);
+            QCOMPARE(file.read().bytes, last);
+
             boxes.add({"Quit"});
             QVERIFY(!DataStart(folder.path()).lock());
         }
@@ -212,9 +259,9 @@ private slots:
     /** The later save of two steps asks before it takes away what the earlier one has saved. */
     void twoSteps()
     {
-        for (DataFile::Kind kind : DataFile::kinds) {
+        for (DataFile::Kind kind : DataFile::moduleKinds) {
             const QTemporaryDir folder;
-            createDefaultData(folder.path());
+            DataStart::fill(folder.path());
             HostSession session(folder.path());
             session.setSteps(Job(boardOf({"a", "b"})).drafts());
             for (size_t step : {0, 1}) {
@@ -258,10 +305,11 @@ private slots:
         QVERIFY(program.waitForFinished());
         const QByteArray last = program.readAll().trimmed().split('\n').last();
 
-        QVERIFY(QFile(folder.filePath("brox/brox.xml.AbCdEf")).open(QFile::WriteOnly));
         DataStart start(folder.path());
         QVERIFY(start.lock());
-        QCOMPARE(QDir(folder.filePath("brox")).entryList({"brox*"}, QDir::Files).size(), 2);
+        for (const char* part : {"brox", "backups"}) {
+            QVERIFY(!QFileInfo::exists(folder.filePath(part) + "/.brox-writing"));
+        }
         const DataFile::Content content = DataFile(folder.path(), DataFile::Kind::Models).read();
         QCOMPARE(content.fault, "");
         const QByteArray next = QByteArray::number(last.toInt() + 1);
@@ -273,7 +321,7 @@ private slots:
 /** Saves models until it is killed, and says how often. */
 int saveForEver(const QString& folder)
 {
-    createDefaultData(folder);
+    DataStart::fill(folder);
     HostSession session(folder);
     session.setSteps(Job(boardOf({"step"})).drafts());
     for (int i = 0;; ++i) {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "boxes.h"
-#include "default_data.h"
+#include "data_start.h"
 #include "host_session.h"
 #include "main_window.h"
 #include "recent_boards.h"
@@ -122,10 +122,10 @@ private slots:
         mFolder = std::make_unique<QTemporaryDir>();
         QCoreApplication::setOrganizationName("brox");
         QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, mFolder->path());
-        QCOMPARE(createDefaultData(mFolder->path()), "");
+        DataStart::fill(mFolder->path());
         mSession = std::make_unique<HostSession>(mFolder->path());
         mWindow = std::make_unique<MainWindow>(*mSession);
-        mWindow->setRules(ShopRules::load(mFolder->path()));
+        mWindow->setRules(loadRules(mFolder->path()));
         mWindow->remember();
         mWindow->show();
         open("a.drl");
@@ -295,13 +295,16 @@ private slots:
         QCOMPARE(tool(0), "Via 2 300 100 100 350");
         QCOMPARE(tool(1), "Pth 1 800 100 300 1016");
         QCOMPARE(mSession->selectedModel(0), "Gold");
-        QVERIFY(ShopRules::load(mFolder->path()) == mWindow->job().rules);
+        QVERIFY(loadRules(mFolder->path()) == mWindow->job().rules);
         QVERIFY(mWindow->job().rules.lines().join('\n').startsWith(
             "plated: -0.1/+0.3 mm where the board tells no tolerance\nnonplated: -0.05/"));
         QCOMPARE(mWindow->job().rules.viasUpTo, Size(0.3 * sizePerMillimetre));
-        mWindow->lockRules(true);
+        mWindow->loadRules([]() -> ShopRules { throw RulesError("broken"); });
         QVERIFY(!action("Shop Rules...")->isEnabled());
-        const Boxes boxes({"OK"});
+        const Boxes boxes({"OK", "OK"});
+        exportAs("Table...", mFolder->filePath("refused"));
+        QVERIFY(boxes.seen.value(0).startsWith("broken; nothing is exported"));
+        QCOMPARE(content("refused.csv"), QByteArray());
         child<QToolButton>("deleteToolButton")->click();
         QCOMPARE(mWindow->statusBar()->currentMessage(), "Step pcb: model \"Gold\" is deleted");
     }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "boxes.h"
 #include "data_file.h"
-#include "default_data.h"
+#include "data_start.h"
 #include "host_session.h"
 #include "main_window.h"
 
@@ -88,7 +88,7 @@ private slots:
     void init()
     {
         mData = std::make_unique<QTemporaryDir>();
-        QCOMPARE(createDefaultData(mData->path()), "");
+        DataStart::fill(mData->path());
         mSession = std::make_unique<HostSession>(mData->path());
         mWindow = std::make_unique<MainWindow>(*mSession);
         mTabs = mWindow->findChild<QTabWidget*>();

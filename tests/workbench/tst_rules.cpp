@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "board_reader.h"
-#include "default_data.h"
+#include "data_start.h"
 #include "host_session.h"
 
 #include <QJsonArray>
@@ -131,7 +131,7 @@ private slots:
     void planIsWhatTheViewerShows()
     {
         QTemporaryDir data;
-        QCOMPARE(createDefaultData(data.path()), "");
+        DataStart::fill(data.path());
         HostSession session(data.path());
         Job job(readBoard({SAMPLES_DIR "/breakout-PTH.drl"}));
         ShopRules fine;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "boxes.h"
-#include "data_file.h"
-#include "default_data.h"
+#include "data_start.h"
+#include "data_start.h"
 #include "drill_table.h"
 #include "host_session.h"
 #include "job_table.h"
@@ -115,7 +115,7 @@ private slots:
         mFolder = std::make_unique<QTemporaryDir>();
         QCoreApplication::setOrganizationName("brox");
         QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, mFolder->path());
-        QCOMPARE(createDefaultData(mFolder->path()), "");
+        DataStart::fill(mFolder->path());
         mSession = std::make_unique<HostSession>(mFolder->path());
         mWindow = std::make_unique<MainWindow>(*mSession);
         mWindow->setRules(ShopRules::load(mFolder->path()));
