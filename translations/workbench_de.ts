@@ -1817,6 +1817,26 @@ Abbrechen: Nichts wird gespeichert.</translation>
             <numerusform> (%n Zeilen zu prüfen)</numerusform>
         </translation>
     </message>
+    <message>
+        <source>Some of the files are in %1 already.</source>
+        <translation>Einige der Dateien sind schon in %1.</translation>
+    </message>
+    <message>
+        <source>Overwrite</source>
+        <translation>Überschreiben</translation>
+    </message>
+    <message>
+        <source>%1 holds programs of an earlier export of this board and step that this one no longer has. Remove them?</source>
+        <translation>%1 enthält Programme eines früheren Exports dieser Leiterplatte und dieses Schritts, die es in diesem nicht mehr gibt. Entfernen?</translation>
+    </message>
+    <message>
+        <source>Yes</source>
+        <translation>Ja</translation>
+    </message>
+    <message>
+        <source>No</source>
+        <translation>Nein</translation>
+    </message>
 </context>
 <context>
     <name>brox::HostSession</name>

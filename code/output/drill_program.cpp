@@ -269,15 +269,21 @@ void writePlating(Writer& writer, const DrillPlan& plan, const Program& program)
                            field(span->to), spanLabel(plan, program)));
 }
 
+/** By which a later export knows the program again. */
+void writeOrigin(Writer& writer, const DrillPlan& plan, size_t layer)
+{
+    writer.comment("Board: " + plan.board->job);
+    writer.comment("Step: " + plan.boardStep().name);
+    writer.comment("Drilled layer: " + plan.layers[layer].name);
+}
+
 void writeHead(
     Writer& writer, const Resolution& resolution, const DrillPlan& plan, const Program& program)
 {
     writer.line("M48");
     writer.comment(QStringLiteral("Drill program by brox %1").arg(OUTPUT_VERSION));
     writer.comment("SIZES ARE DRILL SIZES, NOT FINISHED SIZES: do not add plating to them again");
-    writer.comment("Board: " + plan.board->job);
-    writer.comment("Step: " + plan.boardStep().name);
-    writer.comment("Drilled layer: " + plan.layers[program.layer].name);
+    writeOrigin(writer, plan, program.layer);
     writer.comment(program.isPlated ? "Drilled before plating" : "Not plated");
     writer.comment("Model: " + plan.model.name + " (" + fileState(plan.model) + ")");
     writer.comment(QStringLiteral("Units: %1").arg(resolution.unit));
@@ -438,6 +444,32 @@ void addDrillPrograms(
         files.add(QDir(folder).filePath(names[qsizetype(i)]),
             programText(plan, plan.programs[i], places));
     }
+}
+
+QStringList stalePrograms(const DrillPlan& plan, const QString& folder)
+{
+    constexpr qint64 mostOfHead = 16384;
+    QList<QByteArray> origins;
+    for (size_t layer = 0; layer < plan.layers.size(); ++layer) {
+        Writer writer(resolutionOf(plan));
+        writeOrigin(writer, plan, layer);
+        origins << '\n' + writer.text();
+    }
+    const QStringList names = programNames(plan);
+    QStringList stale;
+    for (const QFileInfo& info : QDir(folder).entryInfoList({"*.drl"}, QDir::Files)) {
+        QFile file(info.filePath());
+        if (names.contains(info.fileName()) || !file.open(QFile::ReadOnly)) {
+            continue;
+        }
+        const QByteArray head = file.read(mostOfHead);
+        const auto isIn = [&](const QByteArray& origin) { return head.contains(origin); };
+        if (head.startsWith("M48\n; Drill program by brox ")
+            && std::any_of(origins.begin(), origins.end(), isIn)) {
+            stale << info.filePath();
+        }
+    }
+    return stale;
 }
 
 } // namespace brox

@@ -40,6 +40,10 @@ QByteArray programText(
 void addDrillPrograms(
     const DrillPlan& plan, const QString& folder, FileSet& files, const Progress& progress = {});
 
+/** Programs in a folder that an earlier export of the same board, step and layers has left and the
+ *  plan has no more: their paths. Who drills by them drills too much. */
+QStringList stalePrograms(const DrillPlan& plan, const QString& folder);
+
 } // namespace brox
 
 #endif

@@ -167,6 +167,11 @@ QStringList writeFiles(const Options& options, const DrillPlan& plan)
     for (const QString& note : files.notes()) {
         warn(note);
     }
+    if (options.isSet(options.drillPrograms)) {
+        for (const QString& path : stalePrograms(plan, options.value(options.drillPrograms))) {
+            warn(path + ": of an earlier export; this one has no such program");
+        }
+    }
     return files.paths();
 }
 

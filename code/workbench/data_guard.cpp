@@ -106,9 +106,10 @@ bool DataGuard::isOlder(const QWidget* viewer) const
 {
     const StepData* data = viewer ? dataOf(viewer) : nullptr;
     return data
-        && std::any_of(std::begin(DataFile::moduleKinds), std::end(DataFile::moduleKinds), [&](auto kind) {
-               return data->file(kind).known != markOf(DataFile(mDataDir, kind).readUnchecked());
-           });
+        && std::any_of(
+            std::begin(DataFile::moduleKinds), std::end(DataFile::moduleKinds), [&](auto kind) {
+                return data->file(kind).known != markOf(DataFile(mDataDir, kind).readUnchecked());
+            });
 }
 
 bool DataGuard::hasUnsaved(const QWidget* viewer) const

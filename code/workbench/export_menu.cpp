@@ -7,6 +7,7 @@
 #include "drill_table.h"
 #include "file_set.h"
 #include "live_plan.h"
+#include "question.h"
 
 #include <QDir>
 #include <QFileDialog>
@@ -49,6 +50,38 @@ void addAll(const DrillPlan& plan, const QString& folder, FileSet& files, const 
     addDrillReport(plan, stem + "report.html", files, progress);
     addDrillMap(plan, stem + "map.pdf", files, progress);
     addTable(plan, stem + "table.csv", files, progress);
+}
+
+/** The names of files, as many as a box has room for. */
+QString namesOf(const QStringList& paths)
+{
+    constexpr qsizetype most = 10;
+    QStringList names;
+    for (const QString& path : paths.mid(0, most)) {
+        names << QFileInfo(path).fileName();
+    }
+    return names.join('\n') + (paths.size() > most ? "\n..." : "");
+}
+
+/** Of an export into a folder, whose files nobody has named. */
+bool mayOverwrite(const QString& folder, const FileSet& files)
+{
+    QStringList existing = files.paths();
+    existing.removeIf([](const QString& path) { return !QFileInfo::exists(path); });
+    return existing.isEmpty()
+        || ask(ExportMenu::tr("Some of the files are in %1 already.").arg(folder),
+               namesOf(existing), {ExportMenu::tr("Overwrite"), ExportMenu::tr("Cancel")})
+        == 0;
+}
+
+bool mayRemove(const QString& folder, const QStringList& stale)
+{
+    return !stale.isEmpty()
+        && ask(ExportMenu::tr("%1 holds programs of an earlier export of this board and step that "
+                              "this one no longer has. Remove them?")
+                   .arg(folder),
+               namesOf(stale), {ExportMenu::tr("Yes"), ExportMenu::tr("No")})
+        == 0;
 }
 
 } // namespace
@@ -148,8 +181,17 @@ void ExportMenu::write(const char* key, const QString& path, Write writeFiles)
             progress.setValue(int(done));
             return !progress.wasCanceled();
         });
-        files.commit();
         progress.reset();
+        const QStringList stale =
+            QFileInfo(path).isDir() ? stalePrograms(plan, path) : QStringList();
+        if (QFileInfo(path).isDir() && !mayOverwrite(path, files)) {
+            throw BoardCancelled();
+        }
+        const bool removes = mayRemove(path, stale);
+        files.commit();
+        for (const QString& file : removes ? stale : QStringList()) {
+            QFile::remove(file);
+        }
         QSettings().setValue(
             QStringLiteral("export/%1").arg(key), QFileInfo(files.paths().value(0)).absolutePath());
         QString message =

@@ -2,7 +2,6 @@
 #include "options.h"
 
 #include "data_file.h"
-
 #include "host_session.h"
 #include "near_word.h"
 

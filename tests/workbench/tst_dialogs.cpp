@@ -344,6 +344,17 @@ private slots:
         QCOMPARE(mWindow->statusBar()->currentMessage(),
             "Written by model ENIG: " + mFolder->filePath("out/b-pcb-b-plated.drl")
                 + " (models and bits: unsaved edits)");
+        for (const char* name : {"out/stale.drl", "out/b-pcb-b-nonplated.drl"}) {
+            QVERIFY(
+                QFile::copy(mFolder->filePath("out/b-pcb-b-plated.drl"), mFolder->filePath(name)));
+        }
+        QFile(mFolder->filePath("out/stale.drl")).resize(10); // another's
+        boxes.add({"Cancel", "Overwrite", "No", "Overwrite", "Yes"});
+        for (const int left : {3, 3, 2}) {
+            exportAs("Drill Programs...", mFolder->filePath("out"));
+            QCOMPARE(QDir(mFolder->filePath("out")).entryList({"*.drl"}).size(), left);
+        }
+        QVERIFY2(boxes.areAnswered(), qPrintable(boxes.seen.join(' ')));
     }
 
     void recentBoards()

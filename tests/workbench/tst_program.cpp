@@ -96,6 +96,10 @@ const Case cases[] = {
     {"sed s/1,4,PTH/1,2,PTH/ $O >$D/1.drl; sed s/1,4,PTH/2,3,PTH/ $O >$D/2.drl;"
      " $B $O $D/1.drl $D/2.drl --drill-programs $D/p >/dev/null 2>&1; grep -h TF.File $D/p/*",
         0, {"Plated,1,4,PTH\n", "Plated,1,2,Blind\n", "Plated,2,3,Buried\n"}, ""},
+    {"p='--drill-programs '$D/p; $B sensor.xml $p >/dev/null; cd $D/p; for i in *-Drill-plated*; do"
+     " sed s/sensor/other/ $i >x.drl; cp $i y.drl; done; cd - >/dev/null; $B sensor.xml $p",
+        0, {"$D/p/sensor-panel-Drill-plated.drl\n"},
+        "$D/p/y.drl: of an earlier export; this one has no such program\n"},
     {"touch $D/x.html; ln -sf x.html $D/r.html; $B backplane.xml --report $D/r.html;"
      " grep -o color:red $D/x.html | wc -l",
         0, {"\n8\n"}, ""},
@@ -200,6 +204,14 @@ const Case cases[] = {
     {"$B sensor.xml --json >/dev/full", 1, {}, "brox-workbench: the output can't be written\n"},
     {"$B sensor.xml --report $D/./x.pdf --map $D/x.pdf; s=$?; ls $D/*x.pdf 2>/dev/null; exit $s", 1,
         {}, "brox-workbench: $D/x.pdf: can't be written: it is named twice\n"},
+    {"$B sensor.xml --drill-programs $D/no/such; s=$?; ls $D/no 2>/dev/null; exit $s", 1, {},
+        "brox-workbench: $D/no/such: can't be written: there is no folder $D/no\n"},
+    {"cd $D/data/brox; rm *.*; mkfifo shop_rules.json; mkdir brox.xml; $B --models", 1, {},
+        "brox-workbench: $D/data/brox/brox.xml: it is a folder\n"
+        "brox-workbench: $D/data/brox/shop_rules.json: it is no regular file\n"},
+    {"d=$(printf '%0500d' 0 | sed 's,0\\{50\\},&/,g'); $B --models --data /$d 2>$D/e; s=$?;"
+     " grep -o 'too long: 53[0-9] bytes' $D/e; exit $s",
+        1, {"too long: 536 bytes\n"}, ""},
     {"$B --table", 1, {}, "brox-workbench: a board file is needed\n"},
     {"$B sensor.xml --csv --tolerance plated=5", 1, {},
         "brox-workbench: --tolerance: \"5\" is no tolerance such as -0.05/+0.10 or +-2mil\n"},

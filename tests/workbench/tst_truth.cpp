@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "boxes.h"
 #include "data_start.h"
-#include "data_start.h"
 #include "drill_table.h"
 #include "host_session.h"
 #include "job_table.h"
