@@ -165,6 +165,7 @@ struct Board
     QString job;
     Units units = Units::Metric;
     std::vector<Step> steps;
+    QStringList copper; ///< names of the copper layers from top to bottom; empty if not told
     size_t mainStep = 0; ///< index of the step that the file is about
     QStringList notes; ///< lines for the user: files taken and not, counts that differ and such
 };

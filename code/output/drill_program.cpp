@@ -226,32 +226,32 @@ QByteArray toolName(const ProgramTool& tool)
     return 'T' + QByteArray::number(tool.number).rightJustified(2, '0');
 }
 
-/** What a layer pair is to the board, as far as numbers of layers tell. */
-QString spanLabel(const DrillPlan& plan, const Program& program)
+/** The numbers of the layers that a pair goes by, the upper first; null if only names are told. */
+std::optional<std::pair<int, int>> numbersOf(const Board& board, const Span& span)
+{
+    const auto number = [&](const QString& layer) {
+        const int known = int(board.copper.indexOf(layer)) + 1;
+        return known > 0 ? known : layer.toInt();
+    };
+    const auto [first, last] = std::minmax({number(span.from), number(span.to)});
+    return first > 0 ? std::optional(std::pair(first, last)) : std::nullopt;
+}
+
+/** What a pair of layers is to the board, as far as numbers of layers tell. */
+QString spanLabel(const DrillPlan& plan, const Program& program, const std::pair<int, int>& own)
 {
     if (!program.isPlated) {
         return QStringLiteral(",NPTH");
     }
-    int first = INT_MAX;
-    int last = INT_MIN;
-    const auto numbers = [](const Span& span) {
-        bool fromOk = false;
-        bool toOk = false;
-        const auto [least, greatest] =
-            std::minmax({span.from.toInt(&fromOk), span.to.toInt(&toOk)});
-        return fromOk && toOk ? std::optional(std::pair(least, greatest)) : std::nullopt;
-    };
+    int first = plan.board->copper.isEmpty() ? own.first : 1;
+    int last = std::max(own.second, int(plan.board->copper.size()));
     for (const StepLayer& layer : plan.layers) {
-        if (const auto pair = layer.span ? numbers(*layer.span) : std::nullopt) {
+        if (const auto pair = layer.span ? numbersOf(*plan.board, *layer.span) : std::nullopt) {
             first = std::min(first, pair->first);
             last = std::max(last, pair->second);
         }
     }
-    const auto own = numbers(*plan.layers[program.layer].span);
-    if (!own) {
-        return {};
-    }
-    const int ends = int(own->first == first) + int(own->second == last);
+    const int ends = int(own.first == first) + int(own.second == last);
     return ends == 2 ? ",PTH" : ends == 1 ? ",Blind" : ",Buried";
 }
 
@@ -263,10 +263,19 @@ void writePlating(Writer& writer, const DrillPlan& plan, const Program& program)
         writer.line(program.isPlated ? ";TYPE=PLATED" : ";TYPE=NON_PLATED");
         return;
     }
+    const QString plating = program.isPlated ? "Plated" : "NonPlated";
+    if (const auto numbers = numbersOf(*plan.board, *span)) {
+        writer.comment(QStringLiteral("#@! TF.FileFunction,%1,%2,%3%4")
+                           .arg(plating)
+                           .arg(numbers->first)
+                           .arg(numbers->second)
+                           .arg(spanLabel(plan, program, *numbers)));
+        return;
+    }
     const auto field = [](QString name) { return name.replace(',', '_'); };
     writer.comment(QStringLiteral("#@! TF.FileFunction,%1,%2,%3%4")
-                       .arg(program.isPlated ? "Plated" : "NonPlated", field(span->from),
-                           field(span->to), spanLabel(plan, program)));
+                       .arg(plating, field(span->from), field(span->to),
+                           program.isPlated ? QString() : QStringLiteral(",NPTH")));
 }
 
 /** By which a later export knows the program again. */

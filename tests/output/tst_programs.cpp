@@ -39,7 +39,7 @@ Tool tool(HoleType type, double size, std::vector<Place> holes, std::vector<Path
 Board everything()
 {
     using enum Segment::Shape;
-    Layer drill{"Drill: A/B", Span{"1", "4"}, {}, {}, {}, {}};
+    Layer drill{"Drill: A/B", Span{"B", "T"}, {}, {}, {}, {}};
     drill.tools.push_back(tool(HoleType::Via, 0.3, {at(1, 1), at(5, 2), at(1.00005, -3.2)}));
     drill.tools.push_back(tool(HoleType::Plated, 0.35, {at(1, 2)}));
     drill.tools.push_back(tool(HoleType::Plated, 1, {at(0, 0)},
@@ -54,6 +54,7 @@ Board everything()
 
     Board board;
     board.job = QString::fromUtf8("Jöb\x07");
+    board.copper = QStringList{"T", "2", "3", "B"};
     board.steps.resize(2);
     board.steps[0] = {"pcb", {drill, other}, {}, {}, 0};
     board.steps[0].outline.push_back({at(-9, -9), {{Line, at(30, 20), {}}}});
@@ -80,7 +81,7 @@ DrillPlan planOf(const Board& board, size_t step, Units units = Units::Metric,
     draft.units = units;
     std::vector<Drill> drills;
     std::transform(draft.rows.begin(), draft.rows.end(), std::back_inserter(drills), drill);
-    return makePlan(draft, {"ENIG", {}, true, false, {}}, drills);
+    return makePlan(draft, {"ENIG", {}, true, false, false, {}}, drills);
 }
 
 /** A sample's board; drill files are those of the same name. */
