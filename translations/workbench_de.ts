@@ -1389,6 +1389,10 @@ Was dort steht, kommt zu den Sicherungen.</translation>
         <source>digits-doubtful</source>
         <translation>Ziffern zweifelhaft</translation>
     </message>
+    <message>
+        <source>contours, not drilled: %1</source>
+        <translation>Konturen, nicht gebohrt: %1</translation>
+    </message>
 </context>
 <context>
     <name>Question</name>

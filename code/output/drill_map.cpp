@@ -21,6 +21,8 @@ constexpr double likedRowHeight = 52;
 constexpr double scaleHeight = 90;
 constexpr double likedSymbol = 9;
 constexpr double thinLine = 1.5;
+constexpr double contourLine = 1.2;
+constexpr QColor contourGrey(0x90, 0x90, 0x90);
 
 QFont fontOf(double height, bool bold = false)
 {
@@ -154,7 +156,8 @@ DrillMap::DrillMap(const DrillPlan& plan)
     : mPlan(plan)
     , mPlaces(placesOf(plan))
     , mOutlines(outlinesOf(plan))
-    , mExtent(extentOf(plan, mPlaces, mOutlines))
+    , mContours(contoursOf(plan))
+    , mExtent(extentOf(plan, mPlaces, mOutlines, mContours))
 {
     size_t look = 0;
     for (const Program& program : plan.programs) {
@@ -226,7 +229,8 @@ void DrillMap::paintTitle(QPainter& painter, size_t sheet) const
 
 void DrillMap::paintLegend(QPainter& painter, const Sheet& sheet, const QRectF& area) const
 {
-    const double rows = double(sheet.entries.size()) + 1;
+    const std::vector<Path>& contours = mContours[sheet.layer];
+    const double rows = double(sheet.entries.size()) + (contours.empty() ? 1 : 2);
     const double rowHeight = std::min(likedRowHeight, area.height() / rows);
     QRectF row(area.left(), area.top(), area.width(), rowHeight);
     painter.setPen(Qt::black);
@@ -243,6 +247,20 @@ void DrillMap::paintLegend(QPainter& painter, const Sheet& sheet, const QRectF& 
         row.translate(0, rowHeight);
         paintLegendRow(painter, entry, row);
     }
+    if (!contours.empty()) {
+        paintContourRow(painter, contours.size(), row.translated(0, rowHeight));
+    }
+}
+
+void DrillMap::paintContourRow(QPainter& painter, size_t count, const QRectF& row) const
+{
+    const QRectF symbol = cellOf(row, symbolColumn);
+    painter.setPen(linePen(contourGrey, contourLine));
+    painter.drawLine(
+        QPointF(symbol.left(), symbol.center().y()), QPointF(symbol.right(), symbol.center().y()));
+    painter.setPen(Qt::black);
+    writeCell(painter, row, {toolColumn.begin, slotsColumn.end, Qt::AlignLeft},
+        PlanText::tr("contours, not drilled: %1").arg(count));
 }
 
 void DrillMap::paintLegendRow(QPainter& painter, const Entry& entry, const QRectF& row) const
@@ -274,6 +292,10 @@ void DrillMap::paintBoard(
     painter.setPen(linePen(QColor(0x60, 0x60, 0x60), 2.5));
     for (const Path& outline : mOutlines) {
         painter.drawPath(view.map(toMap(outline)));
+    }
+    painter.setPen(linePen(contourGrey, contourLine));
+    for (const Path& contour : mContours[sheet.layer]) {
+        painter.drawPath(view.map(toMap(contour)));
     }
     for (const Entry& entry : sheet.entries) {
         paintTool(painter, entry, view, count);

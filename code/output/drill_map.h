@@ -63,6 +63,7 @@ private:
     double layerRoom(const Sheet& sheet) const;
     void paintTitle(QPainter& painter, size_t sheet) const;
     void paintLegend(QPainter& painter, const Sheet& sheet, const QRectF& area) const;
+    void paintContourRow(QPainter& painter, size_t count, const QRectF& row) const;
     void paintLegendRow(QPainter& painter, const Entry& entry, const QRectF& row) const;
     void paintBoard(QPainter& painter, const Sheet& sheet, const QRectF& area, Count& count) const;
     void paintTool(QPainter& painter, const Entry& entry, const View& view, Count& count) const;
@@ -71,6 +72,7 @@ private:
     const DrillPlan& mPlan;
     std::vector<RowPlaces> mPlaces;
     std::vector<Path> mOutlines;
+    std::vector<std::vector<Path>> mContours; ///< by layer
     QRectF mExtent;
     std::vector<Sheet> mSheets;
 };

@@ -163,8 +163,8 @@ double roomBetween(const std::vector<RowPlaces>& places)
     return *chosen;
 }
 
-QRectF extentOf(
-    const DrillPlan& plan, const std::vector<RowPlaces>& places, const std::vector<Path>& outlines)
+QRectF extentOf(const DrillPlan& plan, const std::vector<RowPlaces>& places,
+    const std::vector<Path>& outlines, const std::vector<std::vector<Path>>& contours)
 {
     QRectF extent;
     const auto add = [&](const QRectF& area) {
@@ -191,6 +191,11 @@ QRectF extentOf(
     }
     for (const Path& outline : outlines) {
         add(toMap(outline).boundingRect());
+    }
+    for (const std::vector<Path>& layer : contours) {
+        for (const Path& contour : layer) {
+            add(toMap(contour).boundingRect());
+        }
     }
     return extent;
 }

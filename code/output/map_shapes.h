@@ -48,9 +48,9 @@ double symbolRadius(double holeRadius, double room, double liked);
 /** The distance in millimetres that most holes keep from their next one; 0 if there are none. */
 double roomBetween(const std::vector<RowPlaces>& places);
 
-/** What holes, slots and outlines take; empty if there is nothing. */
-QRectF extentOf(
-    const DrillPlan& plan, const std::vector<RowPlaces>& places, const std::vector<Path>& outlines);
+/** What holes, slots, outlines and contours take; empty if there is nothing. */
+QRectF extentOf(const DrillPlan& plan, const std::vector<RowPlaces>& places,
+    const std::vector<Path>& outlines, const std::vector<std::vector<Path>>& contours);
 
 } // namespace brox
 

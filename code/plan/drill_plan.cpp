@@ -134,4 +134,21 @@ std::vector<Path> outlinesOf(const PlannedStep& planned)
     return outlines;
 }
 
+std::vector<std::vector<Path>> contoursOf(const PlannedStep& planned)
+{
+    std::map<QString, size_t> layers;
+    for (size_t i = 0; i < planned.layers.size(); ++i) {
+        layers.emplace(planned.layers[i].name, i);
+    }
+    std::vector<std::vector<Path>> contours(planned.layers.size());
+    forEachCopy(*planned.board, planned.step, [&](const Step& step, const Transform& where) {
+        for (const Layer& layer : step.layers) {
+            for (const Contour& contour : layer.contours) {
+                contours[layers.at(layer.name)].push_back(where.map(contour.outline));
+            }
+        }
+    });
+    return contours;
+}
+
 } // namespace brox

@@ -110,6 +110,12 @@ std::vector<RowPlaces> placesOf(const DrillPlan& plan);
  */
 std::vector<Path> outlinesOf(const PlannedStep& step);
 
+/** The contours of each layer of a step and of all that it repeats: milled, not drilled.
+ *
+ * @throws PanelError
+ */
+std::vector<std::vector<Path>> contoursOf(const PlannedStep& step);
+
 } // namespace brox
 
 #endif

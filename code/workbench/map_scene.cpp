@@ -257,10 +257,16 @@ MapScene::MapScene(const DrillPlan& plan)
 {
     std::vector<RowPlaces> places = placesOf(plan);
     const std::vector<Path> outlines = outlinesOf(plan);
-    mExtent = extentOf(plan, places, outlines);
+    const std::vector<std::vector<Path>> contours = contoursOf(plan);
+    mExtent = extentOf(plan, places, outlines, contours);
     mRoom = roomBetween(places);
     for (const Path& outline : outlines) {
         mOutlines.push_back(toMap(outline));
+    }
+    for (const std::vector<Path>& layer : contours) {
+        for (const Path& contour : layer) {
+            mContours.push_back(toMap(contour));
+        }
     }
     for (size_t i = 0; i < places.size(); ++i) {
         const Size size = shownSize(plan.rows[i]);
@@ -285,7 +291,8 @@ MapScene::MapScene(const DrillPlan& plan)
 void MapScene::paint(QImage& image, const MapView& view, const MapColours& colours) const
 {
     Canvas canvas(image, view, colours);
-    paintOutlines(canvas);
+    paintLines(canvas, mOutlines, 1.5);
+    paintLines(canvas, mContours, 0.8);
     std::vector<Layer> layers;
     qint64 stamps = 0;
     // What is highlighted comes last, so that nothing hides it.
@@ -302,17 +309,17 @@ void MapScene::paint(QImage& image, const MapView& view, const MapColours& colou
     }
 }
 
-void MapScene::paintOutlines(Canvas& canvas) const
+void MapScene::paintLines(Canvas& canvas, const std::vector<QPainterPath>& lines, double lineWidth)
 {
     QPainter painter;
     canvas.begin(painter);
     painter.setTransform(canvas.transform());
-    QPen line = pen(canvas.colours().outline, 1.5);
+    QPen line = pen(canvas.colours().outline, lineWidth);
     line.setCosmetic(true);
     painter.setPen(line);
-    for (const QPainterPath& outline : mOutlines) {
-        if (canvas.sees(outline.boundingRect())) {
-            painter.drawPath(outline);
+    for (const QPainterPath& each : lines) {
+        if (canvas.sees(each.boundingRect())) {
+            painter.drawPath(each);
         }
     }
 }

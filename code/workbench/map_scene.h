@@ -81,12 +81,14 @@ private:
     class Canvas;
     class Layer;
 
-    void paintOutlines(Canvas& canvas) const;
+    static void paintLines(
+        Canvas& canvas, const std::vector<QPainterPath>& lines, double lineWidth);
 
     double mRoom = 0; ///< millimetres between holes
     QRectF mExtent;
     std::vector<Row> mRows;
     std::vector<QPainterPath> mOutlines;
+    std::vector<QPainterPath> mContours; ///< milled, not drilled
 };
 
 } // namespace brox
