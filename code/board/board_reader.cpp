@@ -50,6 +50,23 @@ QStringList takenText(const BoardFiles& files)
     return lines;
 }
 
+void makePrintable(Board& board)
+{
+    board.job = printable(board.job);
+    for (QString& note : board.notes) {
+        note = printable(note);
+    }
+    for (Step& step : board.steps) {
+        step.name = printable(step.name);
+        for (Layer& layer : step.layers) {
+            layer.name = printable(layer.name);
+            if (layer.span) {
+                layer.span = Span{printable(layer.span->from), printable(layer.span->to)};
+            }
+        }
+    }
+}
+
 } // namespace
 
 Board readBoard(const QStringList& paths, const ReadOptions& options)
@@ -78,6 +95,7 @@ Board readBoard(const QStringList& paths, const ReadOptions& options)
             isOne ? QFileInfo(QDir(paths[0]).absolutePath()).completeBaseName() : jobName(names));
     }
     board.notes = notes + board.notes;
+    makePrintable(board);
     return board;
 }
 

@@ -15,6 +15,25 @@ constexpr size_t maxLineLength = 4096;
 
 } // namespace
 
+QString printable(const QString& text)
+{
+    QString shown;
+    for (const QChar& letter : text) {
+        const char16_t code = letter.unicode();
+        if (code < 0x20) {
+            shown += QChar(char16_t(0x2400 + code)); // Unicode has a picture of each
+        } else if (code == 0x7f || letter.category() == QChar::Other_Control
+            || letter.category() == QChar::Other_Format
+            || letter.category() == QChar::Separator_Line
+            || letter.category() == QChar::Separator_Paragraph) {
+            shown += QStringLiteral("<U+%1>").arg(code, 4, 16, QChar('0'));
+        } else {
+            shown += letter;
+        }
+    }
+    return shown;
+}
+
 ChunkReader::ChunkReader(QIODevice& device, const QString& name, const ReadOptions& options)
     : mDevice(device)
     , mName(name)

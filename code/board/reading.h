@@ -16,15 +16,19 @@ namespace brox {
 /** What all readers of board files share. A reader reads a device from where it stands to its end,
  *  in one pass, so that pipes and files in archives are read like others. */
 
+/** A name as it may be shown anywhere: what would break a line, drive a terminal or turn the
+ *  direction of writing is told by a sign or a code. */
+QString printable(const QString& text);
+
 /** What is wrong with a board file, as one line "file:line: message"; line 0 is left out. */
 class BoardError : public std::runtime_error
 {
 public:
     BoardError(const QString& file, qint64 line, const QString& message)
-        : std::runtime_error(
-            (line > 0 ? QStringLiteral("%1:%2: %3").arg(file).arg(line).arg(message.simplified())
-                      : QStringLiteral("%1: %2").arg(file, message.simplified()))
-                .toStdString())
+        : std::runtime_error(printable(line > 0
+                ? QStringLiteral("%1:%2: %3").arg(file, QString::number(line), message.simplified())
+                : QStringLiteral("%1: %2").arg(file, message.simplified()))
+                                 .toStdString())
     { }
 
     QString message() const { return QString::fromUtf8(what()); }

@@ -410,6 +410,9 @@ private:
         row("holes of pad stacks once more", ipc2581(stack + feature("R", via)),
             "main/R: V0.3 1,2");
 
+        row("names that would drive a terminal",
+            QByteArray(plain).replace("name='main'", "name='m&#10;\u009b31m'"),
+            QStringLiteral("m\u240a<U+009b>31m/DTOP-BOT: V0.3 1,2"));
         row("entities of another file",
             "<!DOCTYPE IPC-2581 SYSTEM 'x.dtd'>" + QByteArray(plain).replace("'2'", "'2&y;'"),
             ":1: \"x.dtd\" stands for text of another file");
