@@ -7,6 +7,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QRegularExpression>
+#include <algorithm>
 
 namespace brox {
 
@@ -43,6 +44,16 @@ QStringList cells(const DrillPlan& plan, const PlanRow& row, Units units)
         sizeText(row.tolerance.plus, units),
         row.drillSize ? sizeText(*row.drillSize, units) : QString(), row.bit,
         row.programTool > 0 ? QString::number(row.programTool) : QString(), flagsText(row)};
+}
+
+/** A cell that a spreadsheet does not take for a formula. */
+QString literal(const QString& cell)
+{
+    bool isNumeric = false;
+    cell.toDouble(&isNumeric);
+    const bool isFormula =
+        !isNumeric && !cell.isEmpty() && QStringLiteral("=+-@").contains(cell.front());
+    return isFormula ? '\'' + cell : cell;
 }
 
 QString csvLine(QStringList line)
@@ -167,8 +178,12 @@ QString planCsvRows(const DrillPlan& plan, Units units, const QString& before)
 {
     QString text;
     for (const PlanRow& row : plan.rows) {
-        const QStringList line = cells(plan, row, units);
-        text += csvLine(before.isNull() ? line : QStringList(before) + line);
+        QStringList line = cells(plan, row, units);
+        if (!before.isNull()) {
+            line.prepend(before);
+        }
+        std::transform(line.begin(), line.end(), line.begin(), literal);
+        text += csvLine(line);
     }
     return text;
 }

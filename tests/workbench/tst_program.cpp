@@ -63,6 +63,8 @@ const Case cases[] = {
         "back drills left out: 2 (the fabricator chooses their tools)\n"
         "$D/o,\"d.drl: T7 drills 1 holes where a comment tells 9\n"
         "assumed: tolerances (tools: 1)\n"},
+    {"cp breakout-NPTH.drl $D/=1.drl; $B $D/=1.drl --csv --units metric; rm $D/=1.drl", 0,
+        {"\n'=1,Plated,28,500,100,100,600,"}, "assumed: types (tools: 2), tolerances (tools: 2)\n"},
     {"$B $O --table", 0, {"\n\nback drills left out: 2 (the fabricator chooses their tools)\n"},
         "$D/o,\"d.drl: T7 drills 1 holes where a comment tells 9\n"
         "assumed: tolerances (tools: 1)\n"},
