@@ -39,6 +39,9 @@ int main(int argc, char** argv)
     }
     try {
         return run(options);
+    } catch (const std::bad_alloc&) {
+        return fail(QStringLiteral("%1: it takes more memory than there is")
+                        .arg(options.parser.positionalArguments().join(QStringLiteral(", "))));
     } catch (const std::exception& error) {
         return fail(QString::fromUtf8(error.what()));
     }
