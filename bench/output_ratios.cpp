@@ -6,6 +6,7 @@
 #include "drill_program.h"
 #include "file_set.h"
 #include "map_scene.h"
+#include "plan_checks.h"
 
 #include <cmath>
 
@@ -48,6 +49,12 @@ Sides writePrograms(const Scale& scale)
                 });
             },
         readingOf(host)};
+}
+
+Sides checkHoles(const Scale& scale)
+{
+    const auto host = std::make_shared<PlanHost>(scale.size(1000000));
+    return {[host] { return secondsOf([&] { checkPlan(host->plan); }); }, readingOf(host)};
 }
 
 /** A window's map of a scene, at places and scales that a user comes by. */
@@ -99,6 +106,7 @@ std::span<const Ratio> outputRatios()
 {
     static const Ratio ratios[] = {
         {"drill programs of 1,000,000 holes / reading the board", 1, 7, writePrograms},
+        {"checking 1,000,000 holes / reading the board", 1, 7, checkHoles},
         {"first map of 1,000,000 holes / reading the board", 0.5, 7, paintFirst},
         {"a frame of that map while panning and zooming", 33000, 61, paintFrames},
     };

@@ -1393,6 +1393,186 @@ Was dort steht, kommt zu den Sicherungen.</translation>
         <source>contours, not drilled: %1</source>
         <translation>Konturen, nicht gebohrt: %1</translation>
     </message>
+    <message>
+        <source>no id, reason and day such as 2026-12-31</source>
+        <translation>keine Kennung mit Grund und Tag wie 2026-12-31</translation>
+    </message>
+    <message>
+        <source>accepted twice: %1</source>
+        <translation>zweimal angenommen: %1</translation>
+    </message>
+    <message>
+        <source>accepted, but not found: %1</source>
+        <translation>angenommen, aber nicht gefunden: %1</translation>
+    </message>
+    <message>
+        <source>accepted until %1, no longer: %2</source>
+        <translation>angenommen bis %1, nun nicht mehr: %2</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is neither drilled nor finished, nor such as LAYER=drilled</source>
+        <translation>„%1“ ist weder drilled noch finished noch wie LAGE=drilled</translation>
+    </message>
+    <message>
+        <source>drill sizes: %1; finished sizes: %2</source>
+        <translation>Bohrmaße: %1; Endmaße: %2</translation>
+    </message>
+    <message>
+        <source>different tools at one place</source>
+        <translation>verschiedene Werkzeuge an einer Stelle</translation>
+    </message>
+    <message>
+        <source>drilled areas overlap</source>
+        <translation>Bohrungen überlappen sich</translation>
+    </message>
+    <message>
+        <source>too near to each other</source>
+        <translation>zu nah beieinander</translation>
+    </message>
+    <message>
+        <source>not within the outline</source>
+        <translation>nicht innerhalb des Umrisses</translation>
+    </message>
+    <message>
+        <source>too near to the edge</source>
+        <translation>zu nah am Rand</translation>
+    </message>
+    <message>
+        <source>drill too large</source>
+        <translation>Bohrer zu groß</translation>
+    </message>
+    <message>
+        <source>slot too short for its width</source>
+        <translation>Langloch zu kurz für seine Breite</translation>
+    </message>
+    <message>
+        <source>hole too deep for its drill</source>
+        <translation>Bohrung zu tief für ihren Bohrer</translation>
+    </message>
+    <message>
+        <source>tolerance too narrow</source>
+        <translation>Toleranz zu eng</translation>
+    </message>
+    <message>
+        <source>drill smaller than the plated hole</source>
+        <translation>Bohrer kleiner als die metallisierte Bohrung</translation>
+    </message>
+    <message>
+        <source>other number of hits than a comment</source>
+        <translation>andere Zahl von Treffern als in einem Kommentar</translation>
+    </message>
+    <message>
+        <source>other scale than the other files</source>
+        <translation>anderer Maßstab als die übrigen Dateien</translation>
+    </message>
+    <message>
+        <source>%1: %2 more, not listed</source>
+        <translation>%1: %2 weitere, nicht aufgezählt</translation>
+    </message>
+    <message>
+        <source>tools without a drill size: %1</source>
+        <translation>Werkzeuge ohne Bohrmaß: %1</translation>
+    </message>
+    <message>
+        <source>too many holes are too near to each other: not all were looked at</source>
+        <translation>zu viele Bohrungen liegen zu nah beieinander: nicht alle wurden betrachtet</translation>
+    </message>
+    <message>
+        <source>the outline is open, or too intricate</source>
+        <translation>der Umriss ist offen oder zu verwickelt</translation>
+    </message>
+    <message>
+        <source>the board specifies no outline</source>
+        <translation>das Board gibt keinen Umriss an</translation>
+    </message>
+    <message>
+        <source>the board specifies no thickness</source>
+        <translation>das Board gibt keine Dicke an</translation>
+    </message>
+    <message>
+        <source>depth of layer %1</source>
+        <translation>Tiefe der Lage %1</translation>
+    </message>
+    <message>
+        <source>the board does not specify all tolerances</source>
+        <translation>das Board gibt nicht alle Toleranzen an</translation>
+    </message>
+    <message>
+        <source>files with drill sizes specify no finished sizes</source>
+        <translation>Dateien mit Bohrmaßen geben keine Endmaße an</translation>
+    </message>
+    <message>
+        <source>the shop has no limit</source>
+        <translation>der Betrieb hat keine Grenze</translation>
+    </message>
+    <message>
+        <source>as-drilled</source>
+        <translation>wie gebohrt</translation>
+    </message>
+    <message>
+        <source>merged</source>
+        <translation>zusammengelegt</translation>
+    </message>
+    <message>
+        <source>: no object</source>
+        <translation>: kein Objekt</translation>
+    </message>
+    <message>
+        <source>%1: no number above 0, up to 1000</source>
+        <translation>%1: keine Zahl über 0 bis 1000</translation>
+    </message>
+    <message>
+        <source>not checked: %1 (%2)</source>
+        <translation>nicht geprüft: %1 (%2)</translation>
+    </message>
+    <message>
+        <source>hits of a tool at places that it has been to: %1 (drilled once)</source>
+        <translation>Treffer eines Werkzeugs an Stellen, an denen es schon war: %1 (einmal gebohrt)</translation>
+    </message>
+    <message>
+        <source>(was %1)</source>
+        <translation>(statt %1)</translation>
+    </message>
+    <message>
+        <source>Finding</source>
+        <translation>Befund</translation>
+    </message>
+    <message>
+        <source>Tools</source>
+        <translation>Werkzeuge</translation>
+    </message>
+    <message>
+        <source>Measured</source>
+        <translation>Gemessen</translation>
+    </message>
+    <message>
+        <source>Limit</source>
+        <translation>Grenze</translation>
+    </message>
+    <message>
+        <source>Id</source>
+        <translation>Kennung</translation>
+    </message>
+    <message>
+        <source>Findings</source>
+        <translation>Befunde</translation>
+    </message>
+    <message>
+        <source>None.</source>
+        <translation>Keine.</translation>
+    </message>
+    <message>
+        <source>Accepted findings</source>
+        <translation>Angenommene Befunde</translation>
+    </message>
+    <message>
+        <source>Reason</source>
+        <translation>Grund</translation>
+    </message>
+    <message>
+        <source>Until</source>
+        <translation>Bis</translation>
+    </message>
 </context>
 <context>
     <name>Question</name>
@@ -1841,6 +2021,69 @@ Abbrechen: Nichts wird gespeichert.</translation>
         <source>No</source>
         <translation>Nein</translation>
     </message>
+    <message>
+        <source>Fewest &amp;tools</source>
+        <translation>Wenigste &amp;Werkzeuge</translation>
+    </message>
+    <message>
+        <source>Holes share bits within their tolerances.</source>
+        <translation>Bohrungen teilen sich Bohrer, soweit ihre Toleranzen es erlauben.</translation>
+    </message>
+    <message>
+        <source> (%1 tools instead of %2)</source>
+        <translation> (%1 Werkzeuge statt %2)</translation>
+    </message>
+</context>
+<context>
+    <name>brox::FindingsDock</name>
+    <message>
+        <source>Findings</source>
+        <translation>Befunde</translation>
+    </message>
+    <message>
+        <source>Finding</source>
+        <translation>Befund</translation>
+    </message>
+    <message>
+        <source>Layer</source>
+        <translation>Lage</translation>
+    </message>
+    <message>
+        <source>Tools</source>
+        <translation>Werkzeuge</translation>
+    </message>
+    <message>
+        <source>Place</source>
+        <translation>Stelle</translation>
+    </message>
+    <message>
+        <source>Measured</source>
+        <translation>Gemessen</translation>
+    </message>
+    <message>
+        <source>Limit</source>
+        <translation>Grenze</translation>
+    </message>
+    <message>
+        <source>Id</source>
+        <translation>Kennung</translation>
+    </message>
+    <message>
+        <source>no findings</source>
+        <translation>keine Befunde</translation>
+    </message>
+    <message>
+        <source>findings: %1 (hard: %2)</source>
+        <translation>Befunde: %1 (ernste: %2)</translation>
+    </message>
+    <message>
+        <source>must not be drilled</source>
+        <translation>darf nicht gebohrt werden</translation>
+    </message>
+    <message>
+        <source>accepted until %1: %2</source>
+        <translation>angenommen bis %1: %2</translation>
+    </message>
 </context>
 <context>
     <name>brox::HostSession</name>
@@ -2072,6 +2315,10 @@ Abbrechen: Nichts wird gespeichert.</translation>
         <source>%1 could not be saved: %2</source>
         <translation>%1 konnte nicht gespeichert werden: %2</translation>
     </message>
+    <message>
+        <source>&amp;Findings</source>
+        <translation>&amp;Befunde</translation>
+    </message>
 </context>
 <context>
     <name>brox::MapDock</name>
@@ -2144,6 +2391,14 @@ bei X %2, Y %3</translation>
     <message>
         <source>Shows all of the board (Home)</source>
         <translation>Zeigt die ganze Leiterplatte (Pos1)</translation>
+    </message>
+    <message>
+        <source>Sizes Are Those of &amp;Drills</source>
+        <translation>Größen sind die von &amp;Bohrern</translation>
+    </message>
+    <message>
+        <source>was %1</source>
+        <translation>statt %1</translation>
     </message>
 </context>
 <context>

@@ -89,13 +89,15 @@ struct Tool
     std::optional<Tolerance> tolerance; ///< null: none told
     std::vector<Place> holes;
     std::vector<Path> slotPaths; ///< the middle of the slots
+    std::optional<qint64> specifiedHits = {}; ///< holes and slots by a comment
+    QString bit = {}; ///< that a comment names with a drill size; empty: none
 
     /** The same but for holes and slots. */
     bool isLike(const Tool& other) const
     {
         return number == other.number && type == other.type && typeAssumed == other.typeAssumed
             && functionTold == other.functionTold && finishedSize == other.finishedSize
-            && tolerance == other.tolerance;
+            && tolerance == other.tolerance && bit == other.bit;
     }
 };
 
@@ -136,6 +138,7 @@ struct Layer
     std::vector<Contour> contours;
     QString assumedFormat; ///< digits that had to be guessed, such as "2:4"; empty: told
     bool formatDoubtful = false; ///< other digits are nearly as likely
+    bool hasDrillSizes = false; ///< its tools' sizes are those of drills, not of finished holes
 };
 
 /** Copies of a step in a grid, as panels have them. */
@@ -167,6 +170,8 @@ struct Board
     std::vector<Step> steps;
     QStringList copper; ///< names of the copper layers from top to bottom; empty if not told
     size_t mainStep = 0; ///< index of the step that the file is about
+    QStringList copperLayers = {}; ///< from the top to the bottom; empty: not specified by name
+    std::optional<Size> thickness = {}; ///< of the board; null: not specified
     QStringList notes; ///< lines for the user: files taken and not, counts that differ and such
 };
 

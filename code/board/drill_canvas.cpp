@@ -231,6 +231,11 @@ void DrillCanvas::addTo(Layer& layer, Use& use, const HoleFacts& file, Notes& no
         const Tolerance told{size(drill.tolerance->minus), size(drill.tolerance->plus)};
         tool.tolerance = told == Tolerance{} ? std::nullopt : std::optional(told);
     }
+    const auto hits = qint64(use.holes.size() + use.slotPaths.size());
+    if (hits == mHits[use.tool]) { // all that the comment is about
+        tool.specifiedHits = drill.specifiedHits;
+    }
+    tool.bit = drill.bit;
     tool.holes = std::move(use.holes);
     tool.slotPaths = std::move(use.slotPaths);
     if (tool.finishedSize == 0 && !tool.holes.empty()) {

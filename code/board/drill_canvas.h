@@ -43,6 +43,8 @@ struct DrillTool
     std::optional<Units> units; ///< null: those of the file, which may be told later
     std::optional<ToldTolerance> tolerance; ///< in its units
     HoleFacts facts;
+    std::optional<qint64> specifiedHits = {}; ///< by a comment
+    QString bit = {}; ///< that a comment names with a drill size
 };
 
 /** What a drill file makes: its tools, and what each of them drills and routs.

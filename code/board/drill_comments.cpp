@@ -154,7 +154,8 @@ void ExcellonComments::read(const QString& comment, NumberReader& numbers)
         mAttributes.read(text.sliced(3).trimmed());
     } else if (const auto match = type.match(text); match.hasMatch()) {
         mSection = isPlated(match.captured(1));
-    } else if (!readRemark(text, numbers) && !readRange(text) && !readWholeFile(text)) {
+    } else if (!readRemark(text, numbers) && !readRange(text) && !readDrillSizes(text)
+        && !readWholeFile(text)) {
         readFormat(text, numbers);
     }
 }
@@ -220,6 +221,26 @@ bool ExcellonComments::readRange(const QString& comment)
         mRanges[match.captured(2).toInt()] = isPlated(match.captured(1));
     }
     return match.hasMatch();
+}
+
+/** "SIZES ARE DRILL SIZES, NOT FINISHED SIZES: do not add plating to them again",
+ *  "T01 drill 0.350 mm, bit 0.35, hits 96" */
+bool ExcellonComments::readDrillSizes(const QString& comment)
+{
+    static const QRegularExpression sizes(
+        QStringLiteral("\\b(?:sizes|diameters) are (?:the )?(?:drill|drilled|tool) "
+                       "(?:sizes|diameters)\\b|\\b(?:drill|drilled|tool) (?:sizes|diameters),? "
+                       "not finished\\b"),
+        caseless);
+    static const QRegularExpression bit(
+        QStringLiteral("^T(\\d{1,6}) drill \\S+ (?:mm|inch), bit (.+), (?:hits|slots) \\d"));
+    if (const auto match = bit.match(comment); match.hasMatch()) {
+        mBits[match.captured(1).toInt()] = match.captured(2);
+        return true;
+    }
+    const bool isMatch = comment.contains(sizes);
+    mHasDrillSizes = mHasDrillSizes || isMatch;
+    return isMatch;
 }
 
 /** "Layer: PTH_Through_Via", "Layer: Drill NPTH", "Contents: Thru / Drill / Non-Plated" */

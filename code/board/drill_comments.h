@@ -101,6 +101,12 @@ public:
     /** Numbers of the tools with remarks, as these follow each other. */
     const std::vector<int>& remarkOrder() const { return mOrder; }
 
+    /** Whether the file's sizes are said to be those of drills, to which no plating is added. */
+    bool hasDrillSizes() const { return mHasDrillSizes; }
+
+    /** The bit of a tool of a file with drill sizes; empty: none is named. */
+    QString bit(int number) const { return mHasDrillSizes ? mBits.value(number) : QString(); }
+
     /** Of a tool by its number, its remark, and the comments on the whole file; known at the
      *  file's end. */
     HoleFacts factsOf(int number) const;
@@ -108,6 +114,7 @@ public:
 private:
     bool readRemark(const QString& comment, NumberReader& numbers);
     bool readRange(const QString& comment);
+    bool readDrillSizes(const QString& comment);
     bool readWholeFile(const QString& comment);
     static void readFormat(const QString& comment, NumberReader& numbers);
 
@@ -117,6 +124,8 @@ private:
     std::optional<bool> mSection; ///< plated or not
     QHash<int, ToolRemark> mRemarks;
     std::vector<int> mOrder; ///< of the remarks
+    QHash<int, QString> mBits; ///< by the tool's number
+    bool mHasDrillSizes = false;
     std::map<int, bool> mRanges; ///< plated or not, from this number on
 };
 

@@ -280,6 +280,7 @@ void ExcellonTools::finish(std::optional<Units> units)
         DrillTool& tool = mCanvas.tool(i);
         tool.units = tool.units ? tool.units : units;
         tool.facts.complete(mComments.factsOf(tool.number));
+        tool.bit = mComments.bit(tool.number);
         const ToolRemark* remark = mComments.remark(tool.number);
         if (!remark) {
             continue;
@@ -299,6 +300,9 @@ void ExcellonTools::finish(std::optional<Units> units)
 void ExcellonTools::compare(size_t tool, const ToolRemark& remark)
 {
     const qint64 hits = mCanvas.hits(tool);
+    if (remark.quantity >= 0) {
+        mCanvas.tool(tool).specifiedHits = remark.quantity;
+    }
     constexpr Size tolerance = sizePerMil / 2; // diameters may be rounded
     const Size size = hits > 0 ? mCanvas.sizeOf(mCanvas.tool(tool)) : 0;
     if (remark.size > 0 && size > 0 && std::abs(size - remark.size) > tolerance) {

@@ -527,6 +527,7 @@ DrillFile ExcellonProgram::finish()
     DrillFile file = mCanvas.finish(
         factsOfName(QFileInfo(mAt.name).fileName()), mNumbers, usualDecimals(), mNotes);
     file.layer.span = mComments.attributes().span();
+    file.layer.hasDrillSizes = mComments.hasDrillSizes();
     file.notes = mNotes.texts();
     return file;
 }

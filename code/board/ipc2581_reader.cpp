@@ -8,6 +8,7 @@
 #include <QFileInfo>
 #include <QSet>
 #include <algorithm>
+#include <cmath>
 
 namespace brox {
 
@@ -88,6 +89,7 @@ private:
     void noteBackDrillSpec() { mBackDrillSpecs.insert(mSpec); }
     void declareLayer(const Attributes& attributes);
     void declareSpan(const Attributes& attributes);
+    void readThickness(const Attributes& attributes);
     void declareSpec(const Attributes& attributes);
     void beginStep(const Attributes& attributes) { mSteps.begin(attributes.text("name")); }
     void endStep();
@@ -178,6 +180,7 @@ const Reader::Rule* Reader::findRule(In in, std::string_view name)
         {In::CadHeader, "Spec", In::Spec, on<&R::setSpec>},
         {In::Spec, "Backdrill", In::Nothing, on<&R::noteBackDrillSpec>},
         {In::CadData, "Layer", In::Declaration, on<&R::declareLayer>},
+        {In::CadData, "Stackup", In::Nothing, on<&R::readThickness>},
         {In::CadData, "Step", In::Step, on<&R::beginStep>, on<&R::endStep>},
         {In::Declaration, "Span", In::Nothing, on<&R::declareSpan>},
         {In::Declaration, "SpecRef", In::Nothing, on<&R::declareSpec>},
@@ -316,6 +319,19 @@ void Reader::declareLayer(const Attributes& attributes)
     }
     if (function.contains(QLatin1String("BACKDRILL"))) {
         mBackDrillLayers.insert(mDeclaredLayer);
+    }
+    static const QSet<QString> copper{
+        "CONDUCTOR", "CONDFILM", "CONDFOIL", "PLANE", "SIGNAL", "MIXED", "POWER_GROUND"};
+    if (copper.contains(function)) {
+        mBoard.copperLayers << mDeclaredLayer;
+    }
+}
+
+void Reader::readThickness(const Attributes& attributes)
+{
+    const double thickness = attributes.length("overallThickness");
+    if (thickness >= 1 && thickness < maxDiameter) {
+        mBoard.thickness = Size(std::lround(thickness));
     }
 }
 

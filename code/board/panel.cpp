@@ -93,15 +93,16 @@ public:
     std::vector<StepLayer> take() { return std::move(mLayers); }
 
 private:
-    template <class AnyLayer>
+    /** @param layer  of a step, or of steps together */
+    template <typename AnyLayer>
     StepLayer& sumOf(const AnyLayer& layer)
     {
         const auto found = mIndices.constFind(layer.name);
         mCurrent = found == mIndices.constEnd() ? mLayers.size() : *found;
         if (found == mIndices.constEnd()) {
             mIndices.insert(layer.name, mCurrent);
-            mLayers.push_back(
-                {layer.name, layer.span, {}, {}, 0, layer.assumedFormat, layer.formatDoubtful});
+            mLayers.push_back({layer.name, layer.span, {}, {}, 0, layer.assumedFormat,
+                layer.formatDoubtful, layer.hasDrillSizes});
             mTools.emplace_back();
             mBackDrills.emplace_back();
         }

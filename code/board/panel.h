@@ -41,6 +41,7 @@ struct StepLayer
     qint64 contours = 0;
     QString assumedFormat;
     bool formatDoubtful = false;
+    bool hasDrillSizes = false;
 };
 
 /** The layers of a step and of all it repeats, by name; nothing is spread.

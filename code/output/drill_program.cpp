@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "drill_program.h"
 
+#include "doubled_hits.h"
 #include "file_set.h"
 #include "plan_text.h"
 #include "sweep.h"
@@ -205,17 +206,18 @@ QString hitsText(qint64 holes, qint64 slotPaths)
 
 QString rowText(const PlanRow& row, const Writer& writer)
 {
-    QString text = QStringLiteral("%1, finished %2, ")
-                       .arg(typeWord(row.type, row.isSlot),
-                           QString::fromLatin1(writer.sizeWithUnit(row.finishedSize)));
-    text += row.tolerance == Tolerance{}
-        ? QStringLiteral("no tolerance")
-        : QStringLiteral("tolerance +%1/-%2")
-              .arg(QString::fromLatin1(writer.size(row.tolerance.plus)),
-                  QString::fromLatin1(writer.size(row.tolerance.minus)));
+    QString text = typeWord(row.type, row.isSlot);
+    if (row.finishedSize > 0) {
+        text += ", finished " + QString::fromLatin1(writer.sizeWithUnit(row.finishedSize)) + ", ";
+        text += row.tolerance == Tolerance{}
+            ? QStringLiteral("no tolerance")
+            : QStringLiteral("tolerance +%1/-%2")
+                  .arg(QString::fromLatin1(writer.size(row.tolerance.plus)),
+                      QString::fromLatin1(writer.size(row.tolerance.minus)));
+    }
     text += ", " + (row.isSlot ? hitsText(0, row.count) : hitsText(row.count, 0));
-    for (const PlanFlag flag : row.flags) {
-        text += ", " + flagWord(flag);
+    for (const QString& flag : flagTexts(row)) {
+        text += ", " + flag;
     }
     return text;
 }
@@ -286,8 +288,29 @@ void writeOrigin(Writer& writer, const DrillPlan& plan, size_t layer)
     writer.comment("Drilled layer: " + plan.layers[layer].name);
 }
 
-void writeHead(
-    Writer& writer, const Resolution& resolution, const DrillPlan& plan, const Program& program)
+/** Where a tool drills. */
+struct ToolHits
+{
+    std::vector<Place> holes;
+    std::vector<const Path*> slotPaths;
+    qint64 doubled = 0; ///< hits left out, since the tool has been there
+};
+
+ToolHits hitsOf(const ProgramTool& tool, const std::vector<RowPlaces>& places)
+{
+    ToolHits hits;
+    for (const size_t row : tool.rows) {
+        hits.holes.insert(hits.holes.end(), places[row].holes.begin(), places[row].holes.end());
+        for (const Path& path : places[row].slotPaths) {
+            hits.slotPaths.push_back(&path);
+        }
+    }
+    hits.doubled = dropDoubled(hits.holes) + dropDoubled(hits.slotPaths);
+    return hits;
+}
+
+void writeHead(Writer& writer, const Resolution& resolution, const DrillPlan& plan,
+    const Program& program, const std::vector<ToolHits>& hits)
 {
     writer.line("M48");
     writer.comment(QStringLiteral("Drill program by brox %1").arg(OUTPUT_VERSION));
@@ -296,14 +319,25 @@ void writeHead(
     writer.comment(program.isPlated ? "Drilled before plating" : "Not plated");
     writer.comment("Model: " + plan.model.name + " (" + fileState(plan.model) + ")");
     writer.comment(QStringLiteral("Units: %1").arg(resolution.unit));
+    if (program.toolsBefore > program.toolCount()) {
+        writer.comment(QStringLiteral("Fewest tools: %1 instead of %2")
+                           .arg(program.toolCount())
+                           .arg(program.toolsBefore));
+    }
     writePlating(writer, plan, program);
     writer.line(resolution.keyword);
-    for (const ProgramTool& tool : program.tools) {
-        writer.comment(QStringLiteral("%1 drill %2, %3, %4")
-                           .arg(QString::fromLatin1(toolName(tool)),
-                               QString::fromLatin1(writer.sizeWithUnit(*tool.size)),
-                               tool.bit.isEmpty() ? QStringLiteral("no bit") : "bit " + tool.bit,
-                               hitsText(tool.holes, tool.slotPaths)));
+    for (size_t i = 0; i < program.tools.size(); ++i) {
+        const ProgramTool& tool = program.tools[i];
+        writer.comment(
+            QStringLiteral("%1 drill %2, %3, %4")
+                .arg(QString::fromLatin1(toolName(tool)),
+                    QString::fromLatin1(writer.sizeWithUnit(*tool.size)),
+                    tool.bit.isEmpty() ? QStringLiteral("no bit") : "bit " + tool.bit,
+                    hitsText(qint64(hits[i].holes.size()), qint64(hits[i].slotPaths.size()))));
+        if (hits[i].doubled > 0) {
+            writer.indented(QStringLiteral("hits left out, since the tool has been there: %1")
+                                .arg(hits[i].doubled));
+        }
         for (const size_t row : tool.rows) {
             writer.indented(rowText(plan.rows[row], writer));
         }
@@ -312,17 +346,13 @@ void writeHead(
     writer.line("%");
 }
 
-void writeTool(Writer& writer, const ProgramTool& tool, const std::vector<RowPlaces>& places)
+void writeTool(Writer& writer, const ProgramTool& tool, const ToolHits& hits)
 {
-    std::vector<Place> holes;
-    std::vector<const Path*> slotPaths;
+    const std::vector<Place>& holes = hits.holes;
+    const std::vector<const Path*>& slotPaths = hits.slotPaths;
     std::vector<Place> slotStarts;
-    for (const size_t row : tool.rows) {
-        holes.insert(holes.end(), places[row].holes.begin(), places[row].holes.end());
-        for (const Path& path : places[row].slotPaths) {
-            slotPaths.push_back(&path);
-            slotStarts.push_back(path.start);
-        }
+    for (const Path* path : slotPaths) {
+        slotStarts.push_back(path->start);
     }
     writer.line(toolName(tool));
     for (const std::uint32_t index : sweepOrder(holes)) {
@@ -348,7 +378,7 @@ void checkRows(const DrillPlan& plan)
             PlanText::tr("step \"%1\": no holes, so no drill program").arg(plan.boardStep().name));
     }
     for (const PlanRow& row : plan.rows) {
-        if (row.finishedSize == 0) {
+        if (row.finishedSize == 0 && !row.drillSize) {
             throw OutputError(
                 PlanText::tr("layer \"%1\": the board tells no size of T%2, \"%3\"")
                     .arg(plan.layers[row.layer].name, QString::number(plan.tool(row).tool->number),
@@ -426,16 +456,18 @@ QByteArray programText(
 {
     constexpr qint64 bytesOfHole = 24;
     Writer writer(resolutionOf(plan));
-    qint64 hits = 0;
+    std::vector<ToolHits> hits;
+    qint64 count = 0;
     for (const ProgramTool& tool : program.tools) {
-        hits += tool.hits();
+        hits.push_back(hitsOf(tool, places));
+        count += tool.hits();
     }
-    writer.reserve(hits * bytesOfHole);
-    writeHead(writer, resolutionOf(plan), plan, program);
+    writer.reserve(count * bytesOfHole);
+    writeHead(writer, resolutionOf(plan), plan, program, hits);
     writer.line("G90");
     writer.line("G05");
-    for (const ProgramTool& tool : program.tools) {
-        writeTool(writer, tool, places);
+    for (size_t i = 0; i < program.tools.size(); ++i) {
+        writeTool(writer, program.tools[i], hits[i]);
     }
     writer.line("M30");
     return writer.text();

@@ -1,26 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "drill_table.h"
 
-#include "drill_plan.h"
-
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QRegularExpression>
-#include <algorithm>
+#include "text_table.h"
 
 namespace brox {
 
 namespace {
-
-QString flagsText(const PlanRow& row)
-{
-    QStringList words;
-    for (const PlanFlag flag : row.flags) {
-        words << flagWord(flag);
-    }
-    return words.join(' ');
-}
 
 QStringList columns(Units units)
 {
@@ -43,34 +28,8 @@ QStringList cells(const DrillPlan& plan, const PlanRow& row, Units units)
         sizeText(row.finishedSize, units), sizeText(row.tolerance.minus, units),
         sizeText(row.tolerance.plus, units),
         row.drillSize ? sizeText(*row.drillSize, units) : QString(), row.bit,
-        row.programTool > 0 ? QString::number(row.programTool) : QString(), flagsText(row)};
-}
-
-/** A cell that a spreadsheet does not take for a formula. */
-QString literal(const QString& cell)
-{
-    bool isNumeric = false;
-    cell.toDouble(&isNumeric);
-    const bool isFormula =
-        !isNumeric && !cell.isEmpty() && QStringLiteral("=+-@").contains(cell.front());
-    return isFormula ? '\'' + cell : cell;
-}
-
-QString csvLine(QStringList line)
-{
-    static const QRegularExpression special(QStringLiteral("[\",\r\n]"));
-    for (QString& cell : line) {
-        if (cell.contains(special)) {
-            cell = '"' + cell.replace('"', "\"\"") + '"';
-        }
-    }
-    return line.join(',') + '\n';
-}
-
-/** A size in the plan's units, with all its digits. */
-double number(Size size, Units units)
-{
-    return size / double(units == Units::Inch ? sizePerMil : sizePerMicron);
+        row.programTool > 0 ? QString::number(row.programTool) : QString(),
+        flagTexts(row).join(' ')};
 }
 
 QJsonObject layerJson(const StepLayer& layer, Units units)
@@ -78,19 +37,14 @@ QJsonObject layerJson(const StepLayer& layer, Units units)
     QJsonArray backDrills;
     for (const StepTool& tool : layer.backDrills) {
         backDrills << QJsonObject{
-            {"finishedSize", number(tool.tool->finishedSize, units)}, {"count", tool.holes}};
+            {"finishedSize", sizeNumber(tool.tool->finishedSize, units)}, {"count", tool.holes}};
     }
     QJsonObject json{{"name", layer.name}, {"contours", layer.contours}, {"backDrills", backDrills},
-        {"assumedFormat", layer.assumedFormat}};
+        {"assumedFormat", layer.assumedFormat}, {"drillSizes", layer.hasDrillSizes}};
     if (layer.span) {
         json["span"] = QJsonArray{layer.span->from, layer.span->to};
     }
     return json;
-}
-
-QJsonArray placeJson(Place place, Units units)
-{
-    return {number(place.x, units), number(place.y, units)};
 }
 
 /** A slot as its points; an arc has its centre between two of them. */
@@ -122,19 +76,24 @@ QJsonArray placesJson(const RowPlaces& places, Units units)
 
 QJsonObject rowJson(const DrillPlan& plan, const PlanRow& row)
 {
-    const auto size = [&plan](Size value) { return number(value, plan.units); };
+    const auto size = [&plan](Size value) { return sizeNumber(value, plan.units); };
     QJsonArray flags;
     for (const PlanFlag flag : row.flags) {
         flags << flagWord(flag);
     }
-    return {{"layer", plan.layers[row.layer].name}, {"type", typeWord(row.type, row.isSlot)},
-        {"slots", row.isSlot}, {"count", row.count}, {"fileTool", plan.tool(row).tool->number},
-        {"finishedSize", size(row.finishedSize)}, {"minusTolerance", size(row.tolerance.minus)},
-        {"plusTolerance", size(row.tolerance.plus)},
+    QJsonObject json{{"layer", plan.layers[row.layer].name},
+        {"type", typeWord(row.type, row.isSlot)}, {"slots", row.isSlot}, {"count", row.count},
+        {"fileTool", plan.tool(row).tool->number}, {"finishedSize", size(row.finishedSize)},
+        {"minusTolerance", size(row.tolerance.minus)}, {"plusTolerance", size(row.tolerance.plus)},
         {"drillSize", row.drillSize ? QJsonValue(size(*row.drillSize)) : QJsonValue()},
         {"bit", row.bit},
         {"tool", row.programTool > 0 ? QJsonValue(row.programTool) : QJsonValue()},
         {"flags", flags}, {"rule", row.rule}};
+    if (row.replaced) {
+        json["was"] =
+            QJsonObject{{"drillSize", size(row.replaced->size)}, {"bit", row.replaced->bit}};
+    }
+    return json;
 }
 
 } // namespace
@@ -145,33 +104,17 @@ QString planText(const DrillPlan& plan)
     for (const PlanRow& row : plan.rows) {
         rows << cells(plan, row, plan.units);
     }
-    QList<qsizetype> widths(rows.first().size(), 0);
-    for (QStringList& row : rows) {
-        for (qsizetype i = 0; i < row.size(); ++i) {
-            row[i] = row[i].simplified();
-            widths[i] = qMax(widths[i], row[i].size());
-        }
+    std::vector<bool> numbers;
+    for (qsizetype i = 0; i < rows.first().size(); ++i) {
+        numbers.push_back(isNumber(i));
     }
-    QString text;
-    for (const QStringList& row : rows) {
-        QString line;
-        for (qsizetype i = 0; i < row.size(); ++i) {
-            line +=
-                (isNumber(i) ? row[i].rightJustified(widths[i]) : row[i].leftJustified(widths[i]))
-                + "  ";
-        }
-        while (line.endsWith(' ')) {
-            line.chop(1);
-        }
-        text += line + '\n';
-    }
-    return text;
+    return alignedText(std::move(rows), numbers);
 }
 
 QString planCsvHeader(Units units, const QString& before)
 {
     const QStringList names = columns(units);
-    return csvLine(before.isEmpty() ? names : QStringList(before) + names);
+    return csvHeader(before.isEmpty() ? names : QStringList(before) + names);
 }
 
 QString planCsvRows(const DrillPlan& plan, Units units, const QString& before)
@@ -182,21 +125,20 @@ QString planCsvRows(const DrillPlan& plan, Units units, const QString& before)
         if (!before.isNull()) {
             line.prepend(before);
         }
-        std::transform(line.begin(), line.end(), line.begin(), literal);
-        text += csvLine(line);
+            text += csvLine(line);
     }
     return text;
 }
 
-QByteArray planJson(const DrillPlan& plan, bool withPlaces)
+QJsonObject planJson(const DrillPlan& plan, bool withPlaces)
 {
     const std::vector<RowPlaces> places = withPlaces ? placesOf(plan) : std::vector<RowPlaces>();
     QJsonArray amounts;
     for (const ModelAmount& amount : plan.model.amounts) {
         amounts << QJsonObject{{"holeType", amount.holeType},
-            {"amount", number(amount.amount, plan.units)},
-            {"largeFrom", number(amount.largeFrom, plan.units)},
-            {"largeAmount", number(amount.largeAmount, plan.units)}};
+            {"amount", sizeNumber(amount.amount, plan.units)},
+            {"largeFrom", sizeNumber(amount.largeFrom, plan.units)},
+            {"largeAmount", sizeNumber(amount.largeAmount, plan.units)}};
     }
     QJsonArray layers;
     for (const StepLayer& layer : plan.layers) {
@@ -210,14 +152,14 @@ QByteArray planJson(const DrillPlan& plan, bool withPlaces)
         }
         rows << row;
     }
-    const QJsonObject json{{"job", plan.board->job}, {"step", plan.boardStep().name},
+    return {{"job", plan.board->job}, {"step", plan.boardStep().name},
         {"unit", plan.units == Units::Inch ? "mil" : "micron"}, {"model", plan.model.name},
         {"formula", plan.model.formula}, {"usesBits", plan.model.usesBits},
         {"unsaved", plan.model.unsaved}, {"modelsFile", fileState(plan.model)},
         {"amounts", amounts}, {"rules", QJsonArray::fromStringList(plan.rules)}, {"layers", layers},
-        {"rows", rows}, {"leftOut", QJsonArray::fromStringList(leftOut(plan))},
+        {"rows", rows}, {"tools", plan.toolCount()}, {"toolsBefore", plan.toolsBefore()},
+        {"leftOut", QJsonArray::fromStringList(leftOut(plan))},
         {"notes", QJsonArray::fromStringList(plan.board->notes)}};
-    return QJsonDocument(json).toJson();
 }
 
 } // namespace brox

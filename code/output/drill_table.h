@@ -4,6 +4,8 @@
 
 #include "drill_plan.h"
 
+#include <QJsonObject>
+
 namespace brox {
 
 /** A plan as the command line prints it. */
@@ -29,7 +31,7 @@ QString planCsvRows(const DrillPlan& plan, Units units, const QString& before = 
  * @param withPlaces  also where the holes and slots are
  * @throws PanelError
  */
-QByteArray planJson(const DrillPlan& plan, bool withPlaces = false);
+QJsonObject planJson(const DrillPlan& plan, bool withPlaces = false);
 
 } // namespace brox
 

@@ -2,6 +2,8 @@
 #include "report_html.h"
 
 #include "drill_program.h"
+#include "finding_table.h"
+#include "plan_checks.h"
 #include "plan_text.h"
 
 namespace brox {
@@ -98,6 +100,9 @@ QString flagsHtml(const PlanRow& row)
     for (const PlanFlag flag : row.flags) {
         words << (isAlarming(flag) ? alert(spoken(flagWord(flag)))
                                    : escaped(spoken(flagWord(flag))));
+    }
+    if (row.replaced) {
+        words << escaped(PlanText::tr("(was %1)").arg(row.replaced->bit));
     }
     return words.join(' ');
 }
@@ -212,6 +217,42 @@ QString programsHtml(const DrillPlan& plan, const Sizes& sizes)
     return html;
 }
 
+QString findingsHtml(const DrillPlan& plan, const Sizes& sizes)
+{
+    const CheckFindings findings = checkPlan(plan);
+    const QList<Column> columns{{PlanText::tr("Finding")}, {PlanText::tr("Layer")},
+        {PlanText::tr("Tools")}, sizes.column(QStringLiteral("X")),
+        sizes.column(QStringLiteral("Y")), {PlanText::tr("Measured"), Align::Right},
+        {PlanText::tr("Limit"), Align::Right}, {PlanText::tr("Id"), Align::Left, false}};
+    const auto cells = [&](const CheckFinding& finding) {
+        const QString text = checkText(finding.check);
+        return QStringList{isHard(finding.check) ? alert(text) : escaped(text),
+            escaped(plan.layers[finding.layer].name), escaped(findingTools(plan, finding)),
+            sizes.text(finding.places.front().x), sizes.text(finding.places.front().y),
+            measureText(finding.check, finding.measured, plan.units),
+            measureText(finding.check, finding.limit, plan.units), finding.id};
+    };
+    QList<QStringList> rows;
+    for (const CheckFinding& finding : findings.list) {
+        rows << cells(finding);
+    }
+    QString html = heading(PlanText::tr("Findings"))
+        + (rows.isEmpty() ? "<p>" + escaped(PlanText::tr("None.")) + "</p>\n"
+                          : table(columns, rows));
+    QList<QStringList> accepted;
+    for (const AcceptedFinding& each : findings.accepted) {
+        accepted << cells(each.finding)
+                + QStringList{escaped(each.reason), each.until.toString(Qt::ISODate)};
+    }
+    if (!accepted.isEmpty()) {
+        html += "<h3>" + escaped(PlanText::tr("Accepted findings")) + "</h3>\n"
+            + table(columns + QList<Column>{{PlanText::tr("Reason")}, {PlanText::tr("Until")}},
+                accepted);
+    }
+    const QStringList notes = findingsNotes(findings);
+    return html + (notes.isEmpty() ? QString() : list(notes));
+}
+
 QString notesHtml(const DrillPlan& plan)
 {
     QStringList lines = leftOut(plan);
@@ -235,7 +276,8 @@ QString reportHtml(const DrillPlan& plan)
         + escaped(
             PlanText::tr("Drill report: %1, step %2").arg(plan.board->job, plan.boardStep().name))
         + "</h1>\n" + factsHtml(plan) + amountsHtml(plan, sizes) + rulesHtml(plan)
-        + rowsHtml(plan, sizes) + programsHtml(plan, sizes) + notesHtml(plan);
+        + rowsHtml(plan, sizes) + programsHtml(plan, sizes) + findingsHtml(plan, sizes)
+        + notesHtml(plan);
 }
 
 } // namespace brox

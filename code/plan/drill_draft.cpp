@@ -40,7 +40,6 @@ public:
                 row.layer = layer;
                 row.tool = i;
                 row.isSlot = areSlots;
-                row.finishedSize = tools[i].tool->finishedSize;
                 row.count = count;
                 decide(row, *tools[i].tool);
             }
@@ -51,8 +50,14 @@ private:
     void decide(DraftRow& row, const Tool& tool) const
     {
         QStringList decisions;
+        const bool isAsDrilled = mDraft.layers[row.layer].hasDrillSizes;
+        row.finishedSize = isAsDrilled ? 0 : tool.finishedSize;
         const bool isTypeAssumed = decideType(row, tool, decisions);
-        decideTolerance(row, tool, decisions);
+        if (isAsDrilled) {
+            row.flags << PlanFlag::AsDrilled;
+        } else {
+            decideTolerance(row, tool, decisions);
+        }
         if (isTypeAssumed) {
             row.flags << PlanFlag::TypeAssumed;
         }
@@ -104,7 +109,7 @@ private:
     bool becomesVia(const DraftRow& row, const Tool& tool) const
     {
         return !mSpecifiesVias && !tool.functionTold && !row.isSlot && tool.type == HoleType::Plated
-            && row.finishedSize <= mJob.rules.viasUpTo;
+            && row.finishedSize > 0 && row.finishedSize <= mJob.rules.viasUpTo;
     }
 
     const Job& mJob;
@@ -145,13 +150,69 @@ DrillDraft draftStep(const Job& job, size_t step)
     draft.step = step;
     draft.units = job.board->units;
     draft.rules = job.rules.lines();
+    draft.limits = job.rules.checks;
+    draft.thickness = job.thickness ? job.thickness : job.board->thickness;
+    draft.acceptances = job.acceptances;
     draft.layers = gatherLayers(*job.board, step);
+    for (StepLayer& layer : draft.layers) {
+        const auto chosen = job.drillSizes.find(layer.name);
+        layer.hasDrillSizes = chosen == job.drillSizes.end() ? layer.hasDrillSizes : chosen->second;
+    }
     Drafter drafter(job, draft);
-    for (size_t layer = 0; layer < draft.layers.size(); ++layer) {
-        drafter.addRows(layer, false);
-        drafter.addRows(layer, true);
+    for (const bool areAsDrilled : {false, true}) {
+        for (size_t layer = 0; layer < draft.layers.size(); ++layer) {
+            if (draft.layers[layer].hasDrillSizes == areAsDrilled) {
+                drafter.addRows(layer, false);
+                drafter.addRows(layer, true);
+            }
+        }
     }
     return draft;
+}
+
+size_t DrillDraft::hostRows() const
+{
+    return size_t(std::count_if(
+        rows.begin(), rows.end(), [](const DraftRow& row) { return !row.isAsDrilled(); }));
+}
+
+void chooseSizes(Job& job, const QString& text)
+{
+    const qsizetype equals = text.lastIndexOf('=');
+    const QString name = equals < 0 ? QString() : text.left(equals);
+    const QString word = text.sliced(equals + 1);
+    if (word != "drilled" && word != "finished") {
+        throw RulesError(
+            PlanText::tr("\"%1\" is neither drilled nor finished, nor such as LAYER=drilled")
+                .arg(text));
+    }
+    QStringList names;
+    for (const Step& step : job.board->steps) {
+        for (const Layer& layer : step.layers) {
+            names << layer.name;
+            if (equals < 0 || layer.name == name) {
+                job.drillSizes[layer.name] = word == "drilled";
+            }
+        }
+    }
+    if (equals >= 0 && !names.contains(name)) {
+        names.removeDuplicates();
+        throw RulesError(
+            PlanText::tr("no layer \"%1\"; there are: %2").arg(name, names.join(", ")));
+    }
+}
+
+QString sizesText(const PlannedStep& step)
+{
+    QStringList drilled;
+    QStringList finished;
+    for (const StepLayer& layer : step.layers) {
+        (layer.hasDrillSizes ? drilled : finished) << layer.name;
+    }
+    return drilled.isEmpty() || finished.isEmpty()
+        ? QString()
+        : PlanText::tr("drill sizes: %1; finished sizes: %2")
+              .arg(drilled.join(", "), finished.join(", "));
 }
 
 QString assumedText(const DrillDraft& draft)

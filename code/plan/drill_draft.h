@@ -6,12 +6,15 @@
 #include "plan_text.h"
 #include "shop_rules.h"
 
+#include <map>
 #include <memory>
 
 namespace brox {
 
 /** What a board's steps ask to be drilled, after the rules of the shop and the user's choices, and
  *  before any model has given drills. */
+
+class Acceptances;
 
 /** A type that the user has chosen for a tool, for this board only. */
 struct TypeChoice
@@ -34,6 +37,8 @@ struct DraftRow
     QList<PlanFlag> flags; ///< in the order of the enumeration
     QString rule; ///< what rule or user decided about the tool, one line; empty: nothing
 
+    /** Whether the tool's size is that of a drill, to which nothing is added. */
+    bool isAsDrilled() const { return flags.contains(PlanFlag::AsDrilled); }
     bool isPlated() const { return type != HoleType::NonPlated; }
 };
 
@@ -45,6 +50,9 @@ struct PlannedStep
     Units units = Units::Metric; ///< in which sizes are told
     QStringList rules; ///< the shop's rules that are in force, a line each
     std::vector<StepLayer> layers; ///< pointers in it lie in the board
+    CheckLimits limits; ///< those of the shop
+    std::optional<Size> thickness; ///< of the board; null: not specified
+    std::shared_ptr<const Acceptances> acceptances; ///< of findings; null: none
 
     const Step& boardStep() const { return board->steps[step]; }
     const StepTool& tool(const DraftRow& row) const { return layers[row.layer].tools[row.tool]; }
@@ -52,7 +60,11 @@ struct PlannedStep
 
 struct DrillDraft : PlannedStep
 {
-    std::vector<DraftRow> rows; ///< by layer, holes before slots, tool: as a host lists them
+    /** By layer, holes before slots, tool: as a host lists them. Those that are drilled as they
+     *  are come last, since no host gets them. */
+    std::vector<DraftRow> rows;
+
+    size_t hostRows() const;
 };
 
 /** A board with all that is decided about it before a model is. */
@@ -63,6 +75,9 @@ struct Job
     std::shared_ptr<const Board> board; ///< never null; drafts share it
     ShopRules rules;
     QList<TypeChoice> choices;
+    std::optional<Size> thickness; ///< of the board, whatever it specifies
+    std::shared_ptr<const Acceptances> acceptances; ///< of findings; null: none
+    std::map<QString, bool> drillSizes; ///< by layer: whether it has them, whatever its file says
 
     /** Gives a tool of the board another type, or null: its own again. */
     void chooseType(const QString& layer, const Tool& tool, std::optional<HoleType> type);
@@ -80,6 +95,16 @@ struct Job
  * @throws PanelError
  */
 DrillDraft draftStep(const Job& job, size_t step);
+
+/** Decides what the sizes of files are, as "drilled", "finished" or "LAYER=drilled" has it.
+ *
+ * @throws RulesError  for other words and for layers that the board does not have
+ */
+void chooseSizes(Job& job, const QString& text);
+
+/** A line on a step some of whose layers have drill sizes, and others finished sizes; else empty.
+ */
+QString sizesText(const PlannedStep& step);
 
 /** What was assumed in a step, as one line with counts; empty: nothing. */
 QString assumedText(const DrillDraft& draft);

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
 
 namespace brox {
 
@@ -37,16 +38,23 @@ void addPrograms(DrillPlan& plan)
 {
     using Cutter = std::pair<std::optional<Size>, QString>; // no size before any
     std::map<std::pair<size_t, bool>, std::map<Cutter, ProgramTool>> programs;
+    std::map<std::pair<size_t, bool>, std::set<Cutter>> before;
     for (size_t i = 0; i < plan.rows.size(); ++i) {
         const PlanRow& row = plan.rows[i];
         ProgramTool& tool = programs[{row.layer, !row.isPlated()}][{row.drillSize, row.bit}];
         tool.size = row.drillSize;
         tool.bit = row.bit;
         tool.rows.push_back(i);
+        if (row.drillSize) {
+            before[{row.layer, !row.isPlated()}].insert(row.replaced
+                    ? Cutter(row.replaced->size, row.replaced->bit)
+                    : Cutter(row.drillSize, row.bit));
+        }
         (row.isSlot ? tool.slotPaths : tool.holes) += row.count;
     }
     for (auto& [file, tools] : programs) {
-        Program& program = plan.programs.emplace_back(Program{file.first, !file.second, {}});
+        Program& program = plan.programs.emplace_back(
+            Program{file.first, !file.second, {}, int(before[file].size())});
         int last = 0;
         for (auto& [cutter, tool] : tools) {
             tool.number = tool.size ? ++last : 0;
@@ -68,17 +76,48 @@ QString fileState(const DrillModel& model)
                          : QT_TRANSLATE_NOOP("PlanText", "saved");
 }
 
+int DrillPlan::toolCount() const
+{
+    int count = 0;
+    for (const Program& program : programs) {
+        count += program.toolCount();
+    }
+    return count;
+}
+
+int DrillPlan::toolsBefore() const
+{
+    int count = 0;
+    for (const Program& program : programs) {
+        count += program.toolsBefore;
+    }
+    return count;
+}
+
 DrillPlan makePlan(const DrillDraft& draft, DrillModel model, const std::vector<Drill>& drills)
 {
     DrillPlan plan{draft, std::move(model), {}, {}};
     for (size_t i = 0; i < draft.rows.size(); ++i) {
         const Drill& drill = drills.at(i);
-        PlanRow& row = plan.rows.emplace_back(PlanRow{draft.rows[i], drill.size, drill.bit});
+        PlanRow& row =
+            plan.rows.emplace_back(PlanRow{draft.rows[i], drill.size, drill.bit, drill.replaced});
         row.flags += drill.flags;
         std::sort(row.flags.begin(), row.flags.end());
     }
     addPrograms(plan);
     return plan;
+}
+
+QStringList flagTexts(const PlanRow& row)
+{
+    QStringList texts;
+    for (const PlanFlag flag : row.flags) {
+        texts << flagWord(flag);
+        if (flag == PlanFlag::Merged && row.replaced) {
+            texts.last() += QStringLiteral(" (was %1)").arg(row.replaced->bit);
+        }
+    }
+    return texts;
 }
 
 bool isAlarming(const PlanRow& row)
@@ -93,6 +132,21 @@ qsizetype alarmingRows(const DrillPlan& plan)
         plan.rows.begin(), plan.rows.end(), [](const PlanRow& row) { return isAlarming(row); });
 }
 
+void forEachTool(const DrillPlan& plan,
+    const std::function<void(size_t, const Tool&, const Step&, const Transform&)>& visit)
+{
+    std::map<const Step*, std::vector<RowTool>> known; // a panel may repeat a step a million times
+    forEachCopy(*plan.board, plan.step, [&](const Step& step, const Transform& where) {
+        const auto [tools, isNew] = known.try_emplace(&step);
+        if (isNew) {
+            tools->second = rowToolsOf(plan, step);
+        }
+        for (const RowTool& each : tools->second) {
+            visit(each.row, *each.tool, step, where);
+        }
+    });
+}
+
 std::vector<RowPlaces> placesOf(const DrillPlan& plan)
 {
     std::vector<RowPlaces> places(plan.rows.size());
@@ -101,22 +155,14 @@ std::vector<RowPlaces> placesOf(const DrillPlan& plan)
         row.isSlot ? places[i].slotPaths.reserve(size_t(row.count))
                    : places[i].holes.reserve(size_t(row.count));
     }
-    std::map<const Step*, std::vector<RowTool>> known; // a panel may repeat a step a million times
-    forEachCopy(*plan.board, plan.step, [&](const Step& step, const Transform& where) {
-        const auto [tools, isNew] = known.try_emplace(&step);
-        if (isNew) {
-            tools->second = rowToolsOf(plan, step);
-        }
-        for (const RowTool& each : tools->second) {
-            RowPlaces& row = places[each.row];
-            if (plan.rows[each.row].isSlot) {
-                for (const Path& path : each.tool->slotPaths) {
-                    row.slotPaths.push_back(where.map(path));
-                }
-            } else {
-                for (const Place& hole : each.tool->holes) {
-                    row.holes.push_back(where.map(hole));
-                }
+    forEachTool(plan, [&](size_t row, const Tool& tool, const Step&, const Transform& where) {
+        if (plan.rows[row].isSlot) {
+            for (const Path& path : tool.slotPaths) {
+                places[row].slotPaths.push_back(where.map(path));
+            }
+        } else {
+            for (const Place& hole : tool.holes) {
+                places[row].holes.push_back(where.map(hole));
             }
         }
     });

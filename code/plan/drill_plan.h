@@ -31,12 +31,21 @@ struct DrillModel
  * files. */
 QString fileState(const DrillModel& model);
 
+/** What a row would be drilled with, did it not share the bit of others. */
+struct ReplacedDrill
+{
+    Size size = 0;
+    QString bit;
+};
+
 /** What a row is drilled with. */
 struct Drill
 {
     std::optional<Size> size; ///< null: none, and PlanFlag::NoSize
     QString bit; ///< designation; empty if none was chosen
     QList<PlanFlag> flags; ///< in any order
+    std::optional<Size> formulaSize = {}; ///< before a bit took its place; null: bits are not used
+    std::optional<ReplacedDrill> replaced = {}; ///< with PlanFlag::Merged
 };
 
 /** A row of the draft with its drill. */
@@ -44,6 +53,7 @@ struct PlanRow : DraftRow
 {
     std::optional<Size> drillSize; ///< null: PlanFlag::NoSize
     QString bit; ///< designation; empty if none was chosen
+    std::optional<ReplacedDrill> replaced = {}; ///< with PlanFlag::Merged
     int programTool = 0; ///< its number in its program, from 1; 0: no size, so none
 };
 
@@ -66,6 +76,9 @@ struct Program
     size_t layer = 0; ///< index in PlannedStep::layers
     bool isPlated = true;
     std::vector<ProgramTool> tools; ///< by number; one without a size comes first
+    int toolsBefore = 0; ///< those that have a size, had none been merged
+
+    int toolCount() const { return tools.empty() ? 0 : tools.back().number; }
 };
 
 /** A step with its drills and their programs. It holds on to its board. */
@@ -74,6 +87,10 @@ struct DrillPlan : PlannedStep
     DrillModel model;
     std::vector<PlanRow> rows; ///< those of the draft
     std::vector<Program> programs; ///< by layer, plated before non-plated
+
+    /** Of all programs. */
+    int toolCount() const;
+    int toolsBefore() const;
 };
 
 /** Completes a draft: the only way in which plans come about.
@@ -84,6 +101,9 @@ struct DrillPlan : PlannedStep
  * @param drills  one for each row of the draft
  */
 DrillPlan makePlan(const DrillDraft& draft, DrillModel model, const std::vector<Drill>& drills);
+
+/** The flags of a row as tables have them: "tolerance-assumed", "merged (was 0.95)". */
+QStringList flagTexts(const PlanRow& row);
 
 /** Whether no one should drill a row before having looked. */
 bool isAlarming(const PlanRow& row);
@@ -97,6 +117,15 @@ struct RowPlaces
     std::vector<Place> holes;
     std::vector<Path> slotPaths;
 };
+
+/** Visits the tools of a step and of every copy of the steps that it repeats: the holes of a tool,
+ *  or its slots, with the row that they belong to.
+ *
+ * @throws PanelError
+ */
+void forEachTool(const DrillPlan& plan,
+    const std::function<void(
+        size_t row, const Tool& tool, const Step& step, const Transform& where)>& visit);
 
 /** Spreads a plan's step: the places of each row.
  *

@@ -20,6 +20,10 @@ QString flagWord(PlanFlag flag)
         return QT_TRANSLATE_NOOP("PlanText", "type-assumed");
     case PlanFlag::DigitsDoubtful:
         return QT_TRANSLATE_NOOP("PlanText", "digits-doubtful");
+    case PlanFlag::AsDrilled:
+        return QT_TRANSLATE_NOOP("PlanText", "as-drilled");
+    case PlanFlag::Merged:
+        return QT_TRANSLATE_NOOP("PlanText", "merged");
     }
     return {};
 }

@@ -32,8 +32,10 @@ enum class PlanFlag
     UnapprovedBit, ///< "unapproved-bit": the list of bits does not approve the bit
     ToleranceAssumed, ///< "tolerance-assumed": by a rule of the shop
     TypeAssumed, ///< "type-assumed": plating or kind was a guess or a rule's
-    DigitsDoubtful ///< "digits-doubtful": its places may be ten times as far from each other, or
-                   ///< less
+    DigitsDoubtful, ///< "digits-doubtful": its places may be ten times as far from each other, or
+                    ///< less
+    AsDrilled, ///< "as-drilled": the file has drill sizes, which are drilled as they are
+    Merged ///< "merged": shares the bit of others, so that there are fewer tools
 };
 
 /** "out-of-tolerance" and so on. */

@@ -21,6 +21,22 @@ constexpr double largest = 1000; ///< millimetres; far below what a size can hol
 
 const QString tolerancesKey = QStringLiteral("tolerances");
 const QString viasKey = QStringLiteral("viasUpTo");
+const QString checksKey = QStringLiteral("checks");
+const QString windowsKey = QStringLiteral("smallestWindow");
+
+/** Limits that are sizes, and those that are ratios. */
+const std::pair<QString, std::optional<Size> CheckLimits::*> sizeLimits[] = {
+    {QStringLiteral("holeToHole"), &CheckLimits::holeToHole},
+    {QStringLiteral("holeToEdge"), &CheckLimits::holeToEdge},
+    {QStringLiteral("largestDrill"), &CheckLimits::largestDrill}};
+const std::pair<QString, std::optional<double> CheckLimits::*> ratioLimits[] = {
+    {QStringLiteral("shortestSlot"), &CheckLimits::shortestSlot},
+    {QStringLiteral("aspectRatio"), &CheckLimits::aspectRatio}};
+const std::pair<QString, WindowKind> windowLimits[] = {
+    {QStringLiteral("plated"), WindowKind::Plated},
+    {QStringLiteral("press-fit"), WindowKind::PressFit},
+    {QStringLiteral("nonplated"), WindowKind::NonPlated},
+    {QStringLiteral("slot"), WindowKind::Slot}};
 
 double millimetres(Size size)
 {
@@ -129,7 +145,100 @@ ToleranceRule ruleOf(const QJsonValue& value, const QString& where)
     return rule;
 }
 
+template <typename List>
+QStringList keysOf(const List& list)
+{
+    QStringList keys;
+    for (const auto& [key, member] : list) {
+        keys << key;
+    }
+    return keys;
+}
+
+CheckLimits limitsOf(const QJsonValue& value)
+{
+    if (!value.isObject()) {
+        throw RulesError(' ' + checksKey + PlanText::tr(": no object"));
+    }
+    const QJsonObject object = value.toObject();
+    const QString where = ' ' + checksKey + '.';
+    checkKeys(object, keysOf(sizeLimits) + keysOf(ratioLimits) + QStringList{windowsKey},
+        ' ' + checksKey + ": ");
+    CheckLimits limits;
+    for (const auto& [key, member] : sizeLimits) {
+        if (object.contains(key)) {
+            limits.*member = jsonSize(object[key], where + key);
+        }
+    }
+    for (const auto& [key, member] : ratioLimits) {
+        if (object.contains(key)) {
+            const double ratio = object[key].toDouble(-1);
+            if (!(ratio > 0 && ratio <= largest)) {
+                throw RulesError(
+                    PlanText::tr("%1: no number above 0, up to 1000").arg(where + key));
+            }
+            limits.*member = ratio;
+        }
+    }
+    const QJsonObject windows = object[windowsKey].toObject();
+    checkKeys(windows, keysOf(windowLimits), where + windowsKey + ": ");
+    for (const auto& [key, kind] : windowLimits) {
+        if (windows.contains(key)) {
+            limits.windows[kind] = jsonSize(windows[key], where + windowsKey + '.' + key);
+        }
+    }
+    return limits;
+}
+
+QJsonObject limitsJson(const CheckLimits& limits)
+{
+    QJsonObject object;
+    for (const auto& [key, member] : sizeLimits) {
+        if (limits.*member) {
+            object[key] = millimetres(*(limits.*member));
+        }
+    }
+    for (const auto& [key, member] : ratioLimits) {
+        if (limits.*member) {
+            object[key] = *(limits.*member);
+        }
+    }
+    QJsonObject windows;
+    for (const auto& [key, kind] : windowLimits) {
+        if (const auto limit = limits.windows.find(kind); limit != limits.windows.end()) {
+            windows[key] = millimetres(limit->second);
+        }
+    }
+    if (!windows.isEmpty()) {
+        object[windowsKey] = windows;
+    }
+    return object;
+}
+
 } // namespace
+
+WindowKind windowKind(HoleType type, bool isSlot)
+{
+    if (isSlot) {
+        return WindowKind::Slot;
+    }
+    switch (type) {
+    case HoleType::Plated:
+        return WindowKind::Plated;
+    case HoleType::PressFit:
+        return WindowKind::PressFit;
+    case HoleType::NonPlated:
+        return WindowKind::NonPlated;
+    case HoleType::Via:
+        break;
+    }
+    return WindowKind::None;
+}
+
+Size sizeOf(const QString& text)
+{
+    return sizeOf(text, false);
+}
 
 QString toleranceText(const Tolerance& tolerance)
 {
@@ -145,6 +254,9 @@ ShopRules ShopRules::starter()
     rules.tolerances = {{HoleType::Plated, 0, {tenth, tenth}},
         {HoleType::NonPlated, 0, {twentieth, twentieth}}, {HoleType::Via, 0, {tenth, tenth}},
         {HoleType::PressFit, 0, {twentieth, twentieth}}};
+    rules.checks = {sizePerMillimetre / 4, 3 * tenth, 635 * (sizePerMillimetre / 100), 2.0, 10.0,
+        {{WindowKind::Plated, 3 * twentieth}, {WindowKind::PressFit, tenth},
+            {WindowKind::NonPlated, tenth}, {WindowKind::Slot, 2 * tenth}}};
     return rules;
 }
 
@@ -157,7 +269,7 @@ ShopRules ShopRules::fromJson(const QByteArray& json)
         throw RulesError(QStringLiteral("%1: %2").arg(line).arg(error.errorString()));
     }
     const QJsonObject object = document.object();
-    checkKeys(object, {tolerancesKey, viasKey}, QStringLiteral(" "));
+    checkKeys(object, {tolerancesKey, viasKey, checksKey}, QStringLiteral(" "));
     if (!document.isObject() || !object[tolerancesKey].isArray()) {
         throw RulesError(PlanText::tr(" no list of tolerances"));
     }
@@ -169,6 +281,8 @@ ShopRules ShopRules::fromJson(const QByteArray& json)
     if (object.contains(viasKey)) {
         rules.viasUpTo = jsonSize(object[viasKey], ' ' + viasKey);
     }
+    // Folders from before there were limits get those of a new one.
+    rules.checks = object.contains(checksKey) ? limitsOf(object[checksKey]) : starter().checks;
     rules.sort();
     return rules;
 }
@@ -181,7 +295,8 @@ QByteArray ShopRules::toJson() const
             {"minus", millimetres(rule.tolerance.minus)},
             {"plus", millimetres(rule.tolerance.plus)}};
     }
-    return QJsonDocument(QJsonObject{{tolerancesKey, list}, {viasKey, millimetres(viasUpTo)}})
+    return QJsonDocument(QJsonObject{{tolerancesKey, list}, {viasKey, millimetres(viasUpTo)},
+                             {checksKey, limitsJson(checks)}})
         .toJson();
 }
 

@@ -4,6 +4,7 @@
 
 #include "board.h"
 
+#include <map>
 #include <stdexcept>
 
 namespace brox {
@@ -26,7 +27,31 @@ struct ToleranceRule
     bool operator==(const ToleranceRule&) const = default;
 };
 
-/** What a shop assumes where a board tells nothing. */
+/** What smallest ranges of tolerances are given for; vias have none. */
+enum class WindowKind
+{
+    None,
+    Plated,
+    PressFit,
+    NonPlated,
+    Slot
+};
+
+WindowKind windowKind(HoleType type, bool isSlot);
+
+/** What a shop can drill. Null: no limit. */
+struct CheckLimits
+{
+    std::optional<Size> holeToHole; ///< from edge to edge
+    std::optional<Size> holeToEdge; ///< of the board
+    std::optional<Size> largestDrill;
+    std::optional<double> shortestSlot; ///< length, round ends included, by width
+    std::optional<double> aspectRatio; ///< thickness of the board by drill size
+    std::map<WindowKind, Size> windows; ///< from the smallest allowed size to the largest
+    bool operator==(const CheckLimits&) const = default;
+};
+
+/** What a shop assumes where a board tells nothing, and what it can drill. */
 class ShopRules
 {
 public:
@@ -54,6 +79,7 @@ public:
 
     std::vector<ToleranceRule> tolerances; ///< by type and size, no two of the same
     Size viasUpTo = 0; ///< plated holes up to this size are vias; 0: no such rule
+    CheckLimits checks;
 
     /** The rule for a finished size; null: none. */
     const ToleranceRule* find(HoleType type, Size finishedSize) const;
@@ -69,6 +95,12 @@ public:
 
     bool operator==(const ShopRules&) const = default;
 };
+
+/** A size such as "1.6" or "63mil", in millimetres if it names no unit.
+ *
+ * @throws RulesError
+ */
+Size sizeOf(const QString& text);
 
 /** "-0.05/+0.1 mm", by the units in mils or millimetres. */
 QString toleranceText(const Tolerance& tolerance);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "commands.h"
 
+#include "acceptances.h"
 #include "bits_exchange.h"
 #include "board_reader.h"
 #include "data_file.h"
@@ -10,15 +11,18 @@
 #include "drill_report.h"
 #include "drill_table.h"
 #include "file_set.h"
+#include "finding_table.h"
 #include "host_session.h"
 #include "language.h"
 #include "main_window.h"
 #include "options.h"
+#include "plan_checks.h"
 #include "type_choice.h"
 
 #include <QApplication>
 #include <QFile>
 #include <QFileInfo>
+#include <QJsonDocument>
 #include <QStandardPaths>
 #include <algorithm>
 #include <cstdio>
@@ -59,7 +63,7 @@ QString named(const QString& name, const QString& line)
 void warnOf(const DrillDraft& draft, const QString& name)
 {
     QStringList lines = draft.board->notes;
-    lines << assumedText(draft);
+    lines << sizesText(draft) << assumedText(draft);
     lines.removeAll(QString());
     for (const QString& line : lines) {
         warn(named(name, line));
@@ -99,8 +103,22 @@ void openCalculator(HostSession& session)
 }
 
 /** The step asked for, in the units asked for. */
-DrillDraft draftOf(const Options& options, const Job& job)
+DrillDraft draftOf(const Options& options, Job job)
 {
+    if (options.isSet(options.thickness)) {
+        job.thickness = sizeOf(options.value(options.thickness));
+    }
+    if (options.isSet(options.accept)) {
+        job.acceptances =
+            std::make_shared<const Acceptances>(Acceptances::load(options.value(options.accept)));
+    }
+    for (const QString& value : options.parser.values(options.sizes)) {
+        try {
+            chooseSizes(job, value);
+        } catch (const RulesError& error) {
+            throw RulesError("--sizes: " + QString::fromUtf8(error.what()));
+        }
+    }
     DrillDraft draft = draftStep(job, chosenStep(options, *job.board));
     if (options.isSet(options.units)) {
         draft.units = unitsOf(options, options.units);
@@ -108,8 +126,15 @@ DrillDraft draftOf(const Options& options, const Job& job)
     return draft;
 }
 
+/** A plan with rows of which no two of one program can share a tool. */
+struct MergedPlan
+{
+    DrillPlan plan;
+    std::vector<size_t> apart; ///< indices; empty if no tools were to be merged
+};
+
 /** What a draft comes to by the options, in a session that openCalculator has readied. */
-DrillPlan planOf(const Options& options, HostSession& session, const DrillDraft& draft)
+MergedPlan planOf(const Options& options, HostSession& session, const DrillDraft& draft)
 {
     const size_t step = draft.units == Units::Inch ? 0 : 1;
     if (options.isSet(options.model)
@@ -120,7 +145,50 @@ DrillPlan planOf(const Options& options, HostSession& session, const DrillDraft&
     if (model.name.isEmpty()) {
         throw HostError("there is no model: the models file may be empty or unreadable");
     }
-    return makePlan(draft, std::move(model), session.drills(draft, step));
+    std::vector<Drill> drills = session.drills(draft, step);
+    std::vector<size_t> apart;
+    if (options.wantsFewestTools()) {
+        apart = mergeDrills(
+            draft, session.approvedBits(step), options.isSet(options.fewestToolsAll), drills);
+    }
+    return {makePlan(draft, std::move(model), drills), std::move(apart)};
+}
+
+/** Why programs need more tools than are allowed, a line each. */
+QStringList needlessLimit(const Options& options, const MergedPlan& merged)
+{
+    QStringList lines;
+    const DrillPlan& plan = merged.plan;
+    const int most = toolsAtMost(options);
+    for (const Program& program : plan.programs) {
+        if (program.toolCount() <= most) {
+            continue;
+        }
+        lines << QStringLiteral("%1, %2: %3 tools are needed, --tools-at-most is %4; each of these "
+                                "needs one of its own:")
+                     .arg(plan.layers[program.layer].name,
+                         program.isPlated ? "plated" : "not plated")
+                     .arg(program.toolCount())
+                     .arg(most);
+        for (const size_t index : merged.apart) {
+            const PlanRow& row = plan.rows[index];
+            if (row.layer == program.layer && row.isPlated() == program.isPlated) {
+                lines << QStringLiteral("  %1 %2 -%3/+%4 %5")
+                             .arg(typeWord(row.type, row.isSlot),
+                                 sizeText(row.finishedSize, plan.units),
+                                 sizeText(row.tolerance.minus, plan.units),
+                                 sizeText(row.tolerance.plus, plan.units),
+                                 plan.units == Units::Inch ? "mil" : "micron");
+            }
+        }
+    }
+    return lines;
+}
+
+/** Whether nobody has said that drill sizes beside finished sizes are meant. */
+bool isUndecided(const Options& options, const PlannedStep& step)
+{
+    return !options.isSet(options.sizes) && !sizesText(step).isEmpty();
 }
 
 /** The exit status that a plan's tools call for; what is wrong is told on standard error.
@@ -137,6 +205,10 @@ int statusOf(const Options& options, const DrillPlan& plan, const QString& name)
             + QStringLiteral("tools without a drill size by model \"%1\" and its formula: %2")
                   .arg(plan.model.name)
                   .arg(without));
+    }
+    if (options.isSet(options.strict) && isUndecided(options, plan)) {
+        warn(before + "drill sizes beside finished sizes, and no --sizes");
+        return strictStatus;
     }
     if (const qsizetype flagged = alarmingRows(plan);
         options.isSet(options.strict) && flagged > 0) {
@@ -175,33 +247,72 @@ QStringList writeFiles(const Options& options, const DrillPlan& plan)
     return files.paths();
 }
 
+/** What is printed of a plan. */
+QString printed(const Options& options, const DrillPlan& plan,
+    const std::optional<CheckFindings>& findings, const QStringList& left,
+    const QStringList& written)
+{
+    if (options.isSet(options.json)) {
+        QJsonObject json = planJson(plan, options.isSet(options.places));
+        if (findings) {
+            addFindings(json, plan, *findings);
+        }
+        return QString::fromUtf8(QJsonDocument(json).toJson());
+    }
+    if (options.isSet(options.csv)) {
+        return planCsvHeader(plan.units) + planCsvRows(plan, plan.units)
+            + (findings ? '\n' + findingsCsv(plan, *findings) : QString());
+    }
+    const QString found = findings ? '\n' + findingsText(plan, *findings) : QString();
+    if (!options.printsTable()) {
+        return (written.isEmpty() ? QString() : written.join('\n') + '\n') + found;
+    }
+    const QString end = left.isEmpty() ? QString() : '\n' + left.join('\n') + '\n';
+    return QStringLiteral("%1, step %2, model %3\n\n%4%5")
+               .arg(plan.board->job, plan.boardStep().name, plan.model.name, planText(plan), end)
+        + found;
+}
+
 int printPlan(const Options& options, HostSession& session, const Job& job)
 {
     const DrillDraft draft = draftOf(options, job);
-    const DrillPlan plan = planOf(options, session, draft);
-    const QStringList left = leftOut(plan);
-    const bool isRefused = options.isSet(options.strict) && alarmingRows(plan) > 0;
+    const MergedPlan merged = planOf(options, session, draft);
+    const DrillPlan& plan = merged.plan;
+    const auto findings =
+        options.isSet(options.check) ? std::optional(checkPlan(plan)) : std::nullopt;
+    const QStringList tooMany = needlessLimit(options, merged);
+    const bool isStrict = options.isSet(options.strict);
+    const auto hard = findings ? findings->hardCount() : 0;
+    const bool isRefused =
+        (isStrict && (alarmingRows(plan) > 0 || hard > 0 || isUndecided(options, plan)))
+        || !tooMany.isEmpty();
     const QStringList written = isRefused ? QStringList() : writeFiles(options, plan);
-    int status = 0;
-    if (options.isSet(options.json)) {
-        status = print(QString::fromUtf8(planJson(plan, options.isSet(options.places))));
-    } else if (options.isSet(options.csv)) {
-        status = print(planCsvHeader(plan.units) + planCsvRows(plan, plan.units));
+    QStringList left = leftOut(plan);
+    if (options.wantsFewestTools()) {
+        left << QStringLiteral("%1 tools instead of %2")
+                    .arg(plan.toolCount())
+                    .arg(plan.toolsBefore());
+    }
+    int status = print(printed(options, plan, findings, left, written));
+    if (!options.printsTable() && !options.isSet(options.json)) {
         for (const QString& line : left) {
             warn(line);
         }
-    } else if (!options.isSet(options.table)) {
-        status = print(written.isEmpty() ? QString() : written.join('\n') + '\n');
-        for (const QString& line : left) {
+    }
+    if (findings && options.isSet(options.csv)) {
+        for (const QString& line : findingsNotes(*findings)) {
             warn(line);
         }
-    } else {
-        const QString end = left.isEmpty() ? QString() : '\n' + left.join('\n') + '\n';
-        status = print(
-            QStringLiteral("%1, step %2, model %3\n\n%4%5")
-                .arg(job.board->job, plan.boardStep().name, plan.model.name, planText(plan), end));
     }
     warnOf(draft, {});
+    for (const QString& line : tooMany) {
+        warn(line);
+        status = strictStatus;
+    }
+    if (isStrict && hard > 0) {
+        warn(QStringLiteral("findings that must not be drilled: %1").arg(hard));
+        status = strictStatus;
+    }
     return qMax(status, statusOf(options, plan, {}));
 }
 
@@ -216,7 +327,7 @@ int printBoards(const Options& options, HostSession& session, const ShopRules& r
         try {
             const DrillDraft draft =
                 draftOf(options, Job(readBoard({name}, readOptions(options)), rules));
-            const DrillPlan plan = planOf(options, session, draft);
+            const DrillPlan plan = planOf(options, session, draft).plan;
             QString text;
             if (!units) {
                 units = plan.units;
@@ -268,6 +379,7 @@ size_t setUpStep(const Options& options, HostSession& session, MainWindow& windo
 {
     const size_t step = chosenStep(options, *window.job().board);
     window.chooseTypes(options.parser.values(options.type));
+    window.chooseSizes(options.parser.values(options.sizes));
     if (options.isSet(options.units)) {
         session.setUnits(step, unitsOf(options, options.units));
     }
@@ -394,6 +506,7 @@ int run(const Options& options)
     if (options.isSet(options.units)) {
         unitsOf(options, options.units); // before anything is read or made
     }
+    toolsAtMost(options);
     const QStringList paths = options.parser.positionalArguments();
     const QString dataDir = options.isSet(options.data)
         ? options.value(options.data)

@@ -9,8 +9,11 @@
 #include "live_plan.h"
 #include "question.h"
 
+#include <QCheckBox>
 #include <QDir>
 #include <QFileDialog>
+#include <QJsonDocument>
+#include <QLayout>
 #include <QProgressDialog>
 #include <QSettings>
 #include <algorithm>
@@ -31,7 +34,7 @@ void addTable(const DrillPlan& plan, const QString& path, FileSet& files, const 
 {
     const QString suffix = QFileInfo(path).suffix().toLower();
     if (suffix == "json") {
-        files.add(path, planJson(plan));
+        files.add(path, QJsonDocument(planJson(plan)).toJson());
     } else if (suffix == "txt") {
         files.add(path, planText(plan).toUtf8());
     } else if (suffix == "csv") {
@@ -117,20 +120,38 @@ QString ExportMenu::lastFolder(const char* key) const
 
 void ExportMenu::exportPrograms()
 {
-    const QString folder = QFileDialog::getExistingDirectory(
-        parentWidget(), tr("Export Drill Programs"), lastFolder("programs"));
-    if (!folder.isEmpty()) {
-        write("programs", folder, addDrillPrograms);
-    }
+    exportToFolder(
+        tr("Export Drill Programs"), "programs", lastFolder("programs"), addDrillPrograms);
 }
 
 void ExportMenu::exportAll()
 {
-    const QString folder = QFileDialog::getExistingDirectory(
-        parentWidget(), tr("Export Drill Programs, Report, Map and Table"), mBoardFolder);
-    if (!folder.isEmpty()) {
-        write("all", folder, addAll);
+    exportToFolder(tr("Export Drill Programs, Report, Map and Table"), "all", mBoardFolder, addAll);
+}
+
+void ExportMenu::exportToFolder(
+    const QString& title, const char* key, const QString& folder, Write writeFiles)
+{
+    QFileDialog dialog(parentWidget(), title, folder);
+    dialog.setFileMode(QFileDialog::Directory);
+    dialog.setOption(QFileDialog::ShowDirsOnly);
+    if (runDialog(dialog)) {
+        write(key, dialog.selectedFiles().value(0), writeFiles);
     }
+}
+
+/** Shows a dialog with the box of all exports below what it has itself. */
+bool ExportMenu::runDialog(QFileDialog& dialog)
+{
+    dialog.setOption(QFileDialog::DontUseNativeDialog); // which takes no box
+    auto* box = new QCheckBox(tr("Fewest &tools"), &dialog);
+    box->setObjectName("fewestToolsCheckBox");
+    box->setToolTip(tr("Holes share bits within their tolerances."));
+    box->setChecked(mWithFewestTools);
+    dialog.layout()->addWidget(box);
+    const bool isAccepted = dialog.exec() == QDialog::Accepted;
+    mWithFewestTools = isAccepted ? box->isChecked() : mWithFewestTools;
+    return isAccepted;
 }
 
 void ExportMenu::exportFile(const QString& title, const char* key, const QString& filter,
@@ -152,7 +173,7 @@ void ExportMenu::exportFile(const QString& title, const char* key, const QString
         dialog.setDefaultSuffix(chosen.section("*.", 1).section(')', 0, 0));
     });
     dialog.selectFile(name);
-    if (dialog.exec() == QDialog::Accepted) {
+    if (runDialog(dialog)) {
         write(key, dialog.selectedFiles().value(0), writeFile);
     }
 }
@@ -174,7 +195,9 @@ void ExportMenu::write(const char* key, const QString& path, Write writeFiles)
     progress.setWindowModality(Qt::WindowModal);
     progress.setMinimumDuration(longWriting);
     try {
-        const DrillPlan plan = *current; // the window lives on meanwhile
+        const DrillPlan plan = mWithFewestTools // the window lives on meanwhile
+            ? mLive.withFewestTools().value_or(*current)
+            : *current;
         FileSet files;
         writeFiles(plan, path, files, [&progress](qint64 done, qint64 total) {
             progress.setMaximum(int(total));
@@ -198,6 +221,10 @@ void ExportMenu::write(const char* key, const QString& path, Write writeFiles)
             tr("Written by model %1: %2").arg(plan.model.name, files.paths().join(", "));
         if (plan.model.unsaved || plan.model.isOlder) {
             message += tr(" (models and bits: %1)").arg(spoken(fileState(plan.model)));
+        }
+        if (plan.toolCount() < plan.toolsBefore()) {
+            message +=
+                tr(" (%1 tools instead of %2)").arg(plan.toolCount()).arg(plan.toolsBefore());
         }
         if (const qsizetype alarming = alarmingRows(plan)) {
             message += tr(" (%n row(s) to check)", "", int(alarming));

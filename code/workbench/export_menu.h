@@ -7,6 +7,8 @@
 
 #include <QMenu>
 
+class QFileDialog;
+
 namespace brox {
 
 class FileSet;
@@ -38,6 +40,8 @@ private:
         const DrillPlan& plan, const QString& path, FileSet& files, const Progress& progress);
 
     void exportPrograms();
+    void exportToFolder(const QString& title, const char* key, const QString& folder, Write write);
+    bool runDialog(QFileDialog& dialog);
     void exportAll();
     void exportFile(const QString& title, const char* key, const QString& filter,
         const QString& suffix, Write write);
@@ -47,6 +51,7 @@ private:
     LivePlan& mLive;
     QString mBoardFolder;
     QString mRefusal;
+    bool mWithFewestTools = false; ///< as in the last dialog
 };
 
 } // namespace brox

@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <map>
 
 namespace brox {
 
@@ -153,6 +154,9 @@ void HostSession::fillHost()
         const DraftRow* last = nullptr;
         int layer = 0;
         for (const DraftRow& row : draft.rows) {
+            if (row.isAsDrilled()) {
+                break;
+            }
             if (!last || last->layer != row.layer || last->isSlot != row.isSlot) {
                 layer =
                     standin_add_layer(step.stpid, hostLayerName(draft, row).toUtf8().constData());
@@ -314,6 +318,12 @@ std::vector<Drill> HostSession::drills(const DrillDraft& draft, size_t step)
     const QSet<QString> unapproved = unapprovedBits(step);
     std::vector<Drill> drills;
     for (const DraftRow& row : draft.rows) {
+        if (row.isAsDrilled()) {
+            const Tool& tool = *draft.tool(row).tool;
+            drills.push_back(tool.finishedSize > 0 ? Drill{tool.finishedSize, tool.bit, {}, {}, {}}
+                                                   : Drill{{}, {}, {PlanFlag::NoSize}, {}, {}});
+            continue;
+        }
         Drill& added = drills.emplace_back(drill(row, current, step));
         if (!added.bit.isEmpty() && unapproved.contains(added.bit)) {
             added.flags << PlanFlag::UnapprovedBit;
@@ -360,9 +370,9 @@ Drill HostSession::drill(const DraftRow& row, const DrillModel& model, size_t st
             "calculate a drill size");
     }
     if (size <= 0) {
-        return {{}, {}, {PlanFlag::NoSize}};
+        return {{}, {}, {PlanFlag::NoSize}, {}, {}};
     }
-    Drill drill{size, QString::fromLocal8Bit(bit), {}};
+    Drill drill{size, QString::fromLocal8Bit(bit), {}, {}, {}};
     if (!model.usesBits) {
         return drill;
     }
@@ -372,12 +382,41 @@ Drill HostSession::drill(const DraftRow& row, const DrillModel& model, size_t st
     standin_last_value(&value);
     value = std::trunc(std::clamp<double>(
         value, std::numeric_limits<Size>::min(), std::numeric_limits<Size>::max()));
+    drill.formulaSize = Size(value);
     if (drill.bit.isEmpty() && size == value) {
         drill.flags << PlanFlag::NoBit;
     } else if (size < value - row.tolerance.minus || size > value + row.tolerance.plus) {
         drill.flags << PlanFlag::OutOfTolerance;
     }
     return drill;
+}
+
+std::vector<TableBit> HostSession::approvedBits(size_t step)
+{
+    constexpr qsizetype longest = 7; // bytes of a designation that a host gets
+    constexpr int sizeColumns[] = {2, 1}; // by units
+    constexpr int approvedColumn = 3;
+    const auto* table = part<QTableWidget>(viewer(step), "drillBitsTableWidget");
+    const Units units = draft(step).units;
+    std::map<Size, QString> bits;
+    for (int row = 0; row < table->rowCount(); ++row) {
+        const QTableWidgetItem* designation = table->item(row, 0);
+        const QTableWidgetItem* number = table->item(row, sizeColumns[int(units)]);
+        const QTableWidgetItem* approved = table->item(row, approvedColumn);
+        if (designation && number && approved && approved->checkState() == Qt::Checked) {
+            const double unit = units == Units::Inch ? sizePerMil : sizePerMicron;
+            const double size = std::round(number->text().toDouble() * unit);
+            if (size > 0 && size <= std::numeric_limits<Size>::max()) {
+                bits[Size(size)] =
+                    QString::fromLocal8Bit(designation->text().toLocal8Bit().left(longest));
+            }
+        }
+    }
+    std::vector<TableBit> list;
+    for (const auto& [size, designation] : bits) {
+        list.push_back({size, designation});
+    }
+    return list;
 }
 
 void HostSession::log(const char* level, const char* text, void* session)
@@ -407,10 +446,14 @@ void HostSession::modelRenamedOrDeleted(int stepNumber, const char* oldName, con
     }
 }
 
-DrillPlan planOf(HostSession& session, size_t step)
+DrillPlan planOf(HostSession& session, size_t step, bool withFewestTools)
 {
     const DrillDraft& draft = session.draft(step);
-    return makePlan(draft, session.model(step), session.drills(draft, step));
+    std::vector<Drill> drills = session.drills(draft, step);
+    if (withFewestTools) {
+        mergeDrills(draft, session.approvedBits(step), false, drills);
+    }
+    return makePlan(draft, session.model(step), drills);
 }
 
 } // namespace brox

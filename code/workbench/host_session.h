@@ -3,7 +3,7 @@
 #define HOST_SESSION_H
 
 #include "data_guard.h"
-#include "drill_plan.h"
+#include "merged_drills.h"
 #include "zeb_lowlevel.h"
 
 #include <QObject>
@@ -68,6 +68,10 @@ public:
     /** What a step's viewer, by its selected model and current formula, gives the rows of a draft,
      *  which may be that of another board. Nothing that the viewer shows is changed. */
     std::vector<Drill> drills(const DrillDraft& draft, size_t step);
+
+    /** The approved bits of a step's viewer in the units of the step, saved or not, by rising size.
+     *  Of those of one size the last counts, as in the module. */
+    std::vector<TableBit> approvedBits(size_t step);
 
     /** Changes a step's units and tells its viewer. */
     void setUnits(size_t step, Units units);
@@ -146,8 +150,11 @@ private:
     std::vector<OpenStep> mSteps;
 };
 
-/** What a step comes to by what its viewer shows, saved or not. */
-DrillPlan planOf(HostSession& session, size_t step);
+/** What a step comes to by what its viewer shows, saved or not.
+ *
+ * @param withFewestTools  rows share bits within their tolerances; press-fit keeps its own
+ */
+DrillPlan planOf(HostSession& session, size_t step, bool withFewestTools = false);
 
 } // namespace brox
 

@@ -40,7 +40,7 @@ JobTable::JobTable(QWidget* viewer, const DrillDraft& draft)
     , mDraft(draft)
     , mTable(viewer->findChild<QTableWidget*>("jobDrillDataTableWidget"))
 {
-    if (!mTable || mTable->rowCount() != int(draft.rows.size())) {
+    if (!mTable || mTable->rowCount() != int(draft.hostRows())) {
         return;
     }
     mFilter = new TableFilter(mTable, [this](int row) { return mToCheck.contains(row); });

@@ -50,6 +50,12 @@ const DrillPlan* LivePlan::current()
     return plan();
 }
 
+std::optional<DrillPlan> LivePlan::withFewestTools()
+{
+    const std::optional<size_t> step = mTabs.currentStep();
+    return step && mPlan ? std::optional(planOf(mSession, *step, true)) : std::nullopt;
+}
+
 void LivePlan::recalculate()
 {
     for (const size_t step : mTabs.openSteps()) {

@@ -37,6 +37,12 @@ public:
     /** The plan of this moment. What is being typed counts as entered. */
     const DrillPlan* current();
 
+    /** The plan as it was calculated last, but with rows that share bits; null: there is none.
+     *
+     * @throws HostError, PanelError
+     */
+    std::optional<DrillPlan> withFewestTools();
+
     /** Calculates all anew, whether something was edited or not. */
     void recalculate();
 

@@ -16,7 +16,7 @@ int main(int argc, char** argv)
     QGuiApplication::setDesktopFileName("brox-workbench"); // for the icon of its windows
 
     Options options;
-    options.parser.parse(QStringList(argv, argv + argc));
+    options.parser.parse(Options::parsable(QStringList(argv, argv + argc)));
     const bool hasDisplay =
         qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
     // Without a display only a window that is to stay is impossible.
@@ -33,7 +33,7 @@ int main(int argc, char** argv)
     }
 
     QApplication app(argc, argv);
-    options.parser.process(app);
+    options.parser.process(Options::parsable(QApplication::arguments()));
     if (noWindows && options.wantsWindow()) {
         return fail("no display to open a window on; --table and --csv need none");
     }

@@ -3,6 +3,7 @@
 
 #include "error_bar.h"
 #include "export_menu.h"
+#include "findings_dock.h"
 #include "host_session.h"
 #include "input_filter.h"
 #include "job_table.h"
@@ -68,8 +69,10 @@ MainWindow::MainWindow(HostSession& session)
     , mLog(new LogDock(this))
     , mLive(std::make_unique<LivePlan>(session, *mTabs))
     , mMap(new MapDock(session, *mLive, this))
+    , mFindings(new FindingsDock(*mLive, this))
     , mExport(new ExportMenu(*mLive, this))
     , mContent(new QLabel)
+    , mFound(new QLabel)
     , mToCheck(new QPushButton)
     , mWatch(session.dataDir())
 {
@@ -77,6 +80,21 @@ MainWindow::MainWindow(HostSession& session)
     addDockWidget(Qt::BottomDockWidgetArea, mLog);
     addDockWidget(Qt::RightDockWidgetArea, mMap);
     mMap->hide();
+    addDockWidget(Qt::BottomDockWidgetArea, mFindings);
+    mFindings->hide();
+    connect(mFindings, &FindingsDock::chosen, mMap, &MapDock::showPlace);
+    connect(mFindings, &FindingsDock::found, this,
+        [this](const QString& numbers, const std::vector<Place>& places) {
+            mFound->setText(numbers);
+            mMap->ring(places);
+        });
+    connect(mMap, &MapDock::sizesChosen, this, [this](const QString& layer, bool areDrillSizes) {
+        guard([&] {
+            Job job = mJob;
+            job.drillSizes[layer] = areDrillSizes;
+            mTabs->remake([&] { setJob(std::move(job)); });
+        });
+    });
     connect(mMap->toggleViewAction(), &QAction::triggered, this, &MainWindow::makeRoomForMap);
     createMenus();
     mContent->setObjectName("contentLabel");
@@ -85,6 +103,8 @@ MainWindow::MainWindow(HostSession& session)
     mToCheck->setToolTip(tr("Goes to the next row to check."));
     mToCheck->hide();
     statusBar()->addPermanentWidget(mToCheck);
+    mFound->setObjectName("foundLabel");
+    statusBar()->addPermanentWidget(mFound);
     statusBar()->addPermanentWidget(mContent);
     connect(mToCheck, &QPushButton::clicked, this, [this] {
         if (JobTable* table = mTabs->jobTable()) {
@@ -121,6 +141,7 @@ MainWindow::MainWindow(HostSession& session)
 MainWindow::~MainWindow()
 {
     mLive->disconnect();
+    delete mFindings;
     delete mMap; // which looks at the steps when it is hidden
     delete mTabs; // a viewer that ends may have something to tell this window
 }
@@ -424,6 +445,18 @@ void MainWindow::chooseTypes(const QStringList& texts)
     Job job = mJob;
     for (const QString& text : texts) {
         chooseType(job, text);
+    }
+    mTabs->remake([&] { setJob(std::move(job)); });
+}
+
+void MainWindow::chooseSizes(const QStringList& texts)
+{
+    if (texts.isEmpty()) {
+        return;
+    }
+    Job job = mJob;
+    for (const QString& text : texts) {
+        brox::chooseSizes(job, text);
     }
     mTabs->remake([&] { setJob(std::move(job)); });
 }

@@ -23,6 +23,7 @@ namespace brox {
 
 class ErrorBar;
 class ExportMenu;
+class FindingsDock;
 class HostSession;
 class LivePlan;
 class LogDock;
@@ -72,6 +73,12 @@ public:
      * @throws RulesError, HostError
      */
     void chooseTypes(const QStringList& texts);
+
+    /** Decides what the sizes of the board's files are, by texts such as "drill=drilled".
+     *
+     * @throws RulesError, HostError
+     */
+    void chooseSizes(const QStringList& texts);
 
     /** How boards are read from now on. */
     void setReadOptions(const ReadOptions& options) { mReadOptions = options; }
@@ -129,8 +136,10 @@ private:
     LogDock* mLog;
     std::unique_ptr<LivePlan> mLive;
     MapDock* mMap;
+    FindingsDock* mFindings;
     ExportMenu* mExport;
     QLabel* mContent;
+    QLabel* mFound; ///< how many findings there are
     QPushButton* mToCheck;
     QFrame* mOlderBar = nullptr;
     DataWatch mWatch;

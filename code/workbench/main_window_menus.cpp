@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "bits_menu.h"
 #include "export_menu.h"
+#include "findings_dock.h"
 #include "host_session.h"
 #include "live_plan.h"
 #include "log_dock.h"
@@ -46,6 +47,8 @@ void MainWindow::createMenus()
     mLog->toggleViewAction()->setText(tr("&Log"));
     view->addAction(mMap->toggleViewAction());
     mMap->toggleViewAction()->setText(tr("&Drill Map"));
+    view->addAction(mFindings->toggleViewAction());
+    mFindings->toggleViewAction()->setText(tr("&Findings"));
     view->addSeparator();
     QAction* recalculate =
         view->addAction(tr("&Recalculate"), this, [this] { mLive->recalculate(); });

@@ -7,9 +7,11 @@
 #include "plan_text.h"
 
 #include <QHeaderView>
+#include <QMenu>
 #include <QPainter>
 #include <QSignalBlocker>
 #include <QTableWidget>
+#include <algorithm>
 
 namespace brox {
 
@@ -50,6 +52,8 @@ MapDock::MapDock(HostSession& session, LivePlan& plan, QWidget* parent)
     connect(ui.fitPushButton, &QPushButton::clicked, ui.mapWidget, &MapWidget::fit);
     connect(ui.toolTreeWidget, &QTreeWidget::itemChanged, this, &MapDock::followTree);
     connect(ui.toolTreeWidget, &QTreeWidget::currentItemChanged, this, &MapDock::selectRow);
+    ui.toolTreeWidget->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(ui.toolTreeWidget, &QWidget::customContextMenuRequested, this, &MapDock::offerSizes);
     connect(ui.mapWidget, &MapWidget::picked, this, &MapDock::tellHole);
     connect(ui.mapWidget, &MapWidget::missed, this, [this] { ui.holeLabel->clear(); });
     connect(&mLive, &LivePlan::changed, this, &MapDock::followPlan);
@@ -58,6 +62,35 @@ MapDock::MapDock(HostSession& session, LivePlan& plan, QWidget* parent)
             followPlan();
         }
     });
+}
+
+void MapDock::showPlace(Place place)
+{
+    show();
+    ui.mapWidget->showPlace(place);
+}
+
+/** On a layer's entry. */
+void MapDock::offerSizes(const QPoint& at)
+{
+    const QTreeWidgetItem* item = ui.toolTreeWidget->itemAt(at);
+    if (!item || item->parent() || !mPlan) {
+        return;
+    }
+    const QString name = item->text(0);
+    const auto layer = std::ranges::find(mPlan->layers, name, &StepLayer::name);
+    if (layer == mPlan->layers.end()) {
+        return;
+    }
+    QMenu menu;
+    menu.setObjectName("layerSizesMenu");
+    QAction* drilled = menu.addAction(tr("Sizes Are Those of &Drills"));
+    drilled->setCheckable(true);
+    drilled->setChecked(layer->hasDrillSizes);
+    const bool areDrillSizes = !layer->hasDrillSizes;
+    if (menu.exec(ui.toolTreeWidget->viewport()->mapToGlobal(at))) {
+        emit sizesChosen(name, areDrillSizes);
+    }
 }
 
 void MapDock::changeEvent(QEvent* event)
@@ -92,7 +125,7 @@ void MapDock::followPlan()
 void MapDock::selectRow(const QTreeWidgetItem* item)
 {
     const QVariant row = item ? item->data(0, rowRole) : QVariant();
-    if (row.isValid() && mTable) {
+    if (row.isValid() && mTable && row.toInt() < mTable->rowCount()) {
         mTable->setCurrentCell(row.toInt(), 0);
         mTable->selectRow(row.toInt());
     }
@@ -215,6 +248,9 @@ QString MapDock::rowText(const PlanRow& row) const
         row.bit.isEmpty() ? tr("no bit") : tr("bit %1").arg(row.bit)};
     for (const PlanFlag flag : row.flags) {
         parts << spoken(flagWord(flag));
+    }
+    if (row.replaced) {
+        parts << tr("was %1").arg(row.replaced->bit);
     }
     return parts.join("; ");
 }

@@ -25,6 +25,16 @@ public:
     /** @param session, plan  outlive the dock; it shows what is made of the step in front */
     MapDock(HostSession& session, LivePlan& plan, QWidget* parent);
 
+    /** Rings places of the step in front. */
+    void ring(std::vector<Place> places) { ui.mapWidget->setRings(std::move(places)); }
+
+    /** Shows the map, and a place in its middle. */
+    void showPlace(Place place);
+
+signals:
+    /** The user says whether the sizes of a layer's file are those of drills. */
+    void sizesChosen(const QString& layer, bool areDrillSizes);
+
 protected:
     void changeEvent(QEvent* event) override;
 
@@ -36,6 +46,7 @@ private:
     void fillTree(const MapScene& scene, const QSet<size_t>& off);
     void followTree(QTreeWidgetItem* item);
     void selectRow(const QTreeWidgetItem* item);
+    void offerSizes(const QPoint& at);
     void followTable();
     void tellHole(size_t row, Place place);
     QString rowText(const PlanRow& row) const;

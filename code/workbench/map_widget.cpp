@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "map_widget.h"
 
+#include "map_shapes.h"
+
 #include <QApplication>
 #include <QMouseEvent>
 #include <QPainter>
@@ -15,6 +17,8 @@ constexpr double margin = 12; ///< around the board when all of it is shown
 constexpr double keyZoom = 1.5;
 constexpr double keyPan = 60;
 constexpr double pickReach = 4;
+constexpr double ringRadius = 11;
+constexpr double closeScale = 60; ///< at which a finding is seen, dots to the millimetre
 constexpr double mostScale = 20'000; ///< dots to the millimetre
 
 } // namespace
@@ -54,6 +58,35 @@ void MapWidget::highlight(const QSet<size_t>& rows)
         mScene->setHighlighted(row, rows.contains(row));
     }
     update();
+}
+
+void MapWidget::setRings(std::vector<Place> places)
+{
+    mRings = std::move(places);
+    update();
+}
+
+void MapWidget::showPlace(Place place)
+{
+    mView.scale = std::max(mView.scale, closeScale);
+    mView.origin = rect().center() - mView.scale * toMap(place);
+    mIsFitted = false;
+    update();
+}
+
+void MapWidget::paintRings(QPainter& painter) const
+{
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(QColor(0xe0, 0x20, 0x20), 2));
+    for (const Place& place : mRings) {
+        const QPointF at = mView.toImage(toMap(place));
+        if (QRectF(rect())
+                .marginsAdded({ringRadius, ringRadius, ringRadius, ringRadius})
+                .contains(at)) {
+            painter.drawEllipse(at, ringRadius, ringRadius);
+        }
+    }
 }
 
 void MapWidget::fit()
@@ -107,7 +140,9 @@ void MapWidget::paintEvent(QPaintEvent*)
     }
     mScene->paint(mImage, {mView.scale * ratio, mView.origin * ratio}, colours());
     painter.drawImage(QRectF(rect()), mImage);
+    paintRings(painter);
     if (hasFocus()) {
+        painter.setRenderHint(QPainter::Antialiasing, false);
         painter.setPen(palette().color(QPalette::Highlight));
         painter.drawRect(rect().adjusted(0, 0, -1, -1));
     }

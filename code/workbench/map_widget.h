@@ -7,6 +7,7 @@
 #include <QSet>
 #include <QWidget>
 #include <memory>
+#include <vector>
 
 namespace brox {
 
@@ -29,9 +30,15 @@ public:
     void setShown(size_t row, bool isShown);
     void highlight(const QSet<size_t>& rows);
 
+    /** Draws rings about places, of the same size however far one has zoomed. */
+    void setRings(std::vector<Place> places);
+
     QSize sizeHint() const override { return {420, 320}; }
 
 public slots:
+    /** Brings a place into the middle, near enough to see what is about it. */
+    void showPlace(Place place);
+
     /** Shows all of the board. */
     void fit();
 
@@ -52,12 +59,14 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    void paintRings(QPainter& painter) const;
     void zoom(QPointF about, double factor);
     void pan(QPointF by);
     void pick(QPointF at);
     MapColours colours() const;
 
     std::unique_ptr<MapScene> mScene;
+    std::vector<Place> mRings;
     MapView mView;
     double mFitScale = 1;
     bool mIsFitted = true; ///< until the user has zoomed or panned

@@ -7,6 +7,8 @@
 
 #include <QRegularExpression>
 
+#include <limits>
+
 namespace brox {
 
 namespace {
@@ -51,9 +53,30 @@ Options::Options()
         "An IPC-2581 file; or all drill files of a board, Excellon (XNC) or Gerber, each a layer "
         "then; or an archive or a folder of them; or - for the standard input.",
         "[board...]");
-    parser.addOptions({table, csv, json, places, drillPrograms, report, map, strict, boards, models,
-        step, model, units, fileUnits, digits, tolerance, viasUpTo, type, importBits, exportBits,
-        data, language, screenshot});
+    parser.addOptions({table, csv, json, places, drillPrograms, report, map, check, accept,
+        thickness, fewestTools, fewestToolsAll, toolsAtMost, strict, boards, models, step, model,
+        units, fileUnits, digits, sizes, tolerance, viasUpTo, type, importBits, exportBits, data,
+        language, screenshot});
+}
+
+QStringList Options::parsable(QStringList arguments)
+{
+    for (QString& argument : arguments) {
+        if (argument == "--") {
+            break;
+        }
+        if (argument == "--fewest-tools=all") {
+            argument = "--fewest-tools-all";
+        }
+    }
+    return arguments;
+}
+
+QCommandLineOption Options::hidden(const QString& name)
+{
+    QCommandLineOption option(name);
+    option.setFlags(QCommandLineOption::HiddenFromHelp);
+    return option;
 }
 
 QString contradiction(const Options& options)
@@ -75,6 +98,17 @@ QString contradiction(const Options& options)
     if (hasBoards && options.isSet(options.type)) {
         return QStringLiteral("--type goes with one board");
     }
+    if (hasBoards && (options.isSet(options.check) || options.isSet(options.toolsAtMost))) {
+        return QStringLiteral("--check and --tools-at-most take one board");
+    }
+    const QStringList checks = given(options, {&options.accept, &options.thickness});
+    if (!checks.isEmpty() && !options.isSet(options.check)) {
+        return QStringLiteral("%1 goes with --check").arg(checks[0]);
+    }
+    if (options.wantsFewestTools() && !options.wantsPlan()) {
+        return QStringLiteral(
+            "--fewest-tools and --tools-at-most need --table, --csv, --json or files to write");
+    }
     if (options.isSet(options.places) && !options.isSet(options.json)) {
         return QStringLiteral("--places goes with --json");
     }
@@ -83,7 +117,8 @@ QString contradiction(const Options& options)
             &options.exportBits, &options.screenshot});
     if (options.isSet(options.models) || options.exchangesBits()
         || options.isSet(options.screenshot)) {
-        ways += given(options, {&options.drillPrograms, &options.report, &options.map});
+        ways +=
+            given(options, {&options.drillPrograms, &options.report, &options.map, &options.check});
     }
     return ways.size() > 1 ? QStringLiteral("%1 does not go with %2").arg(ways[0], ways[1])
                            : QString();
@@ -96,6 +131,20 @@ Units unitsOf(const Options& options, const QCommandLineOption& option)
         throw HostError(QStringLiteral("no units \"%1\"; there are: inch, metric").arg(units));
     }
     return units == "inch" ? Units::Inch : Units::Metric;
+}
+
+int toolsAtMost(const Options& options)
+{
+    if (!options.isSet(options.toolsAtMost)) {
+        return std::numeric_limits<int>::max();
+    }
+    bool isNumber = false;
+    const int most = options.value(options.toolsAtMost).toInt(&isNumber);
+    if (!isNumber || most < 1) {
+        throw HostError(QStringLiteral("no number of tools \"%1\"; there are: 1, 2, 3 ...")
+                            .arg(options.value(options.toolsAtMost)));
+    }
+    return most;
 }
 
 ReadOptions readOptions(const Options& options)

@@ -14,6 +14,9 @@ struct Options
 {
     Options();
 
+    /** Arguments as the parser takes them, for which an option has a value always or never. */
+    static QStringList parsable(QStringList arguments);
+
     bool isSet(const QCommandLineOption& option) const { return parser.isSet(option); }
     QString value(const QCommandLineOption& option) const { return parser.value(option); }
 
@@ -25,7 +28,22 @@ struct Options
     }
 
     /** Whether drill sizes are to be calculated and told. */
-    bool wantsPlan() const { return isSet(table) || isSet(csv) || isSet(json) || writesFiles(); }
+    bool wantsPlan() const
+    {
+        return isSet(table) || isSet(csv) || isSet(json) || isSet(check) || writesFiles();
+    }
+
+    /** Whether the table is printed in columns. */
+    bool printsTable() const
+    {
+        return isSet(table) || (isSet(check) && !isSet(csv) && !isSet(json) && !writesFiles());
+    }
+
+    /** Whether rows are to share tools. */
+    bool wantsFewestTools() const
+    {
+        return isSet(fewestTools) || isSet(fewestToolsAll) || isSet(toolsAtMost);
+    }
 
     bool exchangesBits() const { return isSet(importBits) || isSet(exportBits); }
 
@@ -39,9 +57,19 @@ struct Options
         "drill-programs", "Write a drill program for each layer and plating.", "folder"};
     QCommandLineOption report{"report", "Write a report: .html or .pdf.", "file"};
     QCommandLineOption map{"map", "Write a drill map: .svg, .pdf or .png.", "file"};
+    QCommandLineOption check{"check", "Print what a shop should look at before it drills."};
+    QCommandLineOption accept{
+        "accept", "With --check: ids of findings that are accepted, why and until when.", "file"};
+    QCommandLineOption thickness{
+        "thickness", "With --check: thickness of the board (mm), whatever it specifies.", "size"};
+    QCommandLineOption fewestTools{"fewest-tools",
+        "Let holes share bits within their tolerances; with =all those of press-fit too."};
+    QCommandLineOption fewestToolsAll = hidden("fewest-tools-all");
+    QCommandLineOption toolsAtMost{"tools-at-most",
+        "The same, and end with status 2 if a program needs more tools.", "number"};
     QCommandLineOption strict{"strict",
         "End with status 2, and write no file, if a tool has no size, no bit that fits or doubtful "
-        "digits."};
+        "digits, or if a check finds what must not be drilled."};
     QCommandLineOption boards{
         "boards", "With --csv: all boards of a list, a name a line; - reads it.", "list"};
     QCommandLineOption models{"models", "List the drill tool models."};
@@ -55,6 +83,10 @@ struct Options
         "the "
         "zeros that are kept.",
         "digits"};
+    QCommandLineOption sizes{"sizes",
+        "What the sizes of files are, whatever they say: drilled or finished, or such as "
+        "LAYER=drilled.",
+        "rule"};
     QCommandLineOption tolerance{"tolerance",
         "Tolerance where the board specifies none: none, or such as plated=-0.05/+0.10 (mm).",
         "rule"};
@@ -73,6 +105,11 @@ struct Options
         "language", "Language of the window: de or en; else the system's.", "language"};
     QCommandLineOption screenshot{"screenshot", "Write the window to a PNG file and end.", "file"};
     QCommandLineParser parser;
+
+private:
+    static QCommandLineOption hidden(const QString& name);
+
+public:
     QCommandLineOption help = parser.addHelpOption();
     QCommandLineOption version = parser.addVersionOption();
 };
@@ -85,6 +122,12 @@ QString contradiction(const Options& options);
  * @throws HostError  for another word than inch and metric
  */
 Units unitsOf(const Options& options, const QCommandLineOption& option);
+
+/** The number that is asked for, or any.
+ *
+ * @throws HostError
+ */
+int toolsAtMost(const Options& options);
 
 /** How boards are to be read.
  *

@@ -72,7 +72,7 @@ const Case cases[] = {
         {R"({"amount":3.937007874015748,"holeType":"Pth","largeAmount":4.921259842519685,)"
          R"("largeFrom":118.11023622047244})",
             R"("formula":"FHS+AMOUNT+(MAX_TOL-MIN_TOL)/2","job":"o,\"d","layers":[{)"
-            R"("assumedFormat":"","backDrills":[{"count":2,"finishedSize":30}],"contours":0,)"
+            R"("assumedFormat":"","backDrills":[{"count":2,"finishedSize":30}],"contours":0,"drillSizes":false,)"
             R"("name":"o,\"d","span":["1","4"]}],"leftOut":["backdrillsleftout:2)",
             R"("model":"ENIG","modelsFile":"saved","notes":[")",
             R"("rows":[{"bit":"#74","count":1,"drillSize":22.5,"fileTool":7,"finishedSize":20,)"
@@ -81,7 +81,7 @@ const Case cases[] = {
             R"("flags":["tolerance-assumed"],"layer":"o,\"d","minusTolerance":3.937007874015748,)"
             R"("plusTolerance":3.937007874015748,"rule":"-0.1/+0.1mmbytheruleforplated",)"
             R"("slots":true,"tool":2,"type":"Platedslot"}],"rules":["plated:-0.1/+0.1mmwhere)",
-            R"("step":"pcb","unit":"mil","unsaved":false,"usesBits":true})"},
+            R"("step":"pcb","tools":2,"toolsBefore":2,"unit":"mil","unsaved":false,"usesBits":true})"},
         ""},
     {"$B $O --report $D/r.HTML --map $D/m.svg 2>/dev/null"
      " && cat $D/r.HTML $D/m.svg | tr '\\n' ' ' | sed 's/<[^>]*>/ /g' | tr -s ' '",
@@ -89,7 +89,8 @@ const Case cases[] = {
         {"$D/r.HTML\n$D/m.svg\n", " Pth 3.937 118.11 4.921 Via 1.969 &nbsp; &nbsp; Laser ",
             " o,&quot;d Via 1 20 1 2 22.5 #74 1 &nbsp; &nbsp; o,&quot;d Plated slot 1 ",
             " 2 tolerance-assumed -0.1/+0.1 mm by the rule for plated ",
-            " Total &nbsp; &nbsp; 1 1 Not drilled, and notes back drills left out: 2 (",
+            " Total &nbsp; &nbsp; 1 1 Findings ",
+            " Not drilled, and notes back drills left out: 2 (",
             "T7 drills 1 holes where a comment tells 9 Map of layer o,&quot;d (1 to 4) ",
             "Circles have the drill size; sizes in mil. Tool Bit Drill size Hits Slots "
             "T01 PTH #74 22.5 1 T02 PTH 3.15 124.016 1 ",
@@ -103,7 +104,7 @@ const Case cases[] = {
         0, {"$D/p/sensor-panel-Drill-plated.drl\n"},
         "$D/p/y.drl: of an earlier export; this one has no such program\n"},
     {"touch $D/x.html; ln -sf x.html $D/r.html; $B backplane.xml --report $D/r.html;"
-     " grep -o color:red $D/x.html | wc -l",
+     " sed '/<h2>Findings/,$d' $D/x.html | grep -o color:red | wc -l",
         0, {"\n8\n"}, ""},
     {"cp $O \"$D/a<b,c.drl\"; $B \"$D/a<b,c.drl\" --csv --map $D/m.svg 2>/dev/null; cat $D/m.svg",
         0,
@@ -164,6 +165,42 @@ const Case cases[] = {
         2, {},
         "tools that are flagged out-of-tolerance, no-bit, no-size, unapproved-bit or "
         "digits-doubtful: 4\n"},
+    // What a shop asks before it drills.
+    {"$B faults.xml --check --csv --strict --map $D/f.svg 2>/dev/null; s=$?; ls $D; exit $s", 2,
+        {"\n\nFinding,Hard,Layer,Tools,X,Y,Measured,Limit,Id\nsame-place,yes,drill,",
+            "\ntoo-near,no,drill,3 3,10000,2000,185.6,250,too-near-", "\narc.rou\ndata\no,"},
+        ""},
+    {"$B faults.xml --check --csv | sed -n 's/^overlap.*,/  /p;s/^edge.*,/ /p' >$D/ids;"
+     " sed 's/^  \\(.*\\)/\\1; as agreed; 9999-01-01/;s/^ \\(.*\\)/\\1,old,2020-01-01/' $D/ids "
+     ">$D/a;"
+     " $B faults.xml --check --accept $D/a | grep -A99 Hard | cut -d' ' -f1 | grep -e over -e acc "
+     "-e edge",
+        0, {"edge\naccepted:\noverlap\naccepted\n"}, ""},
+    {"$B faults-PTH.drl faults-NPTH.drl --check --json | tr -d ' \\n'", 0,
+        {R"("measured":7,"places":[[10000,10000]],"rule":"count","tools":[1]},)",
+            R"("limit":10,"measured":)", R"("skippedChecks":["outside","edge","aspect","window"])",
+            R"("doubledHits":1,)"},
+        "faults-PTH.drl: T1 drills 7 holes where a comment tells 5\n"
+        "assumed: tolerances (tools: 1)\n"},
+    {"$B controller.xml --csv --fewest-tools --step board", 0,
+        {",889,#65,4,merged (was #64)\n", "DRILL_NPTH,"}, "22 tools instead of 28\n"},
+    {"$B controller.xml --csv --tools-at-most 10 --drill-programs $D/p >/dev/null 2>$D/e; s=$?;"
+     " grep -A2 needed $D/e; ls $D/p 2>/dev/null; exit $s",
+        2,
+        {"DRILL_1-6, plated: 11 tools are needed, --tools-at-most is 10; each of these needs one "
+         "of its own:\n  Via 250 -50/+50 micron\n  Via 400 -80/+80 micron\n"},
+        ""},
+    {"$B breakout-PTH.drl breakout-NPTH.drl --drill-programs $D/1 >/dev/null 2>&1;"
+     " $B $D/1/* --drill-programs $D/2 >/dev/null; $B $D/1/* --csv;"
+     " for i in 1 2; do cat $D/$i/* | grep -v '^;' | cksum; done | sort -u | wc -l",
+        0, {",0,0,0,350,0.35,1,as-drilled\n", "\n1\n"}, ""},
+    {"$B breakout-PTH.drl --drill-programs $D/1 >/dev/null 2>&1;"
+     " $B $D/1/* breakout-NPTH.drl --csv --strict 2>/dev/null",
+        2, {",500,50,50,500,0.50,1,tolerance-assumed\n", ",0,0,0,350,0.35,1,as-drilled\n"}, ""},
+    {"$B breakout-PTH.drl breakout-NPTH.drl --csv --sizes breakout-NPTH=drilled --strict", 0,
+        {"\nbreakout-NPTH,Non-plated,28,0,0,0,500,,1,as-drilled\n"},
+        "drill sizes: breakout-NPTH; finished sizes: breakout-PTH\n"
+        "assumed: tolerances (tools: 7)\n"},
     // Many boards.
     {"printf 'sensor.xml\\nnone\\n\\nbackplane.xml\\n' | $B --csv --boards - --strict | grep Via",
         0, {"sensor.xml,Drill,Via,720,300,", "backplane.xml,drill_1-4,Via,140,254,0,0,350,0.35,1,"},

@@ -117,7 +117,7 @@ private slots:
         DataStart::fill(mFolder->path());
         mSession = std::make_unique<HostSession>(mFolder->path());
         mWindow = std::make_unique<MainWindow>(*mSession);
-        mWindow->setRules(ShopRules::load(mFolder->path()));
+        mWindow->setRules(loadRules(mFolder->path()));
         mWindow->show();
         write("a.drl", program);
         QVERIFY(mWindow->openBoard({mFolder->filePath("a.drl")}));

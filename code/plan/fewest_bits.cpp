@@ -1,0 +1,202 @@
+// SPDX-License-Identifier: MIT
+#include "fewest_bits.h"
+
+#include <algorithm>
+#include <limits>
+#include <numeric>
+
+namespace brox {
+
+namespace {
+
+constexpr double infinite = std::numeric_limits<double>::infinity();
+
+/** The needs by rising result, a row for each member: sums run over stretches of them. */
+struct Needs
+{
+    explicit Needs(std::vector<BitNeed> needs)
+    {
+        std::ranges::sort(needs, {}, &BitNeed::result);
+        for (const BitNeed& need : needs) {
+            result.push_back(double(need.result));
+            low.push_back(double(need.low));
+            high.push_back(double(need.high));
+            hits.push_back(double(need.hits));
+        }
+    }
+
+    size_t firstFrom(double size) const
+    {
+        return size_t(std::ranges::lower_bound(result, size) - result.begin());
+    }
+
+    std::vector<double> result;
+    std::vector<double> low;
+    std::vector<double> high;
+    std::vector<double> hits;
+};
+
+/** A way through the bits, from before the first to behind the last, each step from one chosen bit
+ *  to the next. A need between two that follow each other goes to one of these, so that the cost of
+ *  a set is the sum of its steps', and the best set is a shortest way. */
+class Search
+{
+public:
+    Search(const std::vector<BitNeed>& needs, const std::vector<Size>& sizes)
+        : mNeeds(needs)
+        , mSizes(sizes.size() + 2)
+        , mFirst(mSizes.size())
+        , mBefore(mSizes.size())
+        , mBehind(mSizes.size())
+    {
+        std::ranges::copy(sizes, mSizes.begin() + 1);
+        mSizes.front() = -infinite;
+        mSizes.back() = infinite;
+        findFirst(needs);
+        countBits();
+    }
+
+    /** The sizes of the best set. */
+    std::vector<double> best() const
+    {
+        const size_t last = mSizes.size() - 1;
+        std::vector<double> costs(mSizes.size(), infinite);
+        std::vector<size_t> from(mSizes.size());
+        costs[0] = 0;
+        for (size_t to = 1; to <= last; ++to) {
+            for (size_t i = mFirst[to]; isUseful(to) && i < to; ++i) {
+                if (isUseful(i) && mBefore[i] + 1 == mBefore[to] && costs[i] < costs[to]) {
+                    const double cost = costs[i] + stepCost(i, to, costs[to] - costs[i]);
+                    if (cost < costs[to]) {
+                        costs[to] = cost;
+                        from[to] = i;
+                    }
+                }
+            }
+        }
+        std::vector<double> chosen;
+        for (size_t i = from[last]; i > 0; i = from[i]) {
+            chosen.insert(chosen.begin(), mSizes[i]);
+        }
+        return chosen;
+    }
+
+private:
+    /** Of each bit the first one that may go before it, so that no need between gets none. */
+    void findFirst(std::vector<BitNeed> needs)
+    {
+        std::ranges::sort(needs, {}, &BitNeed::high);
+        double highestLow = -infinite; // of the needs that lie wholly before the bit
+        auto need = needs.begin();
+        for (size_t i = 1; i < mSizes.size(); ++i) {
+            for (; need != needs.end() && double(need->high) < mSizes[i]; ++need) {
+                highestLow = std::max(highestLow, double(need->low));
+            }
+            mFirst[i] = size_t(std::ranges::lower_bound(mSizes, highestLow) - mSizes.begin());
+        }
+    }
+
+    /** The fewest bits on the way to each bit, and from it to the end. */
+    void countBits()
+    {
+        for (size_t i = 1; i < mSizes.size(); ++i) {
+            mBefore[i] = mBefore[mFirst[i]] + 1;
+        }
+        size_t next = mSizes.size() - 1;
+        for (size_t i = next; i-- > 0;) {
+            while (mFirst[next] > i) {
+                --next;
+            }
+            mBehind[i] = mBehind[next] + 1;
+        }
+    }
+
+    /** Whether a smallest set may hold a bit. */
+    bool isUseful(size_t bit) const { return mBefore[bit] + mBehind[bit] == mBefore.back(); }
+
+    /** @param most  the exact sum doesn't matter above it */
+    double stepCost(size_t from, size_t to, double most) const
+    {
+        const double left = mSizes[from];
+        const double right = mSizes[to];
+        const size_t end = mNeeds.firstFrom(right);
+        double cost = 0;
+        for (size_t i = mNeeds.firstFrom(left); i < end && cost < most; ++i) {
+            const double result = mNeeds.result[i];
+            const double toLeft = mNeeds.low[i] <= left ? result - left : infinite;
+            const double toRight = mNeeds.high[i] >= right ? right - result : infinite;
+            cost += mNeeds.hits[i] * std::min(toLeft, toRight);
+        }
+        return cost;
+    }
+
+    Needs mNeeds;
+    std::vector<double> mSizes; ///< of the bits, with an end on either side
+    std::vector<size_t> mFirst;
+    std::vector<size_t> mBefore;
+    std::vector<size_t> mBehind;
+};
+
+/** The sizes that are in the range of a need. */
+std::vector<Size> usableSizes(const std::vector<BitNeed>& needs, const std::vector<Size>& sizes)
+{
+    std::vector<int> begins(sizes.size() + 1);
+    const auto index = [&](auto found) { return size_t(found - sizes.begin()); };
+    for (const BitNeed& need : needs) {
+        ++begins[index(std::ranges::lower_bound(sizes, need.low))];
+        --begins[index(std::ranges::upper_bound(sizes, need.high))];
+    }
+    std::vector<Size> usable;
+    int open = 0;
+    for (size_t i = 0; i < sizes.size(); ++i) {
+        open += begins[i];
+        if (open > 0) {
+            usable.push_back(sizes[i]);
+        }
+    }
+    return usable;
+}
+
+/** The nearest of some sizes that is in the range of a need. */
+Size nearestSize(const BitNeed& need, const std::vector<double>& chosen)
+{
+    const auto above = std::ranges::lower_bound(chosen, double(need.result));
+    const bool isBelow = above != chosen.begin() && *(above - 1) >= double(need.low);
+    const bool isAbove = above != chosen.end() && *above <= double(need.high);
+    const bool takesBelow =
+        isBelow && (!isAbove || double(need.result) - *(above - 1) <= *above - double(need.result));
+    return Size(takesBelow ? *(above - 1) : *above);
+}
+
+/** Goes upwards, and each time nothing serves a need yet takes the highest bit that does. */
+std::vector<size_t> needsApart(const std::vector<BitNeed>& needs, const std::vector<Size>& sizes)
+{
+    std::vector<size_t> order(needs.size());
+    std::iota(order.begin(), order.end(), size_t(0));
+    std::ranges::stable_sort(order, {}, [&](size_t i) { return needs[i].high; });
+    std::vector<size_t> apart;
+    double last = -infinite;
+    for (const size_t i : order) {
+        if (double(needs[i].low) > last) {
+            apart.push_back(i);
+            last = double(*(std::ranges::upper_bound(sizes, needs[i].high) - 1));
+        }
+    }
+    return apart;
+}
+
+} // namespace
+
+FewestBits fewestBits(const std::vector<BitNeed>& needs, const std::vector<Size>& sizes)
+{
+    const std::vector<double> chosen = Search(needs, usableSizes(needs, sizes)).best();
+    FewestBits fewest;
+    for (const BitNeed& need : needs) {
+        const auto bit = std::ranges::lower_bound(sizes, nearestSize(need, chosen));
+        fewest.bits.push_back(size_t(bit - sizes.begin()));
+    }
+    fewest.apart = needsApart(needs, sizes);
+    return fewest;
+}
+
+} // namespace brox

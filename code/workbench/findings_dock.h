@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#ifndef FINDINGS_DOCK_H
+#define FINDINGS_DOCK_H
+
+#include "findings.h"
+#include "ui_findings_dock.h"
+
+#include <QDockWidget>
+#include <QTimer>
+
+namespace brox {
+
+class LivePlan;
+
+/** What the checks find in the plan of the step in front. */
+class FindingsDock : public QDockWidget
+{
+    Q_OBJECT
+
+public:
+    /** @param plan  outlives the dock */
+    FindingsDock(LivePlan& plan, QWidget* parent);
+
+signals:
+    /** The findings of a plan are known, or it has gone.
+     *
+     * @param numbers  "findings: 2 (hard: 1)" or the like
+     * @param places   of all of them
+     */
+    void found(const QString& numbers, const std::vector<Place>& places);
+
+    /** The user wants to see the place of a finding. */
+    void chosen(Place place);
+
+protected:
+    void changeEvent(QEvent* event) override;
+
+private:
+    void check();
+    void fill(const DrillPlan& plan, const CheckFindings& findings);
+    void addFinding(const DrillPlan& plan, const CheckFinding& finding, const QString& comment);
+
+    LivePlan& mPlan;
+    Ui::FindingsDock ui;
+    QTimer mTimer; ///< edits follow each other, and checks of many holes take a moment
+};
+
+} // namespace brox
+
+#endif
