@@ -697,6 +697,18 @@
         <source>%1: holes and slots that %2 drills too are left out: %3</source>
         <translation>%1: Bohrungen und Langlöcher, die auch %2 bohrt, sind weggelassen: %3</translation>
     </message>
+    <message>
+        <source>not compared: </source>
+        <translation>nicht verglichen: </translation>
+    </message>
+    <message>
+        <source>drill files</source>
+        <translation>Bohrdateien</translation>
+    </message>
+    <message>
+        <source>compared: </source>
+        <translation>verglichen: </translation>
+    </message>
 </context>
 <context>
     <name>DataFile</name>
@@ -1572,6 +1584,190 @@ Was dort steht, kommt zu den Sicherungen.</translation>
     <message>
         <source>Until</source>
         <translation>Bis</translation>
+    </message>
+    <message>
+        <source>mirrored</source>
+        <translation>gespiegelt</translation>
+    </message>
+    <message>
+        <source>quarter turn</source>
+        <translation>Vierteldrehung</translation>
+    </message>
+    <message>
+        <source>half turn</source>
+        <translation>halbe Drehung</translation>
+    </message>
+    <message>
+        <source>whole</source>
+        <translation>alles</translation>
+    </message>
+    <message>
+        <source>added</source>
+        <translation>hinzugekommen</translation>
+    </message>
+    <message>
+        <source>removed</source>
+        <translation>entfallen</translation>
+    </message>
+    <message>
+        <source>moved</source>
+        <translation>verschoben</translation>
+    </message>
+    <message>
+        <source>resized</source>
+        <translation>andere Größe</translation>
+    </message>
+    <message>
+        <source>plating</source>
+        <translation>Metallisierung</translation>
+    </message>
+    <message>
+        <source>tolerance</source>
+        <translation>Toleranz</translation>
+    </message>
+    <message>
+        <source>layer</source>
+        <translation>Lage</translation>
+    </message>
+    <message>
+        <source>added: %1 (plus)</source>
+        <translation>hinzugekommen: %1 (Plus)</translation>
+    </message>
+    <message>
+        <source>removed: %1 (cross)</source>
+        <translation>entfallen: %1 (Kreuz)</translation>
+    </message>
+    <message>
+        <source>moved: %1 (line)</source>
+        <translation>verschoben: %1 (Linie)</translation>
+    </message>
+    <message>
+        <source>slot %1 wide, %2</source>
+        <translation>Langloch %1 breit, %2</translation>
+    </message>
+    <message>
+        <source>%1 to %2</source>
+        <translation>%1 zu %2</translation>
+    </message>
+    <message>
+        <source>by %1</source>
+        <translation>um %1</translation>
+    </message>
+    <message>
+        <source>by up to %1</source>
+        <translation>um bis zu %1</translation>
+    </message>
+    <message>
+        <source>length %1</source>
+        <translation>Länge %1</translation>
+    </message>
+    <message>
+        <source>factor</source>
+        <translation>Faktor</translation>
+    </message>
+    <message>
+        <source>%1, counter-clockwise</source>
+        <translation>%1 gegen den Uhrzeigersinn</translation>
+    </message>
+    <message>
+        <source>%1, clockwise</source>
+        <translation>%1 im Uhrzeigersinn</translation>
+    </message>
+    <message>
+        <source>%1 slot</source>
+        <translation>%1 Langloch</translation>
+    </message>
+    <message>
+        <source>%1 slots</source>
+        <translation>%1 Langlöcher</translation>
+    </message>
+    <message>
+        <source>%1 hole</source>
+        <translation>%1 Loch</translation>
+    </message>
+    <message>
+        <source>%1 holes</source>
+        <translation>%1 Löcher</translation>
+    </message>
+    <message>
+        <source>all %1</source>
+        <translation>alle %1</translation>
+    </message>
+    <message>
+        <source>%1: %2 in %3, %4; at %5</source>
+        <translation>%1: %2 in %3, %4; bei %5</translation>
+    </message>
+    <message>
+        <source>%1 is %2 copies of the board</source>
+        <translation>%1 besteht aus %2 Kopien der Leiterplatte</translation>
+    </message>
+    <message>
+        <source>the board is %2 copies of %1</source>
+        <translation>Die Leiterplatte besteht aus %2 Kopien von %1</translation>
+    </message>
+    <message>
+        <source>, turned or mirrored: %1</source>
+        <translation>, gedreht oder gespiegelt: %1</translation>
+    </message>
+    <message>
+        <source>beside the copies: %1 holes, first at %2</source>
+        <translation>neben den Kopien: %1 Löcher, das erste bei %2</translation>
+    </message>
+    <message>
+        <source>places are those of %1</source>
+        <translation>Die Orte sind die von %1</translation>
+    </message>
+    <message>
+        <source>moved by %1</source>
+        <translation>verschoben um %1</translation>
+    </message>
+    <message>
+        <source>all but a few holes would be explained by: %1</source>
+        <translation>Bis auf wenige Löcher wäre alles erklärt durch: %1</translation>
+    </message>
+    <message>
+        <source>plating not compared, as one board does not specify it: %1 holes</source>
+        <translation>Metallisierung nicht verglichen, da eine der Leiterplatten sie nicht angibt: %1 Löcher</translation>
+    </message>
+    <message>
+        <source>no difference: %1 holes, %2 slots</source>
+        <translation>kein Unterschied: %1 Löcher, %2 Langlöcher</translation>
+    </message>
+    <message>
+        <source>differences: %1 (%2)</source>
+        <translation>Unterschiede: %1 (%2)</translation>
+    </message>
+    <message>
+        <source>Compared with %1: %2</source>
+        <translation>Verglichen mit %1: %2</translation>
+    </message>
+    <message>
+        <source>Compared with %1</source>
+        <translation>Verglichen mit %1</translation>
+    </message>
+    <message>
+        <source>First X</source>
+        <translation>Erstes X</translation>
+    </message>
+    <message>
+        <source>First Y</source>
+        <translation>Erstes Y</translation>
+    </message>
+    <message>
+        <source>Detail</source>
+        <translation>Einzelheiten</translation>
+    </message>
+    <message>
+        <source>drill files agree with %1</source>
+        <translation>Die Bohrdateien stimmen mit %1 überein</translation>
+    </message>
+    <message>
+        <source>drill files against %1: %2</source>
+        <translation>Bohrdateien gegen %1: %2</translation>
+    </message>
+    <message>
+        <source>drill files are not compared: %1</source>
+        <translation>Die Bohrdateien werden nicht verglichen: %1</translation>
     </message>
 </context>
 <context>

@@ -6,6 +6,7 @@
 #include <QString>
 #include <QStringList>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -172,6 +173,9 @@ struct Board
     size_t mainStep = 0; ///< index of the step that the file is about
     QStringList copperLayers = {}; ///< from the top to the bottom; empty: not specified by name
     std::optional<Size> thickness = {}; ///< of the board; null: not specified
+    QString file; ///< name of the file, without its folder; empty: drill files
+    std::shared_ptr<const Board> drillFiles; ///< that came with the file, not taken; null: none
+    bool isContradicted = false; ///< by other files of its order; the notes have it
     QStringList notes; ///< lines for the user: files taken and not, counts that differ and such
 };
 

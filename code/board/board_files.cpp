@@ -323,7 +323,11 @@ private:
                     BoardText::tr("no drill file; an IPC-2581 file is a board of its own, open "
                                   "it alone"));
             }
-            leave(it->name, BoardText::tr("there is an IPC-2581 file"));
+            if (isXml(*it)) {
+                leave(it->name, BoardText::tr("there is an IPC-2581 file"));
+            } else {
+                mFiles.besides.push_back(std::move(*it));
+            }
         }
         mFiles.taken.push_back(std::move(*first));
         mCandidates.clear();

@@ -24,6 +24,7 @@ struct BoardFile
 struct BoardFiles
 {
     std::vector<BoardFile> taken; ///< one IPC-2581 file, or drill files; never empty
+    std::vector<BoardFile> besides; ///< drill files that were found with an IPC-2581 file
     QStringList left; ///< files of archives and folders that were not taken, with the reason
     bool isSearched = false; ///< there was an archive or a folder
     qint64 totalSize = 0; ///< of the taken ones, in bytes; 0 if not known of all

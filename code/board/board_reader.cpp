@@ -67,6 +67,37 @@ void makePrintable(Board& board)
     }
 }
 
+/** Reads the drill files that came with a board; what can't be read of them is noted. */
+void addDrillFiles(Board& board, const std::vector<BoardFile>& files, const ReadOptions& options)
+{
+    if (files.empty()) {
+        return;
+    }
+    // They are no board of their own here, and an error in them is none of the board.
+    const ReadOptions quiet{options.fileFormat, false, {}};
+    DrillBoard drills(quiet);
+    QStringList names;
+    for (const BoardFile& file : files) {
+        try {
+            drills.add(file, options.progress);
+            names << file.name;
+        } catch (const BoardError& error) {
+            board.notes << BoardText::tr("not compared: ") + error.message();
+        }
+    }
+    if (names.isEmpty()) {
+        return;
+    }
+    try {
+        Board drilled = drills.finish(BoardText::tr("drill files"));
+        board.notes << BoardText::tr("compared: ") + names.join(QStringLiteral(", "))
+                    << drilled.notes;
+        board.drillFiles = std::make_shared<const Board>(std::move(drilled));
+    } catch (const BoardError& error) {
+        board.notes << BoardText::tr("not compared: ") + error.message();
+    }
+}
+
 } // namespace
 
 Board readBoard(const QStringList& paths, const ReadOptions& options)
@@ -77,6 +108,8 @@ Board readBoard(const QStringList& paths, const ReadOptions& options)
     if (files.taken.front().kind == FileKind::Xml) {
         BoardFile& file = files.taken.front();
         board = readIpc2581(*file.open(), file.name, options);
+        board.file = QFileInfo(file.name).fileName();
+        addDrillFiles(board, files.besides, options);
     } else {
         qint64 before = 0;
         DrillBoard drills(options);

@@ -5,6 +5,7 @@
 #include "copies.h"
 #include "hole_matching.h"
 
+#include <QCoreApplication>
 #include <algorithm>
 #include <cmath>
 #include <map>
@@ -25,12 +26,12 @@ Size lengthOf(const Path& path)
 }
 
 /** Sorts what a matching came to by kind and tool. */
-class FindingList
+class DifferenceList
 {
 public:
     /** @param move  of the board, already in its places */
-    FindingList(const ComparedBoard& board, const ComparedBoard& other, const HoleMatcher& matcher,
-        Place move)
+    DifferenceList(const ComparedBoard& board, const ComparedBoard& other,
+        const HoleMatcher& matcher, Place move)
         : mBoard(board)
         , mOther(other)
         , mMatcher(matcher)
@@ -46,35 +47,36 @@ public:
             addMoved(pair);
         }
         for (const std::uint32_t hit : matching.removed) {
-            addHit(finding(FindingKind::Removed, &mBoard.tools[mBoard.toolOf[hit]], nullptr),
+            addHit(difference(DifferenceKind::Removed, &mBoard.tools[mBoard.toolOf[hit]], nullptr),
                 mBoard.places[hit]);
         }
         for (const std::uint32_t hit : matching.added) {
-            addHit(finding(FindingKind::Added, nullptr, &mOther.tools[mOther.toolOf[hit]]),
+            addHit(difference(DifferenceKind::Added, nullptr, &mOther.tools[mOther.toolOf[hit]]),
                 mOther.places[hit]);
         }
     }
 
     qint64 assumedPlating() const { return mAssumedPlating; }
 
-    std::vector<Finding> take()
+    std::vector<BoardDifference> take()
     {
-        std::vector<Finding> list;
-        for (auto& [key, finding] : mFindings) {
-            const ComparedTool& tool = finding.from ? *finding.from : *finding.to;
-            finding.isWholeTool = finding.count == tool.hits;
-            sortPlaces(finding);
-            list.push_back(std::move(finding));
+        std::vector<BoardDifference> list;
+        for (auto& [key, difference] : mDifferences) {
+            const ComparedTool& tool = difference.from ? *difference.from : *difference.to;
+            difference.isWholeTool = difference.count == tool.hits;
+            sortPlaces(difference);
+            list.push_back(std::move(difference));
         }
         return list;
     }
 
 private:
-    using Key = std::tuple<FindingKind, const ComparedTool*, const ComparedTool*>;
+    using Key = std::tuple<DifferenceKind, const ComparedTool*, const ComparedTool*>;
 
-    Finding& finding(FindingKind kind, const ComparedTool* from, const ComparedTool* to)
+    BoardDifference& difference(
+        DifferenceKind kind, const ComparedTool* from, const ComparedTool* to)
     {
-        const auto [found, isNew] = mFindings.try_emplace({kind, from, to});
+        const auto [found, isNew] = mDifferences.try_emplace({kind, from, to});
         if (isNew) {
             found->second.kind = kind;
             if (from) {
@@ -94,10 +96,10 @@ private:
             .value_or(place);
     }
 
-    void addHit(Finding& finding, Place place)
+    void addHit(BoardDifference& difference, Place place)
     {
-        ++finding.count;
-        finding.places.push_back(unmoved(place));
+        ++difference.count;
+        difference.places.push_back(unmoved(place));
     }
 
     void addPair(const HitPair& pair)
@@ -106,26 +108,26 @@ private:
         const ComparedTool& to = mOther.tool(pair.other);
         const HitDifference differs = mMatcher.difference(pair.hit, pair.other);
         mAssumedPlating += from.isPlated != to.isPlated && !differs.plating ? 1 : 0;
-        const auto add = [&](FindingKind kind) -> Finding& {
-            Finding& found = finding(kind, &from, &to);
+        const auto add = [&](DifferenceKind kind) -> BoardDifference& {
+            BoardDifference& found = difference(kind, &from, &to);
             addHit(found, mBoard.places[pair.hit]);
             return found;
         };
         if (differs.size) {
-            Finding& found = add(FindingKind::Resized);
+            BoardDifference& found = add(DifferenceKind::Resized);
             if (from.isSlot && found.count == 1) {
                 found.lengthBefore = lengthOf(mBoard.slotPath(pair.hit));
                 found.lengthAfter = lengthOf(mOther.slotPath(pair.other));
             }
         }
         if (differs.plating) {
-            add(FindingKind::Plating);
+            add(DifferenceKind::Plating);
         }
         if (differs.span) {
-            add(FindingKind::Layer);
+            add(DifferenceKind::Layer);
         }
         if (tolerancesDiffer(from, to)) {
-            add(FindingKind::Tolerance);
+            add(DifferenceKind::Tolerance);
         }
     }
 
@@ -145,21 +147,21 @@ private:
         }
         const ComparedTool& from = mBoard.tool(pair.hit);
         const ComparedTool& to = mOther.tool(pair.other);
-        Finding& moved = finding(FindingKind::Moved, &from, &to);
+        BoardDifference& moved = difference(DifferenceKind::Moved, &from, &to);
         addHit(moved, mBoard.places[pair.hit]);
         moved.movedTo.push_back(unmoved(mOther.places[pair.other]));
         if (tolerancesDiffer(from, to)) {
-            addHit(finding(FindingKind::Tolerance, &from, &to), mBoard.places[pair.hit]);
+            addHit(difference(DifferenceKind::Tolerance, &from, &to), mBoard.places[pair.hit]);
         }
     }
 
-    static void sortPlaces(Finding& finding)
+    static void sortPlaces(BoardDifference& difference)
     {
-        std::vector<size_t> order(finding.places.size());
+        std::vector<size_t> order(difference.places.size());
         std::iota(order.begin(), order.end(), size_t(0));
         std::sort(order.begin(), order.end(), [&](size_t a, size_t b) {
-            const Place left = finding.places[a];
-            const Place right = finding.places[b];
+            const Place left = difference.places[a];
+            const Place right = difference.places[b];
             return std::tie(left.y, left.x, a) < std::tie(right.y, right.x, b);
         });
         const auto sorted = [&order](const std::vector<Place>& places) {
@@ -169,15 +171,16 @@ private:
             }
             return list;
         };
-        finding.places = sorted(finding.places);
-        finding.movedTo = sorted(finding.movedTo);
+        difference.places = sorted(difference.places);
+        difference.movedTo = sorted(difference.movedTo);
     }
 
     const ComparedBoard& mBoard;
     const ComparedBoard& mOther;
     const HoleMatcher& mMatcher;
     Place mMove;
-    std::map<Key, Finding> mFindings; ///< tools are in one list, so pointers have its order
+    std::map<Key, BoardDifference>
+        mDifferences; ///< tools are in one list, so pointers have its order
     qint64 mAssumedPlating = 0;
 };
 
@@ -196,9 +199,9 @@ Comparison compareMoved(ComparedBoard board, const ComparedBoard& other, const P
     }
     HoleMatcher matcher(board, other, index, within);
     const HoleMatching matching = matcher.match();
-    FindingList list(board, other, matcher, move);
+    DifferenceList list(board, other, matcher, move);
     list.add(matching);
-    result.findings = list.take();
+    result.differences = list.take();
     result.assumedPlating = list.assumedPlating();
     return result;
 }
@@ -319,6 +322,26 @@ private:
     Size mWithin;
 };
 
+/** Takes what the panel has beside its copies out of the differences. */
+void dropBeside(Comparison& result, DifferenceKind kind, const ComparedBoard& board,
+    const std::vector<Placement>& copies, Size within)
+{
+    for (BoardDifference& difference : result.differences) {
+        if (difference.kind != kind) {
+            continue;
+        }
+        const std::vector<bool> beside = liesBeside(difference.places, board, copies, within);
+        std::vector<Place> left;
+        for (size_t i = 0; i < beside.size(); ++i) {
+            (beside[i] ? result.besideCopies : left).push_back(difference.places[i]);
+        }
+        difference.count = qint64(left.size());
+        difference.places = std::move(left);
+    }
+    std::erase_if(result.differences,
+        [](const BoardDifference& difference) { return difference.count == 0; });
+}
+
 /** Compares a panel with a board put where its copies lie. Null if it is no such panel. */
 std::optional<Comparison> compareCopies(
     const ComparedBoard& board, const ComparedBoard& other, Size within)
@@ -344,6 +367,8 @@ std::optional<Comparison> compareCopies(
     result.turnedCopies = std::count_if(copies.begin(), copies.end(),
         [](const Placement& copy) { return copy.isMirrored || copy.quarterTurns != 0; });
     result.isOtherPanel = isOtherPanel;
+    dropBeside(result, isOtherPanel ? DifferenceKind::Added : DifferenceKind::Removed, single,
+        copies, within);
     return result;
 }
 
@@ -359,8 +384,9 @@ Comparison compareHits(const ComparedBoard& board, const ComparedBoard& other, S
         return result;
     }
     // Many boards are almost symmetric; where few holes differ, these are the shorter answer.
-    const qint64 differing = std::accumulate(result.findings.begin(), result.findings.end(),
-        qint64(0), [](qint64 sum, const Finding& finding) { return sum + finding.count; });
+    const qint64 differing =
+        std::accumulate(result.differences.begin(), result.differences.end(), qint64(0),
+            [](qint64 sum, const BoardDifference& difference) { return sum + difference.count; });
     if (differing * 10 >= qint64(board.hits())) {
         WholeFinder(board, other, index, within).find(result);
     }
@@ -368,10 +394,10 @@ Comparison compareHits(const ComparedBoard& board, const ComparedBoard& other, S
         result.nearly.reset();
     }
     if (result.whole) {
-        Finding whole;
-        whole.kind = FindingKind::Whole;
+        BoardDifference whole;
+        whole.kind = DifferenceKind::Whole;
         whole.count = qint64(board.hits());
-        result.findings = {whole};
+        result.differences = {whole};
         result.move = {};
         result.nearly.reset();
     }
@@ -385,6 +411,7 @@ Comparison compareBoards(
 {
     const ComparedBoard own = comparedBoard(board, step);
     Comparison result = compareHits(own, comparedBoard(other, otherStep), within);
+    result.other = other.job;
     result.holes = qint64(own.holes());
     result.slotPaths = qint64(own.slotPaths.size());
     return result;
@@ -400,35 +427,35 @@ QString wholeWord(const Placement& whole)
     }
     QStringList words;
     if (whole.isMirrored) {
-        words << QStringLiteral("mirrored");
+        words << QT_TRANSLATE_NOOP("PlanText", "mirrored");
     }
     if (whole.quarterTurns % 2 == 1) {
-        words << QStringLiteral("quarter turn");
+        words << QT_TRANSLATE_NOOP("PlanText", "quarter turn");
     } else if (whole.quarterTurns == 2 && !whole.isMirrored) {
-        words << QStringLiteral("half turn");
+        words << QT_TRANSLATE_NOOP("PlanText", "half turn");
     }
     return words.join(QStringLiteral(", "));
 }
 
-QString findingWord(FindingKind kind)
+QString differenceWord(DifferenceKind kind)
 {
     switch (kind) {
-    case FindingKind::Whole:
-        return QStringLiteral("whole");
-    case FindingKind::Added:
-        return QStringLiteral("added");
-    case FindingKind::Removed:
-        return QStringLiteral("removed");
-    case FindingKind::Moved:
-        return QStringLiteral("moved");
-    case FindingKind::Resized:
-        return QStringLiteral("resized");
-    case FindingKind::Plating:
-        return QStringLiteral("plating");
-    case FindingKind::Tolerance:
-        return QStringLiteral("tolerance");
-    case FindingKind::Layer:
-        return QStringLiteral("layer");
+    case DifferenceKind::Whole:
+        return QT_TRANSLATE_NOOP("PlanText", "whole");
+    case DifferenceKind::Added:
+        return QT_TRANSLATE_NOOP("PlanText", "added");
+    case DifferenceKind::Removed:
+        return QT_TRANSLATE_NOOP("PlanText", "removed");
+    case DifferenceKind::Moved:
+        return QT_TRANSLATE_NOOP("PlanText", "moved");
+    case DifferenceKind::Resized:
+        return QT_TRANSLATE_NOOP("PlanText", "resized");
+    case DifferenceKind::Plating:
+        return QT_TRANSLATE_NOOP("PlanText", "plating");
+    case DifferenceKind::Tolerance:
+        return QT_TRANSLATE_NOOP("PlanText", "tolerance");
+    case DifferenceKind::Layer:
+        return QT_TRANSLATE_NOOP("PlanText", "layer");
     }
     return {};
 }

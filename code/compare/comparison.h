@@ -7,7 +7,7 @@
 namespace brox {
 
 /** What differs between two boards, told as the way from the first to the other. */
-enum class FindingKind
+enum class DifferenceKind
 {
     Whole, ///< the other is the board mirrored, turned or scaled, and nothing else
     Added,
@@ -20,9 +20,9 @@ enum class FindingKind
 };
 
 /** All hits of a tool that differ in one way. */
-struct Finding
+struct BoardDifference
 {
-    FindingKind kind = FindingKind::Added;
+    DifferenceKind kind = DifferenceKind::Added;
     std::optional<ComparedTool> from; ///< null: Whole, Added
     std::optional<ComparedTool> to; ///< null: Whole, Removed
     bool isWholeTool = false; ///< no other hits of this tool
@@ -35,18 +35,20 @@ struct Finding
 
 struct Comparison
 {
-    std::vector<Finding> findings; ///< by kind, then by tool of the first board
+    QString other; ///< name of the other board's job
+    std::vector<BoardDifference> differences; ///< by kind, then by tool of the first board
     Place move; ///< of the first board, for holes to lie on those of the other
-    std::optional<Placement> whole; ///< set if there is the one finding Whole
+    std::optional<Placement> whole; ///< set if there is the one difference Whole
     std::optional<Placement> nearly; ///< what would explain all but a tenth of the hits
     qint64 holes = 0; ///< of the first board
     qint64 slotPaths = 0;
     qint64 copies = 1; ///< of one board that the other is
     qint64 turnedCopies = 0; ///< of these, turned or mirrored
+    std::vector<Place> besideCopies; ///< holes that only the panel has; no differences
     bool isOtherPanel = false; ///< the other has the copies; places are then those of the other
     qint64 assumedPlating = 0; ///< hits whose plating differs, but one board only assumes it
 
-    bool differs() const { return !findings.empty(); }
+    bool differs() const { return !differences.empty(); }
 };
 
 constexpr Size defaultWithin = sizePerMillimetre / 100;
@@ -67,7 +69,7 @@ Comparison compareBoards(const Board& board, size_t step, const Board& other, si
 QString wholeWord(const Placement& whole);
 
 /** "added" and so on; the words of all outputs. */
-QString findingWord(FindingKind kind);
+QString differenceWord(DifferenceKind kind);
 
 } // namespace brox
 

@@ -172,7 +172,63 @@ private:
     std::vector<Placement> mCopies;
 };
 
+/** Where a place of the panel lies on a board whose copy lies there. */
+std::optional<Place> onBoard(Place place, const Placement& copy)
+{
+    Place moved;
+    if (__builtin_sub_overflow(place.x, copy.move.x, &moved.x)
+        || __builtin_sub_overflow(place.y, copy.move.y, &moved.y)) {
+        return {};
+    }
+    const auto turned = Placement{false, (4 - copy.quarterTurns) % 4, 1, {}}.map(moved);
+    return turned ? Placement{copy.isMirrored, 0, 1, {}}.map(*turned) : std::nullopt;
+}
+
+bool isWithin(Place place, const Extent& extent, Size more)
+{
+    return qint64(place.x) >= qint64(extent.low.x) - more
+        && qint64(place.x) <= qint64(extent.high.x) + more
+        && qint64(place.y) >= qint64(extent.low.y) - more
+        && qint64(place.y) <= qint64(extent.high.y) + more;
+}
+
 } // namespace
+
+std::vector<bool> liesBeside(const std::vector<Place>& places, const ComparedBoard& board,
+    const std::vector<Placement>& copies, Size within)
+{
+    const Extent extent = extentOf(board.places);
+    std::vector<Place> outside;
+    std::vector<size_t> indices;
+    for (size_t i = 0; i < places.size(); ++i) {
+        const bool isInside = std::any_of(copies.begin(), copies.end(), [&](const Placement& copy) {
+            const std::optional<Place> place = onBoard(places[i], copy);
+            return place && isWithin(*place, extent, sizePerMillimetre);
+        });
+        if (!isInside) {
+            outside.push_back(places[i]);
+            indices.push_back(i);
+        }
+    }
+    const PlaceIndex index(outside, within);
+    const auto isOutside = [&](std::optional<Place> place) {
+        bool is = false;
+        if (place) {
+            index.visit(*place, [&is](std::uint32_t) { is = true; });
+        }
+        return is;
+    };
+    std::vector<bool> beside(places.size(), false);
+    for (size_t i = 0; i < outside.size(); ++i) {
+        beside[indices[i]] = std::none_of(copies.begin(), copies.end(), [&](const Placement& copy) {
+            const std::optional<Place> place = onBoard(outside[i], copy);
+            return place && std::all_of(copies.begin(), copies.end(), [&](const Placement& other) {
+                return isOutside(other.map(*place));
+            });
+        });
+    }
+    return beside;
+}
 
 std::vector<Placement> findCopies(
     const ComparedBoard& board, const ComparedBoard& panel, Size within)

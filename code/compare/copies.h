@@ -16,6 +16,11 @@ namespace brox {
 std::vector<Placement> findCopies(
     const ComparedBoard& board, const ComparedBoard& panel, Size within);
 
+/** Which places of a panel lie beside its copies: outside of what their holes take, and not at the
+ *  same place of each copy. One for each place. */
+std::vector<bool> liesBeside(const std::vector<Place>& places, const ComparedBoard& board,
+    const std::vector<Placement>& copies, Size within);
+
 } // namespace brox
 
 #endif

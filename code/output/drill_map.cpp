@@ -157,7 +157,7 @@ DrillMap::DrillMap(const DrillPlan& plan)
     , mPlaces(placesOf(plan))
     , mOutlines(outlinesOf(plan))
     , mContours(contoursOf(plan))
-    , mExtent(extentOf(plan, mPlaces, mOutlines, mContours))
+    , mExtent(extentOf(plan, mPlaces, mOutlines, mContours).united(marksOf(plan).extent()))
 {
     size_t look = 0;
     for (const Program& program : plan.programs) {
@@ -300,7 +300,24 @@ void DrillMap::paintBoard(
     for (const Entry& entry : sheet.entries) {
         paintTool(painter, entry, view, count);
     }
+    paintComparison(painter, sheet, view, area);
     paintScale(painter, view, area);
+}
+
+void DrillMap::paintComparison(
+    QPainter& painter, const Sheet& sheet, const View& view, const QRectF& area) const
+{
+    const ComparisonMarks marks = marksOf(mPlan, mPlan.layers[sheet.layer].name);
+    if (marks.isEmpty()) {
+        return;
+    }
+    paintMarks(
+        painter, marks, [&view](Place place) { return view.map(toMap(place)); }, area, 14);
+    painter.setPen(Qt::black);
+    painter.setFont(fontOf(28));
+    write(painter, QRectF(area.center().x(), area.bottom() - 40, area.width() / 2, 40),
+        Qt::AlignRight | Qt::AlignVCenter,
+        PlanText::tr("Compared with %1: %2").arg(mPlan.comparison->other, marksText(marks)));
 }
 
 /** Many circles in one path, and their symbols in another: files stay small, and PDF readers fast.

@@ -2,6 +2,7 @@
 #ifndef DRILL_MAP_H
 #define DRILL_MAP_H
 
+#include "comparison_marks.h"
 #include "drill_plan.h"
 #include "reading.h"
 
@@ -68,6 +69,8 @@ private:
     void paintBoard(QPainter& painter, const Sheet& sheet, const QRectF& area, Count& count) const;
     void paintTool(QPainter& painter, const Entry& entry, const View& view, Count& count) const;
     void paintScale(QPainter& painter, const View& view, const QRectF& area) const;
+    void paintComparison(
+        QPainter& painter, const Sheet& sheet, const View& view, const QRectF& area) const;
 
     const DrillPlan& mPlan;
     std::vector<RowPlaces> mPlaces;

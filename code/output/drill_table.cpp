@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "drill_table.h"
 
+#include "comparison_text.h"
 #include "text_table.h"
 
 namespace brox {
@@ -125,7 +126,7 @@ QString planCsvRows(const DrillPlan& plan, Units units, const QString& before)
         if (!before.isNull()) {
             line.prepend(before);
         }
-            text += csvLine(line);
+        text += csvLine(line);
     }
     return text;
 }
@@ -152,7 +153,7 @@ QJsonObject planJson(const DrillPlan& plan, bool withPlaces)
         }
         rows << row;
     }
-    return {{"job", plan.board->job}, {"step", plan.boardStep().name},
+    QJsonObject json{{"job", plan.board->job}, {"step", plan.boardStep().name},
         {"unit", plan.units == Units::Inch ? "mil" : "micron"}, {"model", plan.model.name},
         {"formula", plan.model.formula}, {"usesBits", plan.model.usesBits},
         {"unsaved", plan.model.unsaved}, {"modelsFile", fileState(plan.model)},
@@ -160,6 +161,10 @@ QJsonObject planJson(const DrillPlan& plan, bool withPlaces)
         {"rows", rows}, {"tools", plan.toolCount()}, {"toolsBefore", plan.toolsBefore()},
         {"leftOut", QJsonArray::fromStringList(leftOut(plan))},
         {"notes", QJsonArray::fromStringList(plan.board->notes)}};
+    if (plan.comparison) {
+        json["comparison"] = comparisonJson(*plan.comparison, plan.units, withPlaces);
+    }
+    return json;
 }
 
 } // namespace brox

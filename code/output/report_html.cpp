@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "report_html.h"
 
+#include "comparison_text.h"
 #include "drill_program.h"
 #include "finding_table.h"
 #include "plan_checks.h"
@@ -253,6 +254,37 @@ QString findingsHtml(const DrillPlan& plan, const Sizes& sizes)
     return html + (notes.isEmpty() ? QString() : list(notes));
 }
 
+QString comparisonHtml(const DrillPlan& plan, const Sizes& sizes)
+{
+    if (!plan.comparison) {
+        return {};
+    }
+    const Comparison& comparison = *plan.comparison;
+    QString html = heading(PlanText::tr("Compared with %1").arg(comparison.other));
+    QStringList lines = comparisonNotes(comparison, plan.units, Tongue::User);
+    lines << sameText(comparison, Tongue::User);
+    lines.removeAll(QString());
+    html += lines.isEmpty() ? QString() : list(lines);
+    if (!comparison.differs()) {
+        return html;
+    }
+    QList<QStringList> rows;
+    for (const BoardDifference& difference : comparison.differences) {
+        const auto texts = differenceTexts(comparison, difference, plan.units, Tongue::User);
+        const bool hasPlace = !difference.places.empty();
+        rows << QStringList{alert(texts.kind), escaped(texts.layer), escaped(texts.tool),
+            QString::number(difference.count),
+            hasPlace ? sizes.text(difference.places[0].x) : QString(),
+            hasPlace ? sizes.text(difference.places[0].y) : QString(), escaped(texts.detail)};
+    }
+    return html
+        + table({{PlanText::tr("Finding")}, {PlanText::tr("Layer")},
+                    {PlanText::tr("Tool"), Align::Right}, {PlanText::tr("Count"), Align::Right},
+                    sizes.column(PlanText::tr("First X")), sizes.column(PlanText::tr("First Y")),
+                    {PlanText::tr("Detail")}},
+            rows);
+}
+
 QString notesHtml(const DrillPlan& plan)
 {
     QStringList lines = leftOut(plan);
@@ -276,8 +308,8 @@ QString reportHtml(const DrillPlan& plan)
         + escaped(
             PlanText::tr("Drill report: %1, step %2").arg(plan.board->job, plan.boardStep().name))
         + "</h1>\n" + factsHtml(plan) + amountsHtml(plan, sizes) + rulesHtml(plan)
-        + rowsHtml(plan, sizes) + programsHtml(plan, sizes) + findingsHtml(plan, sizes)
-        + notesHtml(plan);
+        + rowsHtml(plan, sizes) + comparisonHtml(plan, sizes) + programsHtml(plan, sizes)
+        + findingsHtml(plan, sizes) + notesHtml(plan);
 }
 
 } // namespace brox

@@ -96,7 +96,7 @@ int DrillPlan::toolsBefore() const
 
 DrillPlan makePlan(const DrillDraft& draft, DrillModel model, const std::vector<Drill>& drills)
 {
-    DrillPlan plan{draft, std::move(model), {}, {}};
+    DrillPlan plan{draft, std::move(model), {}, {}, {}};
     for (size_t i = 0; i < draft.rows.size(); ++i) {
         const Drill& drill = drills.at(i);
         PlanRow& row =

@@ -2,6 +2,7 @@
 #ifndef DRILL_PLAN_H
 #define DRILL_PLAN_H
 
+#include "comparison.h"
 #include "drill_draft.h"
 
 namespace brox {
@@ -87,6 +88,7 @@ struct DrillPlan : PlannedStep
     DrillModel model;
     std::vector<PlanRow> rows; ///< those of the draft
     std::vector<Program> programs; ///< by layer, plated before non-plated
+    std::shared_ptr<const Comparison> comparison; ///< with another board; null: none was asked for
 
     /** Of all programs. */
     int toolCount() const;

@@ -3,7 +3,8 @@
 
 #include "acceptances.h"
 #include "bits_exchange.h"
-#include "board_reader.h"
+#include "comparing.h"
+#include "comparison_text.h"
 #include "data_file.h"
 #include "data_start.h"
 #include "drill_map.h"
@@ -219,6 +220,10 @@ int statusOf(const Options& options, const DrillPlan& plan, const QString& name)
                   .arg(flagged));
         return strictStatus;
     }
+    if (options.isSet(options.strict) && plan.board->isContradicted) {
+        warn(before + QStringLiteral("other files of the order contradict the board"));
+        return strictStatus;
+    }
     return without > 0 ? 1 : 0;
 }
 
@@ -247,6 +252,18 @@ QStringList writeFiles(const Options& options, const DrillPlan& plan)
     return files.paths();
 }
 
+QString linesText(const QStringList& list)
+{
+    return list.isEmpty() ? QString() : list.join('\n') + '\n';
+}
+
+/** What differs in another board, if one is compared. */
+QStringList comparisonOf(const DrillPlan& plan)
+{
+    return plan.comparison ? comparisonLines(*plan.comparison, plan.units, Tongue::English)
+                           : QStringList();
+}
+
 /** What is printed of a plan. */
 QString printed(const Options& options, const DrillPlan& plan,
     const std::optional<CheckFindings>& findings, const QStringList& left,
@@ -260,14 +277,17 @@ QString printed(const Options& options, const DrillPlan& plan,
         return QString::fromUtf8(QJsonDocument(json).toJson());
     }
     if (options.isSet(options.csv)) {
-        return planCsvHeader(plan.units) + planCsvRows(plan, plan.units)
+        return (plan.comparison ? comparisonCsv(*plan.comparison, plan.units)
+                                : planCsvHeader(plan.units) + planCsvRows(plan, plan.units))
             + (findings ? '\n' + findingsCsv(plan, *findings) : QString());
     }
     const QString found = findings ? '\n' + findingsText(plan, *findings) : QString();
     if (!options.printsTable()) {
-        return (written.isEmpty() ? QString() : written.join('\n') + '\n') + found;
+        return linesText(written) + linesText(comparisonOf(plan)) + found;
     }
-    const QString end = left.isEmpty() ? QString() : '\n' + left.join('\n') + '\n';
+    const QStringList compared = comparisonOf(plan);
+    const QString end = (left.isEmpty() ? QString() : '\n' + linesText(left))
+        + (compared.isEmpty() ? QString() : '\n' + linesText(compared));
     return QStringLiteral("%1, step %2, model %3\n\n%4%5")
                .arg(plan.board->job, plan.boardStep().name, plan.model.name, planText(plan), end)
         + found;
@@ -276,15 +296,18 @@ QString printed(const Options& options, const DrillPlan& plan,
 int printPlan(const Options& options, HostSession& session, const Job& job)
 {
     const DrillDraft draft = draftOf(options, job);
-    const MergedPlan merged = planOf(options, session, draft);
+    MergedPlan merged = planOf(options, session, draft);
+    QStringList otherNotes;
+    merged.plan.comparison = askedComparison(options, *draft.board, draft.step, otherNotes);
     const DrillPlan& plan = merged.plan;
     const auto findings =
         options.isSet(options.check) ? std::optional(checkPlan(plan)) : std::nullopt;
     const QStringList tooMany = needlessLimit(options, merged);
     const bool isStrict = options.isSet(options.strict);
     const auto hard = findings ? findings->hardCount() : 0;
-    const bool isRefused =
-        (isStrict && (alarmingRows(plan) > 0 || hard > 0 || isUndecided(options, plan)))
+    const bool isRefused = (isStrict
+                               && (alarmingRows(plan) > 0 || hard > 0 || isUndecided(options, plan)
+                                   || plan.board->isContradicted))
         || !tooMany.isEmpty();
     const QStringList written = isRefused ? QStringList() : writeFiles(options, plan);
     QStringList left = leftOut(plan);
@@ -305,6 +328,9 @@ int printPlan(const Options& options, HostSession& session, const Job& job)
         }
     }
     warnOf(draft, {});
+    for (const QString& note : otherNotes) {
+        warn(note);
+    }
     for (const QString& line : tooMany) {
         warn(line);
         status = strictStatus;
@@ -313,7 +339,8 @@ int printPlan(const Options& options, HostSession& session, const Job& job)
         warn(QStringLiteral("findings that must not be drilled: %1").arg(hard));
         status = strictStatus;
     }
-    return qMax(status, statusOf(options, plan, {}));
+    const bool differs = plan.comparison && plan.comparison->differs();
+    return qMax(qMax(status, statusOf(options, plan, {})), differs ? differStatus : 0);
 }
 
 /** Boards one after the other. Sizes are told in the units of the first, or those asked for, so
@@ -326,7 +353,7 @@ int printBoards(const Options& options, HostSession& session, const ShopRules& r
     for (const QString& name : readList(options.value(options.boards))) {
         try {
             const DrillDraft draft =
-                draftOf(options, Job(readBoard({name}, readOptions(options)), rules));
+                draftOf(options, Job(readOrder({name}, readOptions(options)), rules));
             const DrillPlan plan = planOf(options, session, draft).plan;
             QString text;
             if (!units) {
@@ -527,7 +554,7 @@ int run(const Options& options)
     speak(isForPeople ? language : QStringLiteral("en")); // English, too, has plural forms
     Board board;
     if (prints && !paths.isEmpty()) {
-        board = readBoard(paths, readOptions(options));
+        board = readOrder(paths, readOptions(options));
     }
     prepareData(options, dataDir);
     if (options.exchangesBits()) {

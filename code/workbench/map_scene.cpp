@@ -15,6 +15,7 @@ namespace {
 constexpr double likedSymbol = 6; ///< dots at which a symbol is easily read
 constexpr double leastSymbol = 2.5; ///< dots below which it is a blot
 constexpr double leastCircle = 1.2;
+constexpr double markRadius = 8; ///< of what a comparison found
 constexpr double mostStamped = 100; ///< radius of a circle that is kept as a picture
 constexpr qint64 mostStamps = 50'000; ///< in a frame; more would take too long and hide each other
 
@@ -258,7 +259,8 @@ MapScene::MapScene(const DrillPlan& plan)
     std::vector<RowPlaces> places = placesOf(plan);
     const std::vector<Path> outlines = outlinesOf(plan);
     const std::vector<std::vector<Path>> contours = contoursOf(plan);
-    mExtent = extentOf(plan, places, outlines, contours);
+    mMarks = marksOf(plan);
+    mExtent = extentOf(plan, places, outlines, contours).united(mMarks.extent());
     mRoom = roomBetween(places);
     for (const Path& outline : outlines) {
         mOutlines.push_back(toMap(outline));
@@ -306,6 +308,17 @@ void MapScene::paint(QImage& image, const MapView& view, const MapColours& colou
     }
     for (const Layer& layer : layers) {
         layer.paint(canvas, stamps > mostStamps);
+    }
+    paintComparison(canvas);
+}
+
+void MapScene::paintComparison(Canvas& canvas) const
+{
+    if (!mMarks.isEmpty()) {
+        QPainter painter;
+        canvas.begin(painter);
+        const auto at = [&](Place place) { return canvas.view().toImage(toMap(place)); };
+        paintMarks(painter, mMarks, at, painter.viewport(), markRadius);
     }
 }
 

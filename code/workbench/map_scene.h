@@ -2,6 +2,7 @@
 #ifndef MAP_SCENE_H
 #define MAP_SCENE_H
 
+#include "comparison_marks.h"
 #include "drill_plan.h"
 #include "hole_grid.h"
 
@@ -83,12 +84,14 @@ private:
 
     static void paintLines(
         Canvas& canvas, const std::vector<QPainterPath>& lines, double lineWidth);
+    void paintComparison(Canvas& canvas) const;
 
     double mRoom = 0; ///< millimetres between holes
     QRectF mExtent;
     std::vector<Row> mRows;
     std::vector<QPainterPath> mOutlines;
     std::vector<QPainterPath> mContours; ///< milled, not drilled
+    ComparisonMarks mMarks;
 };
 
 } // namespace brox

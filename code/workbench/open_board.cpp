@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "open_board.h"
 
-#include "board_reader.h"
+#include "comparing.h"
 #include "question.h"
 #include "recent_boards.h"
 #include "units_unknown.h"
@@ -36,7 +36,7 @@ Board readWithProgress(QWidget* window, const QStringList& paths, ReadOptions op
         dialog.setValue(total > 0 ? int((progressSteps - 1) * done / total) : 0);
         return !dialog.wasCanceled();
     };
-    return readBoard(paths, options);
+    return readOrder(paths, options);
 }
 
 /** The sides of what a board of drill files drills, such as "40.1 x 32.5 mm". */

@@ -54,9 +54,9 @@ Options::Options()
         "then; or an archive or a folder of them; or - for the standard input.",
         "[board...]");
     parser.addOptions({table, csv, json, places, drillPrograms, report, map, check, accept,
-        thickness, fewestTools, fewestToolsAll, toolsAtMost, strict, boards, models, step, model,
-        units, fileUnits, digits, sizes, tolerance, viasUpTo, type, importBits, exportBits, data,
-        language, screenshot});
+        thickness, compare, compareWithin, fewestTools, fewestToolsAll, toolsAtMost, strict, boards,
+        models, step, model, units, fileUnits, digits, sizes, tolerance, viasUpTo, type, importBits,
+        exportBits, data, language, screenshot});
 }
 
 QStringList Options::parsable(QStringList arguments)
@@ -109,6 +109,12 @@ QString contradiction(const Options& options)
         return QStringLiteral(
             "--fewest-tools and --tools-at-most need --table, --csv, --json or files to write");
     }
+    if (hasBoards && options.isSet(options.compare)) {
+        return QStringLiteral("--compare takes one board");
+    }
+    if (options.isSet(options.compareWithin) && !options.isSet(options.compare)) {
+        return QStringLiteral("--compare-within goes with --compare");
+    }
     if (options.isSet(options.places) && !options.isSet(options.json)) {
         return QStringLiteral("--places goes with --json");
     }
@@ -117,8 +123,9 @@ QString contradiction(const Options& options)
             &options.exportBits, &options.screenshot});
     if (options.isSet(options.models) || options.exchangesBits()
         || options.isSet(options.screenshot)) {
-        ways +=
-            given(options, {&options.drillPrograms, &options.report, &options.map, &options.check});
+        ways += given(options,
+            {&options.drillPrograms, &options.report, &options.map, &options.check,
+                &options.compare});
     }
     return ways.size() > 1 ? QStringLiteral("%1 does not go with %2").arg(ways[0], ways[1])
                            : QString();

@@ -30,7 +30,8 @@ struct Options
     /** Whether drill sizes are to be calculated and told. */
     bool wantsPlan() const
     {
-        return isSet(table) || isSet(csv) || isSet(json) || isSet(check) || writesFiles();
+        return isSet(table) || isSet(csv) || isSet(json) || isSet(check) || isSet(compare)
+            || writesFiles();
     }
 
     /** Whether the table is printed in columns. */
@@ -67,6 +68,11 @@ struct Options
     QCommandLineOption fewestToolsAll = hidden("fewest-tools-all");
     QCommandLineOption toolsAtMost{"tools-at-most",
         "The same, and end with status 2 if a program needs more tools.", "number"};
+    QCommandLineOption compare{"compare",
+        "Print what differs in another board, file, archive or folder; status 3 if it does.",
+        "other"};
+    QCommandLineOption compareWithin{"compare-within",
+        "With --compare: tolerance of places (mm), 0.01 if it is not given.", "distance"};
     QCommandLineOption strict{"strict",
         "End with status 2, and write no file, if a tool has no size, no bit that fits or doubtful "
         "digits, or if a check finds what must not be drilled."};

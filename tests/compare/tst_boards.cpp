@@ -72,7 +72,7 @@ QString text(Place place)
     return QStringLiteral("%1,%2").arg(place.x / double(mm)).arg(place.y / double(mm));
 }
 
-/** "moved 1,2; 3x; added 2 of 1 at 0,0": move, copies, findings by tool of either board. */
+/** "moved 1,2; 3x; added 2 of 1 at 0,0": move, copies, differences by tool of either board. */
 QString summary(const Comparison& comparison)
 {
     QStringList parts;
@@ -82,17 +82,17 @@ QString summary(const Comparison& comparison)
     if (comparison.copies > 1) {
         parts << QStringLiteral("%1x").arg(comparison.copies);
     }
-    for (const Finding& finding : comparison.findings) {
-        if (finding.kind == FindingKind::Whole) {
+    for (const BoardDifference& difference : comparison.differences) {
+        if (difference.kind == DifferenceKind::Whole) {
             parts << wholeWord(*comparison.whole);
             continue;
         }
-        const ComparedTool& tool = finding.from ? *finding.from : *finding.to;
+        const ComparedTool& tool = difference.from ? *difference.from : *difference.to;
         parts << QStringLiteral("%1 %2%3 of %4 at %5")
-                     .arg(findingWord(finding.kind), finding.isWholeTool ? "all " : "")
-                     .arg(finding.count)
+                     .arg(differenceWord(difference.kind), difference.isWholeTool ? "all " : "")
+                     .arg(difference.count)
                      .arg(tool.number)
-                     .arg(text(finding.places[0]));
+                     .arg(text(difference.places[0]));
     }
     if (comparison.nearly) {
         parts << "nearly " + wholeWord(*comparison.nearly);
@@ -293,11 +293,14 @@ void TestBoards::panels_data()
     QTest::newRow("resized in each copy")
         << single << panelOf(boardOf(QString(plain).replace("0.8", "0.9")), 3, false)
         << "3x; resized all 12 of 2 at 10,12";
+    QTest::newRow("beside the holes of each copy")
+        << single << panelOf(boardOf(QString(plain) + "; 5 2 N 27.5,2"), 3, false)
+        << "3x; added all 3 of 5 at 32.5,9";
     Board marked = panelOf(single, 2, false);
     Layer rail{"rail", {}, {}, {}, {}, {}};
     rail.tools.push_back({1, HoleType::NonPlated, false, false, 3 * mm, {}, {{mm, mm}}, {}});
     marked.steps[1].layers.push_back(rail);
-    QTest::newRow("with a rail") << single << marked << "2x; added all 1 of 1 at 1,1";
+    QTest::newRow("with a rail") << single << marked << "2x";
     QTest::newRow("panels of one kind")
         << panelOf(single, 3, false) << panelOf(single, 3, false) << "";
 }

@@ -83,6 +83,41 @@ const Case cases[] = {
             R"("slots":true,"tool":2,"type":"Platedslot"}],"rules":["plated:-0.1/+0.1mmwhere)",
             R"("step":"pcb","tools":2,"toolsBefore":2,"unit":"mil","unsaved":false,"usesBits":true})"},
         ""},
+    {"$B sensor.xml --compare sensor.xml --strict --csv", 0,
+        {"Finding,Layer,Tool,Count,X,Y,Detail\n"}, ""},
+    {"for i in sensor controller backplane; do"
+     " $B $i.xml --model Unplated --drill-programs $D/$i >/dev/null 2>&1;"
+     " $B $i.xml --compare $D/$i 2>/dev/null; done",
+        0, {"difference: 1276 holes, 12 slots\nno difference: 767 holes, 6 slots\nno diff"}, ""},
+    {"$B sensor.xml --step board --model Unplated --drill-programs $D/p >/dev/null 2>&1;"
+     " $B $D/p --compare sensor.xml 2>/dev/null",
+        0, {"sensor is 12 copies of the board\n", "beside the copies: 4 holes", "no difference: "},
+        ""},
+    {"sed 's/T7C.02/T7C.021/; s/^X1.0Y1.0$/X1.01Y1.0/' $O >$D/b.drl;"
+     " $B $O --compare $D/b.drl --compare-within 0.02 --csv --report $D/r.html --map $D/m.svg"
+     " 2>/dev/null; s=$?; cat $D/r.html $D/m.svg | sed 's/<[^>]*>/ /g' | tr -s ' \\n' ' '; exit $s",
+        3,
+        {"Finding,Layer,Tool,Count,X,Y,Detail\nadded,b,7,1,1010,1000,\"21 mil, plated\"\n"
+         "removed,\"o,\"\"d\",7,1,1000,1000,\"20 mil, plated\"\n",
+            " Compared with b Finding ", " removed o,&quot;d 7 1 1000 1000 20 mil, plated ",
+            "Compared with b: added: 1 (plus), removed: 1 (cross)"},
+        ""},
+    {"sed 's/T7C.02/T7C.021/; s/Plated,1,4/Plated,1,2/' $O | $B $O --compare - --json 2>/dev/null"
+     " | tr -d ' \\n'",
+        0,
+        {R"("comparison":{"copies":1,"differs":true,"findings":[{"count":1,"detail":"20to21mil",)"
+         R"("kind":"resized","layer":"o,\"d","places":[[1000,1000]],"tool":7},)",
+            R"("kind":"layer",)", R"("moved":[0,0],)", R"("whole":null)"},
+        ""},
+    {"mkdir $D/a; cp backplane.xml $D/a; $B $D/a --model Unplated --drill-programs $D/a >/dev/null"
+     " 2>&1; $B $D/a --csv --strict --model Unplated 2>&1 | grep ^drill.files;"
+     " sed -i /^X1/d $D/a/*drill_1-4-plated.drl; $B $D/a --csv --strict --model Unplated"
+     " >$D/o 2>&1; s=$?; grep ^drill.files $D/o; exit $s",
+        2,
+        {"drill files agree with backplane.xml\n", "drill files against backplane.xml: removed: "},
+        ""},
+    {"$B sensor.xml --compare sensor.xml --compare-within 0.6", 1, {},
+        "no tolerance of places \"0.6\"; it is from 0.001 to 0.5 mm\n"},
     {"$B $O --report $D/r.HTML --map $D/m.svg 2>/dev/null"
      " && cat $D/r.HTML $D/m.svg | tr '\\n' ' ' | sed 's/<[^>]*>/ /g' | tr -s ' '",
         0,
