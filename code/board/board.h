@@ -169,7 +169,6 @@ struct Board
     QString job;
     Units units = Units::Metric;
     std::vector<Step> steps;
-    QStringList copper; ///< names of the copper layers from top to bottom; empty if not told
     size_t mainStep = 0; ///< index of the step that the file is about
     QStringList copperLayers = {}; ///< from the top to the bottom; empty: not specified by name
     std::optional<Size> thickness = {}; ///< of the board; null: not specified

@@ -312,11 +312,6 @@ void Reader::declareLayer(const Attributes& attributes)
     mDeclaredLayer = attributes.text("name");
     const QString function = attributes.text("layerFunction").toUpper();
     mLayerFunctions.insert(mDeclaredLayer, function);
-    static const QStringList copper{
-        "CONDUCTOR", "CONDFILM", "CONDFOIL", "SIGNAL", "PLANE", "MIXED"};
-    if (copper.contains(function)) {
-        mBoard.copper << mDeclaredLayer;
-    }
     if (function.contains(QLatin1String("BACKDRILL"))) {
         mBackDrillLayers.insert(mDeclaredLayer);
     }

@@ -232,7 +232,7 @@ QByteArray toolName(const ProgramTool& tool)
 std::optional<std::pair<int, int>> numbersOf(const Board& board, const Span& span)
 {
     const auto number = [&](const QString& layer) {
-        const int known = int(board.copper.indexOf(layer)) + 1;
+        const int known = int(board.copperLayers.indexOf(layer)) + 1;
         return known > 0 ? known : layer.toInt();
     };
     const auto [first, last] = std::minmax({number(span.from), number(span.to)});
@@ -245,8 +245,8 @@ QString spanLabel(const DrillPlan& plan, const Program& program, const std::pair
     if (!program.isPlated) {
         return QStringLiteral(",NPTH");
     }
-    int first = plan.board->copper.isEmpty() ? own.first : 1;
-    int last = std::max(own.second, int(plan.board->copper.size()));
+    int first = plan.board->copperLayers.isEmpty() ? own.first : 1;
+    int last = std::max(own.second, int(plan.board->copperLayers.size()));
     for (const StepLayer& layer : plan.layers) {
         if (const auto pair = layer.span ? numbersOf(*plan.board, *layer.span) : std::nullopt) {
             first = std::min(first, pair->first);

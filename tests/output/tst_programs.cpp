@@ -54,7 +54,7 @@ Board everything()
 
     Board board;
     board.job = QString::fromUtf8("Jöb\x07");
-    board.copper = QStringList{"T", "2", "3", "B"};
+    board.copperLayers = QStringList{"T", "2", "3", "B"};
     board.steps.resize(2);
     board.steps[0] = {"pcb", {drill, other}, {}, {}, 0};
     board.steps[0].outline.push_back({at(-9, -9), {{Line, at(30, 20), {}}}});
