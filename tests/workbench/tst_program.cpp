@@ -117,7 +117,7 @@ const Case cases[] = {
         {"drill files agree with backplane.xml\n", "drill files against backplane.xml: removed: "},
         ""},
     {"$B sensor.xml --compare sensor.xml --compare-within 0.6", 1, {},
-        "no tolerance of places \"0.6\"; it is from 0.001 to 0.5 mm\n"},
+        "brox-workbench: no tolerance of places \"0.6\"; it is from 0.001 to 0.5 mm\n"},
     {"$B $O --report $D/r.HTML --map $D/m.svg 2>/dev/null"
      " && cat $D/r.HTML $D/m.svg | tr '\\n' ' ' | sed 's/<[^>]*>/ /g' | tr -s ' '",
         0,
