@@ -8,7 +8,7 @@ namespace brox {
 
 namespace {
 
-// Natural logarithms of how likely something is; the figures are those of some hundred boards.
+// Natural logarithms of how likely something is; the figures are estimates, tried on real boards.
 constexpr double impossible = -100;
 constexpr double clear = 0.8; ///< by how much the first must be likelier than the second
 constexpr double habit = 2.5;

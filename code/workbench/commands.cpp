@@ -35,6 +35,9 @@ namespace {
 /** Exit status if strict is asked for and a tool is flagged; no file may be written then. */
 constexpr int strictStatus = 2;
 
+/** Exit status if two boards differ that are compared. */
+constexpr int differStatus = 3;
+
 void warn(const QString& message)
 {
     fprintf(stderr, "%s\n", message.toUtf8().constData());
@@ -255,6 +258,32 @@ QStringList writeFiles(const Options& options, const DrillPlan& plan)
 QString linesText(const QStringList& list)
 {
     return list.isEmpty() ? QString() : list.join('\n') + '\n';
+}
+
+Size toleranceOf(const Options& options)
+{
+    if (!options.isSet(options.compareWithin)) {
+        return defaultWithin;
+    }
+    bool isNumber = false;
+    const double size =
+        options.value(options.compareWithin).toDouble(&isNumber) * sizePerMillimetre;
+    if (!isNumber || !(size >= leastWithin && size <= mostWithin)) {
+        throw HostError(QStringLiteral("no tolerance of places \"%1\"; it is from 0.001 to 0.5 mm")
+                            .arg(options.value(options.compareWithin)));
+    }
+    return Size(std::lround(size));
+}
+
+/** The comparison that is asked for; null: none. */
+std::shared_ptr<const Comparison> askedComparison(
+    const Options& options, const Board& board, size_t step, QStringList& notes)
+{
+    if (!options.isSet(options.compare)) {
+        return nullptr;
+    }
+    return compareWith(board, step, options.parser.values(options.compare), readOptions(options),
+        toleranceOf(options), notes);
 }
 
 /** What differs in another board, if one is compared. */

@@ -3,31 +3,13 @@
 
 #include "board_reader.h"
 #include "comparison_text.h"
-#include "host_session.h"
-#include "options.h"
 #include "plan_text.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace brox {
 
 namespace {
-
-Size toleranceOf(const Options& options)
-{
-    if (!options.isSet(options.compareWithin)) {
-        return defaultWithin;
-    }
-    bool isNumber = false;
-    const double size =
-        options.value(options.compareWithin).toDouble(&isNumber) * sizePerMillimetre;
-    if (!isNumber || !(size >= leastWithin && size <= mostWithin)) {
-        throw HostError(QStringLiteral("no tolerance of places \"%1\"; it is from 0.001 to 0.5 mm")
-                            .arg(options.value(options.compareWithin)));
-    }
-    return Size(std::lround(size));
-}
 
 size_t stepNamed(const Board& board, const QString& name)
 {
@@ -78,16 +60,6 @@ std::shared_ptr<const Comparison> compareWith(const Board& board, size_t step,
     const bool isMain = step == board.mainStep;
     const size_t otherStep = isMain ? other.mainStep : stepNamed(other, board.steps[step].name);
     return std::make_shared<Comparison>(compareBoards(board, step, other, otherStep, within));
-}
-
-std::shared_ptr<const Comparison> askedComparison(
-    const Options& options, const Board& board, size_t step, QStringList& notes)
-{
-    if (!options.isSet(options.compare)) {
-        return nullptr;
-    }
-    return compareWith(board, step, options.parser.values(options.compare), readOptions(options),
-        toleranceOf(options), notes);
 }
 
 } // namespace brox

@@ -9,11 +9,6 @@
 
 namespace brox {
 
-struct Options;
-
-/** Exit status if two boards differ that are compared. */
-constexpr int differStatus = 3;
-
 /** Reads a board, and compares it with drill files that came with it: its notes say whether they
  *  agree.
  *
@@ -29,13 +24,6 @@ Board readOrder(const QStringList& paths, const ReadOptions& options);
  */
 std::shared_ptr<const Comparison> compareWith(const Board& board, size_t step,
     const QStringList& otherPaths, const ReadOptions& options, Size within, QStringList& notes);
-
-/** The comparison that the command line asks for; null: none.
- *
- * @throws BoardError, PanelError; HostError for what is no tolerance
- */
-std::shared_ptr<const Comparison> askedComparison(
-    const Options& options, const Board& board, size_t step, QStringList& notes);
 
 } // namespace brox
 
