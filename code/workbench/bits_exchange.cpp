@@ -58,14 +58,7 @@ DrillBits savedBits(const QString& dataDir)
 void replaceBits(const QString& dataDir, const DrillBits& bits)
 {
     const DataFile file(dataDir, DataFile::Kind::Bits);
-    const DataFile::Content before = file.read();
-    QString error;
-    if (before.exists) {
-        error = Backups(dataDir).keep(DataFile::Kind::Bits, before.bytes);
-    }
-    if (error.isEmpty()) {
-        error = file.write(bitsToXml(bits));
-    }
+    const QString error = Backups(dataDir).replace(file, bitsToXml(bits));
     if (!error.isEmpty()) {
         throw BitsError(QStringLiteral("%1: %2").arg(file.path(), error));
     }

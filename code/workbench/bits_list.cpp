@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "bits_list.h"
 
+#include "data_file.h"
+
 #include <QCoreApplication>
 #include <QMap>
 #include <QRegularExpression>
@@ -40,43 +42,27 @@ DrillBit inchBit(const QString& designation, double inches)
     return {designation, inches * millimetresPerInch, inches};
 }
 
-/** From and to in hundredths of a millimetre, in steps of 0.05 mm. */
-DrillBits metricBits(int from, int to, int coarseFrom)
+DrillBits starterSet()
 {
-    DrillBits bits;
-    for (int size = from; size <= to; size += 5) {
-        // Large drills are stocked in steps of a tenth.
-        if (size <= coarseFrom || size % 10 == 0) {
-            bits << DrillBit{QString::number(size / 100.0, 'f', 2), size / 100.0,
-                size / 100.0 / millimetresPerInch};
-        }
-    }
-    return bits;
-}
-
-DrillBits numberBits(int largestNumber, int smallestNumber)
-{
-    DrillBits bits;
-    for (int number = largestNumber; number >= smallestNumber; --number) {
-        bits << inchBit(QStringLiteral("#%1").arg(number), numberDrills[number - 1] / 10000.0);
-    }
-    return bits;
-}
-
-DrillBits starterBits()
-{
-    // The finest number drills break too easily in laminate, the largest are hardly asked for.
-    return metricBits(10, 635, 320) + numberBits(76, 9);
+    return bitsFromXml(DataFile::defaults(DataFile::Kind::Bits));
 }
 
 DrillBits metricSet()
 {
-    return metricBits(10, 650, 650);
+    DrillBits bits;
+    for (int size = 10; size <= 650; size += 5) { // hundredths of a millimetre
+        bits << DrillBit{
+            QString::number(size / 100.0, 'f', 2), size / 100.0, size / 100.0 / millimetresPerInch};
+    }
+    return bits;
 }
 
 DrillBits numberAndLetterSet()
 {
-    DrillBits bits = numberBits(80, 1);
+    DrillBits bits;
+    for (size_t number = std::size(numberDrills); number > 0; --number) {
+        bits << inchBit(QStringLiteral("#%1").arg(number), numberDrills[number - 1] / 10000.0);
+    }
     for (int i = 0; i < int(std::size(letterDrills)); ++i) {
         bits << inchBit(QString(QChar('A' + i)), letterDrills[i] / 1000.0);
     }
@@ -311,7 +297,7 @@ const QList<ReadySet>& readySets()
 {
     static const QList<ReadySet> sets{
         {"starter", QT_TRANSLATE_NOOP("ReadySet", "Metric and number drills (as delivered)"),
-            starterBits},
+            starterSet},
         {"metric", QT_TRANSLATE_NOOP("ReadySet", "Metric, 0.10 to 6.50 mm in steps of 0.05 mm"),
             metricSet},
         {"inch", QT_TRANSLATE_NOOP("ReadySet", "Number and letter drills (#80 to Z)"),
