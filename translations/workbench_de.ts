@@ -2515,6 +2515,14 @@ Abbrechen: Nichts wird gespeichert.</translation>
         <source>&amp;Findings</source>
         <translation>&amp;Befunde</translation>
     </message>
+    <message>
+        <source>%1 is restored</source>
+        <translation>%1 ist wiederhergestellt</translation>
+    </message>
+    <message>
+        <source>Restore Bac&amp;kup...</source>
+        <translation>Siche&amp;rung wiederherstellen …</translation>
+    </message>
 </context>
 <context>
     <name>brox::MapDock</name>

@@ -12,6 +12,7 @@
 #include "map_dock.h"
 #include "open_board.h"
 #include "recent_boards.h"
+#include "restore_dialog.h"
 #include "rules_dialog.h"
 #include "start_page.h"
 #include "step_tabs.h"
@@ -492,6 +493,22 @@ void MainWindow::editRules()
         });
         followStep();
     }
+}
+
+/** Viewers hear of what is restored as of any other save. */
+void MainWindow::restoreBackup()
+{
+    const QString dataDir = mSession.dataDir();
+    RestoreDialog dialog(dataDir, this);
+    if (dialog.exec() != QDialog::Accepted) {
+        return;
+    }
+    if (dialog.kind() == DataFile::Kind::Rules) {
+        loadRules([&] { return brox::loadRules(dataDir); });
+        followStep();
+    }
+    statusBar()->showMessage(
+        tr("%1 is restored").arg(DataFile(dataDir, dialog.kind()).path()), messageTime);
 }
 
 /** By the viewer's own button, which also enters what is being typed. */

@@ -112,6 +112,7 @@ private:
     void chooseFolder();
     void open(const QStringList& paths);
     void editRules();
+    void restoreBackup();
     void saveModels();
     void setUnits(QAction* action);
     void makeRoomForMap(bool isShown);

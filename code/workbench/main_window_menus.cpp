@@ -81,6 +81,7 @@ void MainWindow::createFileMenu()
     createBitsMenu(file);
     mRulesAction =
         file->addAction(tr("Shop R&ules..."), this, [this] { guard([&] { editRules(); }); });
+    file->addAction(tr("Restore Bac&kup..."), this, [this] { guard([&] { restoreBackup(); }); });
     mForget = file->addAction(
         tr("For&get Choices for This Board"), this, [this] { guard([&] { forgetChoices(); }); });
     mForget->setStatusTip(
