@@ -6,6 +6,7 @@
 #include "main_window.h"
 
 #include <QAction>
+#include <QDockWidget>
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
@@ -15,6 +16,7 @@
 #include <QTabWidget>
 #include <QTableWidget>
 #include <QTemporaryDir>
+#include <QTreeWidget>
 #include <QtTest>
 
 using namespace brox;
@@ -161,6 +163,32 @@ private slots:
         }
         QVERIFY2(boxes.areAnswered(), qPrintable(boxes.seen.join('\n')));
         QVERIFY(!mWindow->isVisible());
+    }
+
+    /** Findings stand in the dock and the status bar, a click leads to the map, and a layer that is
+     *  drilled as it is has no row in the viewer. */
+    void listsFindings()
+    {
+        mWindow->setRules(ShopRules::starter());
+        mWindow->openBoard({SAMPLES_DIR "/faults.xml"});
+        const auto* found = mWindow->findChild<QLabel*>("foundLabel");
+        QTRY_COMPARE(found->text(), "findings: 10 (hard: 3)");
+        auto* dock = mWindow->findChild<QDockWidget*>("findingsDock");
+        auto* map = mWindow->findChild<QDockWidget*>("mapDock");
+        auto* tree = dock->findChild<QTreeWidget*>("findingsTreeWidget");
+        dock->show();
+        QCOMPARE(tree->topLevelItemCount(), 10);
+        QVERIFY(!map->isVisible());
+        tree->setCurrentItem(tree->topLevelItem(1));
+        QVERIFY(map->isVisible());
+
+        const auto rows = [this] {
+            return mWindow->findChild<QTableWidget*>("jobDrillDataTableWidget")->rowCount();
+        };
+        QCOMPARE(rows(), 8);
+        mWindow->chooseSizes({"drill=drilled"});
+        QCOMPARE(rows(), 1);
+        QTRY_VERIFY(found->text() != "findings: 10 (hard: 3)");
     }
 
     void opensWhatIsDropped()
