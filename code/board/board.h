@@ -12,8 +12,8 @@
 
 namespace brox {
 
-/** A board's drill data, as a reader hands them over: what the files tell, and of each guess that
- *  it is one. Rules of a shop act later and change nothing here. */
+/** A board's drill data, as a reader hands them over: what the files specify, and of each guess
+ * that it is one. Rules of a shop act later and change nothing here. */
 
 /** A length or coordinate in host size units: 400 to the micron, 10160 to the mil. */
 using Size = std::int32_t;
@@ -84,10 +84,10 @@ struct Tool
 {
     int number = 0; ///< in its file; 0: files of this format number no tools
     HoleType type = HoleType::Plated;
-    bool typeAssumed = false; ///< nothing told whether it is plated
-    bool functionTold = false; ///< told to be a via, or told to be something else
+    bool typeAssumed = false; ///< nothing specifies whether it is plated
+    bool functionTold = false; ///< specified to be a via, or to be something else
     Size finishedSize = 0; ///< of the holes, and the width of the slots
-    std::optional<Tolerance> tolerance; ///< null: none told
+    std::optional<Tolerance> tolerance; ///< null: unspecified
     std::vector<Place> holes;
     std::vector<Path> slotPaths; ///< the middle of the slots
     std::optional<qint64> specifiedHits = {}; ///< holes and slots by a comment
@@ -137,7 +137,7 @@ struct Layer
     std::vector<Tool> tools; ///< those with holes or slots, as the file orders them
     std::vector<Tool> backDrills; ///< drilled to take plating away; their type means nothing
     std::vector<Contour> contours;
-    QString assumedFormat; ///< digits that had to be guessed, such as "2:4"; empty: told
+    QString assumedFormat; ///< digits that had to be guessed, such as "2:4"; empty: specified
     bool formatDoubtful = false; ///< other digits are nearly as likely
     bool hasDrillSizes = false; ///< its tools' sizes are those of drills, not of finished holes
 };
@@ -160,7 +160,7 @@ struct Step
     QString name;
     std::vector<Layer> layers; ///< those with any content, in order of first appearance
     std::vector<Repeat> repeats;
-    std::vector<Path> outline; ///< empty if the board does not tell it
+    std::vector<Path> outline; ///< empty if the board specifies none
     qint64 holesLeftOut = 0; ///< holes on layers that are neither drilled nor routed
 };
 

@@ -47,7 +47,7 @@ public:
     bool next();
 
     /** The entry's, with the folders in it, whatever the locale. A file that is only packed has
-     *  the archive's own name without what tells the packing. */
+     *  the archive's own name without the suffix of the packing. */
     const QString& name() const { return mName; }
 
     /** What the entry is if it is no regular file, for the user; else empty. */

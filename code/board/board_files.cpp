@@ -28,7 +28,7 @@ bool isIpc2581(QByteArrayView beginning)
         || root.match(QString::fromUtf8(beginning)).hasMatch();
 }
 
-/** What the beginning of a file tells. */
+/** What the beginning of a file says. */
 struct Look
 {
     FileKind kind;

@@ -6,7 +6,7 @@
 
 namespace brox {
 
-/** Reads a board of whatever kind its files are, told by their content.
+/** Reads a board of whatever kind its files are, known by their content.
  *
  * @param paths  an IPC-2581 file; or all drill files of a board, each of which becomes a layer of
  *               the one step "pcb"; or archives and folders, in which these are looked for; "-" is

@@ -6,7 +6,7 @@
 
 namespace brox {
 
-/** What boards and their readers tell the user, in the language of the program. */
+/** What boards and their readers say to the user, in the language of the program. */
 class BoardText
 {
     Q_DECLARE_TR_FUNCTIONS(BoardText)

@@ -39,8 +39,8 @@ struct DrillTool
     QString name; ///< for messages, such as "T1"
     int number = 0;
     qint64 line = 0; ///< of its definition
-    double diameter = 0; ///< in its units; 0: not told
-    std::optional<Units> units; ///< null: those of the file, which may be told later
+    double diameter = 0; ///< in its units; 0: unspecified
+    std::optional<Units> units; ///< null: those of the file, which may be specified later
     std::optional<ToldTolerance> tolerance; ///< in its units
     HoleFacts facts;
     std::optional<qint64> specifiedHits = {}; ///< by a comment
@@ -112,7 +112,7 @@ public:
 
     /** All that was made, with tools in the order of their definition. To be called once.
      *
-     * @param file           of tools for which nothing nearer tells
+     * @param file           of tools for which nothing nearer is known
      * @param numbers        that have read the places
      * @param usualDecimals  of the program that wrote the file; 0: not known
      * @param notes          gets what the user should know

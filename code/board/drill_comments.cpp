@@ -39,7 +39,7 @@ void HoleFacts::complete(const HoleFacts& other)
 
 HoleType HoleFacts::type() const
 {
-    // Without any hint a hole counts as plated: most are. It is a guess, and told to be one.
+    // Without any hint a hole counts as plated: most are. It is a guess, and marked as one.
     if (!plated.value_or(use != Use::Mechanical)) {
         return HoleType::NonPlated;
     }
@@ -77,7 +77,7 @@ void HoleAttributes::readFileFunction(const QStringList& fields)
         mFile.plated = false;
     } else if (fields.contains(QLatin1String("PLATED"))) {
         mFile.plated = true;
-    } // of mixed plating the tools tell
+    } // of mixed plating the tools specify it
     QStringList layers;
     for (const QString& field : fields) {
         bool isNumber = false;

@@ -10,7 +10,7 @@
 
 namespace brox {
 
-/** What a hole is for, as far as it is told. */
+/** What a hole is for, as far as it is specified. */
 struct HoleFacts
 {
     enum class Use
@@ -25,7 +25,7 @@ struct HoleFacts
     Use use = Use::Unknown;
     bool isBackDrill = false;
 
-    /** Takes what is not known yet from one that is told for more than this hole. */
+    /** Takes what is not known yet from one that stands for more than this hole. */
     void complete(const HoleFacts& other);
 
     HoleType type() const;
@@ -64,25 +64,25 @@ private:
     std::optional<ToldTolerance> mTolerance;
 };
 
-/** What the name of a drill file tells. */
+/** What the name of a drill file says. */
 HoleFacts factsOfName(const QString& fileName);
 
-/** What a comment tells of one tool by its number; sizes in host units, not rounded. */
+/** What a comment says of one tool by its number; sizes in host units, not rounded. */
 struct ToolRemark
 {
     HoleFacts facts;
-    double size = 0; ///< 0: not told
+    double size = 0; ///< 0: unspecified
     std::optional<ToldTolerance> tolerance;
-    qint64 quantity = -1; ///< of hits; -1: not told
+    qint64 quantity = -1; ///< of hits; -1: unspecified
 };
 
-/** What the comments of an Excellon or XNC file tell of its holes and places. Programs write no
+/** What the comments of an Excellon or XNC file say of its holes and places. Programs write no
  *  plating, vias or tolerances otherwise. */
 class ExcellonComments
 {
 public:
     /** @param comment  without the mark of comments
-     *  @param numbers  gets digits, zeros and units that the comment tells */
+     *  @param numbers  gets digits, zeros and units that the comment specifies */
     void read(const QString& comment, NumberReader& numbers);
 
     /** From here on a comment on plating concerns tools that are selected, not defined. */

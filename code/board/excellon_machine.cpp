@@ -208,14 +208,14 @@ void ExcellonTools::define(
     DrillTool tool{QStringLiteral("T%1").arg(number), number, mAt.line, *value, units,
         mComments.attributes().tolerance(), mComments.definedFacts()};
     if (units) {
-        mCanvas.sizeOf(tool); // what is wrong with it is told where it stands
+        mCanvas.sizeOf(tool); // what is wrong with it is reported where it stands
     }
     const auto known = mToolOf.find(number);
     if (known != mToolOf.end()) {
         DrillTool& old = mCanvas.tool(known->second);
         if (old.diameter == tool.diameter && old.units == tool.units) {
             if (inHeader && tool.facts.plated && old.facts.plated != tool.facts.plated) {
-                old.facts.plated.reset(); // told to be both
+                old.facts.plated.reset(); // specified to be both
             }
             return;
         }
@@ -257,7 +257,7 @@ void ExcellonTools::select(int number)
         return; // the tool goes back
     }
     if (known == mToolOf.end()) {
-        // A remark may tell its size; routers of some programs are told by no one.
+        // A remark may give its size; that of a router some programs never specify.
         const size_t tool = add({QStringLiteral("T%1").arg(number), number, mAt.line, 0, {}, {},
             mComments.attributes().ofTool()});
         known = mToolOf.emplace(number, tool).first;

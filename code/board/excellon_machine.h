@@ -63,7 +63,7 @@ public:
         , mNotes(notes)
     { }
 
-    /** @param units  of the diameter; null: not told yet */
+    /** @param units  of the diameter; null: not known yet */
     void define(int number, std::string_view diameter, std::optional<Units> units, bool inHeader);
 
     /** Of the tools that were defined before the units. */
@@ -77,7 +77,7 @@ public:
     /** Decimals that the diameters of all defined tools have; 0 if they differ. */
     int decimals() const { return mDecimals.value_or(0); }
 
-    /** Adds to the tools what comments tell of them, and compares; at the file's end. */
+    /** Adds to the tools what comments say of them, and compares; at the file's end. */
     void finish(std::optional<Units> units);
 
 private:

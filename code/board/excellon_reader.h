@@ -8,7 +8,7 @@ namespace brox {
 
 /** Reads an Excellon or XNC drill file.
  *
- * @param name  path for messages; its last part may tell the plating
+ * @param name  path for messages; its last part may say the plating
  * @throws BoardError      also for a file that is cut off or has units nowhere
  * @throws BoardCancelled
  */

@@ -26,7 +26,7 @@ enum class FileKind
     Empty
 };
 
-constexpr qsizetype fileKindBytes = 1 << 16; ///< that tell a file's kind
+constexpr qsizetype fileKindBytes = 1 << 16; ///< that decide a file's kind
 
 FileKind fileKind(QByteArrayView beginning);
 

@@ -204,7 +204,7 @@ void Ipc2581Openings::endHole()
 
 void Ipc2581Openings::beginSlot(const Ipc2581Attributes& attributes)
 {
-    // Some exporters tell no plating of slots. It is a guess then, and told to be one.
+    // Some exporters specify no plating of slots. It is a guess then, and marked as one.
     begin(attributes, true);
     mShapes.begin();
 }

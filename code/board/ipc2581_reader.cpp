@@ -144,7 +144,7 @@ private:
 
     Board mBoard;
     QString mMainStep;
-    double mUnit = 0; ///< of the design; 0: not told yet
+    double mUnit = 0; ///< of the design; 0: not known yet
     QHash<QString, QString> mLayerFunctions;
     QHash<QString, Span> mSpans;
     QString mDeclaredLayer;
@@ -404,7 +404,7 @@ void Reader::turnPart(const Attributes& attributes)
     mIsInSlot ? mOpenings.turn(attributes) : mShapes.movePart();
 }
 
-/** Exporters that know no tolerances write 0 and 0 for each hole: then none is told. */
+/** Exporters that know no tolerances write 0 and 0 for each hole: then none is specified. */
 void Reader::dropEmptyTolerances()
 {
     if (mOpenings.isToleranceTold()) {

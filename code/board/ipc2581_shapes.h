@@ -84,7 +84,7 @@ private:
     struct Shape
     {
         Kind kind = Kind::None;
-        double width = 0; ///< of a slot or stroke; 0: none is told
+        double width = 0; ///< of a slot or stroke; 0: unspecified
         Path path;
         std::string reference;
         bool isCompound = false; ///< of several parts, or of one that is moved: not understood

@@ -36,7 +36,7 @@ void Ipc2581Steps::addRepeat(const Ipc2581Attributes& attributes)
         mPass.line()});
 }
 
-/** Moves a repeat so that the datum of the step, and not its origin, lies where it is told to. */
+/** Moves a repeat so that the datum of the step, and not its origin, lies where it should. */
 void Ipc2581Steps::placeDatum(Repeat& repeat)
 {
     const Place datum = mDatums[repeat.step];

@@ -20,7 +20,7 @@ public:
     void begin(const QString& name);
     Step& current() { return mSteps.back(); }
 
-    /** The point of the current step that repeats of it place; its origin if none is told. */
+    /** The point of the current step that repeats of it place; its origin if unspecified. */
     void setDatum(const Ipc2581Attributes& attributes)
     {
         mDatums.back() = attributes.place("x", "y");

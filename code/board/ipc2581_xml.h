@@ -18,8 +18,8 @@ namespace brox {
 
 class Ipc2581Pass;
 
-/** The attributes of an element, as long as its start is told. All but value() and text() throw a
- *  BoardError that names the line for what has no meaning. */
+/** The attributes of an element, as long as its start is handled. All but value() and text() throw
+ * a BoardError that names the line for what has no meaning. */
 class Ipc2581Attributes
 {
 public:
@@ -62,7 +62,7 @@ public:
     /** As XML and some exporters write it; false if there is none. */
     bool isTrue(const char* name, bool other = false) const;
 
-    /** How often something is repeated; 1 if it is not told. */
+    /** How often something is repeated; 1 if unspecified. */
     int repeats(const char* name) const;
 
     /** Host sizes to one of the units that the element names; 0 if it names none. */
@@ -98,7 +98,7 @@ public:
      *  @throws BoardCancelled */
     void run(QIODevice& device, const ReadOptions& options, Ipc2581Listener& listener);
 
-    /** Host sizes to the unit of all lengths from here on; 0: none is told. */
+    /** Host sizes to the unit of all lengths from here on; 0: unspecified. */
     void setUnit(double unit) { mUnit = unit; }
     double unit() const { return mUnit; }
 

@@ -75,7 +75,7 @@ NumberReader::Sample NumberReader::takeSample(std::string_view text)
             skip = false;
             continue;
         }
-        // Comments and the distances of repeats tell nothing of the places.
+        // Comments and the distances of repeats say nothing of the places.
         skip = skip || c == ';' || (atLineStart && (c == 'R' || c == 'T' || c == '('));
         atLineStart = false;
         if (skip || (c != 'X' && c != 'Y')) {
@@ -129,7 +129,7 @@ std::optional<Units> NumberReader::units() const
     return mUnits.origin == Origin::Guess ? std::nullopt : mUnits.value;
 }
 
-/** Guesses what nobody has told. */
+/** Guesses what nobody has specified. */
 void NumberReader::settle()
 {
     mSettled = true;
@@ -144,7 +144,7 @@ void NumberReader::settle()
         if (mSample.longest == 7) {
             ++digits.after;
         } else if (mSample.longest > 7) {
-            // Who tells that leading zeros are kept writes as many digits before as after it.
+            // Who says that leading zeros are kept writes as many digits before as after it.
             digits.before += mZeros.isGuess() ? 1 : 2;
             digits.after = int(std::min<size_t>(mSample.longest, 10)) - digits.before;
         }

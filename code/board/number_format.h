@@ -25,17 +25,17 @@ enum class Zeros
     Trailing ///< or all
 };
 
-/** Who tells a format, the weakest first. */
+/** Where a format comes from, the weakest first. */
 enum class Origin
 {
     Guess,
     List, ///< a file beside the drill file
-    User, ///< for files that do not tell
+    User, ///< for files that do not specify it
     Comment, ///< of the drill file
     File
 };
 
-/** As far as it is told. */
+/** As far as it is specified. */
 struct NumberFormat
 {
     std::optional<Units> units;
@@ -57,8 +57,8 @@ inline double sizeOf(Units units)
 
 /** Reads the numbers of places.
  *
- * What nobody tells is guessed from a sample of the file when the first number needs it, and then
- * told by guess().
+ * What nobody specifies is guessed from a sample of the file when the first number needs it, and
+ * then reported by guess().
  */
 class NumberReader
 {
@@ -66,8 +66,8 @@ public:
     /** @param sample  the beginning of the file, as far as it is known beforehand */
     explicit NumberReader(std::string_view sample = {});
 
-    /** Takes what was not told by a stronger origin. What a file tells twice and differently is a
-     *  guess. */
+    /** Takes what no stronger origin has specified. What a file specifies twice and differently is
+     * a guess. */
     void tell(const NumberFormat& format, Origin origin);
 
     /** Takes digits and zeros that what results has shown to be likely, whatever the file tells. */
@@ -97,7 +97,7 @@ public:
     size_t longest() const { return mLongest; }
 
     /** What had to be guessed for the numbers read so far, such as "2:4, leading zeros left out";
-     *  empty if all was told. */
+     *  empty if all was specified. */
     QString guess() const;
 
 private:
@@ -113,7 +113,7 @@ private:
     {
         std::optional<Value> value;
         Origin origin = Origin::Guess;
-        bool isDoubtful = false; ///< told twice and differently
+        bool isDoubtful = false; ///< specified twice and differently
         void tell(const std::optional<Value>& other, Origin by);
         bool isGuess() const { return isDoubtful || origin == Origin::Guess; }
     };

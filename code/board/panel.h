@@ -11,7 +11,7 @@ namespace brox {
 
 /** A step with the steps that it repeats: what it comes to, and where everything lies. */
 
-/** A panel that is too large to be spread, told in one line. */
+/** A panel that is too large to be spread, described in one line. */
 class PanelError : public std::runtime_error
 {
 public:

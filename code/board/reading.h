@@ -67,7 +67,7 @@ struct DrillOptions : ReadOptions
     qint64 drilled = 0; ///< holes and slots of the board's files before it
 };
 
-/** Cuts a device into chunks, and tells the progress behind each. */
+/** Cuts a device into chunks, and reports the progress behind each. */
 class ChunkReader
 {
 public:
@@ -143,7 +143,7 @@ private:
 struct DrillFile
 {
     Layer layer; ///< named after the file
-    std::optional<Units> units; ///< told, or by the options
+    std::optional<Units> units; ///< specified, or by the options
     QStringList notes; ///< what the user should know of it, without the file's name
     qint64 drilled = 0; ///< holes and slots, with those of the board's files before it
     double extent = 0; ///< the larger side of what it drills, in host size units

@@ -2,7 +2,7 @@
 #ifndef BROX_TYPES_H
 #define BROX_TYPES_H
 
-/** What host and module tell each other beside numbers and texts; part of brox_proxy.h. */
+/** What host and module exchange beside numbers and texts; part of brox_proxy.h. */
 
 /** A bad argument, or a viewer that could not be made. */
 #define BROX_BAD_ARGUMENT 824001

@@ -15,7 +15,7 @@ class QScrollBar;
 /** The Drill Tool Manager Setup widget of one job step.
  *
  * It owns the models and all other widgets. The widgets know nothing of each other: they report
- * what the user did, and the viewer applies it to the current model and tells those that depend
+ * what the user did, and the viewer applies it to the current model and lets those that depend
  * on it to compute again. Sizes are in host size units.
  */
 class BroxViewer : public QWidget

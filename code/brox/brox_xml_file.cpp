@@ -24,7 +24,7 @@ bool isXmlCharacter(QChar character)
     return (code >= 0x20 && code < 0xfffe) || code == '\t' || code == '\n' || code == '\r';
 }
 
-/** Whether elements nest deeper than a document of ours ever would; tells where.
+/** Whether elements nest deeper than a document of ours ever would; says where.
  *
  * A document object model is destroyed by recursion, so a file of many thousand levels would
  * exhaust the stack: it has to be refused before it is built. A text that is no XML is not judged.

@@ -6,7 +6,7 @@
 
 namespace brox {
 
-/** What differs between two boards, told as the way from the first to the other. */
+/** What differs between two boards, described as the way from the first to the other. */
 enum class DifferenceKind
 {
     Whole, ///< the other is the board mirrored, turned or scaled, and nothing else

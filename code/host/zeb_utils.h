@@ -30,10 +30,10 @@ public:
     /** @param status  the host's non-zero status */
     explicit InternalException(int status);
 
-    /** What the user is told of this status; text owned by the host, local 8-bit. */
+    /** What the user reads of this status; text owned by the host, local 8-bit. */
     char* getMessage() const;
 
-    /** What the user is told of any other exception; text owned by the host, local 8-bit. */
+    /** What the user reads of any other exception; text owned by the host, local 8-bit. */
     static char* getDefaultMsg();
 
 private:

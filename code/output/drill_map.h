@@ -36,7 +36,8 @@ public:
 
     /** Paints a sheet with its corner at the painter's origin, a unit a tenth of a millimetre.
      *
-     * @param progress  told how many holes and slots are painted, those of the sheets before it too
+     * @param progress  receives how many holes and slots are painted, those of the sheets before it
+     * too
      * @throws BoardCancelled
      */
     void paint(QPainter& painter, size_t sheet, const Progress& progress = {}) const;
@@ -85,7 +86,7 @@ class FileSet;
 /** Adds a plan's map to the files that are to be written: SVG or PNG with the sheets one below
  *  the other, or PDF with a page a sheet, by the file's suffix.
  *
- * @param progress  told how many holes and slots of how many are painted
+ * @param progress  receives how many holes and slots of how many are painted
  *
  * @throws OutputError  also for another suffix, and if nothing is drilled
  * @throws PanelError, BoardCancelled

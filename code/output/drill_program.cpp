@@ -153,7 +153,7 @@ private:
     }
 
     /** An arc of more than half a circle goes by the point opposite to its start. The board's own
-     *  places tell that: with the program's digits the ends of a short arc may be one. */
+     *  places show that: with the program's digits the ends of a short arc may be one. */
     void arc(const Segment& segment, Place from)
     {
         const Place to = segment.to;
@@ -239,7 +239,7 @@ std::optional<std::pair<int, int>> numbersOf(const Board& board, const Span& spa
     return first > 0 ? std::optional(std::pair(first, last)) : std::nullopt;
 }
 
-/** What a pair of layers is to the board, as far as numbers of layers tell. */
+/** What a pair of layers is to the board, as far as numbers of layers show. */
 QString spanLabel(const DrillPlan& plan, const Program& program, const std::pair<int, int>& own)
 {
     if (!program.isPlated) {

@@ -32,7 +32,7 @@ QByteArray programText(
 
 /** Adds all programs of a plan to the files that are to be written.
  *
- * @param progress  told how many programs of how many are made
+ * @param progress  receives how many programs of how many are made
  * @throws OutputError  naming what can't be drilled by a program: a tool without a size, too many
  *                      tools, nothing at all
  * @throws PanelError, BoardCancelled

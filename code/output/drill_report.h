@@ -13,7 +13,7 @@ class FileSet;
  *
  * By the path's suffix it is a page of HTML that needs no other file, or a PDF.
  *
- * @param progress  told how many holes and slots of how many are painted
+ * @param progress  receives how many holes and slots of how many are painted
  * @throws OutputError  also for another suffix
  * @throws PanelError, BoardCancelled
  */

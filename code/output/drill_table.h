@@ -15,7 +15,7 @@ QString planText(const DrillPlan& plan);
 
 /** Names of the columns as comma-separated values.
  *
- * @param units   in which the sizes are told
+ * @param units   in which the sizes are shown
  * @param before  a column that comes before the plan's; empty: none
  */
 QString planCsvHeader(Units units, const QString& before = {});
@@ -26,7 +26,7 @@ QString planCsvHeader(Units units, const QString& before = {});
  */
 QString planCsvRows(const DrillPlan& plan, Units units, const QString& before = {});
 
-/** All of a plan; the members are told in the page on file formats.
+/** All of a plan; the members are described in the page on file formats.
  *
  * @param withPlaces  also where the holes and slots are
  * @throws PanelError

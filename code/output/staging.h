@@ -36,7 +36,7 @@ public:
     {
         Taken,
         Busy, ///< another process, or another object, has it
-        Impossible ///< errno tells why; the folder is missing or can't be written in
+        Impossible ///< errno says why; the folder is missing or can't be written in
     };
 
     /** @param patience  milliseconds to wait for another */

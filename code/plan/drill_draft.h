@@ -47,7 +47,7 @@ struct PlannedStep
 {
     std::shared_ptr<const Board> board; ///< never null
     size_t step = 0; ///< index in the board
-    Units units = Units::Metric; ///< in which sizes are told
+    Units units = Units::Metric; ///< in which sizes are shown
     QStringList rules; ///< the shop's rules that are in force, a line each
     std::vector<StepLayer> layers; ///< pointers in it lie in the board
     CheckLimits limits; ///< those of the shop

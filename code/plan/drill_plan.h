@@ -7,7 +7,7 @@
 
 namespace brox {
 
-/** What a model makes of a step: all that tables, drill programs, maps and reports tell. */
+/** What a model makes of a step: all that tables, drill programs, maps and reports show. */
 
 struct ModelAmount
 {

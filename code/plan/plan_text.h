@@ -11,7 +11,8 @@ namespace brox {
 /** The words of plans. Tables, drill programs and files have them in English whatever the language,
  *  since other programs read them; what people read has them spoken. */
 
-/** What plans, maps, reports and failing exports tell the user, in the language of the program. */
+/** What plans, maps, reports and failing exports say to the user, in the language of the program.
+ */
 class PlanText
 {
     Q_DECLARE_TR_FUNCTIONS(PlanText)

@@ -9,7 +9,7 @@
 
 namespace brox {
 
-/** A rule that can't be read, told in one line. */
+/** A rule that can't be read, described in one line. */
 class RulesError : public std::runtime_error
 {
 public:
@@ -51,7 +51,7 @@ struct CheckLimits
     bool operator==(const CheckLimits&) const = default;
 };
 
-/** What a shop assumes where a board tells nothing, and what it can drill. */
+/** What a shop assumes where a board specifies nothing, and what it can drill. */
 class ShopRules
 {
 public:

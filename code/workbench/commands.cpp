@@ -195,7 +195,7 @@ bool isUndecided(const Options& options, const PlannedStep& step)
     return !options.isSet(options.sizes) && !sizesText(step).isEmpty();
 }
 
-/** The exit status that a plan's tools call for; what is wrong is told on standard error.
+/** The exit status that a plan's tools call for; what is wrong goes to standard error.
  *
  * @param name  of the board where there are several; else empty
  */
@@ -372,7 +372,7 @@ int printPlan(const Options& options, HostSession& session, const Job& job)
     return qMax(qMax(status, statusOf(options, plan, {})), differs ? differStatus : 0);
 }
 
-/** Boards one after the other. Sizes are told in the units of the first, or those asked for, so
+/** Boards one after the other. Sizes are printed in the units of the first, or those asked for, so
  *  that a column has one unit; each board is calculated in its own. */
 int printBoards(const Options& options, HostSession& session, const ShopRules& rules)
 {
@@ -463,7 +463,7 @@ int showWindow(const Options& options, HostSession& session, const QStringList& 
     if (paths.isEmpty()) {
         window.reopenLastBoard();
     } else {
-        // A box tells what is wrong: who starts it from the desktop sees nothing else. Units are
+        // A box says what is wrong: who starts it from the desktop sees nothing else. Units are
         // set before there is a viewer: it takes a change for an edit.
         window.guard(
             [&] { window.openBoard(paths, [&] { return setUpStep(options, session, window); }); });
@@ -485,7 +485,7 @@ int takeScreenshot(const Options& options, HostSession& session, const QStringLi
     return window.grab().save(image, "PNG") ? 0 : fail(image + ": the image can't be written");
 }
 
-/** Makes the data folder ready. A window tells of broken files itself. */
+/** Makes the data folder ready. A window reports broken files itself. */
 void prepareData(const Options& options, const QString& dataDir)
 {
     const bool isNew = !QFileInfo::exists(dataDir);

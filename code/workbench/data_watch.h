@@ -16,7 +16,7 @@ public:
     explicit DataWatch(const QString& dataDir);
 
 signals:
-    /** Some file may have changed; a series of changes is told once. */
+    /** Some file may have changed; a series of changes is reported once. */
     void changed();
 
 private:

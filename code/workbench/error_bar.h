@@ -9,7 +9,7 @@ class QLabel;
 
 namespace brox {
 
-/** A line above the tabs that tells of an error; it goes away by itself or by a click. */
+/** A line above the tabs that reports an error; it goes away by itself or by a click. */
 class ErrorBar : public QFrame
 {
     Q_OBJECT

@@ -362,7 +362,7 @@ Drill HostSession::drill(const DraftRow& row, const DrillModel& model, size_t st
     int size = 0;
     char bit[8] = "";
     const auto [type, subType] = hostType(row.type);
-    // A slot whose width no file tells gets no drill; an amount alone is none.
+    // A slot whose width no file specifies gets no drill; an amount alone is none.
     if (!model.name.isEmpty() && row.finishedSize > 0) {
         check(brox__proxy_calc_drill_size(mSteps.at(step).stpid,
                   model.name.toLocal8Bit().constData(), type, subType, row.tolerance.minus,

@@ -16,7 +16,7 @@
 
 namespace brox {
 
-/** Something that can't be done, told in one line. */
+/** Something that can't be done, described in one line. */
 class HostError : public std::runtime_error
 {
 public:
@@ -73,7 +73,7 @@ public:
      *  Of those of one size the last counts, as in the module. */
     std::vector<TableBit> approvedBits(size_t step);
 
-    /** Changes a step's units and tells its viewer. */
+    /** Changes a step's units and notifies its viewer. */
     void setUnits(size_t step, Units units);
 
     /** The step's viewer, which is opened if there is none yet. */

@@ -93,7 +93,7 @@ void JobTable::goToNextToCheck()
     }
 }
 
-/** What was assumed is slanted, and a rule that acted is told in a tip. */
+/** What was assumed is slanted, and a rule that acted is shown in a tip. */
 void JobTable::mark()
 {
     for (int i = 0; i < mTable->rowCount(); ++i) {

@@ -25,7 +25,7 @@ int main(int argc, char** argv)
     if (noWindows || onlyPrints) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
         if (!qEnvironmentVariableIsSet("XDG_RUNTIME_DIR")) {
-            // Qt would take the like, and tell so on standard error with each board.
+            // Qt would take the like, and say so on standard error with each board.
             const QString folder =
                 QDir::temp().filePath(QStringLiteral("runtime-%1").arg(getuid()));
             qputenv("XDG_RUNTIME_DIR", QFile::encodeName(folder));

@@ -36,7 +36,7 @@ namespace brox {
 namespace {
 
 constexpr QSize likedSize(1000, 1000);
-constexpr double shareOfScreen = 0.9; // the rest is for frames, which no screen tells of
+constexpr double shareOfScreen = 0.9; // the rest is for frames, which no screen reports
 
 const char geometryKey[] = "geometry";
 const char stateKey[] = "state";
@@ -144,7 +144,7 @@ MainWindow::~MainWindow()
     mLive->disconnect();
     delete mFindings;
     delete mMap; // which looks at the steps when it is hidden
-    delete mTabs; // a viewer that ends may have something to tell this window
+    delete mTabs; // a viewer that ends may still call this window
 }
 
 /** Table and status bar say what the plan does. */
@@ -519,7 +519,7 @@ void MainWindow::saveModels()
     }
 }
 
-/** Menus, title and status bar tell of the step in front, or that there is none. */
+/** Menus, title and status bar show the step in front, or that there is none. */
 void MainWindow::followStep()
 {
     const std::optional<size_t> step = mTabs->currentStep();

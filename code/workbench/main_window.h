@@ -46,7 +46,7 @@ public:
     /** Takes geometry and docks of the last time, and keeps them and the board for the next. */
     void remember();
 
-    /** Opens the board of the last time if it is still there; what is wrong with it is told in a
+    /** Opens the board of the last time if it is still there; what is wrong with it is shown in a
      *  box. */
     void reopenLastBoard();
 
@@ -83,7 +83,7 @@ public:
     /** How boards are read from now on. */
     void setReadOptions(const ReadOptions& options) { mReadOptions = options; }
 
-    /** Runs a user's command; what can't be done is told in a box. */
+    /** Runs a user's command; what can't be done is shown in a box. */
     void guard(const std::function<void()>& work);
 
     /** Takes over the rules of the shop; without them nothing is exported. */

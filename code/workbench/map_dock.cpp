@@ -58,7 +58,7 @@ MapDock::MapDock(HostSession& session, LivePlan& plan, QWidget* parent)
     connect(ui.mapWidget, &MapWidget::missed, this, [this] { ui.holeLabel->clear(); });
     connect(&mLive, &LivePlan::changed, this, &MapDock::followPlan);
     connect(this, &QDockWidget::visibilityChanged, this, [this] {
-        if (!isVisible() || !mLive.current()) { // which is told to all that follow it
+        if (!isVisible() || !mLive.current()) { // of which all that follow it hear
             followPlan();
         }
     });

@@ -70,7 +70,7 @@ QString extentText(const Board& board, Units units)
             isInch ? OpenText::tr("inch") : OpenText::tr("mm"));
 }
 
-/** Reads a board in both units and lets the user tell by its size which ones are meant. */
+/** Reads a board in both units and lets the user judge by its size which ones are meant. */
 std::optional<Board> askForUnits(
     QWidget* window, const QStringList& paths, ReadOptions options, const UnitsUnknown& error)
 {

@@ -27,7 +27,7 @@ struct Options
             && !isSet(help) && !isSet(version);
     }
 
-    /** Whether drill sizes are to be calculated and told. */
+    /** Whether drill sizes are to be calculated and printed. */
     bool wantsPlan() const
     {
         return isSet(table) || isSet(csv) || isSet(json) || isSet(check) || isSet(compare)

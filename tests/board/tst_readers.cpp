@@ -29,7 +29,7 @@ QString told(const Path& path)
 }
 
 /** Type, size, tolerances in millimetres, then places: "P0.8-0.1+0.2 1,1 2,1 ~0,0>5,0". A type
- *  that was guessed has a question mark; of many holes the number is told. */
+ *  that was guessed has a question mark; of many holes the number is given. */
 QString told(const Tool& tool)
 {
     QString text = "PNVF"[int(tool.type)] + QString(tool.typeAssumed ? "?" : "")
