@@ -280,7 +280,8 @@ const Case cases[] = {
         {}, "brox-workbench: $D/x.pdf: can't be written: it is named twice\n"},
     {"$B sensor.xml --drill-programs $D/no/such; s=$?; ls $D/no 2>/dev/null; exit $s", 1, {},
         "brox-workbench: $D/no/such: can't be written: there is no folder $D/no\n"},
-    {"cd $D/data/brox; rm brox.xml shop*; mkfifo shop_rules.json; mkdir brox.xml; $B --models", 1, {},
+    {"cd $D/data/brox; rm brox.xml shop*; mkfifo shop_rules.json; mkdir brox.xml; $B --models", 1,
+        {},
         "brox-workbench: $D/data/brox/brox.xml: it is a folder\n"
         "brox-workbench: $D/data/brox/shop_rules.json: it is no regular file\n"},
     {"d=$(printf '%0500d' 0 | sed 's,0\\{50\\},&/,g'); $B --models --data /$d 2>$D/e; s=$?;"
