@@ -30,6 +30,10 @@
         <source>As chosen before for this board: %1</source>
         <translation>Wie zuvor für diese Leiterplatte gewählt: %1</translation>
     </message>
+    <message>
+        <source>%1: what is chosen for the board is not kept: %2</source>
+        <translation>%1: was für die Leiterplatte gewählt ist, wird nicht behalten: %2</translation>
+    </message>
 </context>
 <context>
     <name>BoardText</name>
@@ -2470,10 +2474,6 @@ Abbrechen: Nichts wird gespeichert.</translation>
     <message>
         <source>Read Again...</source>
         <translation>Neu lesen …</translation>
-    </message>
-    <message>
-        <source>%1: what is chosen for the board is not kept: %2</source>
-        <translation>%1: was für die Leiterplatte gewählt ist, wird nicht behalten: %2</translation>
     </message>
     <message>
         <source>&amp;Recalculate</source>

@@ -1,12 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "commands.h"
 
-#include "acceptances.h"
-#include "bits_exchange.h"
-#include "comparing.h"
+#include "bits_list.h"
 #include "comparison_text.h"
-#include "data_file.h"
-#include "data_start.h"
 #include "drill_map.h"
 #include "drill_program.h"
 #include "drill_report.h"
@@ -14,17 +10,12 @@
 #include "file_set.h"
 #include "finding_table.h"
 #include "host_session.h"
-#include "language.h"
-#include "main_window.h"
+#include "open_board.h"
 #include "options.h"
 #include "plan_checks.h"
-#include "type_choice.h"
 
-#include <QApplication>
 #include <QFile>
-#include <QFileInfo>
 #include <QJsonDocument>
-#include <QStandardPaths>
 #include <algorithm>
 #include <cstdio>
 
@@ -37,11 +28,6 @@ constexpr int strictStatus = 2;
 
 /** Exit status if two boards differ that are compared. */
 constexpr int differStatus = 3;
-
-void warn(const QString& message)
-{
-    fprintf(stderr, "%s\n", message.toUtf8().constData());
-}
 
 int print(const QString& text)
 {
@@ -107,22 +93,10 @@ void openCalculator(HostSession& session)
 }
 
 /** The step asked for, in the units asked for. */
-DrillDraft draftOf(const Options& options, Job job)
+DrillDraft draftOf(const Options& options, Board board, const ShopRules& rules)
 {
-    if (options.isSet(options.thickness)) {
-        job.thickness = sizeOf(options.value(options.thickness));
-    }
-    if (options.isSet(options.accept)) {
-        job.acceptances =
-            std::make_shared<const Acceptances>(Acceptances::load(options.value(options.accept)));
-    }
-    for (const QString& value : options.parser.values(options.sizes)) {
-        try {
-            chooseSizes(job, value);
-        } catch (const RulesError& error) {
-            throw RulesError("--sizes: " + QString::fromUtf8(error.what()));
-        }
-    }
+    Job job(std::move(board), rules);
+    applyChoices(options, job);
     DrillDraft draft = draftStep(job, chosenStep(options, *job.board));
     if (options.isSet(options.units)) {
         draft.units = unitsOf(options, options.units);
@@ -260,21 +234,6 @@ QString linesText(const QStringList& list)
     return list.isEmpty() ? QString() : list.join('\n') + '\n';
 }
 
-Size toleranceOf(const Options& options)
-{
-    if (!options.isSet(options.compareWithin)) {
-        return defaultWithin;
-    }
-    bool isNumber = false;
-    const double size =
-        options.value(options.compareWithin).toDouble(&isNumber) * sizePerMillimetre;
-    if (!isNumber || !(size >= leastWithin && size <= mostWithin)) {
-        throw HostError(QStringLiteral("no tolerance of places \"%1\"; it is from 0.001 to 0.5 mm")
-                            .arg(options.value(options.compareWithin)));
-    }
-    return Size(std::lround(size));
-}
-
 /** The comparison that is asked for; null: none. */
 std::shared_ptr<const Comparison> askedComparison(
     const Options& options, const Board& board, size_t step, QStringList& notes)
@@ -283,7 +242,7 @@ std::shared_ptr<const Comparison> askedComparison(
         return nullptr;
     }
     return compareWith(board, step, options.parser.values(options.compare), readOptions(options),
-        toleranceOf(options), notes);
+        comparisonTolerance(options), notes);
 }
 
 /** What differs in another board, if one is compared. */
@@ -322,9 +281,25 @@ QString printed(const Options& options, const DrillPlan& plan,
         + found;
 }
 
-int printPlan(const Options& options, HostSession& session, const Job& job)
+} // namespace
+
+void warn(const QString& message)
 {
-    const DrillDraft draft = draftOf(options, job);
+    fprintf(stderr, "%s\n", message.toUtf8().constData());
+}
+
+int fail(const QString& message)
+{
+    for (const QString& line : message.split('\n')) {
+        warn(QStringLiteral("brox-workbench: ") + line);
+    }
+    return 1;
+}
+
+int printPlan(const Options& options, HostSession& session, Board board, const ShopRules& rules)
+{
+    openCalculator(session);
+    const DrillDraft draft = draftOf(options, std::move(board), rules);
     MergedPlan merged = planOf(options, session, draft);
     QStringList otherNotes;
     merged.plan.comparison = askedComparison(options, *draft.board, draft.step, otherNotes);
@@ -372,17 +347,16 @@ int printPlan(const Options& options, HostSession& session, const Job& job)
     return qMax(qMax(status, statusOf(options, plan, {})), differs ? differStatus : 0);
 }
 
-/** Boards one after the other. Sizes are printed in the units of the first, or those asked for, so
- *  that a column has one unit; each board is calculated in its own. */
 int printBoards(const Options& options, HostSession& session, const ShopRules& rules)
 {
+    openCalculator(session);
     std::optional<Units> units;
     bool hasFailed = false;
     bool isStrict = false;
     for (const QString& name : readList(options.value(options.boards))) {
         try {
             const DrillDraft draft =
-                draftOf(options, Job(readOrder({name}, readOptions(options)), rules));
+                draftOf(options, readOrder({name}, readOptions(options)), rules);
             const DrillPlan plan = planOf(options, session, draft).plan;
             QString text;
             if (!units) {
@@ -409,6 +383,7 @@ int printBoards(const Options& options, HostSession& session, const ShopRules& r
 
 int printModels(HostSession& session)
 {
+    openCalculator(session);
     QString text;
     for (const QString& model : session.models(0)) {
         text += model + '\n';
@@ -416,101 +391,6 @@ int printModels(HostSession& session)
     return print(text);
 }
 
-/** A board with the types that are chosen for it. */
-Job jobOf(const Options& options, Board board, const ShopRules& rules)
-{
-    Job job(std::move(board), rules);
-    for (const QString& choice : options.parser.values(options.type)) {
-        try {
-            chooseType(job, choice);
-        } catch (const RulesError& error) {
-            throw RulesError(QStringLiteral("--type: ") + QString::fromUtf8(error.what()));
-        }
-    }
-    return job;
-}
-
-/** The chosen step with the chosen units and model. */
-size_t setUpStep(const Options& options, HostSession& session, MainWindow& window)
-{
-    const size_t step = chosenStep(options, *window.job().board);
-    window.chooseTypes(options.parser.values(options.type));
-    window.chooseSizes(options.parser.values(options.sizes));
-    if (options.isSet(options.units)) {
-        session.setUnits(step, unitsOf(options, options.units));
-    }
-    if (options.isSet(options.model)) {
-        session.selectModel(step, options.value(options.model));
-    }
-    return step;
-}
-
-int showWindow(const Options& options, HostSession& session, const QStringList& paths)
-{
-    DataStart start(session.dataDir());
-    if (!start.lock()) {
-        return 0;
-    }
-    MainWindow window(session);
-    window.setReadOptions(readOptions(options));
-    window.remember();
-    window.show();
-    for (const QString& note : start.notes()) {
-        emit session.logged("NOTE", note);
-    }
-    start.repair();
-    window.loadRules([&] { return shopRules(options, session.dataDir()); });
-    if (paths.isEmpty()) {
-        window.reopenLastBoard();
-    } else {
-        // A box says what is wrong: who starts it from the desktop sees nothing else. Units are
-        // set before there is a viewer: it takes a change for an edit.
-        window.guard(
-            [&] { window.openBoard(paths, [&] { return setUpStep(options, session, window); }); });
-    }
-    return QApplication::exec();
-}
-
-int takeScreenshot(const Options& options, HostSession& session, const QStringList& paths)
-{
-    MainWindow window(session);
-    window.setRules(shopRules(options, session.dataDir()));
-    window.setReadOptions(readOptions(options));
-    if (!paths.isEmpty()) {
-        window.openBoard(paths, [&] { return setUpStep(options, session, window); });
-    }
-    window.show();
-    QApplication::processEvents();
-    const QString image = options.value(options.screenshot);
-    return window.grab().save(image, "PNG") ? 0 : fail(image + ": the image can't be written");
-}
-
-/** Makes the data folder ready. A window reports broken files itself. */
-void prepareData(const Options& options, const QString& dataDir)
-{
-    const bool isNew = !QFileInfo::exists(dataDir);
-    QStringList missing;
-    for (const DataFile::Kind kind : DataFile::moduleKinds) {
-        const QString path = DataFile(dataDir, kind).path();
-        if (!QFileInfo::exists(path)) {
-            missing << path;
-        }
-    }
-    DataStart::fill(dataDir);
-    if (isNew && options.isSet(options.data)) {
-        warn(QStringLiteral("made the data folder %1").arg(dataDir));
-    }
-    // A shop that lost its models should not take those to start with for its own.
-    if (missing.size() == 1) {
-        warn(QStringLiteral("%1 was missing and holds what a new one does").arg(missing[0]));
-    }
-    const QString complaints = DataFile::complaints(dataDir);
-    if (!options.wantsWindow() && !complaints.isEmpty()) {
-        throw HostError(complaints);
-    }
-}
-
-/** Bits into the data folder, or out of it. */
 int exchangeBits(const Options& options, const QString& dataDir)
 {
     if (options.isSet(options.importBits)) {
@@ -528,87 +408,6 @@ int exchangeBits(const Options& options, const QString& dataDir)
     }
     const QString error = writeFile(path, csv);
     return error.isEmpty() ? 0 : fail(QStringLiteral("%1: %2").arg(path, error));
-}
-
-/** What is named by nothing; empty: all names are names. */
-QString emptyName(const Options& options, const QString& dataDir)
-{
-    if (dataDir.isEmpty()) {
-        return QStringLiteral("the name of the data folder is empty");
-    }
-    if (options.isSet(options.drillPrograms) && options.value(options.drillPrograms).isEmpty()) {
-        return QStringLiteral("the name of the folder of drill programs is empty");
-    }
-    return options.parser.positionalArguments().contains(QString())
-        ? QStringLiteral("the name of a board is empty")
-        : QString();
-}
-
-} // namespace
-
-int fail(const QString& message)
-{
-    for (const QString& line : message.split('\n')) {
-        warn(QStringLiteral("brox-workbench: ") + line);
-    }
-    return 1;
-}
-
-int run(const Options& options)
-{
-    if (const QString reason = contradiction(options); !reason.isEmpty()) {
-        return fail(reason);
-    }
-    if (options.isSet(options.units)) {
-        unitsOf(options, options.units); // before anything is read or made
-    }
-    toolsAtMost(options);
-    const QStringList paths = options.parser.positionalArguments();
-    const QString dataDir = options.isSet(options.data)
-        ? options.value(options.data)
-        : QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
-    if (const QString reason = emptyName(options, dataDir); !reason.isEmpty()) {
-        return fail(reason);
-    }
-    // What is printed is for scripts too, and English; reports and maps are for people.
-    const bool prints =
-        options.wantsPlan() || options.isSet(options.models) || options.exchangesBits();
-    const bool isForPeople = !prints
-        || (options.isSet(options.language)
-            && (options.isSet(options.report) || options.isSet(options.map)));
-    const QString language = options.isSet(options.language) ? options.value(options.language)
-        : prints                                             ? QString()
-                                                             : systemLanguage();
-    const QString catalogue = moduleCatalogue(language);
-    speak(isForPeople ? language : QStringLiteral("en")); // English, too, has plural forms
-    Board board;
-    if (prints && !paths.isEmpty()) {
-        board = readOrder(paths, readOptions(options));
-    }
-    prepareData(options, dataDir);
-    if (options.exchangesBits()) {
-        return exchangeBits(options, dataDir);
-    }
-    HostSession session(dataDir, catalogue);
-    if (options.wantsWindow()) {
-        return showWindow(options, session, paths);
-    }
-    if (!prints) {
-        return takeScreenshot(options, session, paths);
-    }
-    QObject::connect(&session, &HostSession::logged, [](const QString& level, const QString& text) {
-        if (level == "ERROR") {
-            warn(text);
-        }
-    });
-    const ShopRules rules = shopRules(options, dataDir);
-    openCalculator(session);
-    if (options.isSet(options.models)) {
-        return printModels(session);
-    }
-    return options.isSet(options.boards)
-        ? printBoards(options, session, rules)
-        : printPlan(options, session, jobOf(options, std::move(board), rules));
 }
 
 } // namespace brox

@@ -2,7 +2,7 @@
 #include "data_guard.h"
 
 #include "file_set.h"
-#include "question.h"
+#include "messages.h"
 #include "standin.h"
 #include "step_data.h"
 

@@ -2,7 +2,6 @@
 #ifndef DATA_GUARD_H
 #define DATA_GUARD_H
 
-#include "backups.h"
 #include "data_file.h"
 
 #include <QObject>

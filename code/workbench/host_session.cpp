@@ -2,20 +2,15 @@
 #include "host_session.h"
 
 #include "brox_proxy.h"
-#include "near_word.h"
-#include "share.h"
+#include "language.h"
 #include "standin.h"
 #include "step_data.h"
 #include "vex_data.h"
 
-#include <QCheckBox>
 #include <QDir>
-#include <QLineEdit>
-#include <QTableWidget>
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <map>
 
 namespace brox {
 
@@ -70,28 +65,6 @@ QString hostLayerName(const DrillDraft& draft, const DraftRow& row)
         own = shortened(name, QStringLiteral(" slots %1").arg(i));
     }
     return own;
-}
-
-} // namespace
-
-namespace {
-
-constexpr int designationSize = 7; ///< bytes of a bit's designation that a host gets
-
-/** A widget of a viewer. */
-template <typename Widget>
-Widget* part(const QWidget* viewer, const char* name)
-{
-    auto* widget = viewer->findChild<Widget*>(name);
-    if (!widget) {
-        throw HostError(HostSession::tr("the viewer has no %1").arg(QLatin1String(name)));
-    }
-    return widget;
-}
-
-QTableWidget* modelTable(const QWidget* viewer)
-{
-    return part<QTableWidget>(viewer, "broxModelTableWidget");
 }
 
 } // namespace
@@ -199,8 +172,7 @@ QWidget* HostSession::viewer(size_t step)
             },
             open.edits);
         open.edits = {};
-        connect(open.viewer->findChild<StepData*>(), &StepData::touched, this,
-            [this, step] { emit edited(step); });
+        connect(&data(step), &StepData::touched, this, [this, step] { emit edited(step); });
         check(brox__proxy_set_parent_viewer(viewer, open.parent.get()), "follow the units");
         if (!open.firstModel.isEmpty() && models(step).contains(open.firstModel)) {
             selectModel(step, open.firstModel);
@@ -209,10 +181,15 @@ QWidget* HostSession::viewer(size_t step)
     return open.viewer;
 }
 
+StepData& HostSession::data(size_t step)
+{
+    return *viewer(step)->findChild<StepData*>();
+}
+
 void HostSession::recalculate(size_t step)
 {
-    if (const QWidget* viewer = mSteps.at(step).viewer) {
-        QMetaObject::invokeMethod(part<QWidget>(viewer, "broxJobDataWidget"), "recalcRequired");
+    if (mSteps.at(step).viewer) {
+        data(step).recalculate();
     }
 }
 
@@ -271,51 +248,41 @@ QStringList HostSession::models(size_t step)
 
 QString HostSession::selectedModel(size_t step)
 {
-    const QList<QTableWidgetItem*> items = modelTable(viewer(step))->selectedItems();
-    return items.isEmpty() ? QString() : items.first()->text();
+    return data(step).selectedModel();
 }
 
 void HostSession::selectModel(size_t step, const QString& model)
 {
-    QTableWidget* table = modelTable(viewer(step));
-    for (int row = 0; row < table->rowCount(); ++row) {
-        if (table->item(row, 0) && table->item(row, 0)->text() == model) {
-            table->setCurrentCell(row, 0);
-            return;
-        }
+    if (!data(step).selectModel(model)) {
+        const QStringList known = models(step);
+        throw HostError(known.isEmpty()
+                ? tr("no model \"%1\"; there are no models").arg(model)
+                : tr("no model \"%1\"; %2").arg(model, hintFor(model, known)));
     }
-    const QStringList known = models(step);
-    throw HostError(known.isEmpty() ? tr("no model \"%1\"; there are no models").arg(model)
-                                    : tr("no model \"%1\"; %2").arg(model, hintFor(model, known)));
 }
 
-/** Reads what the viewer shows of its selected model, which is what the module goes by. */
+void HostSession::duplicateModel(size_t step)
+{
+    data(step).duplicateModel();
+}
+
 DrillModel HostSession::model(size_t step)
 {
-    DrillModel model;
-    model.name = selectedModel(step);
+    DrillModel model = data(step).model();
     model.unsaved = hasUnsaved(step);
     model.isOlder = isOlder(step);
-    model.formula = part<QLineEdit>(viewer(step), "dhsLineEdit")->text();
-    model.usesBits = part<QCheckBox>(viewer(step), "useBitFileCheckBox")->isChecked();
-    const auto* table = part<QTableWidget>(viewer(step), "amountsTableWidget");
-    for (int row = 0; row < table->rowCount(); ++row) {
-        const auto size = [&](int column) {
-            const QTableWidgetItem* item = table->item(row, column);
-            return item ? Size(item->data(Qt::UserRole).toInt()) : 0;
-        };
-        if (table->item(row, 0)) {
-            model.amounts << ModelAmount{
-                table->verticalHeaderItem(row)->text(), size(0), size(1), size(2)};
-        }
-    }
     return model;
+}
+
+std::vector<TableBit> HostSession::approvedBits(size_t step)
+{
+    return data(step).approvedBits(draft(step).units);
 }
 
 std::vector<Drill> HostSession::drills(const DrillDraft& draft, size_t step)
 {
     const DrillModel current = model(step);
-    const QSet<QString> unapproved = unapprovedBits(step);
+    const QSet<QString> unapproved = data(step).unapprovedBits();
     std::vector<Drill> drills;
     for (const DraftRow& row : draft.rows) {
         if (row.isAsDrilled()) {
@@ -330,31 +297,6 @@ std::vector<Drill> HostSession::drills(const DrillDraft& draft, size_t step)
         }
     }
     return drills;
-}
-
-/** Designations that only bits have which are not approved. The module takes such bits in when it
- *  reads their file, as a host expects. */
-QSet<QString> HostSession::unapprovedBits(size_t step)
-{
-    enum Column
-    {
-        Designation,
-        Approved = 3
-    };
-    QSet<QString> unapproved;
-    QSet<QString> approved;
-    const auto* table = part<QTableWidget>(viewer(step), "drillBitsTableWidget");
-    for (int row = 0; row < table->rowCount(); ++row) {
-        const QTableWidgetItem* check = table->item(row, Approved);
-        const QTableWidgetItem* name = table->item(row, Designation);
-        if (check && name) {
-            // As much of it as the module hands out.
-            const QString designation =
-                QString::fromLocal8Bit(name->text().toLocal8Bit().left(designationSize));
-            (check->checkState() == Qt::Checked ? approved : unapproved) << designation;
-        }
-    }
-    return unapproved - approved;
 }
 
 Drill HostSession::drill(const DraftRow& row, const DrillModel& model, size_t step)
@@ -389,34 +331,6 @@ Drill HostSession::drill(const DraftRow& row, const DrillModel& model, size_t st
         drill.flags << PlanFlag::OutOfTolerance;
     }
     return drill;
-}
-
-std::vector<TableBit> HostSession::approvedBits(size_t step)
-{
-    constexpr qsizetype longest = 7; // bytes of a designation that a host gets
-    constexpr int sizeColumns[] = {2, 1}; // by units
-    constexpr int approvedColumn = 3;
-    const auto* table = part<QTableWidget>(viewer(step), "drillBitsTableWidget");
-    const Units units = draft(step).units;
-    std::map<Size, QString> bits;
-    for (int row = 0; row < table->rowCount(); ++row) {
-        const QTableWidgetItem* designation = table->item(row, 0);
-        const QTableWidgetItem* number = table->item(row, sizeColumns[int(units)]);
-        const QTableWidgetItem* approved = table->item(row, approvedColumn);
-        if (designation && number && approved && approved->checkState() == Qt::Checked) {
-            const double unit = units == Units::Inch ? sizePerMil : sizePerMicron;
-            const double size = std::round(number->text().toDouble() * unit);
-            if (size > 0 && size <= std::numeric_limits<Size>::max()) {
-                bits[Size(size)] =
-                    QString::fromLocal8Bit(designation->text().toLocal8Bit().left(longest));
-            }
-        }
-    }
-    std::vector<TableBit> list;
-    for (const auto& [size, designation] : bits) {
-        list.push_back({size, designation});
-    }
-    return list;
 }
 
 void HostSession::log(const char* level, const char* text, void* session)

@@ -8,7 +8,6 @@
 
 #include <QObject>
 #include <QPointer>
-#include <QSet>
 #include <QStringList>
 #include <QWidget>
 #include <memory>
@@ -116,6 +115,10 @@ public:
     /** Selects a model in the step's viewer, as a user does. */
     void selectModel(size_t step, const QString& model);
 
+    /** Makes a copy of the selected model, as a user would by hand; its name is open for typing
+     *  then, and nothing is saved. Does nothing if no model is selected. */
+    void duplicateModel(size_t step);
+
 signals:
     /** Something that the drill sizes of a step depend on may be another. */
     void edited(size_t step);
@@ -137,7 +140,7 @@ private:
 
     void fillHost();
     Drill drill(const DraftRow& row, const DrillModel& model, size_t step);
-    QSet<QString> unapprovedBits(size_t step);
+    StepData& data(size_t step);
     void setUpHost();
     static void log(const char* level, const char* text, void* session);
     static void modelRenamedOrDeleted(int stepNumber, const char* oldName, const char* newName);

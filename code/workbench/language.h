@@ -3,6 +3,7 @@
 #define LANGUAGE_H
 
 #include <QString>
+#include <QStringList>
 
 namespace brox {
 
@@ -20,6 +21,12 @@ QString moduleCatalogue(const QString& language);
 
 /** Lets windows speak a language from now on: the workbench's texts and Qt's own. */
 void speak(const QString& language);
+
+/** Where a file lies that comes with the program: in the build tree, else as installed. */
+QString sharePath(const QString& name);
+
+/** "did you mean ENIG?", or "there are: ENIG, HASL" if no name is near. */
+QString hintFor(const QString& name, const QStringList& known);
 
 } // namespace brox
 

@@ -4,6 +4,7 @@
 
 #include "drill_plan.h"
 
+#include <QFileSystemWatcher>
 #include <QObject>
 #include <QSet>
 #include <QTimer>
@@ -64,6 +65,26 @@ private:
 
 /** Whether the focus is in the editor of a cell. */
 bool isTypingIntoCell();
+
+/** Hears of changes to the files of a data folder, whoever made them. */
+class DataWatch : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit DataWatch(const QString& dataDir);
+
+signals:
+    /** Some file may have changed; a series of changes is reported once. */
+    void changed();
+
+private:
+    void watch();
+
+    QString mFolder;
+    QFileSystemWatcher mWatcher;
+    QTimer mTimer;
+};
 
 } // namespace brox
 

@@ -1,22 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include "main_window.h"
 
-#include "error_bar.h"
-#include "export_menu.h"
+#include "data_start.h"
+#include "file_menus.h"
 #include "findings_dock.h"
 #include "host_session.h"
 #include "input_filter.h"
-#include "job_table.h"
 #include "live_plan.h"
-#include "log_dock.h"
 #include "map_dock.h"
+#include "messages.h"
 #include "open_board.h"
-#include "recent_boards.h"
-#include "restore_dialog.h"
+#include "open_job.h"
 #include "rules_dialog.h"
 #include "start_page.h"
 #include "step_tabs.h"
-#include "type_choice.h"
+#include "viewer_tables.h"
 
 #include <QActionGroup>
 #include <QBoxLayout>
@@ -68,6 +66,7 @@ MainWindow::MainWindow(HostSession& session)
     , mStart(new StartPage)
     , mTabs(new StepTabs(session))
     , mLog(new LogDock(this))
+    , mOpen(std::make_unique<OpenJob>(session, *mTabs))
     , mLive(std::make_unique<LivePlan>(session, *mTabs))
     , mMap(new MapDock(session, *mLive, this))
     , mFindings(new FindingsDock(*mLive, this))
@@ -90,11 +89,7 @@ MainWindow::MainWindow(HostSession& session)
             mMap->ring(places);
         });
     connect(mMap, &MapDock::sizesChosen, this, [this](const QString& layer, bool areDrillSizes) {
-        guard([&] {
-            Job job = mJob;
-            job.drillSizes[layer] = areDrillSizes;
-            mTabs->remake([&] { setJob(std::move(job)); });
-        });
+        guard([&] { mOpen->change([&](Job& job) { job.drillSizes[layer] = areDrillSizes; }); });
     });
     connect(mMap->toggleViewAction(), &QAction::triggered, this, &MainWindow::makeRoomForMap);
     createMenus();
@@ -157,7 +152,11 @@ void MainWindow::followPlan()
     if (JobTable* table = mTabs->jobTable(); table && plan) {
         table->follow(*plan);
     }
-    keepChoices();
+    const QString error = mOpen->keepChoices();
+    if (!error.isEmpty()) {
+        tell("ERROR", error);
+    }
+    mForget->setEnabled(mOpen->isChosen());
     mOlderBar->setVisible(plan && plan->model.isOlder);
 }
 
@@ -211,11 +210,7 @@ void MainWindow::createPages()
     connect(mTabs, &StepTabs::stepChanged, this, &MainWindow::followStep);
     connect(mTabs, &StepTabs::typeChosen, this,
         [this](const QString& layer, const Tool& tool, std::optional<HoleType> type) {
-            guard([&] {
-                Job job = mJob;
-                job.chooseType(layer, tool, type);
-                mTabs->remake([&] { setJob(std::move(job)); });
-            });
+            guard([&] { mOpen->change([&](Job& job) { job.chooseType(layer, tool, type); }); });
         });
 
     auto* centre = new QWidget;
@@ -314,12 +309,11 @@ bool MainWindow::openBoard(const QStringList& paths, const std::function<size_t(
     if (!mTabs->closeAll()) {
         return false;
     }
-    Job job(std::move(*board), mJob.rules);
-    mChoicesPath = mRemember ? choicesPath(mSession.dataDir(), *job.board) : QString();
-    mChoices = loadChoices(mChoicesPath, *job.board);
-    job.choices = mChoices.types;
-    setJob(std::move(job));
-    applyChoices();
+    const QString choices = mOpen->open(std::move(*board), mRemember);
+    if (!choices.isEmpty()) {
+        mLog->add("NOTE", choices);
+        statusBar()->showMessage(choices, messageTime);
+    }
     mBoardPaths.clear();
     for (const QString& path : paths) {
         mBoardPaths << QFileInfo(path).absoluteFilePath();
@@ -330,104 +324,15 @@ bool MainWindow::openBoard(const QStringList& paths, const std::function<size_t(
     }
     listSteps();
     followStep();
-    mTabs->openStep(chooseStep ? chooseStep() : mJob.board->mainStep);
+    mTabs->openStep(chooseStep ? chooseStep() : job().board->mainStep);
     tellNotes();
     return true;
-}
-
-/** Units and models that were chosen before for the board that is being opened. */
-void MainWindow::applyChoices()
-{
-    const std::vector<Step>& steps = mJob.board->steps;
-    for (size_t i = 0; i < steps.size(); ++i) {
-        const BoardChoices::OfStep of = mChoices.steps.value(steps[i].name);
-        mSession.setFirstModel(i, of.model);
-        mSession.setUnits(i, of.units.value_or(mJob.board->units));
-    }
-    if (!mChoices.isEmpty()) {
-        mLog->add("NOTE", mChoices.text());
-        statusBar()->showMessage(mChoices.text(), messageTime);
-    }
-}
-
-/** Keeps what is chosen for the board, as soon as it is another than before. */
-void MainWindow::keepChoices()
-{
-    BoardChoices now = mChoices;
-    now.types = mJob.choices;
-    for (const size_t step : mTabs->openSteps()) {
-        const DrillDraft& draft = mSession.draft(step);
-        BoardChoices::OfStep of;
-        const QString model = mSession.selectedModel(step);
-        of.model = model == mSession.models(step).value(0) ? QString() : model;
-        if (draft.units != draft.board->units) {
-            of.units = draft.units;
-        }
-        now.steps[draft.boardStep().name] = of;
-    }
-    now.steps.removeIf([](QMap<QString, BoardChoices::OfStep>::iterator step) {
-        return *step == BoardChoices::OfStep();
-    });
-    mForget->setEnabled(!now.isEmpty());
-    const bool isSame = now.steps == mChoices.steps
-        && std::equal(now.types.begin(), now.types.end(), mChoices.types.begin(),
-            mChoices.types.end(), [](const TypeChoice& a, const TypeChoice& b) {
-                return a.layer == b.layer && a.type == b.type && a.tool.isLike(b.tool);
-            });
-    mChoices = now;
-    if (!isSame && !mChoicesPath.isEmpty()) {
-        const QString error = saveChoices(mChoicesPath, *mJob.board, mChoices);
-        if (!error.isEmpty()) {
-            tell("ERROR",
-                tr("%1: what is chosen for the board is not kept: %2").arg(mChoicesPath, error));
-        }
-    }
-}
-
-void MainWindow::forgetChoices()
-{
-    Job job = mJob;
-    job.choices.clear();
-    mChoices = {};
-    mTabs->remake([&] {
-        setJob(std::move(job));
-        applyChoices();
-    });
-    for (const size_t step : mTabs->openSteps()) {
-        mSession.setUnits(step, mJob.board->units);
-        const QStringList models = mSession.models(step);
-        if (!models.isEmpty()) {
-            mSession.selectModel(step, models.first());
-        }
-    }
-    if (!mChoicesPath.isEmpty()) {
-        saveChoices(mChoicesPath, *mJob.board, {});
-    }
-}
-
-/** Gives the job's steps to the host, whose viewers are closed. Of the same board they keep the
- *  units that the user has chosen. */
-void MainWindow::setJob(Job job)
-{
-    std::vector<DrillDraft> drafts = job.drafts();
-    for (size_t i = 0; job.board == mJob.board && i < drafts.size(); ++i) {
-        drafts[i].units = mSession.draft(i).units;
-    }
-    mSession.setSteps(std::move(drafts));
-    mJob = std::move(job);
-}
-
-void MainWindow::setRules(const ShopRules& rules)
-{
-    Job job = mJob;
-    job.rules = rules;
-    mTabs->remake([&] { setJob(std::move(job)); });
 }
 
 /** What the reader has to say, and what was assumed, for the log. */
 void MainWindow::tellNotes()
 {
-    for (const QString& note : mJob.board->notes) {
+    for (const QString& note : job().board->notes) {
         mLog->add("NOTE", note);
     }
     if (const std::optional<size_t> step = mTabs->currentStep()) {
@@ -438,35 +343,12 @@ void MainWindow::tellNotes()
     }
 }
 
-void MainWindow::chooseTypes(const QStringList& texts)
-{
-    if (texts.isEmpty()) {
-        return;
-    }
-    Job job = mJob;
-    for (const QString& text : texts) {
-        chooseType(job, text);
-    }
-    mTabs->remake([&] { setJob(std::move(job)); });
-}
-
-void MainWindow::chooseSizes(const QStringList& texts)
-{
-    if (texts.isEmpty()) {
-        return;
-    }
-    Job job = mJob;
-    for (const QString& text : texts) {
-        brox::chooseSizes(job, text);
-    }
-    mTabs->remake([&] { setJob(std::move(job)); });
-}
-
 void MainWindow::loadRules(const std::function<ShopRules()>& load)
 {
     QString fault;
     try {
-        setRules(load());
+        const ShopRules rules = load();
+        mOpen->change([&](Job& job) { job.rules = rules; });
     } catch (const RulesError& error) {
         fault = tr("%1; nothing is exported until the rules of the shop can be read")
                     .arg(QString::fromUtf8(error.what()));
@@ -479,18 +361,14 @@ void MainWindow::loadRules(const std::function<ShopRules()>& load)
 void MainWindow::editRules()
 {
     const std::optional<size_t> step = mTabs->currentStep();
-    RulesDialog dialog(mJob.rules, step ? mSession.draft(*step).units : Units::Metric, this);
-    if (dialog.exec() == QDialog::Accepted && dialog.rules() != mJob.rules) {
-        Job job = mJob;
-        job.rules = dialog.rules();
-        mTabs->remake([&] {
-            const DataFile file(mSession.dataDir(), DataFile::Kind::Rules);
-            const QString error = Backups(mSession.dataDir()).replace(file, job.rules.toJson());
-            if (!error.isEmpty()) {
-                throw HostError(tr("%1 could not be saved: %2").arg(file.path(), error));
-            }
-            setJob(std::move(job));
-        });
+    RulesDialog dialog(job().rules, step ? mSession.draft(*step).units : Units::Metric, this);
+    if (dialog.exec() == QDialog::Accepted && dialog.rules() != job().rules) {
+        const DataFile file(mSession.dataDir(), DataFile::Kind::Rules);
+        const QString error = Backups(mSession.dataDir()).replace(file, dialog.rules().toJson());
+        if (!error.isEmpty()) {
+            throw HostError(tr("%1 could not be saved: %2").arg(file.path(), error));
+        }
+        mOpen->change([&](Job& job) { job.rules = dialog.rules(); });
         followStep();
     }
 }

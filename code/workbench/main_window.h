@@ -2,9 +2,8 @@
 #ifndef MAIN_WINDOW_H
 #define MAIN_WINDOW_H
 
-#include "board_choices.h"
-#include "data_watch.h"
-#include "drill_draft.h"
+#include "live_plan.h"
+#include "open_job.h"
 #include "reading.h"
 
 #include <QMainWindow>
@@ -60,25 +59,8 @@ public:
     bool openBoard(const QStringList& paths, const std::function<size_t()>& chooseStep = {});
 
     /** The board that is open, with the rules and choices that act on it. */
-    const Job& job() const { return mJob; }
-
-    /** Lets other rules of the shop act; there are none at first. Open viewers are made anew.
-     *
-     * @throws HostError, PanelError
-     */
-    void setRules(const ShopRules& rules);
-
-    /** Chooses types of the board that is open by texts such as "drill:T3=press-fit".
-     *
-     * @throws RulesError, HostError
-     */
-    void chooseTypes(const QStringList& texts);
-
-    /** Decides what the sizes of the board's files are, by texts such as "drill=drilled".
-     *
-     * @throws RulesError, HostError
-     */
-    void chooseSizes(const QStringList& texts);
+    OpenJob& openJob() { return *mOpen; }
+    const Job& job() const { return mOpen->job(); }
 
     /** How boards are read from now on. */
     void setReadOptions(const ReadOptions& options) { mReadOptions = options; }
@@ -103,10 +85,6 @@ private:
     void createPages();
     QWidget* createOlderBar();
 
-    void setJob(Job job);
-    void applyChoices();
-    void keepChoices();
-    void forgetChoices();
     QStringList lastPaths() const;
     void chooseBoard();
     void chooseFolder();
@@ -126,15 +104,13 @@ private:
     static constexpr int messageTime = 10'000; ///< milliseconds that the status bar shows one
 
     HostSession& mSession;
-    Job mJob;
-    QString mChoicesPath; ///< of the file that keeps what is chosen for the board; empty: none
-    BoardChoices mChoices; ///< as they are kept
     ErrorBar* mErrorBar;
     QStackedWidget* mPages;
     QLabel* mHint; ///< all steps of the board are closed
     StartPage* mStart; ///< no board is open
     StepTabs* mTabs;
     LogDock* mLog;
+    std::unique_ptr<OpenJob> mOpen;
     std::unique_ptr<LivePlan> mLive;
     MapDock* mMap;
     FindingsDock* mFindings;

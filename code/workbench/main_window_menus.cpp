@@ -1,17 +1,14 @@
 // SPDX-License-Identifier: MIT
-#include "bits_menu.h"
-#include "export_menu.h"
+#include "file_menus.h"
 #include "findings_dock.h"
+#include "help.h"
 #include "host_session.h"
 #include "live_plan.h"
-#include "log_dock.h"
 #include "main_window.h"
 #include "map_dock.h"
-#include "model_copy.h"
-#include "recent_boards.h"
-#include "shortcuts_dialog.h"
+#include "messages.h"
+#include "start_page.h"
 #include "step_tabs.h"
-#include "user_guide.h"
 
 #include <QActionGroup>
 #include <QCoreApplication>
@@ -72,7 +69,7 @@ void MainWindow::createFileMenu()
     mDuplicate = file->addAction(tr("&Duplicate Model"), this, [this] {
         guard([&] {
             if (const std::optional<size_t> step = mTabs->currentStep()) {
-                duplicateModel(mSession, *step);
+                mSession.duplicateModel(*step);
             }
         });
     });
@@ -82,8 +79,8 @@ void MainWindow::createFileMenu()
     mRulesAction =
         file->addAction(tr("Shop R&ules..."), this, [this] { guard([&] { editRules(); }); });
     file->addAction(tr("Restore Bac&kup..."), this, [this] { guard([&] { restoreBackup(); }); });
-    mForget = file->addAction(
-        tr("For&get Choices for This Board"), this, [this] { guard([&] { forgetChoices(); }); });
+    mForget = file->addAction(tr("For&get Choices for This Board"), this,
+        [this] { guard([&] { mOpen->forgetChoices(); }); });
     mForget->setStatusTip(
         tr("Types, models and units are those of the board and the first model."));
     mForget->setEnabled(false);
@@ -155,7 +152,7 @@ void MainWindow::createHelpMenu()
 void MainWindow::listSteps()
 {
     mStepMenu->clear();
-    const std::vector<Step>& steps = mJob.board->steps;
+    const std::vector<Step>& steps = job().board->steps;
     for (size_t i = 0; i < steps.size(); ++i) {
         mStepMenu->addAction(
             numbered(i, steps[i].name), this, [this, i] { guard([&] { mTabs->openStep(i); }); });

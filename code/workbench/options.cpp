@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "options.h"
 
+#include "acceptances.h"
+#include "comparison.h"
 #include "data_file.h"
 #include "host_session.h"
-#include "near_word.h"
+#include "language.h"
+#include "type_choice.h"
 
 #include <QRegularExpression>
 
@@ -41,6 +44,20 @@ NumberFormat digitsOf(const QString& text)
         format.zeros = match.captured(3) == "leading" ? Zeros::Leading : Zeros::Trailing;
     }
     return format;
+}
+
+/** Takes each value of an option; what is wrong with one names the option. */
+template <typename Apply>
+void take(const Options& options, const QCommandLineOption& option, const Apply& apply)
+{
+    for (const QString& value : options.parser.values(option)) {
+        try {
+            apply(value);
+        } catch (const RulesError& error) {
+            throw RulesError(QStringLiteral("--%1: %2")
+                                 .arg(option.names().first(), QString::fromUtf8(error.what())));
+        }
+    }
 }
 
 } // namespace
@@ -189,19 +206,37 @@ size_t chosenStep(const Options& options, const Board& board)
 ShopRules shopRules(const Options& options, const QString& dataDir)
 {
     ShopRules rules = loadRules(dataDir);
-    const auto change = [&options](const QCommandLineOption& option, const auto& apply) {
-        for (const QString& value : options.parser.values(option)) {
-            try {
-                apply(value);
-            } catch (const RulesError& error) {
-                throw RulesError(QStringLiteral("--%1: %2")
-                                     .arg(option.names().first(), QString::fromUtf8(error.what())));
-            }
-        }
-    };
-    change(options.tolerance, [&](const QString& value) { rules.changeTolerances(value); });
-    change(options.viasUpTo, [&](const QString& value) { rules.changeViasUpTo(value); });
+    take(options, options.tolerance, [&](const QString& value) { rules.changeTolerances(value); });
+    take(options, options.viasUpTo, [&](const QString& value) { rules.changeViasUpTo(value); });
     return rules;
+}
+
+void applyChoices(const Options& options, Job& job)
+{
+    take(options, options.type, [&](const QString& value) { chooseType(job, value); });
+    take(options, options.sizes, [&](const QString& value) { chooseSizes(job, value); });
+    if (options.isSet(options.thickness)) {
+        job.thickness = sizeOf(options.value(options.thickness));
+    }
+    if (options.isSet(options.accept)) {
+        job.acceptances =
+            std::make_shared<const Acceptances>(Acceptances::load(options.value(options.accept)));
+    }
+}
+
+Size comparisonTolerance(const Options& options)
+{
+    if (!options.isSet(options.compareWithin)) {
+        return defaultWithin;
+    }
+    bool isNumber = false;
+    const double size =
+        options.value(options.compareWithin).toDouble(&isNumber) * sizePerMillimetre;
+    if (!isNumber || !(size >= leastWithin && size <= mostWithin)) {
+        throw HostError(QStringLiteral("no tolerance of places \"%1\"; it is from 0.001 to 0.5 mm")
+                            .arg(options.value(options.compareWithin)));
+    }
+    return Size(std::lround(size));
 }
 
 } // namespace brox

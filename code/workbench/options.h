@@ -2,8 +2,8 @@
 #ifndef OPTIONS_H
 #define OPTIONS_H
 
+#include "drill_draft.h"
 #include "reading.h"
-#include "shop_rules.h"
 
 #include <QCommandLineParser>
 
@@ -152,6 +152,18 @@ size_t chosenStep(const Options& options, const Board& board);
  * @throws RulesError
  */
 ShopRules shopRules(const Options& options, const QString& dataDir);
+
+/** Takes over what the options say of a board: types, sizes, thickness, acceptances.
+ *
+ * @throws RulesError
+ */
+void applyChoices(const Options& options, Job& job);
+
+/** How far apart places may be that count as the same.
+ *
+ * @throws HostError
+ */
+Size comparisonTolerance(const Options& options);
 
 } // namespace brox
 

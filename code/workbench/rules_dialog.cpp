@@ -2,8 +2,8 @@
 #include "rules_dialog.h"
 
 #include "drill_plan.h"
+#include "messages.h"
 #include "plan_text.h"
-#include "question.h"
 #include "size_field.h"
 #include "ui_rules_dialog.h"
 

@@ -3,14 +3,18 @@
 #define STEP_DATA_H
 
 #include "data_file.h"
+#include "merged_drills.h"
 
+#include <QSet>
 #include <QWidget>
 #include <array>
+#include <cstddef>
 
 namespace brox {
 
-/** What of a step's viewer concerns its files: what it has read of each, and whether it has
- *  something that is in no file. Lives as long as the viewer. */
+/** A step's viewer as the workbench sees it from outside, by the names of its widgets: what it has
+ *  read of each file, whether it has something that is in no file, the model and the bits that it
+ *  shows, and the commands of its user. Lives as long as the viewer. */
 class StepData : public QObject
 {
     Q_OBJECT
@@ -48,6 +52,33 @@ public:
     /** Closes the window of bits; false if the user wants to keep it. */
     bool closeBits();
 
+    /** Has the table of tools calculated; what is being typed is entered first. */
+    void recalculate();
+
+    /** The model that is selected; empty if there is none. */
+    QString selectedModel() const;
+
+    /** Selects a model; false if there is none of that name. */
+    bool selectModel(const QString& name);
+
+    /** Makes a copy of the selected model, whose name is open for typing then. Does nothing if no
+     *  model is selected.
+     *
+     * @throws HostError
+     */
+    void duplicateModel();
+
+    /** What is shown of the selected model, which is what the module goes by. */
+    DrillModel model() const;
+
+    /** The approved bits, saved or not, by rising size. Of those of one size the last counts, as in
+     *  the module. */
+    std::vector<TableBit> approvedBits(Units units) const;
+
+    /** Designations, as far as a host gets them, that only bits have which are not approved. The
+     *  module takes such bits in when it reads their file, as a host expects. */
+    QSet<QString> unapprovedBits() const;
+
 signals:
     /** Something was edited, selected, saved or loaded that drill sizes depend on. */
     void touched();
@@ -59,6 +90,8 @@ private slots:
     void modelsChanged(bool isEdited); // by signature text: the viewer's class is not known here
 
 private:
+    template <typename Widget>
+    Widget* part(const char* name) const;
     void nameBits(const QString& title);
     void triggerBits(const char* action);
     void follow(DataFile::Kind kind, bool isEdited);

@@ -2,8 +2,7 @@
 #include "step_tabs.h"
 
 #include "host_session.h"
-#include "job_table.h"
-#include "table_filter.h"
+#include "viewer_tables.h"
 
 #include <QHeaderView>
 #include <QLabel>

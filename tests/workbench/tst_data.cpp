@@ -4,7 +4,6 @@
 #include "data_start.h"
 #include "host_session.h"
 #include "main_window.h"
-#include "restore_dialog.h"
 
 #include <QAction>
 #include <QProcess>

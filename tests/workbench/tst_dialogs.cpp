@@ -3,7 +3,7 @@
 #include "data_start.h"
 #include "host_session.h"
 #include "main_window.h"
-#include "recent_boards.h"
+#include "start_page.h"
 #include "step_tabs.h"
 
 #include <QAction>
@@ -125,7 +125,7 @@ private slots:
         DataStart::fill(mFolder->path());
         mSession = std::make_unique<HostSession>(mFolder->path());
         mWindow = std::make_unique<MainWindow>(*mSession);
-        mWindow->setRules(loadRules(mFolder->path()));
+        mWindow->loadRules([&] { return loadRules(mFolder->path()); });
         mWindow->remember();
         mWindow->show();
         open("a.drl");
@@ -142,7 +142,7 @@ private slots:
     {
         ShopRules rules;
         rules.changeTolerances("plated=-0.05/+0.10");
-        mWindow->setRules(rules);
+        mWindow->loadRules([&] { return rules; });
         open("b.drl");
         auto* dock = child<QDockWidget>("mapDock");
         auto* map = child<QWidget>("mapWidget");
@@ -313,7 +313,7 @@ private slots:
     {
         ShopRules rules;
         rules.changeTolerances("plated=-0.001/+0.031");
-        mWindow->setRules(rules);
+        mWindow->loadRules([&] { return rules; });
         open("b.drl");
         const QString path = mFolder->filePath("out/x");
         QVERIFY(QDir(mFolder->path()).mkdir("out"));

@@ -169,7 +169,7 @@ private slots:
      *  drilled as it is has no row in the viewer. */
     void listsFindings()
     {
-        mWindow->setRules(ShopRules::starter());
+        mWindow->loadRules([&] { return ShopRules::starter(); });
         mWindow->openBoard({SAMPLES_DIR "/faults.xml"});
         const auto* found = mWindow->findChild<QLabel*>("foundLabel");
         QTRY_COMPARE(found->text(), "findings: 10 (hard: 3)");
@@ -186,7 +186,7 @@ private slots:
             return mWindow->findChild<QTableWidget*>("jobDrillDataTableWidget")->rowCount();
         };
         QCOMPARE(rows(), 8);
-        mWindow->chooseSizes({"drill=drilled"});
+        mWindow->openJob().change([](Job& job) { job.drillSizes["drill"] = true; });
         QCOMPARE(rows(), 1);
         QTRY_VERIFY(found->text() != "findings: 10 (hard: 3)");
     }

@@ -3,7 +3,7 @@
 #include "input_filter.h"
 #include "rules_dialog.h"
 #include "size_field.h"
-#include "table_filter.h"
+#include "viewer_tables.h"
 
 #include <QApplication>
 #include <QCheckBox>

@@ -3,9 +3,9 @@
 #include "data_start.h"
 #include "drill_table.h"
 #include "host_session.h"
-#include "job_table.h"
 #include "live_plan.h"
 #include "main_window.h"
+#include "viewer_tables.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -117,7 +117,7 @@ private slots:
         DataStart::fill(mFolder->path());
         mSession = std::make_unique<HostSession>(mFolder->path());
         mWindow = std::make_unique<MainWindow>(*mSession);
-        mWindow->setRules(loadRules(mFolder->path()));
+        mWindow->loadRules([&] { return loadRules(mFolder->path()); });
         mWindow->show();
         write("a.drl", program);
         QVERIFY(mWindow->openBoard({mFolder->filePath("a.drl")}));
@@ -159,7 +159,7 @@ private slots:
         row("rules", "914.4 #64", [this] {
             ShopRules rules;
             rules.changeTolerances("plated=-0.05/+0.10");
-            mWindow->setRules(rules);
+            mWindow->loadRules([&] { return rules; });
         });
         row("type", "800 0.80", [this] {
             Tool tool = *mSession->draft(0).layers[0].tools[1].tool;
@@ -173,7 +173,7 @@ private slots:
         row("unsaved edits and rules", "1100.5 1.10", [this] {
             child<QTableWidget>("amountsTableWidget")->item(0, 0)->setData(Qt::DisplayRole, 300.0);
             bits()->item(bit("1.10"), 1)->setText("1100.5");
-            mWindow->setRules(ShopRules());
+            mWindow->loadRules([&] { return ShopRules(); });
         });
     }
 

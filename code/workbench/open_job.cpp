@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "board_choices.h"
+#include "open_job.h"
 
 #include "data_file.h"
 #include "file_set.h"
+#include "host_session.h"
+#include "step_tabs.h"
 
 #include <QCryptographicHash>
 #include <QDir>
@@ -191,6 +193,102 @@ QString saveChoices(const QString& path, const Board& board, const BoardChoices&
     return writeFile(path,
         QJsonDocument(QJsonObject{{"types", typesJson(board, choices.types)}, {"steps", steps}})
             .toJson());
+}
+
+OpenJob::OpenJob(HostSession& session, StepTabs& tabs)
+    : mSession(session)
+    , mTabs(tabs)
+{ }
+
+QString OpenJob::open(Board board, bool isKept)
+{
+    Job job(std::move(board), mJob.rules);
+    mPath = isKept ? choicesPath(mSession.dataDir(), *job.board) : QString();
+    mChoices = loadChoices(mPath, *job.board);
+    job.choices = mChoices.types;
+    set(std::move(job));
+    applyChoices();
+    return mChoices.text();
+}
+
+/** Gives the job's steps to the host, whose viewers are closed. Of the same board they keep the
+ *  units that the user has chosen. */
+void OpenJob::set(Job job)
+{
+    std::vector<DrillDraft> drafts = job.drafts();
+    for (size_t i = 0; job.board == mJob.board && i < drafts.size(); ++i) {
+        drafts[i].units = mSession.draft(i).units;
+    }
+    mSession.setSteps(std::move(drafts));
+    mJob = std::move(job);
+}
+
+/** Units and models of the steps. */
+void OpenJob::applyChoices()
+{
+    const std::vector<Step>& steps = mJob.board->steps;
+    for (size_t i = 0; i < steps.size(); ++i) {
+        const BoardChoices::OfStep of = mChoices.steps.value(steps[i].name);
+        mSession.setFirstModel(i, of.model);
+        mSession.setUnits(i, of.units.value_or(mJob.board->units));
+    }
+}
+
+void OpenJob::change(const std::function<void(Job&)>& edit)
+{
+    Job job = mJob;
+    edit(job);
+    mTabs.remake([&] { set(std::move(job)); });
+}
+
+QString OpenJob::keepChoices()
+{
+    BoardChoices now = mChoices;
+    now.types = mJob.choices;
+    for (const size_t step : mTabs.openSteps()) {
+        const DrillDraft& draft = mSession.draft(step);
+        BoardChoices::OfStep of;
+        const QString model = mSession.selectedModel(step);
+        of.model = model == mSession.models(step).value(0) ? QString() : model;
+        if (draft.units != draft.board->units) {
+            of.units = draft.units;
+        }
+        now.steps[draft.boardStep().name] = of;
+    }
+    now.steps.removeIf([](QMap<QString, BoardChoices::OfStep>::iterator step) {
+        return *step == BoardChoices::OfStep();
+    });
+    const bool isSame = now.steps == mChoices.steps
+        && std::equal(now.types.begin(), now.types.end(), mChoices.types.begin(),
+            mChoices.types.end(), [](const TypeChoice& a, const TypeChoice& b) {
+                return a.layer == b.layer && a.type == b.type && a.tool.isLike(b.tool);
+            });
+    mChoices = now;
+    const QString error =
+        isSame || mPath.isEmpty() ? QString() : saveChoices(mPath, *mJob.board, mChoices);
+    return error.isEmpty()
+        ? QString()
+        : ChoicesText::tr("%1: what is chosen for the board is not kept: %2").arg(mPath, error);
+}
+
+void OpenJob::forgetChoices()
+{
+    Job job = mJob;
+    job.choices.clear();
+    mChoices = {};
+    mTabs.remake([&] {
+        set(std::move(job));
+        applyChoices();
+    });
+    for (const size_t step : mTabs.openSteps()) {
+        const QStringList models = mSession.models(step);
+        if (!models.isEmpty()) {
+            mSession.selectModel(step, models.first());
+        }
+    }
+    if (!mPath.isEmpty()) {
+        saveChoices(mPath, *mJob.board, {});
+    }
 }
 
 } // namespace brox

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
-#ifndef SHORTCUTS_DIALOG_H
-#define SHORTCUTS_DIALOG_H
+#ifndef HELP_H
+#define HELP_H
 
 class QWidget;
 
 namespace brox {
+
+/** Shows the page for users in a window of its own, which deletes itself. */
+void showUserGuide(QWidget* parent);
 
 /** Shows all keys of a window: those of its menus, and those of tables and the map. */
 void showShortcuts(QWidget* window);

@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: MIT
+#ifndef OPEN_JOB_H
+#define OPEN_JOB_H
+
+#include "drill_draft.h"
+
+#include <QMap>
+#include <functional>
+
+namespace brox {
+
+class HostSession;
+class StepTabs;
+
+/** What a user has chosen for a board: types of tools, and of each step its model and units. */
+struct BoardChoices
+{
+    struct OfStep
+    {
+        QString model; ///< empty: the first
+        std::optional<Units> units; ///< null: the board's
+        bool operator==(const OfStep&) const = default;
+    };
+
+    QList<TypeChoice> types;
+    QMap<QString, OfStep> steps; ///< by name; those with a choice
+
+    bool isEmpty() const { return types.isEmpty() && steps.isEmpty(); }
+
+    /** A line for the user; empty: nothing was chosen. */
+    QString text() const;
+};
+
+/** The file of a data folder that keeps the choices for a board, by the board's name and content:
+ *  a board that has changed is another one. */
+QString choicesPath(const QString& dataDir, const Board& board);
+
+/** Choices as they were kept; none if there is no such file, or one that can't be read. */
+BoardChoices loadChoices(const QString& path, const Board& board);
+
+/** Keeps choices; without any there is no file.
+ *
+ * @return what went wrong, or an empty text
+ */
+QString saveChoices(const QString& path, const Board& board, const BoardChoices& choices);
+
+/** The board that the window has open, with the rules and choices that act on it. Any change makes
+ *  another job, whose drafts go to the session while the viewers are closed. */
+class OpenJob
+{
+public:
+    /** @param session, tabs  outlive the job */
+    OpenJob(HostSession& session, StepTabs& tabs);
+
+    const Job& job() const { return mJob; }
+
+    /** Takes a board in place of the one before, of which no viewer is open, with the choices that
+     *  were kept for it.
+     *
+     * @param isKept  whether what is chosen for the board is kept from now on
+     * @return what was chosen for it before; empty: nothing
+     * @throws HostError, PanelError
+     */
+    QString open(Board board, bool isKept);
+
+    /** Has open viewers made anew around a change, with what they have unsaved.
+     *
+     * @throws HostError, PanelError
+     */
+    void change(const std::function<void(Job&)>& edit);
+
+    /** Whether anything is chosen for the board. */
+    bool isChosen() const { return !mChoices.isEmpty(); }
+
+    /** Keeps what is chosen for the board, if it is another than before.
+     *
+     * @return what went wrong, or an empty text
+     */
+    QString keepChoices();
+
+    /** Gives the board types, sizes, units and model back that it had without any choice.
+     *
+     * @throws HostError, PanelError
+     */
+    void forgetChoices();
+
+private:
+    void set(Job job);
+    void applyChoices();
+
+    HostSession& mSession;
+    StepTabs& mTabs;
+    Job mJob;
+    QString mPath; ///< of the file that keeps the choices; empty: none
+    BoardChoices mChoices; ///< as they are kept
+};
+
+} // namespace brox
+
+#endif
