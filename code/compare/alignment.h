@@ -3,7 +3,6 @@
 #define ALIGNMENT_H
 
 #include "compared_board.h"
-#include "place_index.h"
 
 namespace brox {
 

@@ -2,6 +2,7 @@
 #include "compared_board.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <limits>
 #include <map>
@@ -192,6 +193,38 @@ Extent extentOf(const std::vector<Place>& places)
         extent.add(place);
     }
     return extent;
+}
+
+namespace {
+
+/** Few holes lie nearer to each other. */
+constexpr Size leastCell = sizePerMillimetre / 2;
+
+} // namespace
+
+PlaceIndex::PlaceIndex(const std::vector<Place>& places, Size reach)
+    : mReach(reach)
+    , mCellShift(int(std::bit_width(quint64(std::max(qint64(reach) * 2, qint64(leastCell))) - 1)))
+    , mEntries(places.size())
+{
+    const int bits = std::max(1, int(std::bit_width(places.size())) - 2 * blockBits);
+    mHashShift = 64 - bits;
+    mBegins.assign((size_t(1) << (bits + 2 * blockBits)) + 1, 0);
+    std::vector<std::uint32_t> buckets;
+    buckets.reserve(places.size());
+    for (const Place& place : places) {
+        const size_t bucket =
+            bucketOf(qint64(place.x) >> mCellShift, qint64(place.y) >> mCellShift);
+        buckets.push_back(std::uint32_t(bucket));
+        ++mBegins[bucket + 1];
+    }
+    for (size_t i = 1; i < mBegins.size(); ++i) {
+        mBegins[i] += mBegins[i - 1];
+    }
+    std::vector<std::uint32_t> next(mBegins.begin(), mBegins.end() - 1);
+    for (size_t i = 0; i < places.size(); ++i) {
+        mEntries[next[buckets[i]]++] = {places[i], std::uint32_t(i)};
+    }
 }
 
 } // namespace brox

@@ -2,8 +2,8 @@
 #ifndef DRILL_MAP_H
 #define DRILL_MAP_H
 
-#include "comparison_marks.h"
 #include "drill_plan.h"
+#include "map_shapes.h"
 #include "reading.h"
 
 #include <QRectF>

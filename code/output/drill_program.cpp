@@ -1,195 +1,24 @@
 // SPDX-License-Identifier: MIT
 #include "drill_program.h"
 
-#include "doubled_hits.h"
+#include "excellon_writer.h"
 #include "file_set.h"
+#include "geometry.h"
 #include "plan_text.h"
-#include "sweep.h"
 
 #include <QDir>
 #include <QSet>
 #include <algorithm>
-#include <charconv>
 #include <cmath>
+#include <cstdlib>
+#include <numeric>
+#include <tuple>
 
 namespace brox {
 
 namespace {
 
 constexpr int longestName = 240; ///< bytes of UTF-8; file systems take 255
-constexpr qsizetype longestComment = 200;
-
-/** What coordinates are counted in: the last digit that is written. */
-struct Resolution
-{
-    const char* keyword;
-    const char* unit;
-    int decimals;
-    qint64 numerator; ///< steps of the last digit in denominator host units
-    qint64 denominator;
-
-    qint64 round(qint64 size) const
-    {
-        const qint64 scaled = size * numerator;
-        return (scaled + (scaled < 0 ? -denominator : denominator) / 2) / denominator;
-    }
-};
-
-constexpr Resolution metric{"METRIC", "mm", 4, 1, 40};
-constexpr Resolution inch{"INCH", "inch", 5, 10, 1016};
-
-/** A place as a program has it, in steps of the last digit, with room for what lies opposite of it.
- */
-struct Coordinates
-{
-    qint64 x;
-    qint64 y;
-};
-
-QString plainLine(const QString& text)
-{
-    QString line = text.simplified().left(longestComment);
-    for (QChar& letter : line) {
-        letter = letter.isPrint() || letter.isSurrogate() ? letter : QChar('?');
-    }
-    return line;
-}
-
-/** Writes the lines of a program. */
-class Writer
-{
-public:
-    explicit Writer(const Resolution& resolution)
-        : mResolution(resolution)
-    { }
-
-    void line(const QByteArray& text) { mText += text + '\n'; }
-    void comment(const QString& text) { line("; " + plainLine(text).toUtf8()); }
-    void indented(const QString& text) { line(";   " + plainLine(text).toUtf8()); }
-
-    /** A size with three decimals, or as many as it needs. */
-    QByteArray size(Size value) const
-    {
-        QByteArray text;
-        appendNumber(text, mResolution.round(value));
-        while (text.endsWith('0') && text.size() - text.indexOf('.') > 4) {
-            text.chop(1);
-        }
-        return text;
-    }
-
-    QByteArray sizeWithUnit(Size value) const { return size(value) + ' ' + mResolution.unit; }
-
-    Coordinates inDigits(Place place) const
-    {
-        return {mResolution.round(place.x), mResolution.round(place.y)};
-    }
-
-    void hole(Place place) { move("", inDigits(place)); }
-
-    void slot(const Path& path)
-    {
-        Place from = path.start;
-        move("G00", inDigits(from));
-        line("M15");
-        if (path.segments.empty()) { // the tool goes down and up
-            move("G01", inDigits(from));
-        }
-        for (const Segment& segment : path.segments) {
-            segment.shape == Segment::Shape::Line ? move("G01", inDigits(segment.to))
-                                                  : arc(segment, from);
-            from = segment.to;
-        }
-        line("M16");
-    }
-
-    QByteArray text() const { return mText; }
-    void reserve(qint64 bytes) { mText.reserve(bytes); }
-
-private:
-    void appendNumber(QByteArray& text, qint64 value) const
-    {
-        char digits[24];
-        const auto end = std::to_chars(digits, digits + sizeof digits, std::abs(value)).ptr;
-        const auto count = int(end - digits);
-        const int zeros = std::max(0, mResolution.decimals + 1 - count); // one before the point
-        char number[32];
-        char* at = number;
-        *at = '-';
-        at += value < 0;
-        at = std::fill_n(at, zeros, '0');
-        at = std::copy(digits, end, at);
-        std::copy_backward(at - mResolution.decimals, at, at + 1);
-        at[-mResolution.decimals] = '.';
-        text.append(number, at + 1 - number);
-    }
-
-    void appendAxes(char horizontal, char vertical, Coordinates point)
-    {
-        mText += horizontal;
-        appendNumber(mText, point.x);
-        mText += vertical;
-        appendNumber(mText, point.y);
-    }
-
-    void move(const char* command, Coordinates to)
-    {
-        mText += command;
-        appendAxes('X', 'Y', to);
-        mText += '\n';
-    }
-
-    /** Centres stay exact where a radius would leave them to a square root. */
-    void arcTo(bool clockwise, Coordinates from, Coordinates to, Coordinates centre)
-    {
-        if (from.x == to.x
-            && from.y == to.y) { // shorter than a digit; as an arc it would be a circle
-            return move("G01", to);
-        }
-        mText += clockwise ? "G02" : "G03";
-        appendAxes('X', 'Y', to);
-        appendAxes('I', 'J', {centre.x - from.x, centre.y - from.y});
-        mText += '\n';
-    }
-
-    /** An arc of more than half a circle goes by the point opposite to its start. The board's own
-     *  places show that: with the program's digits the ends of a short arc may be one. */
-    void arc(const Segment& segment, Place from)
-    {
-        const Place to = segment.to;
-        const double fromX = double(from.x) - segment.centre.x;
-        const double fromY = double(from.y) - segment.centre.y;
-        const double toX = double(to.x) - segment.centre.x;
-        const double toY = double(to.y) - segment.centre.y;
-        checkArc(std::hypot(fromX, fromY), std::hypot(toX, toY));
-
-        const bool clockwise = segment.shape == Segment::Shape::Clockwise;
-        const double turn = fromX * toY - fromY * toX;
-        const bool isFull = from.x == to.x && from.y == to.y;
-        const Coordinates centre = inDigits(segment.centre);
-        Coordinates start = inDigits(from);
-        if (isFull || (clockwise ? turn > 0 : turn < 0)) {
-            const Coordinates opposite{2 * centre.x - start.x, 2 * centre.y - start.y};
-            arcTo(clockwise, start, opposite, centre);
-            start = opposite;
-        }
-        arcTo(clockwise, start, inDigits(to), centre);
-    }
-
-    /** No machine can follow an arc that does not keep its distance. */
-    static void checkArc(double first, double last)
-    {
-        const double tolerance =
-            first / 100 + 50 * double(sizePerMicron); // old files have few digits
-        if (std::abs(first - last) > tolerance) {
-            throw OutputError(
-                PlanText::tr("an arc whose ends are not equally far from its centre"));
-        }
-    }
-
-    const Resolution& mResolution;
-    QByteArray mText;
-};
 
 /** "hits 12, slots 2" */
 QString hitsText(qint64 holes, qint64 slotPaths)
@@ -204,7 +33,7 @@ QString hitsText(qint64 holes, qint64 slotPaths)
     return parts.join(", ");
 }
 
-QString rowText(const PlanRow& row, const Writer& writer)
+QString rowText(const PlanRow& row, const ExcellonWriter& writer)
 {
     QString text = typeWord(row.type, row.isSlot);
     if (row.finishedSize > 0) {
@@ -258,7 +87,7 @@ QString spanLabel(const DrillPlan& plan, const Program& program, const std::pair
 }
 
 /** Tells readers, ours among them, what is plated. */
-void writePlating(Writer& writer, const DrillPlan& plan, const Program& program)
+void writePlating(ExcellonWriter& writer, const DrillPlan& plan, const Program& program)
 {
     const std::optional<Span>& span = plan.layers[program.layer].span;
     if (!span) {
@@ -281,7 +110,7 @@ void writePlating(Writer& writer, const DrillPlan& plan, const Program& program)
 }
 
 /** By which a later export knows the program again. */
-void writeOrigin(Writer& writer, const DrillPlan& plan, size_t layer)
+void writeOrigin(ExcellonWriter& writer, const DrillPlan& plan, size_t layer)
 {
     writer.comment("Board: " + plan.board->job);
     writer.comment("Step: " + plan.boardStep().name);
@@ -309,8 +138,98 @@ ToolHits hitsOf(const ProgramTool& tool, const std::vector<RowPlaces>& places)
     return hits;
 }
 
-void writeHead(Writer& writer, const Resolution& resolution, const DrillPlan& plan,
-    const Program& program, const std::vector<ToolHits>& hits)
+/** Random places in strips three deep are visited in about the least travel that strips allow. */
+constexpr double depthOfStrip = 3;
+
+struct Stop
+{
+    quint64 along; ///< strip, then how far along it
+    Size across;
+    std::uint32_t index;
+
+    bool operator<(const Stop& other) const
+    {
+        return std::tie(along, across, index) < std::tie(other.along, other.across, other.index);
+    }
+};
+
+/** Keeps the order of numbers, so that the least is 0. */
+quint32 ascending(Size size)
+{
+    return quint32(size) ^ 0x80000000U;
+}
+
+using Axis = Size Place::*;
+
+std::vector<std::uint32_t> stripOrder(const std::vector<Place>& places, Axis across, Axis along)
+{
+    const auto span = [&places](Axis axis) {
+        const auto [least, most] = std::minmax_element(places.begin(), places.end(),
+            [axis](const Place& a, const Place& b) { return a.*axis < b.*axis; });
+        return std::pair((*least).*axis, qint64((*most).*axis) - (*least).*axis + 1);
+    };
+    const auto [least, width] = span(across);
+    const qint64 height = span(along).second;
+    const double count = double(places.size());
+    const double ideal = std::sqrt(count * double(width) / double(height) / depthOfStrip);
+    const auto strips = qint64(std::clamp(ideal, 1.0, count));
+
+    std::vector<Stop> stops;
+    stops.reserve(places.size());
+    for (const Place& place : places) {
+        const auto strip = quint64((qint64(place.*across) - least) * strips / width);
+        const quint32 up = ascending(place.*along);
+        stops.push_back({strip << 32 | (strip % 2 == 0 ? up : ~up), place.*across,
+            std::uint32_t(stops.size())});
+    }
+    std::sort(stops.begin(), stops.end());
+    std::vector<std::uint32_t> order;
+    order.reserve(stops.size());
+    for (const Stop& stop : stops) {
+        order.push_back(stop.index);
+    }
+    return order;
+}
+
+/** Both axes of a machine move at once. */
+qint64 travel(const std::vector<Place>& places, const std::vector<std::uint32_t>& order)
+{
+    qint64 way = 0;
+    for (size_t i = 1; i < order.size(); ++i) {
+        const Place& from = places[order[i - 1]];
+        const Place& to = places[order[i]];
+        way += std::max(std::abs(qint64(to.x) - from.x), std::abs(qint64(to.y) - from.y));
+    }
+    return way;
+}
+
+/** The order in which a machine visits places with little travel: up one strip of the board and
+ *  down the next, or across, or as they are given, whichever is shortest. Strips are so wide that
+ *  a few places lie side by side. The same places in the same order always give the same.
+ *
+ * @return indices of the places
+ */
+std::vector<std::uint32_t> sweepOrder(const std::vector<Place>& places)
+{
+    std::vector<std::uint32_t> best(places.size());
+    std::iota(best.begin(), best.end(), 0U);
+    if (places.empty()) {
+        return best;
+    }
+    qint64 least = travel(places, best);
+    for (const auto& [across, along] :
+        {std::pair(&Place::x, &Place::y), std::pair(&Place::y, &Place::x)}) {
+        std::vector<std::uint32_t> order = stripOrder(places, across, along);
+        if (const qint64 way = travel(places, order); way < least) {
+            least = way;
+            best = std::move(order);
+        }
+    }
+    return best;
+}
+
+void writeHead(ExcellonWriter& writer, const DrillPlan& plan, const Program& program,
+    const std::vector<ToolHits>& hits)
 {
     writer.line("M48");
     writer.comment(QStringLiteral("Drill program by brox %1").arg(OUTPUT_VERSION));
@@ -318,14 +237,14 @@ void writeHead(Writer& writer, const Resolution& resolution, const DrillPlan& pl
     writeOrigin(writer, plan, program.layer);
     writer.comment(program.isPlated ? "Drilled before plating" : "Not plated");
     writer.comment("Model: " + plan.model.name + " (" + fileState(plan.model) + ")");
-    writer.comment(QStringLiteral("Units: %1").arg(resolution.unit));
+    writer.comment(QStringLiteral("Units: %1").arg(writer.unit()));
     if (program.toolsBefore > program.toolCount()) {
         writer.comment(QStringLiteral("Fewest tools: %1 instead of %2")
                            .arg(program.toolCount())
                            .arg(program.toolsBefore));
     }
     writePlating(writer, plan, program);
-    writer.line(resolution.keyword);
+    writer.line(writer.unitCommand());
     for (size_t i = 0; i < program.tools.size(); ++i) {
         const ProgramTool& tool = program.tools[i];
         writer.comment(
@@ -346,7 +265,7 @@ void writeHead(Writer& writer, const Resolution& resolution, const DrillPlan& pl
     writer.line("%");
 }
 
-void writeTool(Writer& writer, const ProgramTool& tool, const ToolHits& hits)
+void writeTool(ExcellonWriter& writer, const ProgramTool& tool, const ToolHits& hits)
 {
     const std::vector<Place>& holes = hits.holes;
     const std::vector<const Path*>& slotPaths = hits.slotPaths;
@@ -366,11 +285,6 @@ void writeTool(Writer& writer, const ProgramTool& tool, const ToolHits& hits)
     }
 }
 
-const Resolution& resolutionOf(const DrillPlan& plan)
-{
-    return plan.units == Units::Inch ? inch : metric;
-}
-
 void checkRows(const DrillPlan& plan)
 {
     if (plan.rows.empty()) {
@@ -384,7 +298,7 @@ void checkRows(const DrillPlan& plan)
                     .arg(plan.layers[row.layer].name, QString::number(plan.tool(row).tool->number),
                         spoken(typeWord(row.type, row.isSlot))));
         }
-        if (!row.drillSize || resolutionOf(plan).round(*row.drillSize) <= 0) {
+        if (!row.drillSize || !ExcellonWriter(plan.units).canWrite(*row.drillSize)) {
             throw OutputError(
                 PlanText::tr("layer \"%1\": the tool \"%2\" of %3 %4 has no drill size by model "
                              "\"%5\" and its formula")
@@ -455,7 +369,7 @@ QByteArray programText(
     const DrillPlan& plan, const Program& program, const std::vector<RowPlaces>& places)
 {
     constexpr qint64 bytesOfHole = 24;
-    Writer writer(resolutionOf(plan));
+    ExcellonWriter writer(plan.units);
     std::vector<ToolHits> hits;
     qint64 count = 0;
     for (const ProgramTool& tool : program.tools) {
@@ -463,7 +377,7 @@ QByteArray programText(
         count += tool.hits();
     }
     writer.reserve(count * bytesOfHole);
-    writeHead(writer, resolutionOf(plan), plan, program, hits);
+    writeHead(writer, plan, program, hits);
     writer.line("G90");
     writer.line("G05");
     for (size_t i = 0; i < program.tools.size(); ++i) {
@@ -492,7 +406,7 @@ QStringList stalePrograms(const DrillPlan& plan, const QString& folder)
     constexpr qint64 mostOfHead = 16384;
     QList<QByteArray> origins;
     for (size_t layer = 0; layer < plan.layers.size(); ++layer) {
-        Writer writer(resolutionOf(plan));
+        ExcellonWriter writer(plan.units);
         writeOrigin(writer, plan, layer);
         origins << '\n' + writer.text();
     }

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "drill_report.h"
 
+#include "comparison_text.h"
 #include "drill_map.h"
+#include "drill_program.h"
+#include "drill_table.h"
 #include "file_set.h"
+#include "plan_checks.h"
 #include "plan_text.h"
-#include "report_html.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QBuffer>
@@ -16,6 +19,307 @@
 namespace brox {
 
 namespace {
+
+enum class Align
+{
+    Left,
+    Right
+};
+
+struct Column
+{
+    QString title;
+    Align align = Align::Left;
+    bool wraps = true; ///< a cell that wraps may end on another page than it begins
+};
+
+QString escaped(const QString& text)
+{
+    return text.toHtmlEscaped();
+}
+
+QString heading(const QString& text)
+{
+    return "<h2>" + escaped(text) + "</h2>\n";
+}
+
+QString alert(const QString& text)
+{
+    return "<b style=\"color:red\">" + escaped(text) + "</b>";
+}
+
+QString cell(const char* tag, const QString& html, const Column& column)
+{
+    return QStringLiteral("<%1%2%3>%4</%1>")
+        .arg(QLatin1String(tag),
+            QLatin1String(column.align == Align::Right ? " align=\"right\"" : " align=\"left\""),
+            QLatin1String(column.wraps ? "" : " style=\"white-space:nowrap\""),
+            html.isEmpty() ? QStringLiteral("&nbsp;") : html);
+}
+
+/** A table whose cells are HTML. */
+QString table(const QList<Column>& columns, const QList<QStringList>& rows)
+{
+    QString html = "<table border=\"1\" cellspacing=\"0\" cellpadding=\"3\" "
+                   "style=\"border-collapse:collapse\">\n<thead><tr>";
+    for (const Column& column : columns) {
+        html += cell("th", escaped(column.title), column);
+    }
+    html += "</tr></thead>\n<tbody>\n";
+    for (const QStringList& row : rows) {
+        html += "<tr>";
+        for (qsizetype i = 0; i < row.size(); ++i) {
+            html += cell("td", row[i], columns[i]);
+        }
+        html += "</tr>\n";
+    }
+    return html + "</tbody></table>\n";
+}
+
+QString list(const QStringList& lines)
+{
+    QString html = "<ul>\n";
+    for (const QString& line : lines) {
+        html += "<li>" + escaped(line) + "</li>\n";
+    }
+    return html + "</ul>\n";
+}
+
+/** Titles and texts of sizes in the plan's units. */
+class Sizes
+{
+public:
+    explicit Sizes(const DrillPlan& plan)
+        : mUnits(plan.units)
+    { }
+
+    Column column(const QString& name) const
+    {
+        return {QStringLiteral("%1 [%2]").arg(name, unitName(mUnits)), Align::Right};
+    }
+    QString text(Size size) const { return sizeText(size, mUnits); }
+    QString text(std::optional<Size> size) const { return size ? text(*size) : QString(); }
+
+private:
+    Units mUnits;
+};
+
+QString flagsHtml(const PlanRow& row)
+{
+    QStringList words;
+    for (const PlanFlag flag : row.flags) {
+        words << (isAlarming(flag) ? alert(spoken(flagWord(flag)))
+                                   : escaped(spoken(flagWord(flag))));
+    }
+    if (row.replaced) {
+        words << escaped(PlanText::tr("(was %1)").arg(row.replaced->bit));
+    }
+    return words.join(' ');
+}
+
+QString factsHtml(const DrillPlan& plan)
+{
+    const auto row = [](const QString& name, const QString& text) {
+        return QStringList{QStringLiteral("<b>%1</b>").arg(name), escaped(text)};
+    };
+    QString html = "<table cellspacing=\"0\" cellpadding=\"3\">\n";
+    for (const QStringList& cells : {row(PlanText::tr("Board"), plan.board->job),
+             row(PlanText::tr("Step"), plan.boardStep().name),
+             row(PlanText::tr("Model"), plan.model.name),
+             row(PlanText::tr("Models and bits"), spoken(fileState(plan.model))),
+             row(PlanText::tr("Formula"), plan.model.formula),
+             row(PlanText::tr("Bits"),
+                 plan.model.usesBits ? PlanText::tr("rounded to bits of the table")
+                                     : PlanText::tr("not used")),
+             row(PlanText::tr("Units"), unitName(plan.units)),
+             row(PlanText::tr("Written by"), QStringLiteral("brox " OUTPUT_VERSION))}) {
+        html += "<tr>" + cell("td", cells[0], {}) + cell("td", cells[1], {}) + "</tr>\n";
+    }
+    html += "</table>\n";
+    if (plan.model.unsaved) {
+        html +=
+            "<p>" + alert(PlanText::tr("Model or bits have edits that are not saved.")) + "</p>\n";
+    }
+    if (plan.model.isOlder) {
+        html += "<p>"
+            + alert(PlanText::tr(
+                "The files of models and bits have been saved by others since they were read."))
+            + "</p>\n";
+    }
+    return html;
+}
+
+QString amountsHtml(const DrillPlan& plan, const Sizes& sizes)
+{
+    QList<QStringList> rows;
+    for (const ModelAmount& amount : plan.model.amounts) {
+        const bool hasLarge = amount.largeFrom > 0;
+        rows << QStringList{escaped(amount.holeType), sizes.text(amount.amount),
+            hasLarge ? sizes.text(amount.largeFrom) : QString(),
+            hasLarge ? sizes.text(amount.largeAmount) : QString()};
+    }
+    return rows.isEmpty() ? QString()
+                          : heading(PlanText::tr("Amounts"))
+            + table({{PlanText::tr("Hole type")}, sizes.column(PlanText::tr("Amount")),
+                        sizes.column(PlanText::tr("Large from")),
+                        sizes.column(PlanText::tr("Amount if large"))},
+                rows);
+}
+
+QString rulesHtml(const DrillPlan& plan)
+{
+    return plan.rules.isEmpty() ? QString()
+                                : heading(PlanText::tr("Rules of the shop")) + list(plan.rules);
+}
+
+QString rowsHtml(const DrillPlan& plan, const Sizes& sizes)
+{
+    QList<QStringList> rows;
+    for (const PlanRow& row : plan.rows) {
+        rows << QStringList{escaped(plan.layers[row.layer].name),
+            escaped(spoken(typeWord(row.type, row.isSlot))), QString::number(row.count),
+            sizes.text(row.finishedSize), sizes.text(row.tolerance.minus),
+            sizes.text(row.tolerance.plus), sizes.text(row.drillSize),
+            isAlarming(row) ? alert(row.bit) : escaped(row.bit),
+            row.programTool > 0 ? QString::number(row.programTool) : QString(), flagsHtml(row),
+            escaped(row.rule)};
+    }
+    return heading(PlanText::tr("Drill table"))
+        + table({{PlanText::tr("Layer")}, {PlanText::tr("Type"), Align::Left, false},
+                    {PlanText::tr("Count"), Align::Right}, sizes.column(PlanText::tr("FHS")),
+                    sizes.column(PlanText::tr("-Tol")), sizes.column(PlanText::tr("+Tol")),
+                    sizes.column(PlanText::tr("DHS")), {PlanText::tr("Bit"), Align::Left, false},
+                    {PlanText::tr("Tool"), Align::Right}, {PlanText::tr("Flags")},
+                    {PlanText::tr("Decided by")}},
+            rows);
+}
+
+QString programHtml(const Program& program, const QString& name, const Sizes& sizes)
+{
+    QList<QStringList> rows;
+    qint64 holes = 0;
+    qint64 slotPaths = 0;
+    for (const ProgramTool& tool : program.tools) {
+        holes += tool.holes;
+        slotPaths += tool.slotPaths;
+        rows << QStringList{tool.number > 0
+                ? QStringLiteral("T%1").arg(tool.number, 2, 10, QChar('0'))
+                : alert(PlanText::tr("no size")),
+            escaped(tool.bit), sizes.text(tool.size), QString::number(tool.holes),
+            QString::number(tool.slotPaths)};
+    }
+    rows << QStringList{QStringLiteral("<b>%1</b>").arg(escaped(PlanText::tr("Total"))), {}, {},
+        QStringLiteral("<b>%1</b>").arg(holes), QStringLiteral("<b>%1</b>").arg(slotPaths)};
+    return "<h3>" + escaped(name) + "</h3>\n"
+        + table({{PlanText::tr("Tool")}, {PlanText::tr("Bit")},
+                    sizes.column(PlanText::tr("Drill size")), {PlanText::tr("Hits"), Align::Right},
+                    {PlanText::tr("Slots"), Align::Right}},
+            rows);
+}
+
+QString programsHtml(const DrillPlan& plan, const Sizes& sizes)
+{
+    QString html = heading(PlanText::tr("Drill programs"));
+    const QStringList names = programNames(plan);
+    for (size_t i = 0; i < plan.programs.size(); ++i) {
+        html += programHtml(plan.programs[i], names[qsizetype(i)], sizes);
+    }
+    return html;
+}
+
+QString findingsHtml(const DrillPlan& plan, const Sizes& sizes)
+{
+    const CheckFindings findings = checkPlan(plan);
+    const QList<Column> columns{{PlanText::tr("Finding")}, {PlanText::tr("Layer")},
+        {PlanText::tr("Tools")}, sizes.column(QStringLiteral("X")),
+        sizes.column(QStringLiteral("Y")), {PlanText::tr("Measured"), Align::Right},
+        {PlanText::tr("Limit"), Align::Right}, {PlanText::tr("Id"), Align::Left, false}};
+    const auto cells = [&](const CheckFinding& finding) {
+        const QString text = checkText(finding.check);
+        return QStringList{isHard(finding.check) ? alert(text) : escaped(text),
+            escaped(plan.layers[finding.layer].name), escaped(findingTools(plan, finding)),
+            sizes.text(finding.places.front().x), sizes.text(finding.places.front().y),
+            measureText(finding.check, finding.measured, plan.units),
+            measureText(finding.check, finding.limit, plan.units), finding.id};
+    };
+    QList<QStringList> rows;
+    for (const CheckFinding& finding : findings.list) {
+        rows << cells(finding);
+    }
+    QString html = heading(PlanText::tr("Findings"))
+        + (rows.isEmpty() ? "<p>" + escaped(PlanText::tr("None.")) + "</p>\n"
+                          : table(columns, rows));
+    QList<QStringList> accepted;
+    for (const AcceptedFinding& each : findings.accepted) {
+        accepted << cells(each.finding)
+                + QStringList{escaped(each.reason), each.until.toString(Qt::ISODate)};
+    }
+    if (!accepted.isEmpty()) {
+        html += "<h3>" + escaped(PlanText::tr("Accepted findings")) + "</h3>\n"
+            + table(columns + QList<Column>{{PlanText::tr("Reason")}, {PlanText::tr("Until")}},
+                accepted);
+    }
+    const QStringList notes = findingsNotes(findings);
+    return html + (notes.isEmpty() ? QString() : list(notes));
+}
+
+QString comparisonHtml(const DrillPlan& plan, const Sizes& sizes)
+{
+    if (!plan.comparison) {
+        return {};
+    }
+    const Comparison& comparison = *plan.comparison;
+    QString html = heading(PlanText::tr("Compared with %1").arg(comparison.other));
+    QStringList lines = comparisonNotes(comparison, plan.units, Tongue::User);
+    lines << sameText(comparison, Tongue::User);
+    lines.removeAll(QString());
+    html += lines.isEmpty() ? QString() : list(lines);
+    if (!comparison.differs()) {
+        return html;
+    }
+    QList<QStringList> rows;
+    for (const BoardDifference& difference : comparison.differences) {
+        const auto texts = differenceTexts(comparison, difference, plan.units, Tongue::User);
+        const bool hasPlace = !difference.places.empty();
+        rows << QStringList{alert(texts.kind), escaped(texts.layer), escaped(texts.tool),
+            QString::number(difference.count),
+            hasPlace ? sizes.text(difference.places[0].x) : QString(),
+            hasPlace ? sizes.text(difference.places[0].y) : QString(), escaped(texts.detail)};
+    }
+    return html
+        + table({{PlanText::tr("Finding")}, {PlanText::tr("Layer")},
+                    {PlanText::tr("Tool"), Align::Right}, {PlanText::tr("Count"), Align::Right},
+                    sizes.column(PlanText::tr("First X")), sizes.column(PlanText::tr("First Y")),
+                    {PlanText::tr("Detail")}},
+            rows);
+}
+
+QString notesHtml(const DrillPlan& plan)
+{
+    QStringList lines = leftOut(plan);
+    for (const StepLayer& layer : plan.layers) {
+        if (!layer.assumedFormat.isEmpty()) {
+            lines << PlanText::tr("layer %1: digits of coordinates assumed to be %2")
+                         .arg(layer.name, layer.assumedFormat);
+        }
+    }
+    lines += plan.board->notes;
+    return heading(PlanText::tr("Not drilled, and notes"))
+        + (lines.isEmpty() ? "<p>" + escaped(PlanText::tr("Nothing.")) + "</p>\n" : list(lines));
+}
+
+/** The body of a report up to the maps, in the HTML that browsers and text documents share.
+ *  What needs a look is red, and bold for those who print it in black. */
+QString reportHtml(const DrillPlan& plan)
+{
+    const Sizes sizes(plan);
+    return "<h1>"
+        + escaped(
+            PlanText::tr("Drill report: %1, step %2").arg(plan.board->job, plan.boardStep().name))
+        + "</h1>\n" + factsHtml(plan) + amountsHtml(plan, sizes) + rulesHtml(plan)
+        + rowsHtml(plan, sizes) + comparisonHtml(plan, sizes) + programsHtml(plan, sizes)
+        + findingsHtml(plan, sizes) + notesHtml(plan);
+}
 
 constexpr int dotsPerInch = 254; ///< so that a dot is a unit of a map's sheet
 constexpr int margin = 150;

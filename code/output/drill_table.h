@@ -3,6 +3,7 @@
 #define DRILL_TABLE_H
 
 #include "drill_plan.h"
+#include "findings.h"
 
 #include <QJsonObject>
 
@@ -32,6 +33,21 @@ QString planCsvRows(const DrillPlan& plan, Units units, const QString& before = 
  * @throws PanelError
  */
 QJsonObject planJson(const DrillPlan& plan, bool withPlaces = false);
+
+/** Findings as the command line prints them, in English. */
+
+/** The findings, the accepted ones, and what could not be checked. */
+QString findingsText(const DrillPlan& plan, const CheckFindings& findings);
+
+/** Findings as comma-separated values with the names of the columns; accepted ones as another
+ *  such table behind a blank line, with reason and day. */
+QString findingsCsv(const DrillPlan& plan, const CheckFindings& findings);
+
+/** Lines on what could not be checked, what serves nothing and the like. */
+QStringList findingsNotes(const CheckFindings& findings);
+
+/** Adds the members that tell of findings. */
+void addFindings(QJsonObject& json, const DrillPlan& plan, const CheckFindings& findings);
 
 } // namespace brox
 

@@ -3,12 +3,238 @@
 
 #include "plan_text.h"
 
+#include <QDateTime>
+#include <QDeadlineTimer>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
+#include <QThread>
+#include <fcntl.h>
 #include <filesystem>
+#include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
+namespace fs = std::filesystem;
+
 namespace brox {
+
+namespace {
+
+constexpr int patience = 1000; ///< milliseconds that others may take for their files
+constexpr int pause = 20; ///< milliseconds between two looks at a lock
+
+const char stagingName[] = ".brox-writing";
+const char newPart[] = "new";
+const char releasedPart[] = "released"; ///< new files that count
+const char oldPart[] = "old"; ///< second names of the files that are replaced
+
+constexpr QDir::Filters anyFile = QDir::Files | QDir::Hidden | QDir::System;
+
+fs::path native(const QString& path)
+{
+    return QFile::encodeName(path).toStdString();
+}
+
+/** A rename is only on the disk when its folder is. */
+void syncFolder(const QString& path)
+{
+    const int folder =
+        open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (folder >= 0) {
+        fsync(folder);
+        close(folder);
+    }
+}
+
+/** Whether a file may take a place: a killed process must not undo what was done since. */
+bool mayReplace(const QFileInfo& file, const QFileInfo& place)
+{
+    return !place.exists() || (place.isFile() && place.lastModified() <= file.lastModified());
+}
+
+} // namespace
+
+OutputError::OutputError(const QString& path, const QString& reason)
+    : OutputError(PlanText::tr("%1: can't be written: %2").arg(path, reason))
+{
+    mReason = reason.toStdString();
+}
+
+FileLock::Result FileLock::take(const QString& path, int patience)
+{
+    const QDeadlineTimer deadline(patience);
+    for (;;) {
+        const int file =
+            open(QFile::encodeName(path).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
+        if (file < 0) {
+            return Result::Impossible;
+        }
+        // Where the file system knows no locks there is none, and no second process to fear.
+        const bool isBusy = flock(file, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+        struct stat status = {};
+        if (!isBusy && fstat(file, &status) == 0 && status.st_nlink > 0) {
+            mFile = file;
+            mPath = path;
+            return Result::Taken;
+        }
+        close(file); // its last owner may have removed it meanwhile
+        if (isBusy && deadline.hasExpired()) {
+            return Result::Busy;
+        }
+        if (isBusy) {
+            QThread::msleep(pause);
+        }
+    }
+}
+
+void FileLock::release()
+{
+    if (mFile >= 0) {
+        QFile::remove(mPath); // while it is locked, so that it is no other's
+        close(mFile);
+        mFile = -1;
+    }
+}
+
+Staging::Staging(const QString& folder)
+    : mFolder(folder)
+    , mPath(QDir(folder).filePath(stagingName))
+{
+    try {
+        lock();
+        finish();
+        clear();
+        fs::create_directory(native(inside(newPart)));
+        fs::create_directory(native(inside(oldPart)));
+    } catch (const fs::filesystem_error& error) {
+        throw OutputError(mFolder, QString::fromStdString(error.code().message()));
+    }
+}
+
+Staging::~Staging()
+{
+    if (QDir(inside(releasedPart)).isEmpty(anyFile)) {
+        try {
+            clear();
+        } catch (const fs::filesystem_error&) {
+            // The next one tries again.
+        }
+    }
+    mLock.release();
+    QDir().rmdir(mPath); // in vain if another has taken it by now
+}
+
+QString Staging::tidy(const QString& folder)
+{
+    return QFileInfo::exists(QDir(folder).filePath(stagingName)) ? Staging(folder).note()
+                                                                 : QString();
+}
+
+QString Staging::inside(const char* part, const QString& name) const
+{
+    return mPath + '/' + QLatin1String(part) + (name.isEmpty() ? QString() : '/' + name);
+}
+
+void Staging::lock()
+{
+    for (;;) {
+        fs::create_directory(native(mPath));
+        switch (mLock.take(inside("lock"), patience)) {
+        case FileLock::Result::Taken:
+            return;
+        case FileLock::Result::Busy:
+            throw OutputError(mFolder, PlanText::tr("another program is writing there"));
+        case FileLock::Result::Impossible:
+            // Its last owner may just have taken the folder away.
+            if (errno != ENOENT) {
+                throw OutputError(mFolder, qt_error_string());
+            }
+        }
+    }
+}
+
+/** Puts in place what a killed process had released. */
+void Staging::finish()
+{
+    QStringList placed;
+    QStringList dropped;
+    for (const QFileInfo& file : QDir(inside(releasedPart)).entryInfoList(anyFile)) {
+        const bool fits = mayReplace(file, QFileInfo(QDir(mFolder).filePath(file.fileName())));
+        if (fits) {
+            place(file.fileName());
+        }
+        (fits ? placed : dropped) << file.fileName();
+    }
+    const QString begin = PlanText::tr("%1: an earlier run was broken off").arg(mFolder);
+    QStringList parts;
+    if (!placed.isEmpty()) {
+        sync();
+        parts << PlanText::tr("put in place now: %1").arg(placed.join(", "));
+    }
+    if (!dropped.isEmpty()) {
+        parts << PlanText::tr("changed since, so left as they are: %1").arg(dropped.join(", "));
+    }
+    if (parts.isEmpty() && !QDir(inside(newPart)).isEmpty(anyFile)) {
+        parts << PlanText::tr("nothing of it was written");
+    }
+    mNote = parts.isEmpty() ? QString() : begin + "; " + parts.join("; ");
+}
+
+void Staging::clear() const
+{
+    for (const char* part : {releasedPart, newPart, oldPart}) {
+        fs::remove_all(native(inside(part)));
+    }
+}
+
+/** Where the file system knows no second names it is a copy. */
+void Staging::keepOld(const QString& name) const
+{
+    const QString place = QDir(mFolder).filePath(name);
+    if (!QFileInfo::exists(place)) {
+        return;
+    }
+    std::error_code error;
+    fs::create_hard_link(native(place), native(inside(oldPart, name)), error);
+    if (error) {
+        fs::copy_file(native(place), native(inside(oldPart, name)));
+    }
+}
+
+void Staging::release() const
+{
+    syncFolder(inside(newPart));
+    fs::rename(native(inside(newPart)), native(inside(releasedPart)));
+    syncFolder(mPath);
+}
+
+void Staging::place(const QString& name) const
+{
+    fs::rename(native(inside(releasedPart, name)), native(QDir(mFolder).filePath(name)));
+}
+
+void Staging::putBack(const QString& name) const
+{
+    const fs::path place = native(QDir(mFolder).filePath(name));
+    // Should it end here, the next one finishes the new files, of which none may be missing.
+    fs::rename(place, native(inside(releasedPart, name)));
+    if (QFileInfo::exists(inside(oldPart, name))) {
+        fs::rename(native(inside(oldPart, name)), place);
+    }
+}
+
+void Staging::withdraw() const
+{
+    if (QFileInfo::exists(inside(releasedPart))) {
+        fs::rename(native(inside(releasedPart)), native(inside(newPart)));
+    }
+}
+
+void Staging::sync() const
+{
+    syncFolder(mFolder);
+}
 
 namespace {
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "clearance.h"
 
-#include "doubled_hits.h"
 #include "geometry.h"
 
 #include <algorithm>

@@ -112,6 +112,13 @@ QString assumedText(const DrillDraft& draft);
 /** What is not drilled, a line each: contours, back drills, holes on other layers. */
 QStringList leftOut(const PlannedStep& step);
 
+/** Chooses types by a text such as "drill:T3=press-fit" or "drill:0.8mm=via": for the tools of a
+ *  layer that have a number in their file, or a finished size.
+ *
+ * @throws RulesError  also if no tool of the board is meant
+ */
+void chooseType(Job& job, const QString& text);
+
 } // namespace brox
 
 #endif

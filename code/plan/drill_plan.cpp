@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <map>
 #include <set>
+#include <unordered_map>
 
 namespace brox {
 
@@ -16,22 +17,40 @@ struct RowTool
     const Tool* tool;
 };
 
-std::vector<RowTool> rowToolsOf(const DrillPlan& plan, const Step& step)
+/** Finds the rows of tools, whatever step these are of. */
+class RowFinder
 {
-    std::vector<RowTool> found;
-    for (const Layer& layer : step.layers) {
-        for (const Tool& tool : layer.tools) {
-            for (size_t i = 0; i < plan.rows.size(); ++i) {
-                const PlanRow& row = plan.rows[i];
-                if (plan.tool(row).tool->isLike(tool)
-                    && plan.layers[row.layer].name == layer.name) {
-                    found.push_back({i, &tool});
+public:
+    explicit RowFinder(const DrillPlan& plan)
+        : mPlan(plan)
+    {
+        for (size_t i = 0; i < plan.rows.size(); ++i) {
+            mRows.emplace(likenessOf(*plan.tool(plan.rows[i]).tool), i);
+        }
+    }
+
+    std::vector<RowTool> rowToolsOf(const Step& step) const
+    {
+        std::vector<RowTool> found;
+        for (const Layer& layer : step.layers) {
+            for (const Tool& tool : layer.tools) {
+                const auto [begin, end] = mRows.equal_range(likenessOf(tool));
+                for (auto like = begin; like != end; ++like) {
+                    const PlanRow& row = mPlan.rows[like->second];
+                    if (mPlan.layers[row.layer].name == layer.name
+                        && mPlan.tool(row).tool->isLike(tool)) {
+                        found.push_back({like->second, &tool});
+                    }
                 }
             }
         }
+        return found;
     }
-    return found;
-}
+
+private:
+    const DrillPlan& mPlan;
+    std::unordered_multimap<size_t, size_t> mRows; ///< by their tools' likeness
+};
 
 /** Sorts the rows into programs and numbers the tools. */
 void addPrograms(DrillPlan& plan)
@@ -135,11 +154,12 @@ qsizetype alarmingRows(const DrillPlan& plan)
 void forEachTool(const DrillPlan& plan,
     const std::function<void(size_t, const Tool&, const Step&, const Transform&)>& visit)
 {
+    const RowFinder rows(plan);
     std::map<const Step*, std::vector<RowTool>> known; // a panel may repeat a step a million times
     forEachCopy(*plan.board, plan.step, [&](const Step& step, const Transform& where) {
         const auto [tools, isNew] = known.try_emplace(&step);
         if (isNew) {
-            tools->second = rowToolsOf(plan, step);
+            tools->second = rows.rowToolsOf(step);
         }
         for (const RowTool& each : tools->second) {
             visit(each.row, *each.tool, step, where);

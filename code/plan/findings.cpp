@@ -1,97 +1,59 @@
 // SPDX-License-Identifier: MIT
 #include "findings.h"
 
+#include <QFile>
+#include <QRegularExpression>
 #include <algorithm>
 
 namespace brox {
 
+namespace {
+
+struct CheckNature
+{
+    const char* word;
+    const char* text;
+    bool isHard = false;
+    bool measuresSizes = true;
+};
+
+/** By the enumeration. */
+constexpr CheckNature natures[] = {
+    {"same-place", QT_TRANSLATE_NOOP("PlanText", "different tools at one place"), true},
+    {"overlap", QT_TRANSLATE_NOOP("PlanText", "drilled areas overlap"), true},
+    {"too-near", QT_TRANSLATE_NOOP("PlanText", "too near to each other")},
+    {"outside", QT_TRANSLATE_NOOP("PlanText", "not within the outline"), true},
+    {"edge", QT_TRANSLATE_NOOP("PlanText", "too near to the edge")},
+    {"too-large", QT_TRANSLATE_NOOP("PlanText", "drill too large")},
+    {"short-slot", QT_TRANSLATE_NOOP("PlanText", "slot too short for its width"), false, false},
+    {"aspect", QT_TRANSLATE_NOOP("PlanText", "hole too deep for its drill"), false, false},
+    {"window", QT_TRANSLATE_NOOP("PlanText", "tolerance too narrow")},
+    {"closing", QT_TRANSLATE_NOOP("PlanText", "drill smaller than the plated hole")},
+    {"count", QT_TRANSLATE_NOOP("PlanText", "other number of hits than a comment"), true, false},
+    {"scale", QT_TRANSLATE_NOOP("PlanText", "other scale than the other files"), true, false},
+};
+static_assert(std::size(natures) == size_t(lastCheck) + 1);
+
+} // namespace
+
 QString checkWord(Check check)
 {
-    switch (check) {
-    case Check::SamePlace:
-        return QStringLiteral("same-place");
-    case Check::Overlap:
-        return QStringLiteral("overlap");
-    case Check::TooNear:
-        return QStringLiteral("too-near");
-    case Check::Outside:
-        return QStringLiteral("outside");
-    case Check::Edge:
-        return QStringLiteral("edge");
-    case Check::TooLarge:
-        return QStringLiteral("too-large");
-    case Check::ShortSlot:
-        return QStringLiteral("short-slot");
-    case Check::Aspect:
-        return QStringLiteral("aspect");
-    case Check::Window:
-        return QStringLiteral("window");
-    case Check::Closing:
-        return QStringLiteral("closing");
-    case Check::Count:
-        return QStringLiteral("count");
-    case Check::Scale:
-        return QStringLiteral("scale");
-    }
-    return {};
+    return QString::fromLatin1(natures[size_t(check)].word);
 }
 
 QString checkText(Check check)
 {
-    switch (check) {
-    case Check::SamePlace:
-        return PlanText::tr("different tools at one place");
-    case Check::Overlap:
-        return PlanText::tr("drilled areas overlap");
-    case Check::TooNear:
-        return PlanText::tr("too near to each other");
-    case Check::Outside:
-        return PlanText::tr("not within the outline");
-    case Check::Edge:
-        return PlanText::tr("too near to the edge");
-    case Check::TooLarge:
-        return PlanText::tr("drill too large");
-    case Check::ShortSlot:
-        return PlanText::tr("slot too short for its width");
-    case Check::Aspect:
-        return PlanText::tr("hole too deep for its drill");
-    case Check::Window:
-        return PlanText::tr("tolerance too narrow");
-    case Check::Closing:
-        return PlanText::tr("drill smaller than the plated hole");
-    case Check::Count:
-        return PlanText::tr("other number of hits than a comment");
-    case Check::Scale:
-        return PlanText::tr("other scale than the other files");
-    }
-    return {};
+    return PlanText::tr(natures[size_t(check)].text);
 }
 
 bool isHard(Check check)
 {
-    switch (check) {
-    case Check::SamePlace:
-    case Check::Overlap:
-    case Check::Outside:
-    case Check::Count:
-    case Check::Scale:
-        return true;
-    default:
-        return false;
-    }
+    return natures[size_t(check)].isHard;
 }
 
 bool measuresSizes(Check check)
 {
-    switch (check) {
-    case Check::ShortSlot:
-    case Check::Aspect:
-    case Check::Count:
-    case Check::Scale:
-        return false;
-    default:
-        return true;
-    }
+    return natures[size_t(check)].measuresSizes;
 }
 
 qsizetype CheckFindings::hardCount() const
@@ -119,6 +81,66 @@ QString findingTools(const DrillPlan& plan, const CheckFinding& finding)
                 : QStringLiteral("%1/%2").arg(plan.layers[row.layer].name, number));
     }
     return tools.join(' ');
+}
+
+Acceptances Acceptances::load(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QFile::ReadOnly)) {
+        throw RulesError(QStringLiteral("%1: %2").arg(path, file.errorString()));
+    }
+    Acceptances acceptances;
+    int number = 0;
+    for (const QByteArray& bytes : file.readAll().split('\n')) {
+        ++number;
+        const QString line = QString::fromUtf8(bytes).trimmed();
+        if (line.isEmpty() || line.startsWith('#')) {
+            continue;
+        }
+        try {
+            acceptances.mLines.push_back(parsed(line));
+        } catch (const RulesError& error) {
+            throw RulesError(
+                QStringLiteral("%1:%2: %3").arg(path).arg(number).arg(QString(error.what())));
+        }
+    }
+    return acceptances;
+}
+
+Acceptances::Line Acceptances::parsed(const QString& line)
+{
+    static const QRegularExpression form(
+        QStringLiteral("^\"?([\\w-]+)\"?[\\s,;]+(\\S.*?)[\\s,;]+\"?(\\d{4}-\\d{2}-\\d{2})\"?$"));
+    const QRegularExpressionMatch match = form.match(line);
+    const QDate until = QDate::fromString(match.captured(3), Qt::ISODate);
+    if (!match.hasMatch() || !until.isValid()) {
+        throw RulesError(PlanText::tr("no id, reason and day such as 2026-12-31"));
+    }
+    QString reason = match.captured(2);
+    if (reason.size() > 1 && reason.startsWith('"') && reason.endsWith('"')) {
+        reason = reason.sliced(1).chopped(1);
+    }
+    return {match.captured(1), reason, until};
+}
+
+void Acceptances::apply(CheckFindings& findings, QDate today) const
+{
+    for (const Line& line : mLines) {
+        const auto isMeant = [&](const CheckFinding& finding) { return finding.id == line.id; };
+        const auto found = std::ranges::find_if(findings.list, isMeant);
+        if (found == findings.list.end()) {
+            const bool isTwice = std::ranges::any_of(findings.accepted,
+                [&](const AcceptedFinding& accepted) { return isMeant(accepted.finding); });
+            findings.notes << (isTwice ? PlanText::tr("accepted twice: %1").arg(line.id)
+                                       : PlanText::tr("accepted, but not found: %1").arg(line.id));
+        } else if (line.until < today) {
+            findings.notes << PlanText::tr("accepted until %1, no longer: %2")
+                                  .arg(line.until.toString(Qt::ISODate), line.id);
+        } else {
+            findings.accepted.push_back({std::move(*found), line.reason, line.until});
+            findings.list.erase(found);
+        }
+    }
 }
 
 } // namespace brox

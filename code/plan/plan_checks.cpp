@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "plan_checks.h"
 
-#include "acceptances.h"
 #include "clearance.h"
-#include "doubled_hits.h"
-#include "outline_distance.h"
+#include "findings.h"
+#include "geometry.h"
 
 #include <QCryptographicHash>
 #include <algorithm>

@@ -48,32 +48,6 @@ QString numberText(Size size)
     return QString::number(millimetres(size), 'g', 9);
 }
 
-std::optional<HoleType> typeOf(QString name)
-{
-    name = name.trimmed().toLower();
-    if (name == "non-plated" || name == "unplated") {
-        return HoleType::NonPlated;
-    }
-    if (name == "pressfit") {
-        return HoleType::PressFit;
-    }
-    for (const HoleType type : types) {
-        if (name == typeKey(type)) {
-            return type;
-        }
-    }
-    return std::nullopt;
-}
-
-HoleType neededType(const QString& name)
-{
-    if (const std::optional<HoleType> type = typeOf(name)) {
-        return *type;
-    }
-    throw RulesError(
-        PlanText::tr("no type \"%1\"; there are: plated, nonplated, via, press-fit").arg(name));
-}
-
 /** A size of an option; "mil" behind it goes before the unit that is given. */
 Size sizeOf(QString text, bool isMil)
 {
@@ -135,7 +109,7 @@ ToleranceRule ruleOf(const QJsonValue& value, const QString& where)
     checkKeys(object, {"type", "from", "minus", "plus"}, where + ": ");
     ToleranceRule rule;
     try {
-        rule.type = neededType(object["type"].toString());
+        rule.type = holeTypeOf(object["type"].toString());
     } catch (const RulesError& error) {
         throw RulesError(where + ".type: " + error.what());
     }
@@ -216,6 +190,21 @@ QJsonObject limitsJson(const CheckLimits& limits)
 }
 
 } // namespace
+
+HoleType holeTypeOf(const QString& name)
+{
+    const QString word = name.trimmed().toLower().remove('-');
+    for (const HoleType type : types) {
+        if (word == typeKey(type).remove('-')) {
+            return type;
+        }
+    }
+    if (word == "unplated") {
+        return HoleType::NonPlated;
+    }
+    throw RulesError(
+        PlanText::tr("no type \"%1\"; there are: plated, nonplated, via, press-fit").arg(name));
+}
 
 WindowKind windowKind(HoleType type, bool isSlot)
 {
@@ -313,7 +302,7 @@ void ShopRules::changeTolerances(const QString& text)
             tolerances.clear();
             continue;
         }
-        const HoleType type = neededType(part.left(equals));
+        const HoleType type = holeTypeOf(part.left(equals));
         std::erase_if(tolerances, [type](const ToleranceRule& rule) { return rule.type == type; });
         const QString tolerance = part.mid(equals + 1);
         if (tolerance.trimmed().toLower() != "none") {

@@ -96,6 +96,12 @@ public:
     bool operator==(const ShopRules&) const = default;
 };
 
+/** The type that a text such as "press-fit" means.
+ *
+ * @throws RulesError
+ */
+HoleType holeTypeOf(const QString& name);
+
 /** A size such as "1.6" or "63mil", in millimetres if it names no unit.
  *
  * @throws RulesError

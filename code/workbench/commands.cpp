@@ -8,7 +8,6 @@
 #include "drill_report.h"
 #include "drill_table.h"
 #include "file_set.h"
-#include "finding_table.h"
 #include "host_session.h"
 #include "open_board.h"
 #include "options.h"

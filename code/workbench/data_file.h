@@ -2,8 +2,8 @@
 #ifndef DATA_FILE_H
 #define DATA_FILE_H
 
+#include "file_set.h"
 #include "shop_rules.h"
-#include "staging.h"
 
 #include <QByteArray>
 #include <QCoreApplication>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "findings_dock.h"
 
-#include "finding_table.h"
+#include "drill_table.h"
 #include "live_plan.h"
 #include "plan_checks.h"
 

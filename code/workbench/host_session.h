@@ -3,7 +3,7 @@
 #define HOST_SESSION_H
 
 #include "data_guard.h"
-#include "merged_drills.h"
+#include "fewest_tools.h"
 #include "zeb_lowlevel.h"
 
 #include <QObject>

@@ -3,8 +3,8 @@
 #define MAP_SCENE_H
 
 #include "board.h"
-#include "comparison_marks.h"
 #include "drill_plan.h"
+#include "map_shapes.h"
 
 #include <QColor>
 #include <QImage>

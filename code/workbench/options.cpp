@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "options.h"
 
-#include "acceptances.h"
 #include "comparison.h"
 #include "data_file.h"
+#include "drill_draft.h"
+#include "findings.h"
 #include "host_session.h"
 #include "language.h"
-#include "type_choice.h"
 
 #include <QRegularExpression>
 

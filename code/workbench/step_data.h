@@ -3,7 +3,7 @@
 #define STEP_DATA_H
 
 #include "data_file.h"
-#include "merged_drills.h"
+#include "fewest_tools.h"
 
 #include <QSet>
 #include <QWidget>

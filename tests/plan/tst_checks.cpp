@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "acceptances.h"
 #include "clearance.h"
-#include "doubled_hits.h"
-#include "fewest_bits.h"
-#include "merged_drills.h"
-#include "outline_distance.h"
+#include "fewest_tools.h"
+#include "findings.h"
+#include "geometry.h"
 #include "plan_checks.h"
 
 #include <QRandomGenerator>

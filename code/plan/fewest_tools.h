@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#ifndef FEWEST_BITS_H
-#define FEWEST_BITS_H
+#ifndef FEWEST_TOOLS_H
+#define FEWEST_TOOLS_H
 
-#include "board.h"
+#include "drill_plan.h"
 
 namespace brox {
 
@@ -32,6 +32,27 @@ struct FewestBits
  * @param sizes  of the bits, rising, no two alike; each need has one in its range
  */
 FewestBits fewestBits(const std::vector<BitNeed>& needs, const std::vector<Size>& sizes);
+
+/** A drill bit of the table. */
+struct TableBit
+{
+    Size size = 0;
+    QString designation;
+};
+
+/** Lets the rows of each program share as few bits as their tolerances allow; of the sets of that
+ *  number the one that is nearest to what the formula gives.
+ *
+ * Rows without a bit in range keep what they have, and press-fit rows too, unless asked for.
+ * What changes is flagged.
+ *
+ * @param bits    those that may be used, by rising size, no two alike
+ * @param drills  one for each row of the draft
+ * @return rows of which no two of one program can share a tool, as many as it has tools: the reason
+ *         why there are no fewer
+ */
+std::vector<size_t> mergeDrills(const DrillDraft& draft, const std::vector<TableBit>& bits,
+    bool withPressFit, std::vector<Drill>& drills);
 
 } // namespace brox
 
