@@ -234,10 +234,6 @@
         <translation>das Muster endet nicht mit M01</translation>
     </message>
     <message>
-        <source>a pattern that is turned or mirrored (M%1) is not read</source>
-        <translation>ein gedrehtes oder gespiegeltes Muster (M%1) wird nicht gelesen</translation>
-    </message>
-    <message>
         <source>%1 with no whole number: %2</source>
         <translation>%1 ohne ganze Zahl: %2</translation>
     </message>
@@ -312,18 +308,6 @@
     <message>
         <source>an empty file</source>
         <translation>eine leere Datei</translation>
-    </message>
-    <message>
-        <source>steps and repeats are not read</source>
-        <translation>Wiederholungen (SR) werden nicht gelesen</translation>
-    </message>
-    <message>
-        <source>%1 is not read: it moves what is drilled</source>
-        <translation>%1 wird nicht gelesen: Es verschiebt, was gebohrt wird</translation>
-    </message>
-    <message>
-        <source>%1 has no meaning in a drill file</source>
-        <translation>%1 hat in einer Bohrdatei keine Bedeutung</translation>
     </message>
     <message>
         <source>unknown format of numbers: </source>
@@ -712,6 +696,14 @@
     <message>
         <source>compared: </source>
         <translation>verglichen: </translation>
+    </message>
+    <message>
+        <source>a pattern that is turned or mirrored is not read</source>
+        <translation>ein gedrehtes oder gespiegeltes Muster wird nicht gelesen</translation>
+    </message>
+    <message>
+        <source>%1 changes what is drilled, and is not read</source>
+        <translation>%1 ändert, was gebohrt wird, und wird nicht gelesen</translation>
     </message>
 </context>
 <context>

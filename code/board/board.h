@@ -5,6 +5,7 @@
 #include <QHashFunctions>
 #include <QString>
 #include <QStringList>
+#include <compare>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -42,6 +43,7 @@ struct Place
 {
     Size x = 0;
     Size y = 0;
+    auto operator<=>(const Place&) const = default; ///< from left to right
     bool operator==(const Place&) const = default;
 };
 static_assert(sizeof(Place) == 8);

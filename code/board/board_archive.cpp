@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "board_archive.h"
 
-#include "board_text.h"
 #include "reading.h"
 
 #include <QBuffer>

@@ -2,7 +2,6 @@
 #include "board_files.h"
 
 #include "board_archive.h"
-#include "board_text.h"
 
 #include <QBuffer>
 #include <QFile>

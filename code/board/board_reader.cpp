@@ -2,7 +2,6 @@
 #include "board_reader.h"
 
 #include "board_files.h"
-#include "board_text.h"
 #include "drill_board.h"
 #include "ipc2581_reader.h"
 

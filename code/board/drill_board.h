@@ -3,6 +3,7 @@
 #define DRILL_BOARD_H
 
 #include "board_files.h"
+#include "drill_canvas.h"
 
 #include <deque>
 

@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "drill_canvas.h"
 
-#include "board_text.h"
-#include "units_unknown.h"
-
 #include <algorithm>
 #include <cmath>
 #include <numeric>
@@ -15,6 +12,32 @@ namespace {
 constexpr qint64 maxDrilled = 50'000'000; ///< holes and segments of slots of a board
 
 } // namespace
+
+void Notes::add(const char* kind, const QStringList& values)
+{
+    const auto known = std::find_if(mNotes.begin(), mNotes.end(),
+        [&](const Note& note) { return std::string_view(note.kind) == kind; });
+    if (known != mNotes.end()) {
+        ++known->count;
+        return;
+    }
+    QString text = BoardText::tr(kind);
+    for (const QString& value : values) {
+        text = text.arg(value);
+    }
+    mNotes.push_back({kind, text, 1});
+}
+
+QStringList Notes::texts() const
+{
+    QStringList texts;
+    for (const Note& note : mNotes) {
+        texts << (note.count == 1
+                ? note.text
+                : BoardText::tr("%1 (and %2 more like it)").arg(note.text).arg(note.count - 1));
+    }
+    return texts;
+}
 
 size_t DrillCanvas::addTool(DrillTool tool)
 {
@@ -48,28 +71,29 @@ void DrillCanvas::count(qint64 more)
 {
     mDrilled += more;
     if (mDrilled > maxDrilled) {
-        mPosition.fail(BoardText::tr("too many holes and slots, the most are %1").arg(maxDrilled));
+        mAt.fail(BoardText::tr("too many holes and slots, the most are %1").arg(maxDrilled));
     }
 }
 
-Place DrillCanvas::rounded(const Point& point)
+Place DrillCanvas::rounded(const QPointF& point)
 {
     constexpr double most = std::numeric_limits<Size>::max();
-    const Point whole{std::round(point.x), std::round(point.y)};
-    if (std::abs(whole.x) > most || std::abs(whole.y) > most) {
-        mFarLine = mFarLine != 0 ? mFarLine : mPosition.line;
+    const double x = std::round(point.x());
+    const double y = std::round(point.y());
+    if (std::abs(x) > most || std::abs(y) > most) {
+        mFarLine = mFarLine != 0 ? mFarLine : mAt.line;
     }
-    return {Size(std::clamp(whole.x, -most, most)), Size(std::clamp(whole.y, -most, most))};
+    return {Size(std::clamp(x, -most, most)), Size(std::clamp(y, -most, most))};
 }
 
-Place DrillCanvas::placed(const Point& point)
+Place DrillCanvas::placed(const QPointF& point)
 {
-    mFrom = {std::min(mFrom.x, point.x), std::min(mFrom.y, point.y)};
-    mTo = {std::max(mTo.x, point.x), std::max(mTo.y, point.y)};
+    mFrom = {std::min(mFrom.x(), point.x()), std::min(mFrom.y(), point.y())};
+    mTo = {std::max(mTo.x(), point.x()), std::max(mTo.y(), point.y())};
     return rounded(point);
 }
 
-void DrillCanvas::drill(const Point& at)
+void DrillCanvas::drill(const QPointF& at)
 {
     count(1);
     Use& by = use();
@@ -77,19 +101,19 @@ void DrillCanvas::drill(const Point& at)
     ++mHits[by.tool];
 }
 
-void DrillCanvas::beginPath(const Point& at)
+void DrillCanvas::beginPath(const QPointF& at)
 {
     count(1);
     mPath = Path{placed(at), {}};
 }
 
-void DrillCanvas::lineTo(const Point& to)
+void DrillCanvas::lineTo(const QPointF& to)
 {
     count(1);
     mPath->segments.push_back({Segment::Shape::Line, placed(to), {}});
 }
 
-void DrillCanvas::arcTo(Segment::Shape shape, const Point& to, const Point& centre)
+void DrillCanvas::arcTo(Segment::Shape shape, const QPointF& to, const QPointF& centre)
 {
     count(1);
     mPath->segments.push_back({shape, placed(to), rounded(centre)});
@@ -137,7 +161,7 @@ void DrillCanvas::endPattern()
 }
 
 /** Each repeat is moved against the last. */
-void DrillCanvas::repeatPattern(const Point& by, int times)
+void DrillCanvas::repeatPattern(const QPointF& by, int times)
 {
     for (const auto& [index, begin, end] : mRepeated) {
         count(times * qint64(end.holes - begin.holes));
@@ -145,7 +169,7 @@ void DrillCanvas::repeatPattern(const Point& by, int times)
             times * qint64(end.holes - begin.holes + end.slotPaths - begin.slotPaths);
     }
     for (int i = 0; i < times && !mRepeated.empty(); ++i) {
-        mMove = mMove + by;
+        mMove += by;
         for (const auto& [index, begin, end] : mRepeated) {
             Use& use = mUses[index];
             for (size_t hole = begin.holes; hole < end.holes; ++hole) {
@@ -163,7 +187,7 @@ void DrillCanvas::repeatPattern(const Point& by, int times)
 
 Place DrillCanvas::moved(const Place& from)
 {
-    return placed({from.x + mMove.x, from.y + mMove.y});
+    return placed(mMove + QPointF(from.x, from.y));
 }
 
 Path DrillCanvas::moved(const Path& from)
@@ -185,14 +209,14 @@ Size DrillCanvas::sizeOf(const DrillTool& tool) const
         return 0;
     }
     if (!tool.units) {
-        throw UnitsUnknown(mPosition.name, tool.line,
+        throw UnitsUnknown(mAt.name, tool.line,
             BoardText::tr("nothing specifies whether %1 is in millimetres or inches; "
                           "--file-units inch or metric does")
                 .arg(tool.name));
     }
     const double size = std::round(tool.diameter * brox::sizeOf(*tool.units));
     if (size < 1 || size > maxDiameter) {
-        mPosition.fail(tool.line,
+        mAt.fail(tool.line,
             (size < 1 ? BoardText::tr("tool %1: %2 %3 is too small")
                       : BoardText::tr("tool %1: %2 %3 is too large, the most are 500 mm"))
                 .arg(tool.name)
@@ -239,7 +263,7 @@ void DrillCanvas::addTo(Layer& layer, Use& use, const HoleFacts& file, Notes& no
     tool.holes = std::move(use.holes);
     tool.slotPaths = std::move(use.slotPaths);
     if (tool.finishedSize == 0 && !tool.holes.empty()) {
-        mPosition.fail(drill.line, BoardText::tr("tool %1 has no diameter").arg(drill.name));
+        mAt.fail(drill.line, BoardText::tr("tool %1 has no diameter").arg(drill.name));
     }
     if (tool.finishedSize == 0) {
         notes.add(
@@ -291,7 +315,7 @@ DrillFile DrillCanvas::finish(
                 numbers.longest(), usualDecimals});
         drill.farLine = mFarLine;
     } else if (mFarLine != 0) {
-        mPosition.fail(mFarLine, BoardText::tr("a place further than 5 m from the origin"));
+        mAt.fail(mFarLine, BoardText::tr("a place further than 5 m from the origin"));
     }
     return drill;
 }

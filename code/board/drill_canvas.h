@@ -5,13 +5,14 @@
 #include "drill_comments.h"
 #include "reading.h"
 
+#include <QPointF>
 #include <limits>
 #include <unordered_map>
 
 namespace brox {
 
 /** Where a reader is in its file, for messages. */
-struct FilePosition
+struct FileLine
 {
     QString name; ///< path of the file
     qint64 line = 0; ///< from 1
@@ -23,14 +24,45 @@ struct FilePosition
     }
 };
 
-/** A place or a distance in host size units that is not rounded yet. */
-struct Point
+/** What is known of one drill file before it is read. */
+struct DrillOptions : ReadOptions
 {
-    double x = 0;
-    double y = 0;
+    NumberFormat listed; ///< by a list beside it
+    std::optional<NumberFormat> chosen; ///< digits that go before those that it tells
+    Origin chosenBy = Origin::Guess;
+    qint64 drilled = 0; ///< holes and slots of the board's files before it
+};
 
-    Point operator+(const Point& by) const { return {x + by.x, y + by.y}; }
-    bool operator==(const Point&) const = default;
+/** A drill file as a layer of a board. */
+struct DrillFile
+{
+    Layer layer; ///< named after the file
+    std::optional<Units> units; ///< specified, or by the options
+    QStringList notes; ///< what the user should know of it, without the file's name
+    qint64 drilled = 0; ///< holes and slots, with those of the board's files before it
+    double extent = 0; ///< the larger side of what it drills, in host size units
+    NumberFormat format; ///< as its numbers were read
+    std::vector<FormatChoice> choices; ///< other ways, by digits; empty if it is told
+    qint64 farLine = 0; ///< of a place that was moved into 5 m of the origin; only with choices
+};
+
+/** Notes for the user, of which those of one kind are told once, with their number. */
+class Notes
+{
+public:
+    /** @param kind  a text that BoardText knows, with the places of the values */
+    void add(const char* kind, const QStringList& values = {});
+
+    QStringList texts() const;
+
+private:
+    struct Note
+    {
+        const char* kind;
+        QString text; ///< of the first
+        qint64 count = 0;
+    };
+    std::vector<Note> mNotes;
 };
 
 /** A tool as a drill file defines it. */
@@ -49,16 +81,16 @@ struct DrillTool
 
 /** What a drill file makes: its tools, and what each of them drills and routs.
  *
- * Places are rounded here and nowhere before. Too many holes and slots end the reading with a
- * BoardError at the reader's position.
+ * Places and distances come in host size units, not rounded; that is done here. Too many holes and
+ * slots end the reading with a BoardError at the reader's position.
  */
 class DrillCanvas
 {
 public:
     /** @param at       where the reader is; outlives the canvas
      *  @param drilled  holes and slots of the same board before it */
-    DrillCanvas(const FilePosition& at, qint64 drilled)
-        : mPosition(at)
+    DrillCanvas(const FileLine& at, qint64 drilled)
+        : mAt(at)
         , mDrilled(drilled)
     { }
 
@@ -78,14 +110,14 @@ public:
     bool isSelected() const { return mUse.has_value(); }
     const DrillTool& selectedTool() const { return mTools[mUses[*mUse].tool]; }
 
-    void drill(const Point& at);
+    void drill(const QPointF& at);
 
     /** A path by lines and arcs. It ends as a slot or a contour of the selected tool, or as the
      *  outline of a region, made by no tool. */
-    void beginPath(const Point& at);
+    void beginPath(const QPointF& at);
     bool hasPath() const { return mPath.has_value(); }
-    void lineTo(const Point& to);
-    void arcTo(Segment::Shape shape, const Point& to, const Point& centre);
+    void lineTo(const QPointF& to);
+    void arcTo(Segment::Shape shape, const QPointF& to, const QPointF& centre);
     void endAsSlot();
     void endAsContour();
     void endAsRegion();
@@ -93,16 +125,16 @@ public:
     /** What follows can be repeated, up to endPattern(). */
     void beginPattern();
     void endPattern();
-    void repeatPattern(const Point& by, int times);
+    void repeatPattern(const QPointF& by, int times);
 
     /** A place further than 5 m from the origin is moved there, and its line remembered. */
-    Place rounded(const Point& point);
+    Place rounded(const QPointF& point);
     qint64 farLine() const { return mFarLine; } ///< 0: all places are near
 
     /** The sides of the rectangle around what was made, even if it is far. */
-    double width() const { return std::max(0.0, mTo.x - mFrom.x); }
-    double height() const { return std::max(0.0, mTo.y - mFrom.y); }
-    double reach() const { return std::max({0.0, mTo.x, mTo.y, -mFrom.x, -mFrom.y}); }
+    double width() const { return std::max(0.0, mTo.x() - mFrom.x()); }
+    double height() const { return std::max(0.0, mTo.y() - mFrom.y()); }
+    double reach() const { return std::max({0.0, mTo.x(), mTo.y(), -mFrom.x(), -mFrom.y()}); }
 
     /** The finished size of a tool whose units are known.
      *
@@ -123,7 +155,7 @@ public:
 
 private:
     /** How much a tool has made. */
-    struct Extent
+    struct Count
     {
         size_t holes = 0;
         size_t slotPaths = 0;
@@ -140,19 +172,19 @@ private:
         std::vector<Path> contours;
         qint64 pattern = -1; ///< the last one in which it made something
 
-        Extent end() const { return {holes.size(), slotPaths.size(), contours.size()}; }
+        Count end() const { return {holes.size(), slotPaths.size(), contours.size()}; }
     };
 
     /** What a use has made within the pattern. */
     struct PatternPart
     {
         size_t use = 0;
-        Extent begin;
-        Extent end;
+        Count begin;
+        Count end;
     };
 
     void count(qint64 more);
-    Place placed(const Point& point);
+    Place placed(const QPointF& point);
     Use& use();
     Path takePath();
     Place moved(const Place& from);
@@ -160,7 +192,7 @@ private:
     Layer takeLayer(const HoleFacts& file, Notes& notes);
     void addTo(Layer& layer, Use& use, const HoleFacts& file, Notes& notes) const;
 
-    const FilePosition& mPosition;
+    const FileLine& mAt;
     qint64 mDrilled;
     std::vector<DrillTool> mTools;
     std::vector<qint64> mHits;
@@ -172,10 +204,10 @@ private:
     qint64 mPattern = 0; ///< number of the current one
     std::vector<PatternPart> mParts; ///< of the current pattern so far
     std::vector<PatternPart> mRepeated; ///< of the one that is repeated
-    Point mMove; ///< how far the last repeat has moved
+    QPointF mMove; ///< how far the last repeat has moved
     qint64 mFarLine = 0;
-    Point mFrom{std::numeric_limits<double>::max(), std::numeric_limits<double>::max()};
-    Point mTo{std::numeric_limits<double>::lowest(), std::numeric_limits<double>::lowest()};
+    QPointF mFrom{std::numeric_limits<double>::max(), std::numeric_limits<double>::max()};
+    QPointF mTo{std::numeric_limits<double>::lowest(), std::numeric_limits<double>::lowest()};
 };
 
 } // namespace brox

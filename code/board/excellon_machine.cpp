@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "excellon_machine.h"
 
-#include "board_text.h"
-
 #include <charconv>
 #include <cmath>
 
@@ -30,7 +28,7 @@ std::string_view takeNumber(std::string_view& line)
 class LineSplitter
 {
 public:
-    LineSplitter(std::string_view line, NumberReader& numbers, const FilePosition& at)
+    LineSplitter(std::string_view line, NumberReader& numbers, const FileLine& at)
         : mLine(line)
         , mNumbers(numbers)
         , mAt(at)
@@ -169,7 +167,7 @@ private:
 
     std::string_view mLine;
     NumberReader& mNumbers;
-    const FilePosition& mAt;
+    const FileLine& mAt;
     Words mWords;
     unsigned mSeen = 0; ///< letters so far
     bool mIsMessage = false;
@@ -184,7 +182,7 @@ std::string_view trimmed(std::string_view text)
     return text.substr(0, text.find_last_not_of(blanks) + 1);
 }
 
-Words splitLine(std::string_view line, NumberReader& numbers, const FilePosition& at)
+Words splitLine(std::string_view line, NumberReader& numbers, const FileLine& at)
 {
     return LineSplitter(line, numbers, at).split();
 }
@@ -317,12 +315,12 @@ void ExcellonTools::compare(size_t tool, const ToolRemark& remark)
 }
 
 /** Where a place of the program lies. */
-Point ExcellonHead::target(const std::optional<double>& x, const std::optional<double>& y) const
+QPointF ExcellonHead::target(const std::optional<double>& x, const std::optional<double>& y) const
 {
     if (mIncremental) {
-        return {mHere.x + x.value_or(0), mHere.y + y.value_or(0)};
+        return mHere + QPointF(x.value_or(0), y.value_or(0));
     }
-    return {x.value_or(mHere.x), y.value_or(mHere.y)};
+    return {x.value_or(mHere.x()), y.value_or(mHere.y())};
 }
 
 /** A selected tool, to make something with that BoardText knows. */
@@ -374,7 +372,7 @@ void ExcellonHead::drill(const Words& words)
         mAt.fail(BoardText::tr("a repeat that follows no hole"));
     }
     for (int i = 0; i < words.repeats; ++i) {
-        mHere = mHere + words.place();
+        mHere += words.place();
         mCanvas.drill(mHere);
     }
 }
@@ -414,7 +412,7 @@ void ExcellonHead::cutTo(const Words& words)
     if (words.repeats > 0) {
         mAt.fail(BoardText::tr("a repeat within a routed path"));
     }
-    const Point to = target(words.x, words.y);
+    const QPointF to = target(words.x, words.y);
     if (mShape == Segment::Shape::Line) {
         mCanvas.lineTo(to);
     } else {
@@ -424,18 +422,17 @@ void ExcellonHead::cutTo(const Words& words)
 }
 
 /** From I and J, which lead from the beginning to it, or from a radius. */
-Point ExcellonHead::arcCentre(const Point& to, const Words& words) const
+QPointF ExcellonHead::arcCentre(const QPointF& to, const Words& words) const
 {
     if (words.i || words.j) {
-        return mHere + Point{words.i.value_or(0), words.j.value_or(0)};
+        return mHere + QPointF(words.i.value_or(0), words.j.value_or(0));
     }
     if (mRadius == 0) {
         mAt.fail(BoardText::tr("an arc without a centre or radius"));
     }
     const double radius = std::abs(mRadius);
-    const double dx = to.x - mHere.x;
-    const double dy = to.y - mHere.y;
-    const double chord = std::hypot(dx, dy);
+    const QPointF way = to - mHere;
+    const double chord = std::hypot(way.x(), way.y());
     // The last digit of a half circle's radius may be rounded down.
     if (chord < 1 || chord / 2 > radius * 1.01 + sizePerMicron) {
         mAt.fail(BoardText::tr("no arc of this radius reaches from here to there"));
@@ -444,7 +441,7 @@ Point ExcellonHead::arcCentre(const Point& to, const Words& words) const
     // A radius leads to the arc of at most 180 degrees: the centre of a clockwise one lies to the
     // right of the chord.
     const double side = mShape == Segment::Shape::Clockwise ? 1 : -1;
-    return mHere + Point{dx / 2 + side * dy / chord * height, dy / 2 - side * dx / chord * height};
+    return mHere + way / 2 + QPointF(way.y(), -way.x()) * (side * height / chord);
 }
 
 void ExcellonHead::addCycle(const Words& words)
@@ -454,7 +451,7 @@ void ExcellonHead::addCycle(const Words& words)
         mAt.fail(BoardText::tr("a repeat of a slot"));
     }
     mAfterHole = false;
-    const Point first = target(words.x, words.y);
+    const QPointF first = target(words.x, words.y);
     if (words.canned == 32 || words.canned == 33) {
         addCircle(first, words.radius.value_or(0), !mCompensated);
         return;
@@ -475,14 +472,14 @@ void ExcellonHead::addCycle(const Words& words)
     mCanvas.endAsSlot();
 }
 
-void ExcellonHead::addCircle(const Point& centre, double radius, bool isSlot)
+void ExcellonHead::addCircle(const QPointF& centre, double radius, bool isSlot)
 {
     need(QT_TRANSLATE_NOOP("BoardText", "a circle"));
     if (radius <= 0) {
         mAt.fail(BoardText::tr("a routed circle without a size"));
     }
     mHere = centre;
-    const Point start{centre.x + radius, centre.y};
+    const QPointF start(centre + QPointF(radius, 0));
     mCanvas.beginPath(start);
     mCanvas.arcTo(Segment::Shape::Clockwise, start, centre);
     isSlot ? mCanvas.endAsSlot() : mCanvas.endAsContour();

@@ -37,7 +37,7 @@ struct Words
         return std::any_of(
             codes.begin(), codes.end(), [this](int code) { return miscellaneous.contains(code); });
     }
-    Point place() const { return {x.value_or(0), y.value_or(0)}; }
+    QPointF place() const { return {x.value_or(0), y.value_or(0)}; }
 };
 
 /** Takes a line apart.
@@ -45,7 +45,7 @@ struct Words
  * @param line  in capitals, without a comment; the words may point into it
  * @throws BoardError
  */
-Words splitLine(std::string_view line, NumberReader& numbers, const FilePosition& at);
+Words splitLine(std::string_view line, NumberReader& numbers, const FileLine& at);
 
 /** Without blanks on both sides. */
 std::string_view trimmed(std::string_view text);
@@ -56,7 +56,7 @@ class ExcellonTools
 public:
     /** All of them outlive the tools. */
     ExcellonTools(
-        const FilePosition& at, const ExcellonComments& comments, DrillCanvas& canvas, Notes& notes)
+        const FileLine& at, const ExcellonComments& comments, DrillCanvas& canvas, Notes& notes)
         : mAt(at)
         , mComments(comments)
         , mCanvas(canvas)
@@ -84,7 +84,7 @@ private:
     size_t add(DrillTool tool);
     void compare(size_t tool, const ToolRemark& remark);
 
-    const FilePosition& mAt;
+    const FileLine& mAt;
     const ExcellonComments& mComments;
     DrillCanvas& mCanvas;
     Notes& mNotes;
@@ -99,7 +99,7 @@ class ExcellonHead
 {
 public:
     /** All of them outlive the head. */
-    ExcellonHead(const FilePosition& at, const ExcellonComments& comments, DrillCanvas& canvas)
+    ExcellonHead(const FileLine& at, const ExcellonComments& comments, DrillCanvas& canvas)
         : mAt(at)
         , mComments(comments)
         , mCanvas(canvas)
@@ -136,16 +136,16 @@ public:
     void addCycle(const Words& words);
 
 private:
-    Point target(const std::optional<double>& x, const std::optional<double>& y) const;
+    QPointF target(const std::optional<double>& x, const std::optional<double>& y) const;
     void need(const char* what);
     void drill(const Words& words);
-    void addCircle(const Point& centre, double radius, bool isSlot);
-    Point arcCentre(const Point& to, const Words& words) const;
+    void addCircle(const QPointF& centre, double radius, bool isSlot);
+    QPointF arcCentre(const QPointF& to, const Words& words) const;
 
-    const FilePosition& mAt;
+    const FileLine& mAt;
     const ExcellonComments& mComments;
     DrillCanvas& mCanvas;
-    Point mHere;
+    QPointF mHere;
     Mode mMode = Mode::Drill;
     Segment::Shape mShape = Segment::Shape::Line;
     double mRadius = 0;

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "excellon_reader.h"
 
-#include "board_text.h"
 #include "excellon_machine.h"
 
 #include <QFileInfo>
@@ -51,10 +50,14 @@ private:
         Open,
         Repeated
     };
+    using P = ExcellonProgram;
+    using Shape = Segment::Shape;
+    using Mode = ExcellonHead::Mode;
     struct Command
     {
         int code;
-        void (ExcellonProgram::*run)(int code, Words& words); ///< null: drills nothing
+        void (*run)(P& program, Words& words); ///< null: drills nothing
+        bool refusesPlace = false; ///< in its line
     };
 
     [[noreturn]] void fail(const QString& message) const { mAt.fail(message); }
@@ -66,34 +69,24 @@ private:
     void selectUnnumbered(const Words& words);
     int usualDecimals() const;
     void run(char letter, std::span<const Command> commands, int code, Words& words);
-    void refusePlace(int code, const Words& words) const;
     void beginBody();
     void setUnits(Units units);
+    void setUnitsByCode(Units units);
 
-    void setMode(int code, Words& words);
-    void cut(int code, Words& words);
-    void pause(int code, Words& words);
-    void setOrigin(int code, Words& words);
-    void setCompensation(int code, Words& words);
-    void setIncremental(int code, Words& words);
-
-    void end(int code, Words& words);
-    void stop(int code, Words& words);
-    void beginPattern(int code, Words& words);
-    void endPattern(int code, Words& words);
-    void repeatPattern(int code, Words& words);
-    void endRepeats(int code, Words& words);
-    void lower(int code, Words& words);
-    void lift(int code, Words& words);
-    void beginHeader(int code, Words& words);
-    void endHeader(int code, Words& words);
-    void refuseTurn(int code, Words& words);
-    void setUnits(int code, Words& words);
+    void cut(Shape shape);
+    void lift(Words& words);
+    void setOrigin(Words& words);
+    void end();
+    void beginPattern();
+    void endPattern();
+    void repeatPattern(Words& words);
+    void endRepeats();
+    [[noreturn]] void refuseTurn() const;
 
     static const Command preparations[];
     static const Command miscellaneous[];
 
-    FilePosition mAt;
+    FileLine mAt;
     NumberReader mNumbers;
     std::optional<Units> mUnits; ///< that the program has set so far
     ExcellonComments mComments;
@@ -104,7 +97,6 @@ private:
     bool mNumbersTools = false; ///< there was a tool's number
     bool mUnitsByCode = false; ///< by M71 or M72 alone
     bool mInHeader = false;
-    bool mInBody = false;
     bool mEnded = false;
     bool mMayEnd = false; ///< the last line was one that ends some programs
     qint64 mStopLine = 0; ///< line of an M00 that nothing has followed yet; 0: none
@@ -112,51 +104,61 @@ private:
 };
 
 const ExcellonProgram::Command ExcellonProgram::preparations[] = {
-    {0, &ExcellonProgram::setMode},
-    {1, &ExcellonProgram::cut},
-    {2, &ExcellonProgram::cut},
-    {3, &ExcellonProgram::cut},
-    {4, &ExcellonProgram::pause},
-    {5, &ExcellonProgram::setMode},
+    {0, [](P& p, Words&) { p.mHead.setMode(Mode::Move); }},
+    {1, [](P& p, Words&) { p.cut(Shape::Line); }},
+    {2, [](P& p, Words&) { p.cut(Shape::Clockwise); }},
+    {3, [](P& p, Words&) { p.cut(Shape::CounterClockwise); }},
+    {4, [](P&, Words& words) { words.hasPlace = false; }}, // the time of a pause
+    {5, [](P& p, Words&) { p.mHead.setMode(Mode::Drill); }},
     {32, nullptr}, // cycles follow the other commands of their line
     {33, nullptr},
-    {40, &ExcellonProgram::setCompensation},
-    {41, &ExcellonProgram::setCompensation},
-    {42, &ExcellonProgram::setCompensation},
-    {81, &ExcellonProgram::setMode},
+    {40, [](P& p, Words&) { p.mHead.setCompensated(false); }},
+    {41, [](P& p, Words&) { p.mHead.setCompensated(true); }},
+    {42, [](P& p, Words&) { p.mHead.setCompensated(true); }},
+    {81, [](P& p, Words&) { p.mHead.setMode(Mode::Drill); }},
     {84, nullptr},
     {85, nullptr},
     {87, nullptr},
-    {90, &ExcellonProgram::setIncremental},
-    {91, &ExcellonProgram::setIncremental},
-    {92, &ExcellonProgram::setOrigin},
-    {93, &ExcellonProgram::setOrigin},
+    {90, [](P& p, Words&) { p.mHead.setIncremental(false); }},
+    {91, [](P& p, Words&) { p.mHead.setIncremental(true); }},
+    {92, [](P& p, Words& words) { p.setOrigin(words); }},
+    {93, [](P& p, Words& words) { p.setOrigin(words); }},
 };
 
 const ExcellonProgram::Command ExcellonProgram::miscellaneous[] = {
-    {0, &ExcellonProgram::end},
-    {1, &ExcellonProgram::endPattern},
-    {2, &ExcellonProgram::repeatPattern},
-    {6, &ExcellonProgram::stop},
-    {8, &ExcellonProgram::endRepeats},
-    {9, &ExcellonProgram::stop},
-    {14, &ExcellonProgram::lower},
-    {15, &ExcellonProgram::lower},
-    {16, &ExcellonProgram::lift},
-    {17, &ExcellonProgram::lift},
+    {0,
+        [](P& p, Words&) {
+            p.end();
+            p.mStopLine = p.mAt.line; // the end unless more follows
+        },
+        true},
+    {1, [](P& p, Words&) { p.endPattern(); }, true},
+    {2, [](P& p, Words& words) { p.repeatPattern(words); }},
+    {6, nullptr, true}, // stops
+    {8, [](P& p, Words&) { p.endRepeats(); }},
+    {9, nullptr, true},
+    {14, [](P& p, Words&) { p.cut(Shape::Line); }}, // down, with a depth or without
+    {15, [](P& p, Words&) { p.cut(Shape::Line); }},
+    {16, [](P& p, Words& words) { p.lift(words); }},
+    {17, [](P& p, Words& words) { p.lift(words); }},
     {18, nullptr}, // a message
-    {25, &ExcellonProgram::beginPattern},
-    {30, &ExcellonProgram::end},
-    {48, &ExcellonProgram::beginHeader},
+    {25, [](P& p, Words&) { p.beginPattern(); }},
+    {30,
+        [](P& p, Words&) {
+            p.end();
+            p.mEnded = true;
+        },
+        true},
+    {48, [](P& p, Words&) { p.mInHeader = true; }},
     {60, nullptr}, // a scale of the whole, clamps
     {61, nullptr},
     {62, nullptr},
-    {70, &ExcellonProgram::refuseTurn},
-    {71, &ExcellonProgram::setUnits},
-    {72, &ExcellonProgram::setUnits},
-    {80, &ExcellonProgram::refuseTurn},
-    {90, &ExcellonProgram::refuseTurn},
-    {95, &ExcellonProgram::endHeader},
+    {70, [](P& p, Words&) { p.refuseTurn(); }},
+    {71, [](P& p, Words&) { p.setUnitsByCode(Units::Metric); }},
+    {72, [](P& p, Words&) { p.setUnitsByCode(Units::Inch); }},
+    {80, [](P& p, Words&) { p.refuseTurn(); }},
+    {90, [](P& p, Words&) { p.refuseTurn(); }},
+    {95, [](P& p, Words&) { p.beginBody(); }},
 };
 
 void ExcellonProgram::readLine(std::string_view line)
@@ -294,10 +296,10 @@ void ExcellonProgram::readCommands(std::string_view line)
     // The tool moves before it goes down or up.
     const bool lifts = words.hasAny({16, 17});
     const bool lowers = words.hasAny({14, 15});
-    if (words.hasPlace && mHead.mode() == ExcellonHead::Mode::Move && (words.has(0) || lowers)) {
+    if (words.hasPlace && mHead.mode() == Mode::Move && (words.has(0) || lowers)) {
         mHead.moveTo(words);
         words.hasPlace = false;
-    } else if (words.hasPlace && mHead.mode() == ExcellonHead::Mode::Cut && lifts) {
+    } else if (words.hasPlace && mHead.mode() == Mode::Cut && lifts) {
         mHead.cutTo(words);
     }
     for (const int code : words.miscellaneous) {
@@ -342,43 +344,32 @@ void ExcellonProgram::run(char letter, std::span<const Command> commands, int co
     if (known == commands.end()) { // may drill holes that we would miss
         fail(BoardText::tr("unknown command ") + shownCode(letter, code));
     }
+    if (known->refusesPlace && words.hasPlace) {
+        fail(BoardText::tr("coordinates beside %1").arg(shownCode(letter, code)));
+    }
     if (known->run) {
-        (this->*known->run)(code, words);
+        known->run(*this, words);
     }
 }
 
-void ExcellonProgram::refusePlace(int code, const Words& words) const
-{
-    if (words.hasPlace) {
-        fail(BoardText::tr("coordinates beside %1").arg(shownCode('M', code)));
-    }
-}
-
-void ExcellonProgram::setMode(int code, Words&)
-{
-    mHead.setMode(code == 0 ? ExcellonHead::Mode::Move : ExcellonHead::Mode::Drill);
-}
-
-void ExcellonProgram::cut(int code, Words&)
+void ExcellonProgram::cut(Shape shape)
 {
     if (mInHeader) {
         fail(BoardText::tr("the header does not end: no % or M95 before a place"));
     }
-    mHead.beginCut(code == 1 ? Segment::Shape::Line
-            : code == 2      ? Segment::Shape::Clockwise
-                             : Segment::Shape::CounterClockwise);
+    mHead.beginCut(shape);
 }
 
-/** Its time is written as a place. */
-void ExcellonProgram::pause(int, Words& words)
+void ExcellonProgram::lift(Words& words)
 {
+    mHead.setMode(Mode::Up);
     words.hasPlace = false;
 }
 
 /** Only moves the whole. */
-void ExcellonProgram::setOrigin(int, Words& words)
+void ExcellonProgram::setOrigin(Words& words)
 {
-    if (words.place() != Point{}) {
+    if (!words.place().isNull()) {
         if (mHead.hasWorked()) {
             fail(BoardText::tr("the origin is set after the first hole"));
         }
@@ -390,35 +381,15 @@ void ExcellonProgram::setOrigin(int, Words& words)
     words.hasPlace = false;
 }
 
-/** The side of a routed path that the cutter is on. */
-void ExcellonProgram::setCompensation(int code, Words&)
+void ExcellonProgram::end()
 {
-    mHead.setCompensated(code != 40);
-}
-
-void ExcellonProgram::setIncremental(int code, Words&)
-{
-    mHead.setIncremental(code == 91);
-}
-
-/** M00 is the end unless more follows. */
-void ExcellonProgram::end(int code, Words& words)
-{
-    refusePlace(code, words);
     mHead.endCut();
-    mEnded = code == 30;
-    mStopLine = code == 0 ? mAt.line : 0;
     if (!mNumbersTools) {
         mCanvas.deselect();
     }
 }
 
-void ExcellonProgram::stop(int code, Words& words)
-{
-    refusePlace(code, words);
-}
-
-void ExcellonProgram::beginPattern(int, Words&)
+void ExcellonProgram::beginPattern()
 {
     if (mPattern == Pattern::Open) {
         fail(BoardText::tr("a pattern within a pattern"));
@@ -429,16 +400,15 @@ void ExcellonProgram::beginPattern(int, Words&)
 }
 
 /** Without M25 the pattern begins with the program or where the last repeats ended. */
-void ExcellonProgram::endPattern(int code, Words& words)
+void ExcellonProgram::endPattern()
 {
-    refusePlace(code, words);
     mHead.endCut();
     mHead.forgetHole();
     mCanvas.endPattern();
     mPattern = Pattern::Repeated;
 }
 
-void ExcellonProgram::repeatPattern(int, Words& words)
+void ExcellonProgram::repeatPattern(Words& words)
 {
     if (words.hasPlace) {
         if (mPattern != Pattern::Repeated) {
@@ -454,7 +424,7 @@ void ExcellonProgram::repeatPattern(int, Words& words)
     }
 }
 
-void ExcellonProgram::endRepeats(int, Words&)
+void ExcellonProgram::endRepeats()
 {
     if (mPattern == Pattern::Open) {
         fail(BoardText::tr("the pattern is not ended by M01"));
@@ -464,44 +434,21 @@ void ExcellonProgram::endRepeats(int, Words&)
     mPattern = Pattern::None;
 }
 
-/** With or without depth. */
-void ExcellonProgram::lower(int, Words& words)
-{
-    cut(1, words);
-}
-
-void ExcellonProgram::lift(int, Words& words)
-{
-    mHead.setMode(ExcellonHead::Mode::Up);
-    words.hasPlace = false;
-}
-
-void ExcellonProgram::beginHeader(int, Words&)
-{
-    mInHeader = true;
-}
-
-void ExcellonProgram::endHeader(int, Words&)
-{
-    beginBody();
-}
-
 void ExcellonProgram::beginBody()
 {
     mInHeader = false;
-    mInBody = true;
     mComments.endHeader();
 }
 
-void ExcellonProgram::refuseTurn(int code, Words&)
+void ExcellonProgram::refuseTurn() const
 {
-    fail(BoardText::tr("a pattern that is turned or mirrored (M%1) is not read").arg(code));
+    fail(BoardText::tr("a pattern that is turned or mirrored is not read"));
 }
 
-void ExcellonProgram::setUnits(int code, Words&)
+void ExcellonProgram::setUnitsByCode(Units units)
 {
     mUnitsByCode = true;
-    setUnits(code == 72 ? Units::Inch : Units::Metric);
+    setUnits(units);
 }
 
 void ExcellonProgram::setUnits(Units units)

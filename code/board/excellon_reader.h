@@ -2,7 +2,7 @@
 #ifndef EXCELLON_READER_H
 #define EXCELLON_READER_H
 
-#include "reading.h"
+#include "drill_canvas.h"
 
 namespace brox {
 

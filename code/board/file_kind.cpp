@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "file_kind.h"
 
-#include "board_text.h"
+#include "reading.h"
 
 #include <QRegularExpression>
 #include <algorithm>

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "gerber_drill_reader.h"
 
-#include "board_text.h"
 #include "drill_canvas.h"
 
 #include <QFileInfo>
@@ -60,14 +59,14 @@ private:
     struct Extended
     {
         std::string_view name;
-        void (GerberDrill::*run)(std::string_view text); ///< null: drills nothing
+        void (GerberDrill::*run)(std::string_view text);
     };
 
     GerberWords split(std::string_view text);
     void prepare(int code);
-    void operate(int code, const Point& to, const std::optional<Point>& centre);
-    void flash(const Point& at);
-    void draw(const Point& to, const std::optional<Point>& centre);
+    void operate(int code, const QPointF& to, const std::optional<QPointF>& centre);
+    void flash(const QPointF& at);
+    void draw(const QPointF& to, const std::optional<QPointF>& centre);
     void endPath();
     const Aperture& aperture() const;
 
@@ -75,19 +74,18 @@ private:
     void setUnits(std::string_view text);
     void defineAperture(std::string_view text);
     void readAttribute(std::string_view text);
-    void refuseRepeat(std::string_view text);
-    void refuseMove(std::string_view text);
-    void refusePolarity(std::string_view text);
+    void passOver(std::string_view) { }
+    void refuse(std::string_view text);
 
     static const Extended extendedCommands[];
 
-    FilePosition mAt;
+    FileLine mAt;
     NumberReader mNumbers;
     HoleAttributes mAttributes;
     DrillCanvas mCanvas;
     std::unordered_map<int, Aperture> mApertures; ///< by number
     int mCurrent = 0; ///< number of the selected one
-    Point mHere;
+    QPointF mHere;
     Segment::Shape mShape = Segment::Shape::Line;
     int mLastOperation = 0;
     bool mQuadrants = false; ///< arcs lie in one, their centres are given without a sign
@@ -99,31 +97,26 @@ const GerberDrill::Extended GerberDrill::extendedCommands[] = {
     {"FS", &GerberDrill::setFormat},
     {"MO", &GerberDrill::setUnits},
     {"ADD", &GerberDrill::defineAperture},
-    {"AM", nullptr}, // what a macro flashes is refused
     {"TF", &GerberDrill::readAttribute},
     {"TA", &GerberDrill::readAttribute},
     {"TD", &GerberDrill::readAttribute},
-    {"TO", nullptr},
-    {"IN", nullptr}, // names
-    {"LN", nullptr},
-    {"SR", &GerberDrill::refuseRepeat},
-    {"AB", &GerberDrill::refuseMove},
-    {"MI", &GerberDrill::refuseMove},
-    {"SF", &GerberDrill::refuseMove},
-    {"OF", &GerberDrill::refuseMove},
-    {"IR", &GerberDrill::refuseMove},
-    {"AS", &GerberDrill::refuseMove},
-    {"LP", &GerberDrill::refusePolarity},
-    {"LM", &GerberDrill::refusePolarity},
-    {"LR", &GerberDrill::refusePolarity},
-    {"LS", &GerberDrill::refusePolarity},
-    {"IP", &GerberDrill::refusePolarity},
+    {"TO", &GerberDrill::passOver},
+    {"AM", &GerberDrill::passOver}, // what a macro flashes is refused
+    {"IN", &GerberDrill::passOver}, // names
+    {"LN", &GerberDrill::passOver},
+    {"SR", &GerberDrill::refuse}, // copies, and what moves, turns, scales or inverts
+    {"AB", &GerberDrill::refuse},
+    {"MI", &GerberDrill::refuse},
+    {"SF", &GerberDrill::refuse},
+    {"OF", &GerberDrill::refuse},
+    {"IR", &GerberDrill::refuse},
+    {"AS", &GerberDrill::refuse},
+    {"LP", &GerberDrill::refuse},
+    {"LM", &GerberDrill::refuse},
+    {"LR", &GerberDrill::refuse},
+    {"LS", &GerberDrill::refuse},
+    {"IP", &GerberDrill::refuse},
 };
-
-bool isAnyOf(std::string_view text, std::initializer_list<std::string_view> texts)
-{
-    return std::find(texts.begin(), texts.end(), text) != texts.end();
-}
 
 void GerberDrill::extended(std::string_view text)
 {
@@ -132,7 +125,7 @@ void GerberDrill::extended(std::string_view text)
     if (known == std::end(extendedCommands)) {
         fail(BoardText::tr("unknown command ") + shown(text));
     }
-    if (known->run && !mEnded) {
+    if (!mEnded) {
         (this->*known->run)(text);
     }
 }
@@ -153,32 +146,20 @@ void GerberDrill::readAttribute(std::string_view text)
 
 void GerberDrill::setUnits(std::string_view text)
 {
-    if (!isAnyOf(text, {"MOIN", "MOMM"})) {
+    if (text != "MOIN" && text != "MOMM") {
         fail(BoardText::tr("unknown units: ") + shown(text));
     }
     mNumbers.tell({text == "MOIN" ? Units::Inch : Units::Metric, {}, {}}, Origin::File);
 }
 
-void GerberDrill::refuseRepeat(std::string_view text)
+/** Unless it stands for what is so without it. */
+void GerberDrill::refuse(std::string_view text)
 {
-    if (!isAnyOf(text, {"SR", "SRX1Y1"}) && !text.starts_with("SRX1Y1I")) {
-        fail(BoardText::tr("steps and repeats are not read"));
-    }
-}
-
-/** Old commands that mirror, scale, turn or move all places, and blocks. */
-void GerberDrill::refuseMove(std::string_view text)
-{
-    if (!isAnyOf(
-            text, {"MIA0B0", "SFA1B1", "SFA1.0B1.0", "OFA0B0", "OFA0.0B0.0", "IR0", "ASAXBY"})) {
-        fail(BoardText::tr("%1 is not read: it moves what is drilled").arg(shown(text)));
-    }
-}
-
-void GerberDrill::refusePolarity(std::string_view text)
-{
-    if (!isAnyOf(text, {"LPD", "LMN", "LR0", "LR0.0", "LS1", "LS1.0", "IPPOS"})) {
-        fail(BoardText::tr("%1 has no meaning in a drill file").arg(shown(text)));
+    constexpr std::string_view harmless[] = {"SR", "SRX1Y1", "SRX1Y1I0J0", "SRX1Y1I0.0J0.0",
+        "MIA0B0", "SFA1B1", "SFA1.0B1.0", "OFA0B0", "OFA0.0B0.0", "IR0", "ASAXBY", "LPD", "LMN",
+        "LR0", "LR0.0", "LS1", "LS1.0", "IPPOS"};
+    if (std::ranges::find(harmless, text) == std::end(harmless)) {
+        fail(BoardText::tr("%1 changes what is drilled, and is not read").arg(shown(text)));
     }
 }
 
@@ -296,10 +277,10 @@ void GerberDrill::command(std::string_view text)
         endPath();
         mCurrent = *words.code;
     } else if (words.code || words.x || words.y) {
-        const Point to{words.x.value_or(mHere.x), words.y.value_or(mHere.y)};
-        std::optional<Point> centre;
+        const QPointF to(words.x.value_or(mHere.x()), words.y.value_or(mHere.y()));
+        std::optional<QPointF> centre;
         if (words.i || words.j) {
-            centre = mHere + Point{words.i.value_or(0), words.j.value_or(0)};
+            centre = mHere + QPointF(words.i.value_or(0), words.j.value_or(0));
         }
         operate(words.code.value_or(mLastOperation), to, centre);
     }
@@ -345,7 +326,7 @@ void GerberDrill::prepare(int code)
     }
 }
 
-void GerberDrill::operate(int code, const Point& to, const std::optional<Point>& centre)
+void GerberDrill::operate(int code, const QPointF& to, const std::optional<QPointF>& centre)
 {
     mLastOperation = code;
     switch (code) {
@@ -375,7 +356,7 @@ const GerberDrill::Aperture& GerberDrill::aperture() const
     return found->second;
 }
 
-void GerberDrill::flash(const Point& at)
+void GerberDrill::flash(const QPointF& at)
 {
     const Aperture& with = aperture();
     mCanvas.select(with.tool);
@@ -388,15 +369,15 @@ void GerberDrill::flash(const Point& at)
                  .arg(mCurrent));
     }
     const double half = std::abs(with.width - with.height) / 2;
-    const Point end = with.width >= with.height ? Point{half, 0} : Point{0, half};
-    mCanvas.beginPath({at.x - end.x, at.y - end.y});
+    const QPointF end = with.width >= with.height ? QPointF(half, 0) : QPointF(0, half);
+    mCanvas.beginPath(at - end);
     if (half > 0) {
         mCanvas.lineTo(at + end);
     }
     mCanvas.endAsSlot();
 }
 
-void GerberDrill::draw(const Point& to, const std::optional<Point>& centre)
+void GerberDrill::draw(const QPointF& to, const std::optional<QPointF>& centre)
 {
     if (!mInRegion) {
         const Aperture& with = aperture();

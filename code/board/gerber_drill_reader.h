@@ -2,7 +2,7 @@
 #ifndef GERBER_DRILL_READER_H
 #define GERBER_DRILL_READER_H
 
-#include "reading.h"
+#include "drill_canvas.h"
 
 namespace brox {
 

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "ipc2581_reader.h"
 
-#include "board_text.h"
-#include "ipc2581_openings.h"
 #include "ipc2581_steps.h"
 
 #include <QFileInfo>

@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "ipc2581_shapes.h"
 
-#include "board_text.h"
-
+#include <QPointF>
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 #include <numbers>
+#include <ranges>
 
 namespace brox {
 
@@ -105,6 +106,130 @@ private:
     Size mY;
 };
 
+constexpr int arcParts = 32; ///< of a full circle
+constexpr size_t fewestCorners = 10; ///< of a polygon that stands for two half circles
+
+QPointF exact(const Place& place)
+{
+    return {double(place.x), double(place.y)};
+}
+
+void addArc(std::vector<QPointF>& points, const Place& from, const Segment& arc)
+{
+    const QPointF centre = exact(arc.centre);
+    const QPointF first = exact(from) - centre;
+    const QPointF last = exact(arc.to) - centre;
+    const double radius = std::hypot(first.x(), first.y());
+    const double start = std::atan2(first.y(), first.x());
+    const double end = std::atan2(last.y(), last.x());
+    const bool clockwise = arc.shape == Segment::Shape::Clockwise;
+    double sweep = clockwise ? start - end : end - start;
+    constexpr double full = 2 * std::numbers::pi;
+    sweep = sweep <= 1e-9 ? sweep + full : sweep;
+    const int parts = std::max(2, int(std::ceil(sweep / full * arcParts)));
+    for (int i = 1; i <= parts; ++i) {
+        const double angle = start + (clockwise ? -sweep : sweep) * i / parts;
+        points.push_back(centre + radius * QPointF(std::cos(angle), std::sin(angle)));
+    }
+}
+
+std::vector<QPointF> corners(const Path& outline)
+{
+    std::vector<QPointF> points{exact(outline.start)};
+    Place from = outline.start;
+    for (const Segment& segment : outline.segments) {
+        if (segment.shape == line) {
+            points.push_back(exact(segment.to));
+        } else {
+            addArc(points, from, segment);
+        }
+        from = segment.to;
+    }
+    return points;
+}
+
+/** The direction in which an outline is longest, as a unit vector. */
+QPointF longDirection(const std::vector<QPointF>& points)
+{
+    double length = 0;
+    QPointF centre;
+    const auto eachEdge = [&](const auto& visit) {
+        for (size_t i = 1; i < points.size(); ++i) {
+            const QPointF edge = points[i] - points[i - 1];
+            visit((points[i] + points[i - 1]) / 2, std::hypot(edge.x(), edge.y()));
+        }
+    };
+    eachEdge([&](const QPointF& middle, double edge) {
+        length += edge;
+        centre += middle * edge;
+    });
+    if (length == 0) {
+        return {1, 0};
+    }
+    centre /= length;
+    double xx = 0;
+    double xy = 0;
+    double yy = 0;
+    eachEdge([&](const QPointF& middle, double edge) {
+        const QPointF from = middle - centre;
+        xx += from.x() * from.x() * edge;
+        xy += from.x() * from.y() * edge;
+        yy += from.y() * from.y() * edge;
+    });
+    const double angle = std::atan2(2 * xy, xx - yy) / 2;
+    return {std::cos(angle), std::sin(angle)};
+}
+
+/** Recognises a straight slot by its outline, wherever it lies and however it is turned: two half
+ *  circles, exact or of many short lines, and the lines between them; or a circle. */
+std::optional<SlotShape> recogniseSlot(const Path& outline)
+{
+    const std::vector<QPointF> points = corners(outline);
+    if (!outline.isClosed() || points.size() < fewestCorners) {
+        return std::nullopt;
+    }
+    const QPointF along = longDirection(points);
+    const QPointF across(-along.y(), along.x());
+    const auto ends = [&](const QPointF& direction) {
+        const auto [least, most] =
+            std::ranges::minmax(points | std::views::transform([&](const QPointF& point) {
+                return QPointF::dotProduct(point, direction);
+            }));
+        return std::pair(least, most);
+    };
+    const auto [left, right] = ends(along);
+    const auto [bottom, top] = ends(across);
+    const double width = top - bottom;
+    if (width < 1 || width > std::numeric_limits<Size>::max()) {
+        return std::nullopt;
+    }
+    const double half = std::max(0.0, (right - left - width) / 2);
+    const double middle = (left + right) / 2;
+    const double height = (bottom + top) / 2;
+    // Short lines run within the circle that they stand for, and files round.
+    const double tolerance = std::max(4.0 * sizePerMicron, width * 0.015);
+    const auto isOnSlot = [&](const QPointF& point) {
+        const double u = QPointF::dotProduct(point, along) - middle;
+        const double v = QPointF::dotProduct(point, across) - height;
+        const double distance = std::hypot(u - std::clamp(u, -half, half), v);
+        return std::abs(distance - width / 2) <= tolerance;
+    };
+    for (size_t i = 1; i < points.size(); ++i) {
+        if (!isOnSlot(points[i]) || !isOnSlot((points[i] + points[i - 1]) / 2)) {
+            return std::nullopt;
+        }
+    }
+    const auto at = [&](double u) {
+        const QPointF point = along * u + across * height;
+        return Place{rounded(point.x()), rounded(point.y())};
+    };
+    SlotShape slot{rounded(width), {at(middle - half), {}}};
+    if (half > sizePerMicron) {
+        lineTo(slot.middle, at(middle + half));
+    }
+    return slot;
+}
+
 } // namespace
 
 Path rectanglePath(Place lowerLeft, Place upperRight)
@@ -145,11 +270,19 @@ bool Ipc2581Shapes::add(Kind kind, const Path& path)
     return true;
 }
 
+/** Along x if it is wider than high, else along y; a round hole if it is as wide as high. */
 void Ipc2581Shapes::addSlot(double width, double height)
 {
-    const SlotShape slot = ovalSlot(rounded(width), rounded(height));
-    if (add(Kind::Slot, slot.middle)) {
-        mShape.width = slot.width;
+    const Size x = rounded(width);
+    const Size y = rounded(height);
+    const Size half = std::abs(x - y) / 2;
+    const Place end = x >= y ? Place{half, 0} : Place{0, half};
+    Path middle{{-end.x, -end.y}, {}};
+    if (half > 0) {
+        lineTo(middle, end);
+    }
+    if (add(Kind::Slot, middle)) {
+        mShape.width = std::min(x, y);
     }
 }
 

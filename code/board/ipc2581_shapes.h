@@ -3,12 +3,18 @@
 #define IPC2581_SHAPES_H
 
 #include "ipc2581_xml.h"
-#include "slot_shape.h"
 
 #include <string>
 #include <unordered_map>
 
 namespace brox {
+
+/** A slot of one width: what a round tool cuts on its way. */
+struct SlotShape
+{
+    Size width = 0;
+    Path middle; ///< the way of the tool's middle; a point for a round hole
+};
 
 /** What a shape cuts out about its own origin: a slot, or a contour if it has no one width. */
 struct Ipc2581Opening

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "ipc2581_xml.h"
 
-#include "board_text.h"
-
 #include <charconv>
 #include <cmath>
 #include <expat.h>

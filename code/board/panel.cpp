@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "panel.h"
 
-#include "board_text.h"
+#include "reading.h"
 
 #include <QHash>
 #include <algorithm>

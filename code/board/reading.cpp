@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "reading.h"
 
-#include "board_text.h"
-
 #include <QIODevice>
 #include <algorithm>
 
@@ -97,32 +95,6 @@ std::optional<std::string_view> LineReader::next()
         mChunk = {};
     }
     return mLine.empty() ? std::nullopt : std::optional<std::string_view>(mLine);
-}
-
-void Notes::add(const char* kind, const QStringList& values)
-{
-    const auto known = std::find_if(mNotes.begin(), mNotes.end(),
-        [&](const Note& note) { return std::string_view(note.kind) == kind; });
-    if (known != mNotes.end()) {
-        ++known->count;
-        return;
-    }
-    QString text = BoardText::tr(kind);
-    for (const QString& value : values) {
-        text = text.arg(value);
-    }
-    mNotes.push_back({kind, text, 1});
-}
-
-QStringList Notes::texts() const
-{
-    QStringList texts;
-    for (const Note& note : mNotes) {
-        texts << (note.count == 1
-                ? note.text
-                : BoardText::tr("%1 (and %2 more like it)").arg(note.text).arg(note.count - 1));
-    }
-    return texts;
 }
 
 QString noHoleText(const std::vector<Layer>& layers)

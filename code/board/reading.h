@@ -2,9 +2,10 @@
 #ifndef READING_H
 #define READING_H
 
-#include "format_guess.h"
+#include "number_format.h"
 
 #include <QByteArray>
+#include <QCoreApplication>
 #include <functional>
 #include <stdexcept>
 #include <string_view>
@@ -15,6 +16,12 @@ namespace brox {
 
 /** What all readers of board files share. A reader reads a device from where it stands to its end,
  *  in one pass, so that pipes and files in archives are read like others. */
+
+/** What boards and their readers say to the user, in the language of the program. */
+class BoardText
+{
+    Q_DECLARE_TR_FUNCTIONS(BoardText)
+};
 
 /** A name as it may be shown anywhere: what would break a line, drive a terminal or turn the
  *  direction of writing is told by a sign or a code. */
@@ -32,6 +39,12 @@ public:
     { }
 
     QString message() const { return QString::fromUtf8(what()); }
+};
+
+/** A drill file that specifies no units, where the options give none either. */
+class UnitsUnknown : public BoardError
+{
+    using BoardError::BoardError;
 };
 
 /** The user has broken off the reading. */
@@ -56,15 +69,6 @@ struct ReadOptions
     NumberFormat fileFormat; ///< by the user, of drill files that do not tell theirs
     bool isStrict = false; ///< no file of an order may be unreadable
     Progress progress;
-};
-
-/** What is known of one drill file before it is read. */
-struct DrillOptions : ReadOptions
-{
-    NumberFormat listed; ///< by a list beside it
-    std::optional<NumberFormat> chosen; ///< digits that go before those that it tells
-    Origin chosenBy = Origin::Guess;
-    qint64 drilled = 0; ///< holes and slots of the board's files before it
 };
 
 /** Cuts a device into chunks, and reports the progress behind each. */
@@ -118,38 +122,6 @@ private:
     std::string mLine;
     qint64 mCount = 0;
     bool mAfterReturn = false;
-};
-
-/** Notes for the user, of which those of one kind are told once, with their number. */
-class Notes
-{
-public:
-    /** @param kind  a text that BoardText knows, with the places of the values */
-    void add(const char* kind, const QStringList& values = {});
-
-    QStringList texts() const;
-
-private:
-    struct Note
-    {
-        const char* kind;
-        QString text; ///< of the first
-        qint64 count = 0;
-    };
-    std::vector<Note> mNotes;
-};
-
-/** A drill file as a layer of a board. */
-struct DrillFile
-{
-    Layer layer; ///< named after the file
-    std::optional<Units> units; ///< specified, or by the options
-    QStringList notes; ///< what the user should know of it, without the file's name
-    qint64 drilled = 0; ///< holes and slots, with those of the board's files before it
-    double extent = 0; ///< the larger side of what it drills, in host size units
-    NumberFormat format; ///< as its numbers were read
-    std::vector<FormatChoice> choices; ///< other ways, by digits; empty if it is told
-    qint64 farLine = 0; ///< of a place that was moved into 5 m of the origin; only with choices
 };
 
 } // namespace brox

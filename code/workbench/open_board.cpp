@@ -6,7 +6,6 @@
 #include "messages.h"
 #include "plan_text.h"
 #include "start_page.h"
-#include "units_unknown.h"
 
 #include <QCoreApplication>
 #include <QFileDialog>

@@ -331,7 +331,7 @@ private:
         row("Gerber: what is for parts is not plated in a file that is not",
             gerber("D10*\nX10000Y0D03*").replace("Plated", "NonPlated").replace("Via", "Component"),
             "1-2: N0.3 1,0");
-        row("Gerber: copies", gerber("%SRX1Y10I0J1*%"), ":5: steps and repeats are not read");
+        row("Gerber: copies", gerber("%SRX1Y10I0J1*%"), ":5: \"SRX1Y10I0J1\" changes what");
         row("Gerber: format", "%FSLAX34Y35*%\n%ADD10C,1*%\nX1D03*\n" + gerber(""),
             ":1: unknown format");
         row("Gerber: cut off", gerber("D10*\nX0Y0D03*").chopped(5), ":7: the file does not end");
