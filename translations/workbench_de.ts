@@ -34,6 +34,14 @@
         <source>%1: what is chosen for the board is not kept: %2</source>
         <translation>%1: was für die Leiterplatte gewählt ist, wird nicht behalten: %2</translation>
     </message>
+    <message>
+        <source>drill sizes in %1</source>
+        <translation>Bohrmaße in %1</translation>
+    </message>
+    <message>
+        <source>finished sizes in %1</source>
+        <translation>Endmaße in %1</translation>
+    </message>
 </context>
 <context>
     <name>BoardText</name>
@@ -884,10 +892,6 @@ Was dort steht, kommt zu den Sicherungen.</translation>
         <translation>Auf den Schaltflächen steht, auf welcher Fläche die Bohrungen dann liegen. Wählen Sie die, die zur Leiterplatte passt.</translation>
     </message>
     <message>
-        <source>Open Board</source>
-        <translation>Leiterplatte öffnen</translation>
-    </message>
-    <message>
         <source>Boards (%1)</source>
         <translation>Leiterplatten (%1)</translation>
     </message>
@@ -906,10 +910,6 @@ Was dort steht, kommt zu den Sicherungen.</translation>
     <message>
         <source>All files (*)</source>
         <translation>Alle Dateien (*)</translation>
-    </message>
-    <message>
-        <source>Open Folder</source>
-        <translation>Ordner öffnen</translation>
     </message>
 </context>
 <context>
@@ -2167,10 +2167,6 @@ Abbrechen: Nichts wird gespeichert.</translation>
         <translation>Nach Modell %1 geschrieben: %2</translation>
     </message>
     <message>
-        <source>Nothing was written</source>
-        <translation>Nichts wurde geschrieben</translation>
-    </message>
-    <message>
         <source>%1: a table is written as .csv, .json or .txt</source>
         <translation>%1: eine Tabelle wird als .csv, .json oder .txt geschrieben</translation>
     </message>
@@ -2225,6 +2221,10 @@ Abbrechen: Nichts wird gespeichert.</translation>
         <source> (%1 tools instead of %2)</source>
         <translation> (%1 Werkzeuge statt %2)</translation>
     </message>
+    <message>
+        <source>Export cancelled: nothing was written to %1</source>
+        <translation>Export abgebrochen: nach %1 wurde nichts geschrieben</translation>
+    </message>
 </context>
 <context>
     <name>brox::FindingsDock</name>
@@ -2276,6 +2276,14 @@ Abbrechen: Nichts wird gespeichert.</translation>
         <source>accepted until %1: %2</source>
         <translation>angenommen bis %1: %2</translation>
     </message>
+    <message>
+        <source>; %1: %2</source>
+        <translation>; %1: %2</translation>
+    </message>
+    <message>
+        <source>Compared with %1: %2</source>
+        <translation>Verglichen mit %1: %2</translation>
+    </message>
 </context>
 <context>
     <name>brox::HostSession</name>
@@ -2319,12 +2327,12 @@ Abbrechen: Nichts wird gespeichert.</translation>
 <context>
     <name>brox::JobTable</name>
     <message>
-        <source>The board does not tell the type.</source>
-        <translation>Das Board nennt den Typ nicht.</translation>
-    </message>
-    <message>
         <source>As the &amp;Board Has It</source>
         <translation>Wie das &amp;Board ihn nennt</translation>
+    </message>
+    <message>
+        <source>The board does not specify the type.</source>
+        <translation>Die Leiterplatte gibt die Art nicht an.</translation>
     </message>
 </context>
 <context>
@@ -2433,10 +2441,6 @@ Abbrechen: Nichts wird gespeichert.</translation>
         <translation>&lt;h3&gt;brox-Workbench %1&lt;/h3&gt;&lt;p&gt;Richtet die Bohrwerkzeuge von Leiterplatten ein: Aus Endmaßen von Löchern werden Bohrmaße, nach Modellen der Metallisierung und einer Tabelle der Bohrer.&lt;/p&gt;&lt;p&gt;MIT-Lizenz. Modelle und Bohrer liegen in&lt;br&gt;%2&lt;/p&gt;</translation>
     </message>
     <message>
-        <source>Step %1: %2 tools, %3 holes, %4 slots</source>
-        <translation>Step %1: %2 Werkzeuge, %3 Bohrungen, %4 Langlöcher</translation>
-    </message>
-    <message>
         <source>&amp;Drill Map</source>
         <translation>&amp;Bohrkarte</translation>
     </message>
@@ -2447,13 +2451,6 @@ Abbrechen: Nichts wird gespeichert.</translation>
     <message>
         <source>Goes to the next row to check.</source>
         <translation>Geht zur nächsten Zeile, die zu prüfen ist.</translation>
-    </message>
-    <message numerus="yes">
-        <source>%n row(s) to check</source>
-        <translation>
-            <numerusform>%n Zeile zu prüfen</numerusform>
-            <numerusform>%n Zeilen zu prüfen</numerusform>
-        </translation>
     </message>
     <message>
         <source>Models or bits were saved by others; read again: %1</source>
@@ -2512,8 +2509,80 @@ Abbrechen: Nichts wird gespeichert.</translation>
         <translation>%1 ist wiederhergestellt</translation>
     </message>
     <message>
-        <source>Restore Bac&amp;kup...</source>
-        <translation>Siche&amp;rung wiederherstellen …</translation>
+        <source>Step %1: %2, %3, %4</source>
+        <translation>Step %1: %2, %3, %4</translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln tool(s)</source>
+        <translation>
+            <numerusform>%Ln Werkzeug</numerusform>
+            <numerusform>%Ln Werkzeuge</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln hole(s)</source>
+        <translation>
+            <numerusform>%Ln Bohrung</numerusform>
+            <numerusform>%Ln Bohrungen</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln slot(s)</source>
+        <translation>
+            <numerusform>%Ln Langloch</numerusform>
+            <numerusform>%Ln Langlöcher</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln row(s) to check</source>
+        <translation>
+            <numerusform>%Ln Zeile zu prüfen</numerusform>
+            <numerusform>%Ln Zeilen zu prüfen</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>The rules of the shop were saved by others; read again</source>
+        <translation>Die Regeln des Betriebs wurden von anderer Seite gespeichert; neu gelesen</translation>
+    </message>
+    <message>
+        <source>Open Board</source>
+        <translation>Leiterplatte öffnen</translation>
+    </message>
+    <message>
+        <source>Open Folder</source>
+        <translation>Ordner öffnen</translation>
+    </message>
+    <message>
+        <source>Shows the findings.</source>
+        <translation>Zeigt die Befunde.</translation>
+    </message>
+    <message>
+        <source>Restore...</source>
+        <translation>Wiederherstellen …</translation>
+    </message>
+    <message>
+        <source>Restore Bac&amp;kup or Defaults...</source>
+        <translation>Si&amp;cherung oder Standard wiederherstellen …</translation>
+    </message>
+    <message>
+        <source>Co&amp;mpare With</source>
+        <translation>&amp;Vergleichen mit</translation>
+    </message>
+    <message>
+        <source>&amp;Board...</source>
+        <translation>&amp;Leiterplatte …</translation>
+    </message>
+    <message>
+        <source>Compare With</source>
+        <translation>Vergleichen mit</translation>
+    </message>
+    <message>
+        <source>&amp;Folder...</source>
+        <translation>&amp;Ordner …</translation>
+    </message>
+    <message>
+        <source>&amp;End Comparison</source>
+        <translation>Vergleich &amp;beenden</translation>
     </message>
 </context>
 <context>
@@ -2595,6 +2664,10 @@ bei X %2, Y %3</translation>
     <message>
         <source>was %1</source>
         <translation>statt %1</translation>
+    </message>
+    <message>
+        <source>Holes to check have amber rings, findings red ones.</source>
+        <translation>Zu prüfende Bohrungen haben orange Ringe, Befunde rote.</translation>
     </message>
 </context>
 <context>
@@ -2729,6 +2802,54 @@ bei X %2, Y %3</translation>
         <source>Go Back</source>
         <translation>Zurück</translation>
     </message>
+    <message>
+        <source>Limits of the checks</source>
+        <translation>Grenzen der Prüfungen</translation>
+    </message>
+    <message>
+        <source>Hole to &amp;hole:</source>
+        <translation>Bohrung zu &amp;Bohrung:</translation>
+    </message>
+    <message>
+        <source>not checked</source>
+        <translation>ungeprüft</translation>
+    </message>
+    <message>
+        <source>Hole to board &amp;edge:</source>
+        <translation>Bohrung zum &amp;Rand:</translation>
+    </message>
+    <message>
+        <source>Largest &amp;drill:</source>
+        <translation>&amp;Größter Bohrer:</translation>
+    </message>
+    <message>
+        <source>Shortest &amp;slot (length by width):</source>
+        <translation>&amp;Kürzestes Langloch (Länge zu Breite):</translation>
+    </message>
+    <message>
+        <source>&amp;Aspect ratio (thickness by drill):</source>
+        <translation>&amp;Aspektverhältnis (Dicke zu Bohrer):</translation>
+    </message>
+    <message>
+        <source>Tolerance range, &amp;plated:</source>
+        <translation>Toleranzbereich, &amp;metallisiert:</translation>
+    </message>
+    <message>
+        <source>Tolerance range, press-&amp;fit:</source>
+        <translation>Toleranzbereich, E&amp;inpress:</translation>
+    </message>
+    <message>
+        <source>Tolerance range, &amp;non-plated:</source>
+        <translation>Toleranzbereich, &amp;nicht metallisiert:</translation>
+    </message>
+    <message>
+        <source>Tolerance range, s&amp;lots:</source>
+        <translation>Toleranzbereich, &amp;Langlöcher:</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no number from 0 to 1000; the former number is back.</source>
+        <translation>„%1“ ist keine Zahl von 0 bis 1000; die bisherige steht wieder da.</translation>
+    </message>
 </context>
 <context>
     <name>brox::StartPage</name>
@@ -2751,6 +2872,33 @@ bei X %2, Y %3</translation>
     <message>
         <source>Samples</source>
         <translation>Beispiele</translation>
+    </message>
+</context>
+<context>
+    <name>brox::StepTabs</name>
+    <message>
+        <source>Models</source>
+        <translation>Modelle</translation>
+    </message>
+    <message>
+        <source>Amounts by type of hole</source>
+        <translation>Zugaben nach Art der Bohrung</translation>
+    </message>
+    <message>
+        <source>Formula of the drill size</source>
+        <translation>Formel des Bohrmaßes</translation>
+    </message>
+    <message>
+        <source>Test bench</source>
+        <translation>Prüfstand</translation>
+    </message>
+    <message>
+        <source>Drill tools of the step</source>
+        <translation>Bohrwerkzeuge des Steps</translation>
+    </message>
+    <message>
+        <source>Drill bits</source>
+        <translation>Bohrer</translation>
     </message>
 </context>
 <context>

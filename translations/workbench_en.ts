@@ -72,10 +72,31 @@
 <context>
     <name>brox::MainWindow</name>
     <message numerus="yes">
-        <source>%n row(s) to check</source>
+        <source>%Ln tool(s)</source>
         <translation>
-            <numerusform>%n row to check</numerusform>
-            <numerusform>%n rows to check</numerusform>
+            <numerusform>%Ln tool</numerusform>
+            <numerusform>%Ln tools</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln hole(s)</source>
+        <translation>
+            <numerusform>%Ln hole</numerusform>
+            <numerusform>%Ln holes</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln slot(s)</source>
+        <translation>
+            <numerusform>%Ln slot</numerusform>
+            <numerusform>%Ln slots</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln row(s) to check</source>
+        <translation>
+            <numerusform>%Ln row to check</numerusform>
+            <numerusform>%Ln rows to check</numerusform>
         </translation>
     </message>
 </context>

@@ -178,18 +178,18 @@ int statusOf(const Options& options, const DrillPlan& plan, const QString& name)
     const auto without = std::count_if(plan.rows.begin(), plan.rows.end(),
         [](const PlanRow& row) { return !row.drillSize && row.finishedSize > 0; });
     if (without > 0) {
-        warn(before
+        complain(before
             + QStringLiteral("tools without a drill size by model \"%1\" and its formula: %2")
                   .arg(plan.model.name)
                   .arg(without));
     }
     if (options.isSet(options.strict) && isUndecided(options, plan)) {
-        warn(before + "drill sizes beside finished sizes, and no --sizes");
+        complain(before + "drill sizes beside finished sizes, and no --sizes");
         return strictStatus;
     }
     if (const qsizetype flagged = alarmingRows(plan);
         options.isSet(options.strict) && flagged > 0) {
-        warn(before
+        complain(before
             + QStringLiteral(
                 "tools that are flagged out-of-tolerance, no-bit, no-size, unapproved-bit or "
                 "digits-doubtful: %1")
@@ -197,7 +197,7 @@ int statusOf(const Options& options, const DrillPlan& plan, const QString& name)
         return strictStatus;
     }
     if (options.isSet(options.strict) && plan.board->isContradicted) {
-        warn(before + QStringLiteral("other files of the order contradict the board"));
+        complain(before + QStringLiteral("other files of the order contradict the board"));
         return strictStatus;
     }
     return without > 0 ? 1 : 0;
@@ -235,13 +235,14 @@ QString linesText(const QStringList& list)
 
 /** The comparison that is asked for; null: none. */
 std::shared_ptr<const Comparison> askedComparison(
-    const Options& options, const Board& board, size_t step, QStringList& notes)
+    const Options& options, const DrillDraft& draft, QStringList& notes)
 {
     if (!options.isSet(options.compare)) {
         return nullptr;
     }
-    return compareWith(board, step, options.parser.values(options.compare), readOptions(options),
-        comparisonTolerance(options), notes);
+    const Board other = readOrder(options.parser.values(options.compare), readOptions(options));
+    notes = other.notes;
+    return compareStep(*draft.board, draft.step, other, comparisonTolerance(options));
 }
 
 /** What differs in another board, if one is compared. */
@@ -287,11 +288,16 @@ void warn(const QString& message)
     fprintf(stderr, "%s\n", message.toUtf8().constData());
 }
 
-int fail(const QString& message)
+void complain(const QString& message)
 {
     for (const QString& line : message.split('\n')) {
         warn(QStringLiteral("brox-workbench: ") + line);
     }
+}
+
+int fail(const QString& message)
+{
+    complain(message);
     return 1;
 }
 
@@ -301,7 +307,7 @@ int printPlan(const Options& options, HostSession& session, Board board, const S
     const DrillDraft draft = draftOf(options, std::move(board), rules);
     MergedPlan merged = planOf(options, session, draft);
     QStringList otherNotes;
-    merged.plan.comparison = askedComparison(options, *draft.board, draft.step, otherNotes);
+    merged.plan.comparison = askedComparison(options, draft, otherNotes);
     const DrillPlan& plan = merged.plan;
     const auto findings =
         options.isSet(options.check) ? std::optional(checkPlan(plan)) : std::nullopt;
@@ -335,11 +341,11 @@ int printPlan(const Options& options, HostSession& session, Board board, const S
         warn(note);
     }
     for (const QString& line : tooMany) {
-        warn(line);
+        complain(line);
         status = strictStatus;
     }
     if (isStrict && hard > 0) {
-        warn(QStringLiteral("findings that must not be drilled: %1").arg(hard));
+        complain(QStringLiteral("findings that must not be drilled: %1").arg(hard));
         status = strictStatus;
     }
     const bool differs = plan.comparison && plan.comparison->differs();
@@ -373,7 +379,7 @@ int printBoards(const Options& options, HostSession& session, const ShopRules& r
             isStrict = isStrict || status == strictStatus;
             hasFailed = hasFailed || status == 1;
         } catch (const std::exception& error) {
-            warn(named(name, QString::fromUtf8(error.what())));
+            complain(named(name, QString::fromUtf8(error.what())));
             hasFailed = true;
         }
     }

@@ -26,10 +26,13 @@ int printModels(HostSession& session);
 /** Bits into the data folder, or out of it. */
 int exchangeBits(const Options& options, const QString& dataDir);
 
-/** A line on standard error. */
+/** A line on standard error for the user to know. */
 void warn(const QString& message);
 
-/** Says on standard error what is wrong.
+/** What is wrong, on standard error: each line begins with the name of the program. */
+void complain(const QString& message);
+
+/** The same.
  *
  * @return the exit status that goes with it
  */

@@ -234,7 +234,7 @@ void ExportMenu::write(const char* key, const QString& path, Write writeFiles)
         }
         emit exported((QStringList(message) + files.notes()).join("; "));
     } catch (const BoardCancelled&) {
-        emit exported(tr("Nothing was written"));
+        emit exported(tr("Export cancelled: nothing was written to %1").arg(path));
     } catch (const std::exception& error) {
         progress.reset();
         emit failed(QString::fromUtf8(error.what()));

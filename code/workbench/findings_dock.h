@@ -12,7 +12,8 @@ namespace brox {
 
 class LivePlan;
 
-/** What the checks find in the plan of the step in front. */
+/** What the checks find in the plan of the step in front, and what differs in the board that it is
+ *  compared with. */
 class FindingsDock : public QDockWidget
 {
     Q_OBJECT
@@ -24,8 +25,8 @@ public:
 signals:
     /** The findings of a plan are known, or it has gone.
      *
-     * @param numbers  "findings: 2 (hard: 1)" or the like
-     * @param places   of all of them
+     * @param numbers  "findings: 2 (hard: 1)" or the like; with a comparison what that comes to
+     * @param places   of the findings
      */
     void found(const QString& numbers, const std::vector<Place>& places);
 
@@ -38,7 +39,10 @@ protected:
 private:
     void check();
     void fill(const DrillPlan& plan, const CheckFindings& findings);
+    void addDifferences(const DrillPlan& plan);
     void addFinding(const DrillPlan& plan, const CheckFinding& finding, const QString& comment);
+
+    QTreeWidgetItem* addRow(const QStringList& texts, const std::vector<Place>& places);
 
     LivePlan& mPlan;
     Ui::FindingsDock ui;

@@ -98,6 +98,9 @@ QString moduleCatalogue(const QString& language)
 
 void speak(const QString& language)
 {
+    if (QLocale::system().name().section('_', 0, 0) != language) {
+        QLocale::setDefault(QLocale(language)); // dates, and the digits of counts
+    }
     install(QDir(QLibraryInfo::path(QLibraryInfo::TranslationsPath))
                 .filePath(QStringLiteral("qtbase_%1.qm").arg(language)));
     install(sharePath(QStringLiteral("translations/workbench_%1.qm").arg(language)));

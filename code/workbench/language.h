@@ -19,7 +19,7 @@ QString systemLanguage();
  */
 QString moduleCatalogue(const QString& language);
 
-/** Lets windows speak a language from now on: the workbench's texts and Qt's own. */
+/** Lets windows speak a language from now on: the workbench's texts, Qt's own, dates and counts. */
 void speak(const QString& language);
 
 /** Where a file lies that comes with the program: in the build tree, else as installed. */

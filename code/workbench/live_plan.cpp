@@ -2,6 +2,7 @@
 #include "live_plan.h"
 
 #include "host_session.h"
+#include "open_board.h"
 #include "step_tabs.h"
 
 #include <QAbstractItemView>
@@ -60,7 +61,35 @@ const DrillPlan* LivePlan::current()
 std::optional<DrillPlan> LivePlan::withFewestTools()
 {
     const std::optional<size_t> step = mTabs.currentStep();
-    return step && mPlan ? std::optional(planOf(mSession, *step, true)) : std::nullopt;
+    return step && mPlan ? std::optional(planned(*step, true)) : std::nullopt;
+}
+
+void LivePlan::compareWith(std::shared_ptr<const Board> other)
+{
+    mComparisons.clear();
+    mOther = std::move(other);
+    if (const std::optional<size_t> step = mTabs.currentStep(); step && mOther) {
+        try {
+            planned(*step, false);
+        } catch (...) {
+            mOther.reset();
+            throw;
+        }
+    }
+    refresh();
+}
+
+DrillPlan LivePlan::planned(size_t step, bool withFewestTools)
+{
+    DrillPlan plan = planOf(mSession, step, withFewestTools);
+    if (mOther) {
+        std::shared_ptr<const Comparison>& comparison = mComparisons[step];
+        if (!comparison) {
+            comparison = compareStep(*plan.board, step, *mOther);
+        }
+        plan.comparison = comparison;
+    }
+    return plan;
 }
 
 void LivePlan::recalculate()
@@ -89,7 +118,7 @@ void LivePlan::refresh()
             mSession.recalculate(step);
         }
         if (const std::optional<size_t> step = mTabs.currentStep()) {
-            mPlan = planOf(mSession, *step);
+            mPlan = planned(*step, false);
         }
     } catch (const std::exception& error) {
         mFault = QString::fromUtf8(error.what());

@@ -8,6 +8,7 @@
 #include <QObject>
 #include <QSet>
 #include <QTimer>
+#include <map>
 #include <optional>
 
 namespace brox {
@@ -44,6 +45,13 @@ public:
      */
     std::optional<DrillPlan> withFewestTools();
 
+    /** Compares the plan with another board from now on; null: with none.
+     *
+     * @throws PanelError  and it is compared with none
+     */
+    void compareWith(std::shared_ptr<const Board> other);
+    bool isComparing() const { return mOther != nullptr; }
+
     /** Calculates all anew, whether something was edited or not. */
     void recalculate();
 
@@ -51,6 +59,7 @@ signals:
     void changed();
 
 private:
+    DrillPlan planned(size_t step, bool withFewestTools);
     void refresh();
     void refreshUnlessTyping();
 
@@ -59,6 +68,8 @@ private:
     QTimer mTimer;
     QSet<size_t> mEdited; ///< steps whose viewers show what was before an edit
     bool mIsTyping = false; ///< a refresh waits for the end of it
+    std::shared_ptr<const Board> mOther; ///< that the plan is compared with; null: none
+    std::map<size_t, std::shared_ptr<const Comparison>> mComparisons; ///< by step
     std::optional<DrillPlan> mPlan;
     QString mFault;
 };

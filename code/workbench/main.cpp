@@ -165,7 +165,7 @@ int run(const Options& options)
     }
     QObject::connect(&session, &HostSession::logged, [](const QString& level, const QString& text) {
         if (level == "ERROR") {
-            warn(text);
+            complain(text);
         }
     });
     const ShopRules rules = shopRules(options, dataDir);

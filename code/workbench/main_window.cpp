@@ -5,7 +5,6 @@
 #include "file_menus.h"
 #include "findings_dock.h"
 #include "host_session.h"
-#include "input_filter.h"
 #include "live_plan.h"
 #include "map_dock.h"
 #include "messages.h"
@@ -15,14 +14,16 @@
 #include "start_page.h"
 #include "step_tabs.h"
 #include "viewer_tables.h"
+#include "window_filter.h"
 
 #include <QActionGroup>
 #include <QBoxLayout>
 #include <QCloseEvent>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QLabel>
-#include <QMessageBox>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QScreen>
 #include <QSettings>
 #include <QStackedWidget>
@@ -39,18 +40,19 @@ constexpr double shareOfScreen = 0.9; // the rest is for frames, which no screen
 const char geometryKey[] = "geometry";
 const char stateKey[] = "state";
 
+/** The status bar's text on a step. */
 QString contentText(const DrillDraft& draft)
 {
-    qint64 holes = 0;
-    qint64 slotPaths = 0;
+    int holes = 0;
+    int slotPaths = 0;
     for (const DraftRow& row : draft.rows) {
-        (row.isSlot ? slotPaths : holes) += row.count;
+        (row.isSlot ? slotPaths : holes) += int(row.count);
     }
-    QStringList parts = {MainWindow::tr("Step %1: %2 tools, %3 holes, %4 slots")
-                             .arg(draft.boardStep().name)
-                             .arg(draft.rows.size())
-                             .arg(holes)
-                             .arg(slotPaths)};
+    QStringList parts{
+        MainWindow::tr("Step %1: %2, %3, %4")
+            .arg(draft.boardStep().name, MainWindow::tr("%Ln tool(s)", "", int(draft.rows.size())),
+                MainWindow::tr("%Ln hole(s)", "", holes),
+                MainWindow::tr("%Ln slot(s)", "", slotPaths))};
     parts << assumedText(draft) << leftOut(draft);
     parts.removeAll(QString());
     return parts.join("; ");
@@ -59,7 +61,8 @@ QString contentText(const DrillDraft& draft)
 } // namespace
 
 MainWindow::MainWindow(HostSession& session)
-    : mSession(session)
+    : mFilter(new WindowFilter(this))
+    , mSession(session)
     , mErrorBar(new ErrorBar)
     , mPages(new QStackedWidget)
     , mHint(new QLabel)
@@ -72,10 +75,13 @@ MainWindow::MainWindow(HostSession& session)
     , mFindings(new FindingsDock(*mLive, this))
     , mExport(new ExportMenu(*mLive, this))
     , mContent(new QLabel)
-    , mFound(new QLabel)
+    , mFound(new QPushButton)
     , mToCheck(new QPushButton)
+    , mOlderBar(new NoticeBar("olderBar", QStyle::SP_MessageBoxWarning))
+    , mRulesBar(new NoticeBar("rulesBar", QStyle::SP_MessageBoxCritical))
     , mWatch(session.dataDir())
 {
+    connect(mFilter, &WindowFilter::dropped, this, &MainWindow::open);
     createPages();
     addDockWidget(Qt::BottomDockWidgetArea, mLog);
     addDockWidget(Qt::RightDockWidgetArea, mMap);
@@ -85,7 +91,8 @@ MainWindow::MainWindow(HostSession& session)
     connect(mFindings, &FindingsDock::chosen, mMap, &MapDock::showPlace);
     connect(mFindings, &FindingsDock::found, this,
         [this](const QString& numbers, const std::vector<Place>& places) {
-            mFound->setText(numbers);
+            mFound->setText(QString(numbers).replace('&', "&&"));
+            mFound->setVisible(!numbers.isEmpty());
             mMap->ring(places);
         });
     connect(mMap, &MapDock::sizesChosen, this, [this](const QString& layer, bool areDrillSizes) {
@@ -93,43 +100,12 @@ MainWindow::MainWindow(HostSession& session)
     });
     connect(mMap->toggleViewAction(), &QAction::triggered, this, &MainWindow::makeRoomForMap);
     createMenus();
-    mContent->setObjectName("contentLabel");
-    mToCheck->setObjectName("toCheckButton");
-    mToCheck->setFlat(true);
-    mToCheck->setToolTip(tr("Goes to the next row to check."));
-    mToCheck->hide();
-    statusBar()->addPermanentWidget(mToCheck);
-    mFound->setObjectName("foundLabel");
-    statusBar()->addPermanentWidget(mFound);
-    statusBar()->addPermanentWidget(mContent);
-    connect(mToCheck, &QPushButton::clicked, this, [this] {
-        if (JobTable* table = mTabs->jobTable()) {
-            table->goToNextToCheck();
-        }
-    });
+    createStatusBar();
     connect(mLive.get(), &LivePlan::changed, this, &MainWindow::followPlan);
     connect(&mWatch, &DataWatch::changed, this, [this] { guard([&] { followDataFolder(); }); });
     setAcceptDrops(true);
-    connect(new InputFilter(this), &InputFilter::dropped, this, &MainWindow::open);
 
-    connect(&session, &HostSession::logged, this, &MainWindow::tell);
-    connect(mExport, &ExportMenu::exported, this,
-        [this](const QString& message) { statusBar()->showMessage(message, messageTime); });
-    connect(mExport, &ExportMenu::failed, this,
-        [this](const QString& message) { guard([&] { throw HostError(message); }); });
-    connect(&session, &HostSession::modelRenamed, this,
-        [this](const QString& step, const QString& oldName, const QString& newName) {
-            statusBar()->showMessage(
-                tr("Step %1: model \"%2\" is now \"%3\"").arg(step, oldName, newName), messageTime);
-        });
-    connect(&session, &HostSession::modelDeleted, this,
-        [this](const QString& step, const QString& name) {
-            statusBar()->showMessage(
-                tr("Step %1: model \"%2\" is deleted").arg(step, name), messageTime);
-        });
-    connect(&session.guard(), &DataGuard::saved, this, [this](const QString& path) {
-        statusBar()->showMessage(tr("%1 saved").arg(path), messageTime);
-    });
+    followSession();
     followStep();
     resize(likedSize);
 }
@@ -148,7 +124,7 @@ void MainWindow::followPlan()
     const DrillPlan* plan = mLive->plan();
     const int toCheck = plan ? int(alarmingRows(*plan)) : 0;
     mToCheck->setVisible(toCheck > 0);
-    mToCheck->setText(tr("%n row(s) to check", "", toCheck));
+    mToCheck->setText(tr("%Ln row(s) to check", "", toCheck));
     if (JobTable* table = mTabs->jobTable(); table && plan) {
         table->follow(*plan);
     }
@@ -160,9 +136,13 @@ void MainWindow::followPlan()
     mOlderBar->setVisible(plan && plan->model.isOlder);
 }
 
-/** The models or bits on disk may be others now: another step or another program has saved. */
+/** Rules, models or bits on disk may be others now: another step or another program has saved. */
 void MainWindow::followDataFolder()
 {
+    if (mLoadRules && readRules()) {
+        statusBar()->showMessage(
+            tr("The rules of the shop were saved by others; read again"), messageTime);
+    }
     const QStringList reread = mTabs->rereadFiles();
     if (!reread.isEmpty()) {
         statusBar()->showMessage(
@@ -195,53 +175,6 @@ void MainWindow::makeRoomForMap(bool isShown)
     }
 }
 
-void MainWindow::createPages()
-{
-    mHint->setAlignment(Qt::AlignCenter);
-    mHint->setText(tr("Choose a step of the board in the menu Step."));
-    mPages->addWidget(mHint);
-    mPages->addWidget(mStart);
-    connect(mStart, &StartPage::openBoardWanted, this, &MainWindow::chooseBoard);
-    connect(mStart, &StartPage::openFolderWanted, this, &MainWindow::chooseFolder);
-    connect(mStart, &StartPage::chosen, this, &MainWindow::open);
-    mPages->addWidget(mTabs);
-    connect(mTabs, &QTabWidget::tabCloseRequested, this,
-        [this](int tab) { guard([&] { mTabs->closeTab(tab); }); });
-    connect(mTabs, &StepTabs::stepChanged, this, &MainWindow::followStep);
-    connect(mTabs, &StepTabs::typeChosen, this,
-        [this](const QString& layer, const Tool& tool, std::optional<HoleType> type) {
-            guard([&] { mOpen->change([&](Job& job) { job.chooseType(layer, tool, type); }); });
-        });
-
-    auto* centre = new QWidget;
-    auto* layout = new QVBoxLayout(centre);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(mErrorBar);
-    layout->addWidget(createOlderBar());
-    layout->addWidget(mPages, 1);
-    setCentralWidget(centre);
-}
-
-/** Stays as long as the step in front has edits of what others have saved since. */
-QWidget* MainWindow::createOlderBar()
-{
-    mOlderBar = new QFrame;
-    mOlderBar->setObjectName("olderBar");
-    mOlderBar->setFrameShape(QFrame::StyledPanel);
-    auto* text =
-        new QLabel(tr("Models or bits have been saved by another step or program since this "
-                      "step read them. What is calculated here is older than the files."));
-    text->setWordWrap(true);
-    auto* button = new QPushButton(tr("Read Again..."));
-    connect(button, &QPushButton::clicked, this, [this] { guard([&] { rereadStep(); }); });
-    auto* layout = new QHBoxLayout(mOlderBar);
-    layout->setContentsMargins(6, 3, 6, 3);
-    layout->addWidget(text, 1);
-    layout->addWidget(button);
-    mOlderBar->hide();
-    return mOlderBar;
-}
-
 void MainWindow::tell(const QString& level, const QString& text)
 {
     mLog->add(level, text);
@@ -255,7 +188,7 @@ void MainWindow::guard(const std::function<void()>& work)
     try {
         work();
     } catch (const std::exception& error) {
-        QMessageBox::critical(this, tr("brox workbench"), QString::fromUtf8(error.what()));
+        showFailure(QString::fromUtf8(error.what()));
     }
 }
 
@@ -285,12 +218,42 @@ QStringList MainWindow::lastPaths() const
 
 void MainWindow::chooseBoard()
 {
-    open(chooseBoardFiles(this, lastPaths()));
+    open(chooseBoardFiles(this, tr("Open Board"), lastPaths()));
 }
 
 void MainWindow::chooseFolder()
 {
-    open(chooseBoardFolder(this, lastPaths()));
+    open(chooseBoardFolder(this, tr("Open Folder"), lastPaths()));
+}
+
+void MainWindow::compareWith(const QStringList& paths)
+{
+    if (paths.isEmpty()) {
+        return;
+    }
+    guard([&] {
+        std::optional<Board> other = openBoardFiles(this, paths, mReadOptions);
+        if (!other) {
+            return;
+        }
+        for (const QString& note : other->notes) {
+            mLog->add("NOTE", note);
+        }
+        const QScopeGuard arrow([] { QGuiApplication::restoreOverrideCursor(); });
+        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+        mLive->compareWith(std::make_shared<const Board>(std::move(*other)));
+        mFindings->show();
+        mMap->show();
+    });
+    mEndComparison->setEnabled(mLive->isComparing());
+}
+
+void MainWindow::endComparison()
+{
+    if (mLive->isComparing()) {
+        mLive->compareWith(nullptr);
+    }
+    mEndComparison->setEnabled(false);
 }
 
 void MainWindow::open(const QStringList& paths)
@@ -309,6 +272,7 @@ bool MainWindow::openBoard(const QStringList& paths, const std::function<size_t(
     if (!mTabs->closeAll()) {
         return false;
     }
+    endComparison();
     const QString choices = mOpen->open(std::move(*board), mRemember);
     if (!choices.isEmpty()) {
         mLog->add("NOTE", choices);
@@ -343,19 +307,34 @@ void MainWindow::tellNotes()
     }
 }
 
-void MainWindow::loadRules(const std::function<ShopRules()>& load)
+void MainWindow::loadRules(std::function<ShopRules()> load)
+{
+    mLoadRules = std::move(load);
+    readRules();
+}
+
+/** @return whether the rules are others than before */
+bool MainWindow::readRules()
 {
     QString fault;
+    bool areOthers = false;
     try {
-        const ShopRules rules = load();
-        mOpen->change([&](Job& job) { job.rules = rules; });
+        const ShopRules rules = mLoadRules();
+        areOthers = rules != job().rules;
+        if (areOthers) {
+            mOpen->change([&](Job& job) { job.rules = rules; });
+            followStep();
+        }
     } catch (const RulesError& error) {
         fault = tr("%1; nothing is exported until the rules of the shop can be read")
                     .arg(QString::fromUtf8(error.what()));
-        tell("ERROR", fault);
+        mLog->add("ERROR", fault);
     }
+    mRulesBar->setText(fault);
+    mRulesBar->setVisible(!fault.isEmpty());
     mRulesAction->setEnabled(fault.isEmpty());
     mExport->refuse(fault);
+    return areOthers;
 }
 
 void MainWindow::editRules()
@@ -368,8 +347,7 @@ void MainWindow::editRules()
         if (!error.isEmpty()) {
             throw HostError(tr("%1 could not be saved: %2").arg(file.path(), error));
         }
-        mOpen->change([&](Job& job) { job.rules = dialog.rules(); });
-        followStep();
+        loadRules([dataDir = mSession.dataDir()] { return brox::loadRules(dataDir); });
     }
 }
 
@@ -382,8 +360,7 @@ void MainWindow::restoreBackup()
         return;
     }
     if (dialog.kind() == DataFile::Kind::Rules) {
-        loadRules([&] { return brox::loadRules(dataDir); });
-        followStep();
+        loadRules([dataDir] { return brox::loadRules(dataDir); });
     }
     statusBar()->showMessage(
         tr("%1 is restored").arg(DataFile(dataDir, dialog.kind()).path()), messageTime);
@@ -413,6 +390,7 @@ void MainWindow::followStep()
     mDuplicate->setEnabled(step.has_value());
     mCloseStep->setEnabled(step.has_value());
     mExport->setEnabled(step.has_value());
+    mCompareMenu->setEnabled(step.has_value());
     mContent->setText(step ? contentText(mSession.draft(*step)) : QString());
     if (step) {
         (mSession.draft(*step).units == Units::Inch ? mInch : mMetric)->setChecked(true);

@@ -13,8 +13,8 @@
 
 class QAction;
 class QActionGroup;
-class QFrame;
 class QLabel;
+class QLayout;
 class QPushButton;
 class QStackedWidget;
 
@@ -27,8 +27,10 @@ class HostSession;
 class LivePlan;
 class LogDock;
 class MapDock;
+class NoticeBar;
 class StartPage;
 class StepTabs;
+class WindowFilter;
 
 /** The host's window: the viewers of a board's steps as tabs, and the host's log. */
 class MainWindow : public QMainWindow
@@ -62,14 +64,21 @@ public:
     OpenJob& openJob() { return *mOpen; }
     const Job& job() const { return mOpen->job(); }
 
+    /** Reads another board and compares what is open with it, until another board is opened. */
+    void compareWith(const QStringList& paths);
+
     /** How boards are read from now on. */
     void setReadOptions(const ReadOptions& options) { mReadOptions = options; }
 
     /** Runs a user's command; what can't be done is shown in a box. */
     void guard(const std::function<void()>& work);
 
-    /** Takes over the rules of the shop; without them nothing is exported. */
-    void loadRules(const std::function<ShopRules()>& load);
+    /** Takes over the rules of the shop, now and whenever their file has changed; while they can't
+     *  be read nothing is exported.
+     *
+     * @param load  throws RulesError
+     */
+    void loadRules(std::function<ShopRules()> load);
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -78,16 +87,21 @@ private:
     void createMenus();
     void createFileMenu();
     void createBitsMenu(QMenu* file);
+    void createCompareMenu(QMenu* file);
     void createUnitsMenu();
     void createHelpMenu();
     void listSteps();
     void listRecentBoards();
     void createPages();
-    QWidget* createOlderBar();
+    void createBars(QLayout* layout);
+    void createStatusBar();
+    void followSession();
 
     QStringList lastPaths() const;
     void chooseBoard();
     void chooseFolder();
+    void endComparison();
+    bool readRules();
     void open(const QStringList& paths);
     void editRules();
     void restoreBackup();
@@ -103,6 +117,7 @@ private:
 
     static constexpr int messageTime = 10'000; ///< milliseconds that the status bar shows one
 
+    WindowFilter* mFilter; ///< first: it looks at all that is made after it
     HostSession& mSession;
     ErrorBar* mErrorBar;
     QStackedWidget* mPages;
@@ -116,12 +131,16 @@ private:
     FindingsDock* mFindings;
     ExportMenu* mExport;
     QLabel* mContent;
-    QLabel* mFound; ///< how many findings there are
+    QPushButton* mFound; ///< how many findings there are
     QPushButton* mToCheck;
-    QFrame* mOlderBar = nullptr;
+    NoticeBar* mOlderBar; ///< the step in front has edits of what others have saved since
+    NoticeBar* mRulesBar; ///< the rules of the shop can't be read
+    std::function<ShopRules()> mLoadRules;
     DataWatch mWatch;
     QMenu* mStepMenu = nullptr;
     QMenu* mRecentMenu = nullptr;
+    QMenu* mCompareMenu = nullptr;
+    QAction* mEndComparison = nullptr;
     QActionGroup* mUnits = nullptr;
     QAction* mInch = nullptr;
     QAction* mMetric = nullptr;

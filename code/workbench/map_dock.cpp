@@ -4,6 +4,7 @@
 #include "host_session.h"
 #include "live_plan.h"
 #include "map_shapes.h"
+#include "messages.h"
 #include "plan_text.h"
 
 #include <QHeaderView>
@@ -164,7 +165,11 @@ void MapDock::showPlan(DrillPlan plan)
     auto scene = std::make_unique<MapScene>(plan);
     mStep = stepKey(plan);
     mPlan = std::move(plan);
-    ui.holeLabel->setText(tr("Click a hole to see what drills it."));
+    QString hint = tr("Click a hole to see what drills it.");
+    if (alarmingRows(*mPlan) > 0) {
+        hint += ' ' + tr("Holes to check have amber rings, findings red ones.");
+    }
+    ui.holeLabel->setText(hint);
     fillTree(*scene, off);
     ui.mapWidget->setScene(std::move(scene), isSame);
     for (const size_t row : off) {
@@ -189,9 +194,10 @@ void MapDock::fillTree(const MapScene& scene, const QSet<size_t>& off)
         auto* item = new QTreeWidgetItem(layer,
             {spoken(typeWord(row.type, row.isSlot)), row.bit,
                 row.drillSize ? sizeText(*row.drillSize, mPlan->units) : QString(),
-                QString::number(row.count)});
+                QLocale().toString(row.count)});
         item->setData(0, rowRole, QVariant::fromValue(i));
         item->setIcon(0, symbolIcon(scene.toolOf(i), palette()));
+        item->setToolTip(0, plainTip(flagTexts(row).join('\n')));
         item->setCheckState(0, off.contains(i) ? Qt::Unchecked : Qt::Checked);
         item->setTextAlignment(2, Qt::AlignRight | Qt::AlignVCenter);
         item->setTextAlignment(3, Qt::AlignRight | Qt::AlignVCenter);

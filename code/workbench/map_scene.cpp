@@ -15,6 +15,7 @@ namespace {
 constexpr double likedSymbol = 6; ///< dots at which a symbol is easily read
 constexpr double leastSymbol = 2.5; ///< dots below which it is a blot
 constexpr double leastCircle = 1.2;
+constexpr double ringMargin = 5; ///< between a hole and the ring about it
 constexpr double markRadius = 8; ///< of what a comparison found
 constexpr double mostStamped = 100; ///< radius of a circle that is kept as a picture
 constexpr qint64 mostStamps = 50'000; ///< in a frame; more would take too long and hide each other
@@ -74,14 +75,21 @@ struct MapScene::ToolLook
     QPainterPath symbol; ///< of radius 1
     QColor colour;
     bool isHighlighted;
-    QColor highlight;
+    bool isToCheck;
+    const MapColours& colours;
 
     void paint(QPainter& painter, const QPainterPath& area, QPointF middle) const
     {
         if (isHighlighted) {
             painter.setBrush(Qt::NoBrush);
-            painter.setPen(pen(highlight, 5));
+            painter.setPen(pen(colours.highlight, 5));
             painter.drawPath(area);
+        }
+        if (isToCheck) {
+            painter.setBrush(Qt::NoBrush);
+            painter.setPen(pen(colours.ring, 2));
+            painter.drawEllipse(
+                area.boundingRect().marginsAdded({ringMargin, ringMargin, ringMargin, ringMargin}));
         }
         // Without a symbol the colour alone has to be seen.
         painter.setBrush(symbolRadius > 0 ? QBrush(Qt::NoBrush) : QBrush(colour));
@@ -95,7 +103,13 @@ struct MapScene::ToolLook
         }
     }
 
-    double reach() const { return std::max(radius, symbolRadius) + (isHighlighted ? 4 : 1); }
+    double reach() const
+    {
+        return std::max(radius, symbolRadius)
+            + (isToCheck            ? ringMargin + 2
+                    : isHighlighted ? 4
+                                    : 1);
+    }
 
     QImage stamp() const
     {
@@ -112,9 +126,12 @@ struct MapScene::ToolLook
     }
 
     /** Whether a hole is but a dot or two. */
-    bool isDot() const { return symbolRadius <= 0 && radius < leastCircle; }
+    bool isDot() const { return symbolRadius <= 0 && radius < leastCircle && !isToCheck; }
     int dotSide() const { return isHighlighted ? 4 : radius < leastCircle / 2 ? 1 : 2; }
-    QColor dotColour() const { return isHighlighted ? highlight : colour; }
+    QColor dotColour() const
+    {
+        return isHighlighted ? colours.highlight : isToCheck ? colours.ring : colour;
+    }
 };
 
 /** An image with what painting on it needs. */
@@ -144,11 +161,12 @@ public:
         return {mView.scale, 0, 0, mView.scale, mView.origin.x(), mView.origin.y()};
     }
 
-    ToolLook lookOf(size_t tool, bool highlighted, double radius, double room) const
+    ToolLook lookOf(const Row& row, double room) const
     {
-        const double symbol = symbolRadius(radius * mView.scale, room * mView.scale, likedSymbol);
-        return {radius * mView.scale, symbol < leastSymbol ? 0 : symbol, toolSymbol(tool),
-            toolColour(tool, mColours.isDark), highlighted, mColours.highlight};
+        const double radius = row.radius * mView.scale;
+        const double symbol = symbolRadius(radius, room * mView.scale, likedSymbol);
+        return {radius, symbol < leastSymbol ? 0 : symbol, toolSymbol(row.tool),
+            toolColour(row.tool, mColours.isDark), row.isHighlighted, row.isToCheck, mColours};
     }
 
     /** How many holes may be seen. */
@@ -306,8 +324,8 @@ MapScene::MapScene(const DrillPlan& plan)
     }
     for (size_t i = 0; i < places.size(); ++i) {
         const Size size = shownSize(plan.rows[i]);
-        Row& row = mRows.emplace_back(
-            Row{0, toMillimetres(size) / 2, true, false, HoleGrid(places[i].holes), {}});
+        Row& row = mRows.emplace_back(Row{0, toMillimetres(size) / 2, true, false,
+            isAlarming(plan.rows[i]), HoleGrid(places[i].holes), {}});
         for (const Path& path : places[i].slotPaths) {
             const QPainterPath area = slotArea(path, size);
             row.slotAreas.push_back({path.start, area, area.boundingRect()});
@@ -335,7 +353,7 @@ void MapScene::paint(QImage& image, const MapView& view, const MapColours& colou
     for (const bool highlighted : {false, true}) {
         for (const Row& row : mRows) {
             if (row.isShown && row.isHighlighted == highlighted) {
-                layers.emplace_back(row, canvas.lookOf(row.tool, highlighted, row.radius, mRoom));
+                layers.emplace_back(row, canvas.lookOf(row, mRoom));
                 stamps += layers.back().stampCount(canvas);
             }
         }

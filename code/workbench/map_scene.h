@@ -71,10 +71,12 @@ struct MapColours
     QColor paper;
     QColor outline;
     QColor highlight;
+    QColor ring; ///< about rows to check
     bool isDark = false; ///< the paper
 };
 
-/** A plan's holes as a screen shows them: a picture of a million in a few milliseconds. */
+/** A plan's holes as a screen shows them: a picture of a million in a few milliseconds. Those of
+ *  rows to check have rings. */
 class MapScene
 {
 public:
@@ -119,6 +121,7 @@ private:
         double radius = 0; ///< millimetres
         bool isShown = true;
         bool isHighlighted = false;
+        bool isToCheck = false;
         HoleGrid holes;
         std::vector<Slot> slotAreas;
     };

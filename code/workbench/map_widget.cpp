@@ -122,8 +122,9 @@ void MapWidget::pan(QPointF by)
 MapColours MapWidget::colours() const
 {
     const QColor paper = palette().color(QPalette::Base);
+    const bool isDark = paper.lightness() < 128;
     return {paper, palette().color(QPalette::PlaceholderText), palette().color(QPalette::Highlight),
-        paper.lightness() < 128};
+        isDark ? QColor(0xff, 0xb0, 0x20) : QColor(0xc0, 0x70, 0x00), isDark};
 }
 
 void MapWidget::paintEvent(QPaintEvent*)

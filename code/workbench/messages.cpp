@@ -45,34 +45,57 @@ qsizetype ask(const QString& text, const QString& details, const QStringList& an
     return answer < 0 ? answers.size() - 1 : answer;
 }
 
-ErrorBar::ErrorBar(QWidget* parent)
-    : QFrame(parent)
-    , mLabel(new QLabel)
+QString plainTip(const QString& text)
 {
-    setObjectName("errorBar");
+    return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text) : text;
+}
+
+void showFailure(const QString& text)
+{
+    QMessageBox box(QMessageBox::Critical, QApplication::translate("Question", "brox workbench"),
+        QString(), QMessageBox::Ok, QApplication::activeWindow());
+    box.setTextFormat(Qt::PlainText);
+    box.setText(text);
+    box.exec();
+}
+
+NoticeBar::NoticeBar(const QString& name, QStyle::StandardPixmap icon)
+    : mLabel(new QLabel)
+{
+    setObjectName(name);
     setFrameShape(QFrame::StyledPanel);
-    setToolTip(tr("A click takes this line away; the log keeps it."));
-    mLabel->setObjectName("errorLabel");
+    mLabel->setObjectName(QString(name).replace("Bar", "Label"));
     mLabel->setTextFormat(Qt::PlainText);
     mLabel->setWordWrap(true);
-
-    auto* icon = new QLabel;
+    auto* picture = new QLabel;
     const int size = style()->pixelMetric(QStyle::PM_SmallIconSize);
-    icon->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxCritical).pixmap(size));
+    picture->setPixmap(style()->standardIcon(icon).pixmap(size));
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(6, 3, 6, 3);
-    layout->addWidget(icon);
+    layout->addWidget(picture);
     layout->addWidget(mLabel, 1);
+    hide();
+}
 
+QPushButton* NoticeBar::addButton(const QString& text)
+{
+    auto* button = new QPushButton(text);
+    layout()->addWidget(button);
+    return button;
+}
+
+ErrorBar::ErrorBar()
+    : NoticeBar("errorBar", QStyle::SP_MessageBoxCritical)
+{
+    setToolTip(tr("A click takes this line away; the log keeps it."));
     mTimer.setSingleShot(true);
     mTimer.setInterval(shownFor);
     connect(&mTimer, &QTimer::timeout, this, &QWidget::hide);
-    hide();
 }
 
 void ErrorBar::showError(const QString& text)
 {
-    mLabel->setText(text);
+    setText(text);
     show();
     mTimer.start();
 }

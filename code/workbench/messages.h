@@ -4,12 +4,14 @@
 
 #include <QDockWidget>
 #include <QFrame>
+#include <QLabel>
 #include <QString>
 #include <QStringList>
+#include <QStyle>
 #include <QTimer>
 
-class QLabel;
 class QPlainTextEdit;
+class QPushButton;
 
 namespace brox {
 
@@ -22,13 +24,37 @@ namespace brox {
  */
 qsizetype ask(const QString& text, const QString& details, const QStringList& answers);
 
-/** A line above the tabs that reports an error; it goes away by itself or by a click. */
-class ErrorBar : public QFrame
+/** Text for a tool tip in which nothing is markup. */
+QString plainTip(const QString& text);
+
+/** Says over the window in front what can't be done. */
+void showFailure(const QString& text);
+
+/** A line above the tabs; hidden at first. */
+class NoticeBar : public QFrame
 {
     Q_OBJECT
 
 public:
-    explicit ErrorBar(QWidget* parent = nullptr);
+    NoticeBar(const QString& name, QStyle::StandardPixmap icon);
+
+    QString text() const { return mLabel->text(); }
+    void setText(const QString& text) { mLabel->setText(text); }
+
+    /** @return owned by the bar */
+    QPushButton* addButton(const QString& text);
+
+private:
+    QLabel* mLabel;
+};
+
+/** Reports an error; it goes away by itself or by a click. */
+class ErrorBar : public NoticeBar
+{
+    Q_OBJECT
+
+public:
+    ErrorBar();
 
     /** Shows an error in place of the one before. */
     void showError(const QString& text);
@@ -37,7 +63,6 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
 
 private:
-    QLabel* mLabel;
     QTimer mTimer;
 };
 

@@ -131,22 +131,21 @@ void compareDrillFiles(Board& board)
 
 } // namespace
 
-QStringList chooseBoardFiles(QWidget* window, const QStringList& last)
+QStringList chooseBoardFiles(QWidget* window, const QString& title, const QStringList& last)
 {
     const QString drills =
         QStringLiteral("*.drl *.xln *.xnc *.drd *.exc *.ncd *.nc *.tap *.txt *.gbr");
     const QString archives = QStringLiteral("*.zip *.tar *.tgz *.gz *.bz2 *.xz *.7z");
-    return QFileDialog::getOpenFileNames(window, OpenText::tr("Open Board"), folderOf(last),
+    return QFileDialog::getOpenFileNames(window, title, folderOf(last),
         OpenText::tr("Boards (%1)").arg("*.xml *.cvg " + drills + ' ' + archives) + ";;"
             + OpenText::tr("IPC-2581 (%1)").arg("*.xml *.cvg") + ";;"
             + OpenText::tr("Drill files (%1)").arg(drills) + ";;"
             + OpenText::tr("Archives (%1)").arg(archives) + ";;" + OpenText::tr("All files (*)"));
 }
 
-QStringList chooseBoardFolder(QWidget* window, const QStringList& last)
+QStringList chooseBoardFolder(QWidget* window, const QString& title, const QStringList& last)
 {
-    const QString folder =
-        QFileDialog::getExistingDirectory(window, OpenText::tr("Open Folder"), folderOf(last));
+    const QString folder = QFileDialog::getExistingDirectory(window, title, folderOf(last));
     return folder.isEmpty() ? QStringList() : QStringList(folder);
 }
 
@@ -179,11 +178,9 @@ Board readOrder(const QStringList& paths, const ReadOptions& options)
     return board;
 }
 
-std::shared_ptr<const Comparison> compareWith(const Board& board, size_t step,
-    const QStringList& otherPaths, const ReadOptions& options, Size within, QStringList& notes)
+std::shared_ptr<const Comparison> compareStep(
+    const Board& board, size_t step, const Board& other, Size within)
 {
-    const Board other = readOrder(otherPaths, options);
-    notes = other.notes;
     const bool isMain = step == board.mainStep;
     const size_t otherStep = isMain ? other.mainStep : stepNamed(other, board.steps[step].name);
     return std::make_shared<Comparison>(compareBoards(board, step, other, otherStep, within));

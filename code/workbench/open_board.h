@@ -14,13 +14,14 @@ namespace brox {
 
 /** Lets the user choose the files of a board, or an archive of them.
  *
+ * @param title  of the dialog
  * @param last  those of the board before; their folder is where the dialog begins
  * @return empty if the user wants none
  */
-QStringList chooseBoardFiles(QWidget* window, const QStringList& last);
+QStringList chooseBoardFiles(QWidget* window, const QString& title, const QStringList& last);
 
 /** The same for a folder. */
-QStringList chooseBoardFolder(QWidget* window, const QStringList& last);
+QStringList chooseBoardFolder(QWidget* window, const QString& title, const QStringList& last);
 
 /** Reads a board while a dialog shows the progress. Where drill files specify no units, the user is
  *  asked for them, with the size that the board has in each.
@@ -38,14 +39,13 @@ std::optional<Board> openBoardFiles(
  */
 Board readOrder(const QStringList& paths, const ReadOptions& options);
 
-/** Reads another board and compares the step of the same name with a step, or its main one.
+/** Compares a step with the step of the same name of another board; main steps with each other.
  *
  * @param within  tolerance of places
- * @param notes   gets what the reader of the other board has to say
- * @throws BoardError, PanelError, BoardCancelled
+ * @throws PanelError
  */
-std::shared_ptr<const Comparison> compareWith(const Board& board, size_t step,
-    const QStringList& otherPaths, const ReadOptions& options, Size within, QStringList& notes);
+std::shared_ptr<const Comparison> compareStep(
+    const Board& board, size_t step, const Board& other, Size within = defaultWithin);
 
 } // namespace brox
 

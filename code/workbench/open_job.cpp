@@ -124,6 +124,10 @@ QString BoardChoices::text() const
     if (!types.isEmpty()) {
         parts << ChoicesText::tr("types of %n tool(s)", "", int(types.size()));
     }
+    for (const auto& [layer, areDrillSizes] : drillSizes) {
+        parts << (areDrillSizes ? ChoicesText::tr("drill sizes in %1").arg(layer)
+                                : ChoicesText::tr("finished sizes in %1").arg(layer));
+    }
     for (auto step = steps.begin(); step != steps.end(); ++step) {
         QStringList chosen;
         if (!step->model.isEmpty()) {
@@ -161,6 +165,12 @@ BoardChoices loadChoices(const QString& path, const Board& board)
             choices.types << *choice;
         }
     }
+    const QJsonObject sizes = json["sizes"].toObject();
+    for (auto layer = sizes.begin(); layer != sizes.end(); ++layer) {
+        if (!toolsOf(board, layer.key()).empty()) {
+            choices.drillSizes[layer.key()] = layer->toString() == "drilled";
+        }
+    }
     const QJsonObject steps = json["steps"].toObject();
     for (auto step = steps.begin(); step != steps.end(); ++step) {
         BoardChoices::OfStep of{step->toObject()["model"].toString(), {}};
@@ -190,8 +200,13 @@ QString saveChoices(const QString& path, const Board& board, const BoardChoices&
         }
         steps[step.key()] = of;
     }
+    QJsonObject sizes;
+    for (const auto& [layer, areDrillSizes] : choices.drillSizes) {
+        sizes[layer] = areDrillSizes ? "drilled" : "finished";
+    }
     return writeFile(path,
-        QJsonDocument(QJsonObject{{"types", typesJson(board, choices.types)}, {"steps", steps}})
+        QJsonDocument(QJsonObject{{"types", typesJson(board, choices.types)}, {"sizes", sizes},
+                          {"steps", steps}})
             .toJson());
 }
 
@@ -206,6 +221,7 @@ QString OpenJob::open(Board board, bool isKept)
     mPath = isKept ? choicesPath(mSession.dataDir(), *job.board) : QString();
     mChoices = loadChoices(mPath, *job.board);
     job.choices = mChoices.types;
+    job.drillSizes = mChoices.drillSizes;
     set(std::move(job));
     applyChoices();
     return mChoices.text();
@@ -245,6 +261,7 @@ QString OpenJob::keepChoices()
 {
     BoardChoices now = mChoices;
     now.types = mJob.choices;
+    now.drillSizes = mJob.drillSizes;
     for (const size_t step : mTabs.openSteps()) {
         const DrillDraft& draft = mSession.draft(step);
         BoardChoices::OfStep of;
@@ -258,7 +275,7 @@ QString OpenJob::keepChoices()
     now.steps.removeIf([](QMap<QString, BoardChoices::OfStep>::iterator step) {
         return *step == BoardChoices::OfStep();
     });
-    const bool isSame = now.steps == mChoices.steps
+    const bool isSame = now.steps == mChoices.steps && now.drillSizes == mChoices.drillSizes
         && std::equal(now.types.begin(), now.types.end(), mChoices.types.begin(),
             mChoices.types.end(), [](const TypeChoice& a, const TypeChoice& b) {
                 return a.layer == b.layer && a.type == b.type && a.tool.isLike(b.tool);
@@ -275,6 +292,7 @@ void OpenJob::forgetChoices()
 {
     Job job = mJob;
     job.choices.clear();
+    job.drillSizes.clear();
     mChoices = {};
     mTabs.remake([&] {
         set(std::move(job));

@@ -6,13 +6,15 @@
 
 #include <QMap>
 #include <functional>
+#include <map>
 
 namespace brox {
 
 class HostSession;
 class StepTabs;
 
-/** What a user has chosen for a board: types of tools, and of each step its model and units. */
+/** What a user has chosen for a board: types of tools, what the sizes of layers are, and of each
+ *  step its model and units. */
 struct BoardChoices
 {
     struct OfStep
@@ -23,9 +25,10 @@ struct BoardChoices
     };
 
     QList<TypeChoice> types;
+    std::map<QString, bool> drillSizes; ///< by layer, as of Job
     QMap<QString, OfStep> steps; ///< by name; those with a choice
 
-    bool isEmpty() const { return types.isEmpty() && steps.isEmpty(); }
+    bool isEmpty() const { return types.isEmpty() && drillSizes.empty() && steps.isEmpty(); }
 
     /** A line for the user; empty: nothing was chosen. */
     QString text() const;

@@ -26,6 +26,20 @@ enum Column
 
 constexpr Size widestOfPlated = sizePerMillimetre; ///< wider ones are hardly meant
 
+/** Fields of limits; one at 0 is none. */
+constexpr std::pair<SizeField * Ui::RulesDialog::*, std::optional<Size> CheckLimits::*>
+    sizeLimits[] = {{&Ui::RulesDialog::holeToHoleBox, &CheckLimits::holeToHole},
+        {&Ui::RulesDialog::holeToEdgeBox, &CheckLimits::holeToEdge},
+        {&Ui::RulesDialog::largestDrillBox, &CheckLimits::largestDrill}};
+constexpr std::pair<SizeField * Ui::RulesDialog::*, std::optional<double> CheckLimits::*>
+    ratioLimits[] = {{&Ui::RulesDialog::shortestSlotBox, &CheckLimits::shortestSlot},
+        {&Ui::RulesDialog::aspectRatioBox, &CheckLimits::aspectRatio}};
+constexpr std::pair<SizeField * Ui::RulesDialog::*, WindowKind> windowLimits[] = {
+    {&Ui::RulesDialog::platedWindowBox, WindowKind::Plated},
+    {&Ui::RulesDialog::pressFitWindowBox, WindowKind::PressFit},
+    {&Ui::RulesDialog::nonPlatedWindowBox, WindowKind::NonPlated},
+    {&Ui::RulesDialog::slotWindowBox, WindowKind::Slot}};
+
 SizeField* fieldIn(const QTableWidget* table, int row, int column)
 {
     return static_cast<SizeField*>(table->cellWidget(row, column));
@@ -73,7 +87,12 @@ RulesDialog::RulesDialog(const ShopRules& rules, Units units, QWidget* parent)
         [this] { show(ShopRules::starter()); });
     connect(mUi->unitsBox, &QComboBox::currentIndexChanged, this,
         [this](int index) { setUnits(index == 1 ? Units::Inch : Units::Metric); });
-    follow(mUi->viasUpToBox);
+    for (const auto& [field, limit] : ratioLimits) {
+        ((*mUi).*field)->setRatio();
+    }
+    for (const SizeField* field : findChildren<SizeField*>()) {
+        follow(field);
+    }
     show(rules);
     mUi->unitsBox->setCurrentIndex(units == Units::Inch ? 1 : 0);
     setUnits(units);
@@ -99,6 +118,16 @@ void RulesDialog::show(const ShopRules& rules)
         addRow(rule);
     }
     mUi->viasUpToBox->setSize(rules.viasUpTo);
+    for (const auto& [field, limit] : sizeLimits) {
+        ((*mUi).*field)->setSize((rules.checks.*limit).value_or(0));
+    }
+    for (const auto& [field, limit] : ratioLimits) {
+        ((*mUi).*field)->setValue((rules.checks.*limit).value_or(0));
+    }
+    for (const auto& [field, kind] : windowLimits) {
+        const auto window = rules.checks.windows.find(kind);
+        ((*mUi).*field)->setSize(window == rules.checks.windows.end() ? 0 : window->second);
+    }
 }
 
 void RulesDialog::addRow(const ToleranceRule& rule)
@@ -141,16 +170,40 @@ ShopRules RulesDialog::shown() const
     }
     rules.viasUpTo = mUi->viasUpToBox->size();
     rules.sort();
+    rules.checks = shownLimits();
     return rules;
+}
+
+CheckLimits RulesDialog::shownLimits() const
+{
+    CheckLimits limits;
+    for (const auto& [field, limit] : sizeLimits) {
+        if (const Size size = ((*mUi).*field)->size(); size > 0) {
+            limits.*limit = size;
+        }
+    }
+    for (const auto& [field, limit] : ratioLimits) {
+        if (const double ratio = ((*mUi).*field)->value(); ratio > 0) {
+            limits.*limit = ratio;
+        }
+    }
+    for (const auto& [field, kind] : windowLimits) {
+        if (const Size size = ((*mUi).*field)->size(); size > 0) {
+            limits.windows[kind] = size;
+        }
+    }
+    return limits;
 }
 
 /** A field that loses the focus to the button "OK" has its old size back before anyone saw it. */
 void RulesDialog::follow(const SizeField* field)
 {
-    connect(field, &SizeField::refused, this, [this](const QString& text) {
+    connect(field, &SizeField::refused, this, [this, field](const QString& text) {
         mIsRefused = true;
-        mUi->errorLabel->setText(
-            tr("\"%1\" is no size from 0 to 1000 mm; the former size is back.").arg(text));
+        const QString former = field->isRatio()
+            ? tr("\"%1\" is no number from 0 to 1000; the former number is back.")
+            : tr("\"%1\" is no size from 0 to 1000 mm; the former size is back.");
+        mUi->errorLabel->setText(former.arg(text));
     });
     connect(field->findChild<QLineEdit*>(), &QLineEdit::textEdited, this, [this] {
         mIsRefused = false;

@@ -37,6 +37,7 @@ private:
     void show(const ShopRules& rules);
     void addRow(const ToleranceRule& rule);
     ShopRules shown() const;
+    CheckLimits shownLimits() const;
     void follow(const SizeField* field);
 
     std::unique_ptr<Ui::RulesDialog> mUi;

@@ -10,6 +10,7 @@ namespace brox {
 namespace {
 
 constexpr Size largest = 1000 * sizePerMillimetre;
+constexpr double mostRatio = 1000;
 constexpr int digits = 4; ///< a tenth of a micron, and about a host size unit in mils
 
 double sizePer(Units units)
@@ -47,8 +48,19 @@ void SizeField::showValidity()
     lineEdit()->setPalette(colours);
 }
 
+void SizeField::setRatio()
+{
+    mIsRatio = true;
+    setSuffix(QStringLiteral(" \u00d7"));
+    setMaximum(mostRatio);
+    setSingleStep(0.5);
+}
+
 void SizeField::setUnits(Units units)
 {
+    if (mIsRatio) {
+        return;
+    }
     const Size before = size();
     mUnits = units;
     setSuffix(units == Units::Inch ? QStringLiteral(" mil") : QStringLiteral(" mm"));

@@ -21,6 +21,10 @@ public:
     /** In millimetres or mils; the size stays the same. */
     void setUnits(Units units);
 
+    /** Makes it a field for a plain number, "value" to Qt, such as a ratio. */
+    void setRatio();
+    bool isRatio() const { return mIsRatio; }
+
     /** A size in host size units, from 0 to 1000 mm. What the field only shows is given back as it
      *  was set, however many digits are shown. */
     void setSize(Size size);
@@ -41,6 +45,7 @@ signals:
 private:
     void showValidity();
 
+    bool mIsRatio = false;
     Units mUnits = Units::Metric;
     Size mSize = 0;
     double mShown = 0; ///< the value that stands for mSize

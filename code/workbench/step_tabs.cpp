@@ -47,6 +47,23 @@ QColor handleColour(const QPalette& palette)
         mixed(window.blue(), text.blue())};
 }
 
+/** What who can't see a viewer hears of its parts. */
+void nameParts(const QWidget* viewer)
+{
+    const std::pair<const char*, QString> names[] = {
+        {"broxModelTableWidget", StepTabs::tr("Models")},
+        {"amountsTableWidget", StepTabs::tr("Amounts by type of hole")},
+        {"dhsLineEdit", StepTabs::tr("Formula of the drill size")},
+        {"testerTableWidget", StepTabs::tr("Test bench")},
+        {"jobDrillDataTableWidget", StepTabs::tr("Drill tools of the step")},
+        {"drillBitsTableWidget", StepTabs::tr("Drill bits")}};
+    for (const auto& [name, text] : names) {
+        if (auto* part = viewer->findChild<QWidget*>(name)) {
+            part->setAccessibleName(text);
+        }
+    }
+}
+
 /** Gives the parts of a viewer the room that they need: rows as high as their text, all types of
  *  holes in sight, and the wider table of the two beside each other gets what the other leaves. */
 void fitParts(QWidget* viewer)
@@ -125,6 +142,7 @@ void StepTabs::fill(int tab)
     viewer->setMinimumSize(viewer->width(), viewer->height() / 2);
     static_cast<QScrollArea*>(widget(tab))->setWidget(viewer);
     fitParts(viewer);
+    nameParts(viewer);
     // The Tab key leads out of a table, for hands without a mouse.
     for (auto* table : viewer->findChildren<QTableWidget*>()) {
         table->setTabKeyNavigation(false);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "viewer_tables.h"
 
+#include "messages.h"
+
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QKeyEvent>
@@ -41,6 +43,7 @@ enum Column
     BitColumn = 7
 };
 
+constexpr double hintStrength = 0.7;
 constexpr int leastLayerWidth = 70; ///< pixels, as the other columns have
 constexpr int mostLayerWidth = 150;
 
@@ -49,7 +52,7 @@ QString toolTipOf(const DraftRow& row)
     QString text = row.rule;
     if (row.flags.contains(PlanFlag::TypeAssumed)) {
         text += (text.isEmpty() ? QString() : QStringLiteral("\n"))
-            + JobTable::tr("The board does not tell the type.");
+            + JobTable::tr("The board does not specify the type.");
     }
     return text;
 }
@@ -78,10 +81,29 @@ TableFilter::TableFilter(QTableWidget* table, std::function<bool(int)> isToCheck
         layout->addWidget(mOnlyToCheck);
         connect(mOnlyToCheck, &QCheckBox::toggled, this, &TableFilter::apply);
     }
+    followPalette();
     putAbove(this, table);
     setTabOrder(mText, table);
     table->installEventFilter(this);
     mText->installEventFilter(this);
+}
+
+/** Half transparent, as it is by itself, the hint can't be read on dark windows. */
+void TableFilter::followPalette()
+{
+    QPalette colours = mText->palette();
+    QColor hint = palette().color(QPalette::Text);
+    hint.setAlphaF(hintStrength);
+    colours.setColor(QPalette::PlaceholderText, hint);
+    mText->setPalette(colours);
+}
+
+void TableFilter::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::PaletteChange) {
+        followPalette();
+    }
+    QWidget::changeEvent(event);
 }
 
 bool TableFilter::isShown(int row, const QStringList& words) const
@@ -172,7 +194,7 @@ void JobTable::follow(const DrillPlan& plan)
         }
         QTableWidgetItem* bit = mTable->item(i, BitColumn);
         bit->setIcon(flags.isEmpty() ? QIcon() : warning);
-        bit->setToolTip((flags + QStringList(toolTipOf(row))).join('\n').trimmed());
+        bit->setToolTip(plainTip((flags + QStringList(toolTipOf(row))).join('\n').trimmed()));
     }
     mFilter->apply();
 }
@@ -201,7 +223,7 @@ void JobTable::mark()
         const QString tip = toolTipOf(row);
         for (int column = 0; column < mTable->columnCount(); ++column) {
             QTableWidgetItem* item = mTable->item(i, column);
-            item->setToolTip(tip);
+            item->setToolTip(plainTip(tip));
             const bool isTolerance = column == MinTolColumn || column == MaxTolColumn;
             QFont font = item->font();
             font.setItalic((column == TypeColumn && row.flags.contains(PlanFlag::TypeAssumed))

@@ -35,8 +35,10 @@ public:
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
+    void followPalette();
     bool isShown(int row, const QStringList& words) const;
 
     QTableWidget* mTable;

@@ -1,59 +1,36 @@
 // SPDX-License-Identifier: MIT
+#include "board_window.h"
 #include "boxes.h"
-#include "data_start.h"
-#include "host_session.h"
-#include "main_window.h"
 #include "start_page.h"
 #include "step_tabs.h"
 
-#include <QAction>
+#include <QAccessible>
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDockWidget>
 #include <QDoubleSpinBox>
-#include <QFileDialog>
 #include <QLabel>
-#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QSettings>
+#include <QScrollArea>
 #include <QStatusBar>
-#include <QTableWidget>
-#include <QTemporaryDir>
 #include <QTextBlock>
 #include <QTextBrowser>
 #include <QToolButton>
+#include <QToolTip>
 #include <QTreeWidget>
-#include <QtTest>
 #include <cmath>
 
 using namespace brox;
 
-namespace {
-
-/** The second tool drills one hole, in the middle of the map. */
-const char program[] = "M48\nMETRIC\nT1C0.3\nT2C0.8\n%\n"
-                       "T1\nX0.0Y0.0\nX20.0Y40.0\nT2\nX10.0Y20.0\nM30\n";
-
-} // namespace
-
 /** What a user does to a board in dialogs, menus and the map. */
-class DialogsTest : public QObject
+class DialogsTest : public BoardWindow
 {
     Q_OBJECT
 
 private:
-    template <typename Widget>
-    Widget* child(const char* name) const
-    {
-        return mWindow->findChild<Widget*>(name);
-    }
-    QTableWidget* tools() const
-    {
-        return mSession->viewer(0)->findChild<QTableWidget*>("jobDrillDataTableWidget");
-    }
     /** The cells of a tool from its type to its drill size. */
     QString tool(int row) const
     {
@@ -63,86 +40,21 @@ private:
         }
         return cells.join(' ');
     }
-    void open(const QString& name)
-    {
-        const QString path = mFolder->filePath(name);
-        QFile file(path);
-        QVERIFY(file.open(QFile::WriteOnly));
-        file.write(program);
-        file.close();
-        QVERIFY(mWindow->openBoard({path}));
-    }
-    QAction* action(const QString& text) const
-    {
-        for (QAction* action : mWindow->findChildren<QAction*>()) {
-            if (action->text().remove('&') == text) {
-                return action;
-            }
-        }
-        qFatal("There is no %s", qPrintable(text));
-    }
-    void choose(const QString& text) { action(text)->trigger(); }
-    /** Does something in the dialog that comes up next. */
-    template <typename Dialog>
-    void inDialog(const std::function<void(Dialog*)>& work)
-    {
-        QTimer::singleShot(0, this, [=] {
-            auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
-            QVERIFY(dialog);
-            work(dialog);
-        });
-    }
-    /** Exports under a name that is typed, and gives the name that the dialog comes with. */
-    QString exportAs(const QString& action, const QString& name)
-    {
-        QString offered;
-        inDialog<QFileDialog>([&](QFileDialog* dialog) {
-            auto* edit = dialog->findChild<QLineEdit*>("fileNameEdit");
-            offered = dialog->directory().filePath(edit->text());
-            edit->setText(name);
-            QTest::keyClick(edit, Qt::Key_Return);
-        });
-        choose(action);
-        return offered;
-    }
-    QByteArray content(const QString& name) const
-    {
-        QFile file(mFolder->filePath(name));
-        return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray();
-    }
-
-    std::unique_ptr<QTemporaryDir> mFolder;
-    std::unique_ptr<HostSession> mSession;
-    std::unique_ptr<MainWindow> mWindow;
 
 private slots:
     void init()
     {
-        cleanup(); // which does not follow upon a failure in here
-        mFolder = std::make_unique<QTemporaryDir>();
-        QCoreApplication::setOrganizationName("brox");
-        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, mFolder->path());
-        DataStart::fill(mFolder->path());
-        mSession = std::make_unique<HostSession>(mFolder->path());
-        mWindow = std::make_unique<MainWindow>(*mSession);
-        mWindow->loadRules([&] { return loadRules(mFolder->path()); });
-        mWindow->remember();
-        mWindow->show();
-        open("a.drl");
+        openWindow();
         QCOMPARE(tool(1), "Pth 1 800 100 100 900");
     }
 
-    void cleanup()
-    {
-        mWindow.reset();
-        mSession.reset();
-    }
+    void cleanup() { closeWindow(); }
 
     void map()
     {
         ShopRules rules;
         rules.changeTolerances("plated=-0.05/+0.10");
-        mWindow->loadRules([&] { return rules; });
+        mWindow->loadRules([rules] { return rules; });
         open("b.drl");
         auto* dock = child<QDockWidget>("mapDock");
         auto* map = child<QWidget>("mapWidget");
@@ -236,7 +148,7 @@ private slots:
         };
         const QString name(64, 'n'); // as long as a host takes
         QVERIFY(tools()->item(1, 1)->font().italic() && tools()->item(1, 4)->font().italic());
-        QVERIFY(tools()->item(1, 1)->toolTip().endsWith("\nThe board does not tell the type."));
+        QVERIFY(tools()->item(1, 1)->toolTip().endsWith("\nThe board does not specify the type."));
         mSession->selectModel(0, "HASL");
         chooseType("Non-plated");
         QCOMPARE(tool(1), "NPth 1 800 50 50 850");
@@ -272,6 +184,8 @@ private slots:
             box(3, 2)->setValue(0.1);
             box(3, 3)->setValue(0.3);
             dialog->findChild<QDoubleSpinBox*>("viasUpToBox")->setValue(0.3);
+            dialog->findChild<QDoubleSpinBox*>("aspectRatioBox")->setValue(8.5);
+            dialog->findChild<QDoubleSpinBox*>("holeToEdgeBox")->setValue(0);
             dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->click();
         };
         mSession->selectModel(0, "HASL");
@@ -299,12 +213,23 @@ private slots:
         QVERIFY(mWindow->job().rules.lines().join('\n').startsWith(
             "plated: -0.1/+0.3 mm where the board tells no tolerance\nnonplated: -0.05/"));
         QCOMPARE(mWindow->job().rules.viasUpTo, Size(0.3 * sizePerMillimetre));
-        mWindow->loadRules([]() -> ShopRules { throw RulesError("broken"); });
+        CheckLimits limits = ShopRules::starter().checks;
+        limits.aspectRatio = 8.5;
+        limits.holeToEdge.reset();
+        QVERIFY(mWindow->job().rules.checks == limits);
+        const QByteArray whole = content("brox/shop_rules.json");
+        write("brox/shop_rules.json", whole.chopped(2));
+        auto* bar = child<QWidget>("rulesBar");
+        QTRY_VERIFY(bar->isVisible());
         QVERIFY(!action("Shop Rules...")->isEnabled());
         const Boxes boxes({"OK", "OK"});
-        exportAs("Table...", mFolder->filePath("refused"));
-        QVERIFY(boxes.seen.value(0).startsWith("broken; nothing is exported"));
+        exportAs("Table...", path("refused"));
+        QVERIFY(boxes.seen.value(0).contains("; nothing is exported until"));
         QCOMPARE(content("refused.csv"), QByteArray());
+        write("brox/shop_rules.json", whole);
+        QTRY_VERIFY(!bar->isVisible());
+        exportAs("Table...", path("mended"));
+        QVERIFY(!content("mended.csv").isEmpty());
         child<QToolButton>("deleteToolButton")->click();
         QCOMPARE(mWindow->statusBar()->currentMessage(), "Step pcb: model \"Gold\" is deleted");
     }
@@ -313,7 +238,7 @@ private slots:
     {
         ShopRules rules;
         rules.changeTolerances("plated=-0.001/+0.031");
-        mWindow->loadRules([&] { return rules; });
+        mWindow->loadRules([rules] { return rules; });
         open("b.drl");
         const QString path = mFolder->filePath("out/x");
         QVERIFY(QDir(mFolder->path()).mkdir("out"));
@@ -355,6 +280,123 @@ private slots:
             QCOMPARE(QDir(mFolder->filePath("out")).entryList({"*.drl"}).size(), left);
         }
         QVERIFY2(boxes.areAnswered(), qPrintable(boxes.seen.join(' ')));
+    }
+
+    void compares()
+    {
+        write("b.drl", QByteArray(program).replace("X10.0Y20.0", "X11.0Y20.0\nX12.0Y20.0"));
+        auto* found = child<QPushButton>("foundButton");
+        auto* tree = child<QTreeWidget>("findingsTreeWidget");
+        mWindow->compareWith({path("b.drl")});
+        QTRY_COMPARE(found->text(), "no findings; b: differences: 2 (added, removed)");
+        QVERIFY(tree->isVisible() && child<QWidget>("mapWidget")->isVisible());
+        const QTreeWidgetItem* added = tree->topLevelItem(0);
+        QCOMPARE(added->text(0) + added->text(3) + added->text(4),
+            "added (2)11000, 20000800 micron, plated");
+        exportAs("Report...", path("r"));
+        QVERIFY(content("r.html").contains("Compared with b"));
+        choose("End Comparison");
+        QTRY_COMPARE(found->text(), "no findings");
+        mWindow->compareWith({path("a.drl")});
+        QTRY_VERIFY(found->text().contains("no difference: 3 holes"));
+        Boxes boxes({"OK"});
+        mWindow->compareWith({path("none.drl")});
+        QVERIFY(boxes.areAnswered() && action("End Comparison")->isEnabled());
+        open("a.drl");
+        QTRY_COMPARE(found->text(), "no findings");
+        QVERIFY(!action("End Comparison")->isEnabled());
+    }
+
+    /** The box has what the board's sides are in each of the units. */
+    void asksForUnits()
+    {
+        write("u.drl", "M48\nT1C0.05\n%\nT1\nX1.0Y1.0\nX5.0Y3.0\nM30\n");
+        for (const char* units :
+            {"Inch (4.00 \u00d7 2.00 inch)", "Millimetre (4.0 \u00d7 2.0 mm)"}) {
+            Boxes boxes({units});
+            QVERIFY(mWindow->openBoard({path("u.drl")}));
+            QVERIFY2(boxes.areAnswered(), units);
+            QCOMPARE(tools()->item(0, 3)->text(), "50");
+        }
+        Boxes boxes({"Cancel"});
+        QVERIFY(!mWindow->openBoard({path("u.drl")}));
+    }
+
+    /** A name of a file, a step, a layer or a model is no markup, wherever it is shown. */
+    void namesAreText()
+    {
+        const auto markup = [] {
+            QStringList found;
+            for (const QWidget* widget : QApplication::allWidgets()) {
+                const auto* label = qobject_cast<const QLabel*>(widget);
+                if (label && label->text().contains("<img")
+                    && label->textFormat() != Qt::PlainText) {
+                    found << widget->objectName();
+                }
+            }
+            return found;
+        };
+        QFile sample(SAMPLES_DIR "/faults.xml");
+        QVERIFY(sample.open(QFile::ReadOnly));
+        write("<img src=x>.xml",
+            sample.readAll()
+                .replace("\"faults\"", "\"&lt;img src=x>\"")
+                .replace("\"board\"", "\"&lt;img src=y>\"")
+                .replace("\"drill\"", "\"&lt;img src=z>\""));
+        write("brox/brox.xml", content("brox/brox.xml").replace("\"ENIG\"", "\"&lt;img src=m>\""));
+        QVERIFY(mWindow->openBoard({path("<img src=x>.xml")}));
+        mWindow->compareWith({path("<img src=x>.xml")});
+        child<QWidget>("mapDock")->show();
+        QTRY_VERIFY(child<QPushButton>("foundButton")->text().contains("<img"));
+        QVERIFY(child<QLabel>("contentLabel")->text().contains("<img src=y>"));
+        QCOMPARE(markup().join(", "), "");
+        auto* model = child<QLabel>("broxModelNameLabel");
+        QHelpEvent help(QEvent::ToolTip, {}, {});
+        QApplication::sendEvent(model, &help);
+        QCOMPARE(model->toolTip(), "<img src=m>");
+        QVERIFY(QToolTip::text().startsWith("<p>&lt;img"));
+        inDialog<QMessageBox>([&](QMessageBox* box) {
+            QVERIFY(box->text().contains("<img"));
+            QCOMPARE(markup().join(", "), "");
+            box->accept();
+        });
+        mWindow->compareWith({path("<img src=none>")});
+        choose("Close Step");
+        QCOMPARE(markup().join(", "), "");
+    }
+
+    /** Who can't see a control hears what it is for. */
+    void controlsHaveNames()
+    {
+        const auto nameless = [](const QWidget* window) {
+            QStringList found;
+            for (QWidget* widget : window->findChildren<QWidget*>()) {
+                const bool isControl = qobject_cast<QAbstractButton*>(widget)
+                    || qobject_cast<QLineEdit*>(widget) || qobject_cast<QComboBox*>(widget)
+                    || qobject_cast<QAbstractSpinBox*>(widget)
+                    || qobject_cast<QAbstractItemView*>(widget)
+                    || qobject_cast<QPlainTextEdit*>(widget) || widget->objectName() == "mapWidget";
+                const bool isPart = qobject_cast<QAbstractSpinBox*>(widget->parentWidget())
+                    || qobject_cast<QComboBox*>(widget->parentWidget());
+                if (isControl && !isPart && !widget->isHidden()
+                    && widget->focusPolicy() != Qt::NoFocus
+                    && QAccessible::queryAccessibleInterface(widget)
+                           ->text(QAccessible::Name)
+                           .isEmpty()) {
+                    found << widget->objectName();
+                }
+            }
+            return found;
+        };
+        QCOMPARE(nameless(mWindow.get()).join(", "), "");
+        for (const char* dialog :
+            {"Shop Rules...", "Restore Backup or Defaults...", "Keyboard Shortcuts..."}) {
+            inDialog<QDialog>([&](QDialog* shown) {
+                QCOMPARE(nameless(shown).join(", "), "");
+                shown->reject();
+            });
+            choose(dialog);
+        }
     }
 
     void recentBoards()

@@ -4,6 +4,7 @@
 #include "data_start.h"
 #include "host_session.h"
 #include "main_window.h"
+#include "open_job.h"
 
 #include <QAction>
 #include <QDockWidget>
@@ -12,6 +13,7 @@
 #include <QLineEdit>
 #include <QMimeData>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QTableWidget>
@@ -117,7 +119,7 @@ private slots:
         activate();
         QCOMPARE(tab(), "sensor: panel");
         QCOMPARE(target()->objectName(), "jobDrillDataTableWidget");
-        QVERIFY(child("contentLabel")->text().contains("1276 holes, 12 slots"));
+        QVERIFY(child("contentLabel")->text().remove(',').contains("1276 hole(s) 12 slot(s)"));
         press("Alt+S, 1");
         QCOMPARE(tab(), "sensor: board");
         press("Ctrl+I");
@@ -171,7 +173,7 @@ private slots:
     {
         mWindow->loadRules([&] { return ShopRules::starter(); });
         mWindow->openBoard({SAMPLES_DIR "/faults.xml"});
-        const auto* found = mWindow->findChild<QLabel*>("foundLabel");
+        const auto* found = mWindow->findChild<QPushButton*>("foundButton");
         QTRY_COMPARE(found->text(), "findings: 10 (hard: 3)");
         auto* dock = mWindow->findChild<QDockWidget*>("findingsDock");
         auto* map = mWindow->findChild<QDockWidget*>("mapDock");

@@ -168,7 +168,7 @@ const Case cases[] = {
     // What has no size.
     {"noSize; $B sensor.xml --csv --step board --data $D/n", 1,
         {"\nDrill,Via,60,300,50,50,,,,no-size\n"},
-        "tools without a drill size by model \"ENIG\" and its formula: 9\n"},
+        "brox-workbench: tools without a drill size by model \"ENIG\" and its formula: 9\n"},
     {"noSize; $B sensor.xml --json --step board --data $D/n 2>/dev/null | grep -e Size -e "
      "'\"tool\"'",
         0, {"\"drillSize\": null", "\"finishedSize\": 300", "\"tool\": null"}, ""},
@@ -198,7 +198,8 @@ const Case cases[] = {
         "\"ENIG\" and its formula\n"},
     {"$B backplane.xml --strict --map $D/strict.svg; s=$?; ls $D/strict.svg 2>/dev/null; exit $s",
         2, {},
-        "tools that are flagged out-of-tolerance, no-bit, no-size, unapproved-bit or "
+        "brox-workbench: tools that are flagged out-of-tolerance, no-bit, no-size, unapproved-bit "
+        "or "
         "digits-doubtful: 4\n"},
     // What a shop asks before it drills.
     {"$B faults.xml --check --csv --strict --map $D/f.svg 2>/dev/null; s=$?; ls $D; exit $s", 2,
@@ -223,7 +224,8 @@ const Case cases[] = {
      " grep -A2 needed $D/e; ls $D/p 2>/dev/null; exit $s",
         2,
         {"DRILL_1-6, plated: 11 tools are needed, --tools-at-most is 10; each of these needs one "
-         "of its own:\n  Via 250 -50/+50 micron\n  Via 400 -80/+80 micron\n"},
+         "of its own:\nbrox-workbench:   Via 250 -50/+50 micron\nbrox-workbench:   Via 400 -80/+80 "
+         "micron\n"},
         ""},
     {"$B breakout-PTH.drl breakout-NPTH.drl --drill-programs $D/1 >/dev/null 2>&1;"
      " $B $D/1/* --drill-programs $D/2 >/dev/null; $B $D/1/* --csv;"
@@ -239,8 +241,8 @@ const Case cases[] = {
     // Many boards.
     {"printf 'sensor.xml\\nnone\\n\\nbackplane.xml\\n' | $B --csv --boards - --strict | grep Via",
         0, {"sensor.xml,Drill,Via,720,300,", "backplane.xml,drill_1-4,Via,140,254,0,0,350,0.35,1,"},
-        "none: No such file or directory\n"
-        "backplane.xml: tools that are flagged out-of-tolerance, no-bit, no-size, "
+        "brox-workbench: none: No such file or directory\n"
+        "brox-workbench: backplane.xml: tools that are flagged out-of-tolerance, no-bit, no-size, "
         "unapproved-bit or digits-doubtful: 4\n"},
     {"echo \"$D/o,\\\"d.drl\" >$D/list; $B --csv --boards $D/list", 0,
         {"Board,Layer,Type,Count,FHS [mil],"},

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "bits_list.h"
-#include "input_filter.h"
 #include "rules_dialog.h"
 #include "size_field.h"
 #include "viewer_tables.h"
+#include "window_filter.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -99,7 +99,7 @@ private slots:
     void wheel()
     {
         QWidget window;
-        const InputFilter filter(&window);
+        const WindowFilter filter(&window);
         QGridLayout layout(&window);
         QComboBox list;
         list.addItems({"a", "b"});
@@ -125,7 +125,7 @@ private slots:
     void tables()
     {
         QWidget window;
-        const InputFilter input(&window);
+        const WindowFilter input(&window);
         QGridLayout layout(&window);
         QTableWidget table(3, 2);
         table.setHorizontalHeaderLabels({"Layer", "Bit"});

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "input_filter.h"
+#include "window_filter.h"
+
+#include "messages.h"
 
 #include <QAbstractItemView>
 #include <QAbstractSpinBox>
@@ -9,9 +11,11 @@
 #include <QDropEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QMimeData>
 #include <QStyledItemDelegate>
 #include <QTableView>
+#include <QToolTip>
 #include <QTreeView>
 #include <map>
 #include <set>
@@ -26,6 +30,16 @@ QWidget* turnable(QObject* watched)
     auto* widget = qobject_cast<QWidget*>(watched);
     const bool turns = qobject_cast<QAbstractSpinBox*>(widget) || qobject_cast<QComboBox*>(widget);
     return turns ? widget : nullptr;
+}
+
+/** Shows a tip that Qt would take for markup though it is none; false if there is no need. */
+bool showPlainTip(const QString& tip, const QHelpEvent* event)
+{
+    if (!Qt::mightBeRichText(tip) || tip.startsWith("<html>")) {
+        return false;
+    }
+    QToolTip::showText(event->globalPos(), plainTip(tip));
+    return true;
 }
 
 QStringList localFiles(const QMimeData* data)
@@ -82,22 +96,30 @@ QString cellText(const QAbstractItemView* view, const QModelIndex& index)
 
 } // namespace
 
-InputFilter::InputFilter(QWidget* window)
+WindowFilter::WindowFilter(QWidget* window)
     : QObject(window)
     , mWindow(window)
 {
     qApp->installEventFilter(this);
 }
 
-bool InputFilter::eventFilter(QObject* watched, QEvent* event)
+bool WindowFilter::eventFilter(QObject* watched, QEvent* event)
 {
     switch (event->type()) {
     case QEvent::Polish:
+        if (auto* label = qobject_cast<QLabel*>(watched);
+            label && label->textFormat() == Qt::AutoText && !label->inherits("QTipLabel")) {
+            label->setTextFormat(Qt::PlainText);
+        }
         if (QWidget* widget = turnable(watched);
             widget && widget->focusPolicy() == Qt::WheelFocus) {
             widget->setFocusPolicy(Qt::StrongFocus); // or the first turn would give the focus
         }
         return false;
+    case QEvent::ToolTip: {
+        const auto* widget = qobject_cast<QWidget*>(watched);
+        return widget && showPlainTip(widget->toolTip(), static_cast<QHelpEvent*>(event));
+    }
     case QEvent::Wheel: {
         const QWidget* widget = turnable(watched);
         if (widget && !widget->hasFocus()) {
@@ -119,7 +141,7 @@ bool InputFilter::eventFilter(QObject* watched, QEvent* event)
     }
 }
 
-bool InputFilter::takeDrop(QObject* watched, QDropEvent* event)
+bool WindowFilter::takeDrop(QObject* watched, QDropEvent* event)
 {
     const auto* widget = qobject_cast<QWidget*>(watched);
     const QStringList paths = localFiles(event->mimeData());

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#ifndef INPUT_FILTER_H
-#define INPUT_FILTER_H
+#ifndef WINDOW_FILTER_H
+#define WINDOW_FILTER_H
 
 #include <QObject>
 #include <QString>
@@ -12,19 +12,22 @@ class QWidget;
 
 namespace brox {
 
-/** What wheel, keys and drops do in all windows of the program, whoever made them.
+/** What all windows of the program have in common, whoever made them.
+ *
+ * Labels and tool tips show names of boards, files and models: what no form declares as markup is
+ * plain text.
  *
  * The wheel scrolls, and turns no field or list that has not the focus. Ctrl+C copies the selected
  * cells of any table for a spreadsheet, and Ctrl+A selects all of them. Files that are dropped
  * anywhere in the main window are opened, and never become the text of a field.
  */
-class InputFilter : public QObject
+class WindowFilter : public QObject
 {
     Q_OBJECT
 
 public:
     /** @param window  the main window; becomes the parent */
-    explicit InputFilter(QWidget* window);
+    explicit WindowFilter(QWidget* window);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 

@@ -7,13 +7,20 @@
 #include "main_window.h"
 #include "map_dock.h"
 #include "messages.h"
+#include "open_board.h"
+#include "open_job.h"
 #include "start_page.h"
 #include "step_tabs.h"
+#include "viewer_tables.h"
 
 #include <QActionGroup>
+#include <QBoxLayout>
 #include <QCoreApplication>
+#include <QLabel>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QPushButton>
+#include <QStackedWidget>
 #include <QStatusBar>
 
 namespace brox {
@@ -33,6 +40,95 @@ QString numbered(size_t index, const QString& name)
 }
 
 } // namespace
+
+void MainWindow::createStatusBar()
+{
+    mContent->setObjectName("contentLabel");
+    mToCheck->setObjectName("toCheckButton");
+    mToCheck->setFlat(true);
+    mToCheck->setToolTip(tr("Goes to the next row to check."));
+    mToCheck->hide();
+    statusBar()->addPermanentWidget(mToCheck);
+    mFound->setObjectName("foundButton");
+    mFound->setFlat(true);
+    mFound->setToolTip(tr("Shows the findings."));
+    mFound->hide();
+    statusBar()->addPermanentWidget(mFound);
+    connect(mFound, &QPushButton::clicked, mFindings, &QWidget::show);
+    connect(mFound, &QPushButton::clicked, mFindings, &QWidget::raise);
+    statusBar()->addPermanentWidget(mContent);
+    connect(mToCheck, &QPushButton::clicked, this, [this] {
+        if (JobTable* table = mTabs->jobTable()) {
+            table->goToNextToCheck();
+        }
+    });
+}
+
+/** Passes on what host and exports report. */
+void MainWindow::followSession()
+{
+    connect(&mSession, &HostSession::logged, this, &MainWindow::tell);
+    connect(mExport, &ExportMenu::exported, this,
+        [this](const QString& message) { statusBar()->showMessage(message, messageTime); });
+    connect(mExport, &ExportMenu::failed, this, [this](const QString& message) {
+        showFailure(message);
+        if (JobTable* table = mTabs->jobTable()) {
+            table->goToNextToCheck(); // which is what mostly stands in the way
+        }
+    });
+    connect(&mSession, &HostSession::modelRenamed, this,
+        [this](const QString& step, const QString& oldName, const QString& newName) {
+            statusBar()->showMessage(
+                tr("Step %1: model \"%2\" is now \"%3\"").arg(step, oldName, newName), messageTime);
+        });
+    connect(&mSession, &HostSession::modelDeleted, this,
+        [this](const QString& step, const QString& name) {
+            statusBar()->showMessage(
+                tr("Step %1: model \"%2\" is deleted").arg(step, name), messageTime);
+        });
+    connect(&mSession.guard(), &DataGuard::saved, this, [this](const QString& path) {
+        statusBar()->showMessage(tr("%1 saved").arg(path), messageTime);
+    });
+}
+
+void MainWindow::createPages()
+{
+    mHint->setAlignment(Qt::AlignCenter);
+    mHint->setText(tr("Choose a step of the board in the menu Step."));
+    mPages->addWidget(mHint);
+    mPages->addWidget(mStart);
+    connect(mStart, &StartPage::openBoardWanted, this, &MainWindow::chooseBoard);
+    connect(mStart, &StartPage::openFolderWanted, this, &MainWindow::chooseFolder);
+    connect(mStart, &StartPage::chosen, this, &MainWindow::open);
+    mPages->addWidget(mTabs);
+    connect(mTabs, &QTabWidget::tabCloseRequested, this,
+        [this](int tab) { guard([&] { mTabs->closeTab(tab); }); });
+    connect(mTabs, &StepTabs::stepChanged, this, &MainWindow::followStep);
+    connect(mTabs, &StepTabs::typeChosen, this,
+        [this](const QString& layer, const Tool& tool, std::optional<HoleType> type) {
+            guard([&] { mOpen->change([&](Job& job) { job.chooseType(layer, tool, type); }); });
+        });
+
+    auto* centre = new QWidget;
+    auto* layout = new QVBoxLayout(centre);
+    layout->setContentsMargins(0, 0, 0, 0);
+    createBars(layout);
+    layout->addWidget(mPages, 1);
+    setCentralWidget(centre);
+}
+
+void MainWindow::createBars(QLayout* layout)
+{
+    mOlderBar->setText(tr("Models or bits have been saved by another step or program since this "
+                          "step read them. What is calculated here is older than the files."));
+    connect(mOlderBar->addButton(tr("Read Again...")), &QPushButton::clicked, this,
+        [this] { guard([&] { rereadStep(); }); });
+    connect(mRulesBar->addButton(tr("Restore...")), &QPushButton::clicked, this,
+        [this] { guard([&] { restoreBackup(); }); });
+    layout->addWidget(mErrorBar);
+    layout->addWidget(mRulesBar);
+    layout->addWidget(mOlderBar);
+}
 
 void MainWindow::createMenus()
 {
@@ -63,6 +159,7 @@ void MainWindow::createFileMenu()
     folder->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_O);
     mRecentMenu = file->addMenu(tr("Open &Recent"));
     connect(file, &QMenu::aboutToShow, this, &MainWindow::listRecentBoards);
+    createCompareMenu(file);
     file->addSeparator();
     mSave = file->addAction(tr("&Save Models"), this, [this] { guard([&] { saveModels(); }); });
     mSave->setShortcut(QKeySequence::Save);
@@ -78,7 +175,8 @@ void MainWindow::createFileMenu()
     createBitsMenu(file);
     mRulesAction =
         file->addAction(tr("Shop R&ules..."), this, [this] { guard([&] { editRules(); }); });
-    file->addAction(tr("Restore Bac&kup..."), this, [this] { guard([&] { restoreBackup(); }); });
+    file->addAction(
+        tr("Restore Bac&kup or Defaults..."), this, [this] { guard([&] { restoreBackup(); }); });
     mForget = file->addAction(tr("For&get Choices for This Board"), this,
         [this] { guard([&] { mOpen->forgetChoices(); }); });
     mForget->setStatusTip(
@@ -93,6 +191,19 @@ void MainWindow::createFileMenu()
     quit->setShortcut(Qt::CTRL | Qt::Key_Q);
 }
 
+void MainWindow::createCompareMenu(QMenu* file)
+{
+    mCompareMenu = file->addMenu(tr("Co&mpare With"));
+    mCompareMenu->addAction(tr("&Board..."), this,
+        [this] { compareWith(chooseBoardFiles(this, tr("Compare With"), lastPaths())); });
+    mCompareMenu->addAction(tr("&Folder..."), this,
+        [this] { compareWith(chooseBoardFolder(this, tr("Compare With"), lastPaths())); });
+    mCompareMenu->addSeparator();
+    mEndComparison = mCompareMenu->addAction(
+        tr("&End Comparison"), this, [this] { guard([&] { endComparison(); }); });
+    mEndComparison->setEnabled(false);
+}
+
 void MainWindow::createBitsMenu(QMenu* file)
 {
     auto* bits = new BitsMenu(
@@ -101,8 +212,7 @@ void MainWindow::createBitsMenu(QMenu* file)
     file->addMenu(bits);
     connect(bits, &BitsMenu::done, this,
         [this](const QString& message) { statusBar()->showMessage(message, messageTime); });
-    connect(bits, &BitsMenu::failed, this,
-        [this](const QString& message) { guard([&] { throw HostError(message); }); });
+    connect(bits, &BitsMenu::failed, this, [](const QString& message) { showFailure(message); });
 }
 
 void MainWindow::listRecentBoards()
@@ -140,12 +250,17 @@ void MainWindow::createHelpMenu()
     guide->setShortcut(QKeySequence::HelpContents);
     help->addAction(tr("&Keyboard Shortcuts..."), this, [this] { showShortcuts(this); });
     help->addAction(tr("&About brox workbench"), this, [this] {
-        QMessageBox::about(this, tr("About brox workbench"),
+        QMessageBox box(this);
+        box.setWindowTitle(tr("About brox workbench"));
+        box.setIconPixmap(windowIcon().pixmap(64));
+        box.setTextFormat(Qt::RichText);
+        box.setText(
             tr("<h3>brox workbench %1</h3>"
-               "<p>Sets up the drill tools of printed-circuit boards: finished hole sizes become "
-               "drill sizes, by models of the plating and a table of bits.</p>"
+               "<p>Sets up the drill tools of printed-circuit boards: finished hole sizes "
+               "become drill sizes, by models of the plating and a table of bits.</p>"
                "<p>MIT licence. Models and bits are in<br>%2</p>")
                 .arg(QCoreApplication::applicationVersion(), mSession.dataDir().toHtmlEscaped()));
+        box.exec();
     });
 }
 
