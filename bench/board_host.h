@@ -5,7 +5,7 @@
 #include "host.h"
 
 /** A board with a million holes, and a drill file with as many. */
-struct BoardHost : Host
+struct BoardHost : BenchHost
 {
     explicit BoardHost(int holeCount);
 

@@ -25,7 +25,7 @@ double secondsEach(const std::vector<Thing>& things, const Work& work)
 /** Drill sizes in a step of a model and a number of bits. */
 struct Drilling
 {
-    Drilling(Host& host, int bits)
+    Drilling(BenchHost& host, int bits)
         : sizes(randomSizes(holeCount, bits))
         , step(host.addStep())
     {
@@ -52,7 +52,7 @@ struct Drilling
     std::unique_ptr<Viewer> viewer;
 };
 
-struct HostOfOne : Host
+struct HostOfOne : BenchHost
 {
     explicit HostOfOne(int bits)
         : drilling(*this, bits)
@@ -68,7 +68,7 @@ Sides ownShare(const Scale&)
 
 Sides ownShareOfManyBits(const Scale& scale)
 {
-    struct HostOfTwo : Host
+    struct HostOfTwo : BenchHost
     {
         explicit HostOfTwo(const Scale& scale)
             : few(*this, 100)

@@ -20,7 +20,7 @@ using namespace brox;
 namespace {
 
 /** A models file, and the set of its models. */
-struct ModelsHost : Host
+struct ModelsHost : BenchHost
 {
     explicit ModelsHost(int modelCount)
     {

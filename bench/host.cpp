@@ -30,7 +30,7 @@ int zeb__bc_act(const char* text, bool flag, int number, double* result)
     return 0;
 }
 
-Host::Host()
+BenchHost::BenchHost()
 {
     standin_reset();
     require(QDir(mFolder.path()).mkpath("brox"), "no folder for the module's files");
@@ -39,12 +39,12 @@ Host::Host()
     standin_set_job("job");
 }
 
-Host::~Host()
+BenchHost::~BenchHost()
 {
     standin_reset();
 }
 
-int Host::addStep(int toolCount)
+int BenchHost::addStep(int toolCount)
 {
     constexpr int toolsOfLayer = 100;
     const int step = standin_add_step("step", 1);
@@ -59,7 +59,7 @@ int Host::addStep(int toolCount)
     return step;
 }
 
-void Host::writeModels(int count)
+void BenchHost::writeModels(int count)
 {
     QByteArray content = "<DrillToolModels>";
     for (int i = 0; i < count; ++i) {
@@ -76,7 +76,7 @@ void Host::writeModels(int count)
     write("brox/brox.xml", content + "</DrillToolModels>");
 }
 
-void Host::writeBits(int count)
+void BenchHost::writeBits(int count)
 {
     std::vector<int> order(static_cast<std::size_t>(count));
     std::iota(order.begin(), order.end(), 0);
@@ -92,7 +92,7 @@ void Host::writeBits(int count)
     write("brox/brox_drill_bits.xml", content + "</DrillSizeTable>");
 }
 
-void Host::write(const QString& name, const QByteArray& content)
+void BenchHost::write(const QString& name, const QByteArray& content)
 {
     QFile file(path(name));
     require(file.open(QFile::WriteOnly) && file.write(content) == content.size(),

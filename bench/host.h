@@ -24,12 +24,12 @@ struct InstantCalculator
 extern InstantCalculator instantCalculator;
 
 /** A host whose job has metric steps; there is one at a time. */
-class Host
+class BenchHost
 {
 public:
-    Host();
-    ~Host();
-    Q_DISABLE_COPY_MOVE(Host)
+    BenchHost();
+    ~BenchHost();
+    Q_DISABLE_COPY_MOVE(BenchHost)
 
     /** Adds a step with drill tools, a hundred to a layer. */
     int addStep(int toolCount = 0);

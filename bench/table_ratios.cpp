@@ -19,7 +19,7 @@ constexpr int bitCount = 500;
 /** Opening costs something even without any tool: that is not the tools' share. */
 Sides openViewer(const Scale& scale)
 {
-    struct OpeningHost : Host
+    struct OpeningHost : BenchHost
     {
         explicit OpeningHost(const Scale& scale)
             : fewCount(scale.size(1000))
@@ -53,7 +53,7 @@ Sides openViewer(const Scale& scale)
 
 Sides recalculate(const Scale& scale)
 {
-    struct RecalculatingHost : Host
+    struct RecalculatingHost : BenchHost
     {
         explicit RecalculatingHost(int tools)
             : toolCount(tools)
@@ -103,7 +103,7 @@ Sides recalculate(const Scale& scale)
 /** Here too, what the empty window costs is not the bits' share. */
 Sides loadBits(const Scale& scale)
 {
-    struct BitsHost : Host
+    struct BitsHost : BenchHost
     {
         double seconds(int count)
         {

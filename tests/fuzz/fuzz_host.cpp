@@ -12,9 +12,9 @@
 namespace {
 
 /** Application and host, which come at the first call. */
-struct Host
+struct FuzzHost
 {
-    Host()
+    FuzzHost()
     {
         static int count = 1;
         static char name[] = "fuzz";
@@ -31,9 +31,9 @@ struct Host
     int step;
 };
 
-Host& host()
+FuzzHost& host()
 {
-    static Host instance;
+    static FuzzHost instance;
     return instance;
 }
 
