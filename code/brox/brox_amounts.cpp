@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "brox_amounts.h"
 
+#include "brox_cells.h"
 #include "brox_nls.h"
-#include "brox_size_cell.h"
 #include "zeb_gui.h"
 
 #include <QScopedValueRollback>

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "brox_bits_table.h"
 
+#include "brox_cells.h"
 #include "brox_dialogs.h"
 #include "brox_nls.h"
 #include "brox_report.h"
-#include "brox_size.h"
-#include "brox_sorting.h"
 #include "brox_step_data.h"
 #include "brox_xml_file.h"
 #include "zeb_gui.h"

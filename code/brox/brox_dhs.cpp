@@ -2,10 +2,10 @@
 #include "brox_dhs.h"
 
 #include "brox_bits_table.h"
+#include "brox_cells.h"
 #include "brox_looks.h"
 #include "brox_man.h"
 #include "brox_report.h"
-#include "brox_size.h"
 #include "zeb_utils.h"
 
 #include <QKeyEvent>
