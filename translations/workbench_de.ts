@@ -1053,10 +1053,6 @@ Was dort steht, kommt zu den Sicherungen.</translation>
         <translation>kein Maß</translation>
     </message>
     <message>
-        <source>%1 %2, scale %3:1</source>
-        <translation>%1 %2, Maßstab %3:1</translation>
-    </message>
-    <message>
         <source>inch</source>
         <translation>Zoll</translation>
     </message>
@@ -1764,6 +1760,14 @@ Was dort steht, kommt zu den Sicherungen.</translation>
     <message>
         <source>drill files are not compared: %1</source>
         <translation>Die Bohrdateien werden nicht verglichen: %1</translation>
+    </message>
+    <message>
+        <source>dots: holes too close for symbols</source>
+        <translation>Punkte: zu eng für Symbole</translation>
+    </message>
+    <message>
+        <source>%1 %2, scale %3</source>
+        <translation>%1 %2, Maßstab %3</translation>
     </message>
 </context>
 <context>

@@ -197,15 +197,15 @@ QString lineOf(
 }
 
 QJsonObject differenceJson(
-    const Comparison& comparison, const BoardDifference& difference, Units units, bool allPlaces)
+    const Comparison& comparison, const BoardDifference& difference, Units units, LongLists* lists)
 {
     const DifferenceTexts texts = differenceTexts(comparison, difference, units, Tongue::English);
-    const size_t count =
-        allPlaces ? difference.places.size() : std::min(difference.places.size(), placesOfJson);
-    QJsonArray places;
-    for (size_t i = 0; i < count; ++i) {
-        places << placeJson(difference.places[i], units);
+    QJsonArray first;
+    for (size_t i = 0; i < std::min(difference.places.size(), placesOfJson); ++i) {
+        first << placeJson(difference.places[i], units);
     }
+    const QJsonValue places =
+        lists ? QJsonValue(lists->add(&difference.places, nullptr)) : QJsonValue(first);
     return {{"kind", texts.kind}, {"layer", texts.layer},
         {"tool", texts.tool.isEmpty() ? QJsonValue() : QJsonValue(texts.tool.toInt())},
         {"count", difference.count}, {"places", places}, {"detail", texts.detail}};
@@ -319,11 +319,11 @@ QString comparisonCsv(const Comparison& comparison, Units units)
     return text;
 }
 
-QJsonObject comparisonJson(const Comparison& comparison, Units units, bool allPlaces)
+QJsonObject comparisonJson(const Comparison& comparison, Units units, LongLists* lists)
 {
     QJsonArray differences;
     for (const BoardDifference& difference : comparison.differences) {
-        differences << differenceJson(comparison, difference, units, allPlaces);
+        differences << differenceJson(comparison, difference, units, lists);
     }
     QJsonArray notes =
         QJsonArray::fromStringList(comparisonNotes(comparison, units, Tongue::English));

@@ -8,6 +8,8 @@
 
 namespace brox {
 
+class LongLists;
+
 /** What a comparison comes to, in words. Sizes and places are in mils or microns. */
 
 enum class Tongue
@@ -45,9 +47,9 @@ QString comparisonCsv(const Comparison& comparison, Units units);
 
 /** The member "comparison" of what --json prints.
  *
- * @param allPlaces  not only the first ones
+ * @param lists  takes all places; null: only the first ones are there
  */
-QJsonObject comparisonJson(const Comparison& comparison, Units units, bool allPlaces);
+QJsonObject comparisonJson(const Comparison& comparison, Units units, LongLists* lists);
 
 } // namespace brox
 

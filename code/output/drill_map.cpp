@@ -2,11 +2,15 @@
 #include "drill_map.h"
 
 #include "file_set.h"
+#include "map_paper.h"
 #include "map_shapes.h"
 #include "plan_text.h"
 
-#include <QPaintEngine>
+#include <QFileInfo>
+#include <QImage>
+#include <QPageLayout>
 #include <QPainter>
+#include <QPdfWriter>
 #include <algorithm>
 #include <cmath>
 
@@ -54,6 +58,7 @@ constexpr Column bitColumn{0.32, 0.47, Qt::AlignLeft};
 constexpr Column sizeColumn{0.47, 0.66, Qt::AlignRight};
 constexpr Column hitsColumn{0.67, 0.85, Qt::AlignRight};
 constexpr Column slotsColumn{0.86, 1, Qt::AlignRight};
+constexpr Column noteColumn{toolColumn.begin, slotsColumn.end, Qt::AlignLeft};
 
 QRectF cellOf(const QRectF& row, const Column& column)
 {
@@ -64,11 +69,6 @@ QRectF cellOf(const QRectF& row, const Column& column)
 void writeCell(QPainter& painter, const QRectF& row, const Column& column, const QString& text)
 {
     write(painter, cellOf(row, column), column.alignment | Qt::AlignVCenter, text);
-}
-
-QPen linePen(const QColor& colour, double lineWidth)
-{
-    return QPen(colour, lineWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
 }
 
 /** Every second, fifth, tenth ... millimetre or tenth of an inch. */
@@ -83,46 +83,12 @@ double roundLength(double atMost, double unit)
     return power * unit;
 }
 
-/** Areas that a tool cuts with its symbols, on their way to the paper. */
-class ToolInk
+/** "2:1" or "1:2.5" */
+QString ratioText(double ratio)
 {
-public:
-    ToolInk(QPainter& painter, const QColor& colour)
-        : mPainter(painter)
-        , mColour(colour)
-    { }
-
-    void add(const QPainterPath& area, const QPainterPath& symbol)
-    {
-        mAreas.addPath(area);
-        mSymbols.addPath(symbol);
-    }
-
-    int elementCount() const { return mAreas.elementCount(); }
-
-    /** @param symbolRadius  by which the lines have their width */
-    void paint(double symbolRadius)
-    {
-        const double line = std::clamp(0.16 * symbolRadius, 0.2, 2.5);
-        QColor tint = mColour;
-        tint.setAlphaF(0.18F);
-        mAreas.setFillRule(Qt::WindingFill);
-        mPainter.setBrush(tint);
-        mPainter.setPen(linePen(mColour, 0.6 * line));
-        mPainter.drawPath(mAreas);
-        mPainter.setBrush(Qt::NoBrush);
-        mPainter.setPen(linePen(mColour, line));
-        mPainter.drawPath(mSymbols);
-        mAreas.clear();
-        mSymbols.clear();
-    }
-
-private:
-    QPainter& mPainter;
-    QColor mColour;
-    QPainterPath mAreas;
-    QPainterPath mSymbols;
-};
+    return ratio < 1 ? "1:" + QString::number(1 / ratio, 'g', 3)
+                     : QString::number(ratio, 'g', 3) + ":1";
+}
 
 } // namespace
 
@@ -144,6 +110,7 @@ public:
     {
         return QTransform(mScale, 0, 0, mScale, mOrigin.x(), mOrigin.y()).map(path);
     }
+    double radius(Size size) const { return mScale * toMillimetres(size) / 2; }
     double symbol(double holeRadius) const { return symbolRadius(holeRadius, mRoom, likedSymbol); }
 
 private:
@@ -190,6 +157,15 @@ double DrillMap::layerRoom(const Sheet& sheet) const
     return room > 0 ? room : 1000;
 }
 
+bool DrillMap::hasDots(const Sheet& sheet, const View& view) const
+{
+    return std::ranges::any_of(sheet.entries, [&](const Entry& entry) {
+        return std::ranges::any_of(entry.tool->rows, [&](size_t row) {
+            return RowInk::areDots(view.symbol(view.radius(shownSize(mPlan.rows[row]))));
+        });
+    });
+}
+
 void DrillMap::paint(QPainter& painter, size_t index, const Progress& progress) const
 {
     Count count{progress, 0, 0};
@@ -208,8 +184,10 @@ void DrillMap::paint(QPainter& painter, size_t index, const Progress& progress) 
     paintTitle(painter, index);
     const QRectF body = all.adjusted(0, titleHeight, 0, 0);
     const QRectF legend(body.right() - legendWidth, body.top(), legendWidth, body.height());
-    paintLegend(painter, sheet, legend);
-    paintBoard(painter, sheet, body.adjusted(0, 0, -legendWidth - margin / 2, 0), count);
+    const QRectF area = body.adjusted(0, 0, -legendWidth - margin / 2, 0);
+    const View view(mExtent, area.adjusted(20, 0, -20, -scaleHeight), layerRoom(sheet));
+    paintLegend(painter, sheet, view, legend);
+    paintBoard(painter, sheet, view, area, count);
     painter.restore();
 }
 
@@ -227,10 +205,11 @@ void DrillMap::paintTitle(QPainter& painter, size_t sheet) const
                 PlanText::tr(" (%1)").arg(spoken(fileState(mPlan.model))), unitName(mPlan.units)));
 }
 
-void DrillMap::paintLegend(QPainter& painter, const Sheet& sheet, const QRectF& area) const
+void DrillMap::paintLegend(
+    QPainter& painter, const Sheet& sheet, const View& view, const QRectF& area) const
 {
     const std::vector<Path>& contours = mContours[sheet.layer];
-    const double rows = double(sheet.entries.size()) + (contours.empty() ? 1 : 2);
+    const double rows = double(sheet.entries.size()) + 3; // with titles, contours and dots
     const double rowHeight = std::min(likedRowHeight, area.height() / rows);
     QRectF row(area.left(), area.top(), area.width(), rowHeight);
     painter.setPen(Qt::black);
@@ -248,7 +227,12 @@ void DrillMap::paintLegend(QPainter& painter, const Sheet& sheet, const QRectF& 
         paintLegendRow(painter, entry, row);
     }
     if (!contours.empty()) {
-        paintContourRow(painter, contours.size(), row.translated(0, rowHeight));
+        row.translate(0, rowHeight);
+        paintContourRow(painter, contours.size(), row);
+    }
+    if (hasDots(sheet, view)) {
+        writeCell(painter, row.translated(0, rowHeight), noteColumn,
+            PlanText::tr("dots: holes too close for symbols"));
     }
 }
 
@@ -259,8 +243,7 @@ void DrillMap::paintContourRow(QPainter& painter, size_t count, const QRectF& ro
     painter.drawLine(
         QPointF(symbol.left(), symbol.center().y()), QPointF(symbol.right(), symbol.center().y()));
     painter.setPen(Qt::black);
-    writeCell(painter, row, {toolColumn.begin, slotsColumn.end, Qt::AlignLeft},
-        PlanText::tr("contours, not drilled: %1").arg(count));
+    writeCell(painter, row, noteColumn, PlanText::tr("contours, not drilled: %1").arg(count));
 }
 
 void DrillMap::paintLegendRow(QPainter& painter, const Entry& entry, const QRectF& row) const
@@ -285,9 +268,8 @@ void DrillMap::paintLegendRow(QPainter& painter, const Entry& entry, const QRect
 }
 
 void DrillMap::paintBoard(
-    QPainter& painter, const Sheet& sheet, const QRectF& area, Count& count) const
+    QPainter& painter, const Sheet& sheet, const View& view, const QRectF& area, Count& count) const
 {
-    const View view(mExtent, area.adjusted(20, 0, -20, -scaleHeight), layerRoom(sheet));
     painter.setBrush(Qt::NoBrush);
     painter.setPen(linePen(QColor(0x60, 0x60, 0x60), 2.5));
     for (const Path& outline : mOutlines) {
@@ -320,40 +302,32 @@ void DrillMap::paintComparison(
         PlanText::tr("Compared with %1: %2").arg(mPlan.comparison->other, marksText(marks)));
 }
 
-/** Many circles in one path, and their symbols in another: files stay small, and PDF readers fast.
- *  In images a path costs more than its parts. */
 void DrillMap::paintTool(
     QPainter& painter, const Entry& entry, const View& view, Count& count) const
 {
-    const bool isImage = painter.paintEngine()->type() == QPaintEngine::Raster;
-    const int mostElements = isImage ? 1000 : 100'000;
-    const QPainterPath unitSymbol = toolSymbol(entry.look);
-    ToolInk ink(painter, toolColour(entry.look, false));
     for (const size_t row : entry.tool->rows) {
         const Size size = shownSize(mPlan.rows[row]);
-        const double radius = view.scale() * toMillimetres(size) / 2;
-        const double symbol = view.symbol(radius);
-        const auto add = [&](const QPainterPath& area, QPointF at) {
-            ink.add(area, QTransform(symbol, 0, 0, symbol, at.x(), at.y()).map(unitSymbol));
+        const double radius = view.radius(size);
+        RowInk ink(painter, entry.look, radius, view.symbol(radius));
+        const auto paintIfFull = [&] {
             ++count.done;
-            if (ink.elementCount() >= mostElements) {
-                ink.paint(symbol);
+            if (ink.isFull()) {
+                ink.paint();
                 tell(count.progress, count.done, count.total);
             }
         };
         for (const Place& hole : mPlaces[row].holes) {
-            const QPointF at = view.map(toMap(hole));
-            QPainterPath circle;
-            circle.addEllipse(at, radius, radius);
-            add(circle, at);
+            ink.addHole(view.map(toMap(hole)));
+            paintIfFull();
         }
         for (const Path& path : mPlaces[row].slotPaths) {
             const QPainterPath middle = toMap(path);
-            add(view.map(slotArea(path, size)),
+            ink.addSlot(view.map(slotArea(path, size)),
                 view.map(
                     middle.length() > 0 ? middle.pointAtPercent(0.5) : middle.currentPosition()));
+            paintIfFull();
         }
-        ink.paint(symbol);
+        ink.paint();
     }
 }
 
@@ -371,10 +345,97 @@ void DrillMap::paintScale(QPainter& painter, const View& view, const QRectF& are
     }
     painter.setFont(fontOf(28));
     write(painter, QRectF(end.x() + 20, end.y() - 20, 600, 40), Qt::AlignLeft | Qt::AlignVCenter,
-        PlanText::tr("%1 %2, scale %3:1")
+        PlanText::tr("%1 %2, scale %3")
             .arg(QString::number(length / unit, 'g', 6),
                 isInch ? PlanText::tr("inch") : QStringLiteral("mm"),
-                QString::number(view.scale() / 10, 'g', 3)));
+                ratioText(view.scale() / 10)));
+}
+
+namespace {
+
+constexpr double dotsPerUnit = 0.8; ///< of an image: 200 dots to the inch
+constexpr double mostDots = 100e6;
+constexpr int dotsPerInch = 254; ///< of vectors, so that a dot is a unit of a sheet
+
+/** Paints sheets one below the other. */
+void paintColumn(
+    QPainter& painter, const DrillMap& map, size_t first, size_t count, const Progress& progress)
+{
+    for (size_t i = 0; i < count; ++i) {
+        map.paint(painter, first + i, progress);
+        painter.translate(0, DrillMap::height);
+    }
+}
+
+void writeSvg(QIODevice& file, const DrillMap& map, size_t first, size_t count,
+    const QString& title, const Progress& progress)
+{
+    const QSize size(DrillMap::width, DrillMap::height * int(count));
+    SvgDevice svg(file, size, title);
+    QPainter painter(&svg);
+    painter.fillRect(QRect({}, size), Qt::white);
+    paintColumn(painter, map, first, count, progress);
+}
+
+void writePng(QIODevice& file, const DrillMap& map, const Progress& progress)
+{
+    const double sheets = double(map.sheetCount());
+    const double units = sheets * DrillMap::width * DrillMap::height;
+    const double scale = std::min(dotsPerUnit, std::sqrt(mostDots / units));
+    QImage image(
+        int(DrillMap::width * scale), int(DrillMap::height * sheets * scale), QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    painter.scale(scale, scale);
+    paintColumn(painter, map, 0, map.sheetCount(), progress);
+    painter.end();
+    image.save(&file, "PNG");
+}
+
+void writePdf(QIODevice& file, const DrillMap& map, const QString& title, const Progress& progress)
+{
+    QPdfWriter writer(&file);
+    writer.setTitle(title);
+    writer.setCreator(QStringLiteral("brox " OUTPUT_VERSION));
+    writer.setResolution(dotsPerInch);
+    writer.setPageLayout(QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Landscape, {}));
+    QPainter painter(&writer);
+    for (size_t i = 0; i < map.sheetCount(); ++i) {
+        if (i > 0) {
+            writer.newPage();
+        }
+        map.paint(painter, i, progress);
+    }
+}
+
+} // namespace
+
+void writeSheet(QIODevice& file, const DrillMap& map, size_t sheet, const Progress& progress)
+{
+    writeSvg(file, map, sheet, 1, map.title(sheet), progress);
+}
+
+void addDrillMap(
+    const DrillPlan& plan, const QString& path, FileSet& files, const Progress& progress)
+{
+    const QString suffix = QFileInfo(path).suffix().toLower();
+    if (suffix != "svg" && suffix != "pdf" && suffix != "png") {
+        throw OutputError(PlanText::tr("%1: a map is written as .svg, .pdf or .png").arg(path));
+    }
+    const DrillMap map(plan);
+    if (map.sheetCount() == 0) {
+        throw OutputError(
+            PlanText::tr("step \"%1\": no holes, so no map").arg(plan.boardStep().name));
+    }
+    const QString title = PlanText::tr("Drill map of %1").arg(plan.board->job);
+    QIODevice& file = files.open(path);
+    if (suffix == "svg") {
+        writeSvg(file, map, 0, map.sheetCount(), title, progress);
+    } else if (suffix == "pdf") {
+        writePdf(file, map, title, progress);
+    } else {
+        writePng(file, map, progress);
+    }
 }
 
 } // namespace brox

@@ -8,6 +8,7 @@
 
 #include <QRectF>
 
+class QIODevice;
 class QPainter;
 
 namespace brox {
@@ -64,10 +65,13 @@ private:
 
     double layerRoom(const Sheet& sheet) const;
     void paintTitle(QPainter& painter, size_t sheet) const;
-    void paintLegend(QPainter& painter, const Sheet& sheet, const QRectF& area) const;
+    bool hasDots(const Sheet& sheet, const View& view) const;
+    void paintLegend(
+        QPainter& painter, const Sheet& sheet, const View& view, const QRectF& area) const;
     void paintContourRow(QPainter& painter, size_t count, const QRectF& row) const;
     void paintLegendRow(QPainter& painter, const Entry& entry, const QRectF& row) const;
-    void paintBoard(QPainter& painter, const Sheet& sheet, const QRectF& area, Count& count) const;
+    void paintBoard(QPainter& painter, const Sheet& sheet, const View& view, const QRectF& area,
+        Count& count) const;
     void paintTool(QPainter& painter, const Entry& entry, const View& view, Count& count) const;
     void paintScale(QPainter& painter, const View& view, const QRectF& area) const;
     void paintComparison(
@@ -94,8 +98,11 @@ class FileSet;
 void addDrillMap(
     const DrillPlan& plan, const QString& path, FileSet& files, const Progress& progress = {});
 
-/** A sheet as the SVG element of a page. */
-QByteArray sheetAsSvg(const DrillMap& map, size_t sheet, const Progress& progress = {});
+/** Writes a sheet as the SVG element of a page.
+ *
+ * @throws BoardCancelled
+ */
+void writeSheet(QIODevice& file, const DrillMap& map, size_t sheet, const Progress& progress = {});
 
 } // namespace brox
 

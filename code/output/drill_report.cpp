@@ -10,7 +10,6 @@
 #include "plan_text.h"
 
 #include <QAbstractTextDocumentLayout>
-#include <QBuffer>
 #include <QFileInfo>
 #include <QPainter>
 #include <QPdfWriter>
@@ -35,7 +34,7 @@ struct Column
 
 QString escaped(const QString& text)
 {
-    return text.toHtmlEscaped();
+    return printable(text).toHtmlEscaped();
 }
 
 QString heading(const QString& text)
@@ -331,17 +330,18 @@ const char style[] = "body{font-family:sans-serif;margin:2em;color:black;backgro
                      "svg{width:100%;height:auto;page-break-inside:avoid}"
                      "@media print{body{margin:0;font-size:9pt}}";
 
-QByteArray asHtml(const DrillPlan& plan, const DrillMap& map, const Progress& progress)
+void writeHtml(
+    QIODevice& file, const DrillPlan& plan, const DrillMap& map, const Progress& progress)
 {
-    QByteArray html = "<!DOCTYPE html>\n<html lang=\""
-        + PlanText::tr("en", "code of the language itself").toUtf8()
-        + "\">\n<head><meta charset=\"utf-8\">\n<title>" + plan.board->job.toHtmlEscaped().toUtf8()
-        + "</title>\n<style>" + style + "</style></head>\n<body>\n" + reportHtml(plan).toUtf8();
+    const auto write = [&file](const QString& html) { file.write(html.toUtf8()); };
+    write("<!DOCTYPE html>\n<html lang=\"" + PlanText::tr("en", "code of the language itself")
+        + "\">\n<head><meta charset=\"utf-8\">\n<title>" + escaped(plan.board->job)
+        + "</title>\n<style>" + style + "</style></head>\n<body>\n" + reportHtml(plan));
     for (size_t i = 0; i < map.sheetCount(); ++i) {
-        html += "<h2>" + PlanText::tr("Map of layer %1").arg(map.title(i)).toHtmlEscaped().toUtf8()
-            + "</h2>\n" + sheetAsSvg(map, i, progress);
+        write(heading(PlanText::tr("Map of layer %1").arg(map.title(i))));
+        writeSheet(file, map, i, progress);
     }
-    return html + "</body>\n</html>\n";
+    write("</body>\n</html>\n");
 }
 
 void paintText(QPainter& painter, QPdfWriter& writer, const QTextDocument& text)
@@ -366,12 +366,9 @@ void paintText(QPainter& painter, QPdfWriter& writer, const QTextDocument& text)
     }
 }
 
-QByteArray asPdf(const DrillPlan& plan, const DrillMap& map, const Progress& progress)
+void writePdf(QIODevice& file, const DrillPlan& plan, const DrillMap& map, const Progress& progress)
 {
-    QByteArray pdf;
-    QBuffer buffer(&pdf);
-    buffer.open(QIODevice::WriteOnly);
-    QPdfWriter writer(&buffer);
+    QPdfWriter writer(&file);
     writer.setTitle(PlanText::tr("Drill report of %1").arg(plan.board->job));
     writer.setCreator(QStringLiteral("brox " OUTPUT_VERSION));
     writer.setResolution(dotsPerInch);
@@ -394,8 +391,6 @@ QByteArray asPdf(const DrillPlan& plan, const DrillMap& map, const Progress& pro
         writer.newPage();
         map.paint(painter, i, progress);
     }
-    painter.end();
-    return pdf;
 }
 
 } // namespace
@@ -408,7 +403,12 @@ void addDrillReport(
         throw OutputError(PlanText::tr("%1: a report is written as .html or .pdf").arg(path));
     }
     const DrillMap map(plan);
-    files.add(path, suffix == "html" ? asHtml(plan, map, progress) : asPdf(plan, map, progress));
+    QIODevice& file = files.open(path);
+    if (suffix == "html") {
+        writeHtml(file, plan, map, progress);
+    } else {
+        writePdf(file, plan, map, progress);
+    }
 }
 
 } // namespace brox

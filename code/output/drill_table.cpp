@@ -50,33 +50,6 @@ QJsonObject layerJson(const StepLayer& layer, Units units)
     return json;
 }
 
-/** A slot as its points; an arc has its centre between two of them. */
-QJsonArray pathJson(const Path& path, Units units)
-{
-    QJsonArray json{QJsonObject{{"to", placeJson(path.start, units)}}};
-    for (const Segment& segment : path.segments) {
-        QJsonObject part{{"to", placeJson(segment.to, units)}};
-        if (segment.shape != Segment::Shape::Line) {
-            part["centre"] = placeJson(segment.centre, units);
-            part["clockwise"] = segment.shape == Segment::Shape::Clockwise;
-        }
-        json << part;
-    }
-    return json;
-}
-
-QJsonArray placesJson(const RowPlaces& places, Units units)
-{
-    QJsonArray json;
-    for (const Place& hole : places.holes) {
-        json << placeJson(hole, units);
-    }
-    for (const Path& path : places.slotPaths) {
-        json << pathJson(path, units);
-    }
-    return json;
-}
-
 QJsonObject rowJson(const DrillPlan& plan, const PlanRow& row)
 {
     const auto size = [&plan](Size value) { return sizeNumber(value, plan.units); };
@@ -131,42 +104,6 @@ QString planCsvRows(const DrillPlan& plan, Units units, const QString& before)
         text += csvLine(line);
     }
     return text;
-}
-
-QJsonObject planJson(const DrillPlan& plan, bool withPlaces)
-{
-    const std::vector<RowPlaces> places = withPlaces ? placesOf(plan) : std::vector<RowPlaces>();
-    QJsonArray amounts;
-    for (const ModelAmount& amount : plan.model.amounts) {
-        amounts << QJsonObject{{"holeType", amount.holeType},
-            {"amount", sizeNumber(amount.amount, plan.units)},
-            {"largeFrom", sizeNumber(amount.largeFrom, plan.units)},
-            {"largeAmount", sizeNumber(amount.largeAmount, plan.units)}};
-    }
-    QJsonArray layers;
-    for (const StepLayer& layer : plan.layers) {
-        layers << layerJson(layer, plan.units);
-    }
-    QJsonArray rows;
-    for (size_t i = 0; i < plan.rows.size(); ++i) {
-        QJsonObject row = rowJson(plan, plan.rows[i]);
-        if (withPlaces) {
-            row["places"] = placesJson(places[i], plan.units);
-        }
-        rows << row;
-    }
-    QJsonObject json{{"job", plan.board->job}, {"step", plan.boardStep().name},
-        {"unit", plan.units == Units::Inch ? "mil" : "micron"}, {"model", plan.model.name},
-        {"formula", plan.model.formula}, {"usesBits", plan.model.usesBits},
-        {"unsaved", plan.model.unsaved}, {"modelsFile", fileState(plan.model)},
-        {"amounts", amounts}, {"rules", QJsonArray::fromStringList(plan.rules)}, {"layers", layers},
-        {"rows", rows}, {"tools", plan.toolCount()}, {"toolsBefore", plan.toolsBefore()},
-        {"leftOut", QJsonArray::fromStringList(leftOut(plan))},
-        {"notes", QJsonArray::fromStringList(plan.board->notes)}};
-    if (plan.comparison) {
-        json["comparison"] = comparisonJson(*plan.comparison, plan.units, withPlaces);
-    }
-    return json;
 }
 
 namespace {
@@ -287,6 +224,8 @@ QStringList findingsNotes(const CheckFindings& findings)
     return lines;
 }
 
+namespace {
+
 void addFindings(QJsonObject& json, const DrillPlan& plan, const CheckFindings& findings)
 {
     QJsonArray list;
@@ -309,6 +248,50 @@ void addFindings(QJsonObject& json, const DrillPlan& plan, const CheckFindings& 
     json["skippedChecks"] = skipped;
     json["checkNotes"] = QJsonArray::fromStringList(findingsNotes(findings));
     json["doubledHits"] = findings.doubledHits;
+}
+
+} // namespace
+
+void writePlanJson(
+    QIODevice& file, const DrillPlan& plan, const CheckFindings* findings, bool withPlaces)
+{
+    const std::vector<RowPlaces> places = withPlaces ? placesOf(plan) : std::vector<RowPlaces>();
+    LongLists lists(plan.units);
+    QJsonArray amounts;
+    for (const ModelAmount& amount : plan.model.amounts) {
+        amounts << QJsonObject{{"holeType", amount.holeType},
+            {"amount", sizeNumber(amount.amount, plan.units)},
+            {"largeFrom", sizeNumber(amount.largeFrom, plan.units)},
+            {"largeAmount", sizeNumber(amount.largeAmount, plan.units)}};
+    }
+    QJsonArray layers;
+    for (const StepLayer& layer : plan.layers) {
+        layers << layerJson(layer, plan.units);
+    }
+    QJsonArray rows;
+    for (size_t i = 0; i < plan.rows.size(); ++i) {
+        QJsonObject row = rowJson(plan, plan.rows[i]);
+        if (withPlaces) {
+            row["places"] = lists.add(&places[i].holes, &places[i].slotPaths);
+        }
+        rows << row;
+    }
+    QJsonObject json{{"job", plan.board->job}, {"step", plan.boardStep().name},
+        {"unit", plan.units == Units::Inch ? "mil" : "micron"}, {"model", plan.model.name},
+        {"formula", plan.model.formula}, {"usesBits", plan.model.usesBits},
+        {"unsaved", plan.model.unsaved}, {"modelsFile", fileState(plan.model)},
+        {"amounts", amounts}, {"rules", QJsonArray::fromStringList(plan.rules)}, {"layers", layers},
+        {"rows", rows}, {"tools", plan.toolCount()}, {"toolsBefore", plan.toolsBefore()},
+        {"leftOut", QJsonArray::fromStringList(leftOut(plan))},
+        {"notes", QJsonArray::fromStringList(plan.board->notes)}};
+    if (plan.comparison) {
+        json["comparison"] =
+            comparisonJson(*plan.comparison, plan.units, withPlaces ? &lists : nullptr);
+    }
+    if (findings) {
+        addFindings(json, plan, *findings);
+    }
+    lists.write(file, json);
 }
 
 } // namespace brox

@@ -5,7 +5,7 @@
 #include "drill_plan.h"
 #include "findings.h"
 
-#include <QJsonObject>
+class QIODevice;
 
 namespace brox {
 
@@ -27,13 +27,6 @@ QString planCsvHeader(Units units, const QString& before = {});
  */
 QString planCsvRows(const DrillPlan& plan, Units units, const QString& before = {});
 
-/** All of a plan; the members are described in the page on file formats.
- *
- * @param withPlaces  also where the holes and slots are
- * @throws PanelError
- */
-QJsonObject planJson(const DrillPlan& plan, bool withPlaces = false);
-
 /** Findings as the command line prints them, in English. */
 
 /** The findings, the accepted ones, and what could not be checked. */
@@ -46,8 +39,14 @@ QString findingsCsv(const DrillPlan& plan, const CheckFindings& findings);
 /** Lines on what could not be checked, what serves nothing and the like. */
 QStringList findingsNotes(const CheckFindings& findings);
 
-/** Adds the members that tell of findings. */
-void addFindings(QJsonObject& json, const DrillPlan& plan, const CheckFindings& findings);
+/** Writes all of a plan as JSON; the members are described in the page on file formats.
+ *
+ * @param findings    null: those members are missing
+ * @param withPlaces  also where the holes and slots are
+ * @throws PanelError
+ */
+void writePlanJson(QIODevice& file, const DrillPlan& plan, const CheckFindings* findings = nullptr,
+    bool withPlaces = false);
 
 } // namespace brox
 

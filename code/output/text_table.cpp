@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "text_table.h"
 
+#include <QIODevice>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QLocale>
 #include <QRegularExpression>
 #include <algorithm>
 
@@ -16,6 +20,21 @@ QString literal(const QString& cell)
     const bool isFormula =
         !isNumeric && !cell.isEmpty() && QStringLiteral("=+-@").contains(cell.front());
     return isFormula ? '\'' + cell : cell;
+}
+
+/** A slot as its points; an arc has its centre between two of them. */
+QJsonArray pathJson(const Path& path, Units units)
+{
+    QJsonArray json{QJsonObject{{"to", placeJson(path.start, units)}}};
+    for (const Segment& segment : path.segments) {
+        QJsonObject part{{"to", placeJson(segment.to, units)}};
+        if (segment.shape != Segment::Shape::Line) {
+            part["centre"] = placeJson(segment.centre, units);
+            part["clockwise"] = segment.shape == Segment::Shape::Clockwise;
+        }
+        json << part;
+    }
+    return json;
 }
 
 } // namespace
@@ -70,6 +89,49 @@ double sizeNumber(double size, Units units)
 QJsonArray placeJson(Place place, Units units)
 {
     return {sizeNumber(place.x, units), sizeNumber(place.y, units)};
+}
+
+QString LongLists::add(const std::vector<Place>* holes, const std::vector<Path>* slotPaths)
+{
+    mLists.emplace_back(holes, slotPaths);
+    return QString::number(mLists.size() - 1);
+}
+
+/** No text can hold what stands for a list: its quotation marks would be escaped. */
+void LongLists::write(QIODevice& file, const QJsonObject& json) const
+{
+    const QByteArray text = QJsonDocument(json).toJson();
+    const QByteArray key("\"places\": \"");
+    qsizetype written = 0;
+    for (qsizetype at = text.indexOf(key); at >= 0; at = text.indexOf(key, written)) {
+        const qsizetype number = at + key.size();
+        const qsizetype end = text.indexOf('"', number);
+        file.write(text.constData() + written, number - 1 - written);
+        writeList(file, text.mid(number, end - number).toULongLong());
+        written = end + 1;
+    }
+    file.write(text.constData() + written, text.size() - written);
+}
+
+void LongLists::writeList(QIODevice& file, size_t index) const
+{
+    const auto number = [this](Size size) {
+        return QByteArray::number(sizeNumber(size, mUnits), 'g', QLocale::FloatingPointShortest);
+    };
+    const auto& [holes, slotPaths] = mLists[index];
+    const char* before = "\n";
+    file.write("[");
+    for (size_t i = 0; holes && i < holes->size(); ++i) {
+        const Place hole = (*holes)[i];
+        file.write(before + ('[' + number(hole.x)) + ',' + number(hole.y) + ']');
+        before = ",\n";
+    }
+    for (size_t i = 0; slotPaths && i < slotPaths->size(); ++i) {
+        file.write(before
+            + QJsonDocument(pathJson((*slotPaths)[i], mUnits)).toJson(QJsonDocument::Compact));
+        before = ",\n";
+    }
+    file.write("\n]");
 }
 
 } // namespace brox

@@ -5,6 +5,9 @@
 #include "board.h"
 
 #include <QJsonArray>
+#include <vector>
+
+class QIODevice;
 
 namespace brox {
 
@@ -29,6 +32,31 @@ double sizeNumber(double size, Units units);
 
 /** [x, y] */
 QJsonArray placeJson(Place place, Units units);
+
+/** Lists of places in JSON, written one by one: as values they would take more memory than all else
+ *  together. */
+class LongLists
+{
+public:
+    explicit LongLists(Units units)
+        : mUnits(units)
+    { }
+
+    /** Stands for a list until it is written, as the member "places" of an object that may be
+     *  anywhere in the document. Holes come before slots.
+     *
+     * @param holes, slotPaths  outlive the lists; may be null
+     */
+    QString add(const std::vector<Place>* holes, const std::vector<Path>* slotPaths);
+
+    void write(QIODevice& file, const QJsonObject& json) const;
+
+private:
+    void writeList(QIODevice& file, size_t index) const;
+
+    Units mUnits;
+    std::vector<std::pair<const std::vector<Place>*, const std::vector<Path>*>> mLists;
+};
 
 } // namespace brox
 

@@ -14,7 +14,6 @@
 #include "plan_checks.h"
 
 #include <QFile>
-#include <QJsonDocument>
 #include <algorithm>
 #include <cstdio>
 
@@ -252,18 +251,20 @@ QStringList comparisonOf(const DrillPlan& plan)
                            : QStringList();
 }
 
-/** What is printed of a plan. */
+int printJson(const DrillPlan& plan, const CheckFindings* findings, bool withPlaces)
+{
+    QFile file;
+    const bool isOpen = file.open(stdout, QFile::WriteOnly);
+    writePlanJson(file, plan, findings, withPlaces);
+    const bool isWhole = isOpen && file.flush() && file.error() == QFile::NoError;
+    return isWhole && fflush(stdout) == 0 ? 0 : fail("the output can't be written");
+}
+
+/** What is printed of a plan, unless it is JSON. */
 QString printed(const Options& options, const DrillPlan& plan,
     const std::optional<CheckFindings>& findings, const QStringList& left,
     const QStringList& written)
 {
-    if (options.isSet(options.json)) {
-        QJsonObject json = planJson(plan, options.isSet(options.places));
-        if (findings) {
-            addFindings(json, plan, *findings);
-        }
-        return QString::fromUtf8(QJsonDocument(json).toJson());
-    }
     if (options.isSet(options.csv)) {
         return (plan.comparison ? comparisonCsv(*plan.comparison, plan.units)
                                 : planCsvHeader(plan.units) + planCsvRows(plan, plan.units))
@@ -325,7 +326,9 @@ int printPlan(const Options& options, HostSession& session, Board board, const S
                     .arg(plan.toolCount())
                     .arg(plan.toolsBefore());
     }
-    int status = print(printed(options, plan, findings, left, written));
+    int status = options.isSet(options.json)
+        ? printJson(plan, findings ? &*findings : nullptr, options.isSet(options.places))
+        : print(printed(options, plan, findings, left, written));
     if (!options.printsTable() && !options.isSet(options.json)) {
         for (const QString& line : left) {
             warn(line);

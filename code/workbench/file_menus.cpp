@@ -15,7 +15,6 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileDialog>
-#include <QJsonDocument>
 #include <QLayout>
 #include <QProgressDialog>
 #include <QSettings>
@@ -37,7 +36,7 @@ void addTable(const DrillPlan& plan, const QString& path, FileSet& files, const 
 {
     const QString suffix = QFileInfo(path).suffix().toLower();
     if (suffix == "json") {
-        files.add(path, QJsonDocument(planJson(plan)).toJson());
+        writePlanJson(files.open(path), plan);
     } else if (suffix == "txt") {
         files.add(path, planText(plan).toUtf8());
     } else if (suffix == "csv") {

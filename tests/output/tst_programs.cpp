@@ -251,7 +251,7 @@ private slots:
             for (size_t other = 0; other < places.size(); ++other) {
                 scene.setShown(other, other == row);
             }
-            scene.paint(image, view, {Qt::white, Qt::white, Qt::white});
+            scene.paint(image, view, {Qt::white, Qt::white, Qt::white, Qt::white});
             QPainter painter(&image);
             const auto wipe = [&](const QRectF& area) {
                 const QRectF dots(view.toImage(area.topLeft()), view.toImage(area.bottomRight()));
@@ -286,7 +286,7 @@ private slots:
             QVERIFY(!scene.hitAt({110.586, -1.414}, 0.01)); // where the long arc has its gap
             // What lies across the right border does not come in at the left.
             scene.paint(image, {scale, view.origin + QPointF(800 - view.toImage({101, -1}).x(), 0)},
-                {Qt::white, Qt::white, Qt::white});
+                {Qt::white, Qt::white, Qt::white, Qt::white});
             QVERIFY(image.copy(0, 0, 20, 600) == blank.copy(0, 0, 20, 600));
             scene.setShown(row, false);
             QVERIFY(!scene.hitAt(toMap(Place{100 * mm, 0}), 1e6));

@@ -185,9 +185,15 @@ const Case cases[] = {
      "echo "
      "told",
         0, {"told\n"}, ""},
-    {"$B controller.xml --map $D/m.svg; grep -B4 'map, layer' $D/m.svg | grep -o 'matrix([^)]*'"
-     " | sort -u | wc -l",
-        0, {"\n6\n"}, ""},
+    {"$B controller.xml --map $D/m.svg; grep -o ' y=\"[0-9.]*\".*map, layer' $D/m.svg | sort -u"
+     " | wc -l; grep -o ' 0 1 0 ' $D/m.svg | wc -l",
+        0, {"\n6\n1534\n"}, ""}, // half circles of each hole
+    {"(echo M48; echo METRIC; echo T1C.3; echo %; echo T1; seq -f X%g 300 | sed "
+     "'s/.*/&.0Y0.0\\n&.0Y1000.0/'"
+     "; echo M30) >$D/x.drl; $B $D/x.drl --map $D/m.svg 2>/dev/null; grep -o 'dots: [^<]*' "
+     "$D/m.svg;"
+     " grep -o 'M[^M]* 0 1 0 ' $D/m.svg | wc -l",
+        0, {"dots: holes too close for symbols\n600\n"}, ""},
     {"$B controller.xml --map $D/m.pdf; grep -ac '/Type /Page$' $D/m.pdf", 0, {"\n6\n"}, ""},
     {"sed 's/Function=\"ROUT/Function=\"PLANE/' sensor.xml | $B - --csv --step board", 0, {"Drill"},
         "holes left out: 1 (on layers that are not drilled)\n"},
