@@ -6,8 +6,8 @@
     <message numerus="yes">
         <source>types of %n tool(s)</source>
         <translation>
-            <numerusform>Typ von %n Werkzeug</numerusform>
-            <numerusform>Typen von %n Werkzeugen</numerusform>
+            <numerusform>Art von %n Werkzeug</numerusform>
+            <numerusform>Arten von %n Werkzeugen</numerusform>
         </translation>
     </message>
     <message>
@@ -27,20 +27,20 @@
         <translation>Step %1: %2</translation>
     </message>
     <message>
-        <source>As chosen before for this board: %1</source>
-        <translation>Wie zuvor für diese Leiterplatte gewählt: %1</translation>
-    </message>
-    <message>
-        <source>%1: what is chosen for the board is not kept: %2</source>
-        <translation>%1: was für die Leiterplatte gewählt ist, wird nicht behalten: %2</translation>
-    </message>
-    <message>
         <source>drill sizes in %1</source>
         <translation>Bohrmaße in %1</translation>
     </message>
     <message>
         <source>finished sizes in %1</source>
         <translation>Endmaße in %1</translation>
+    </message>
+    <message>
+        <source>Chosen before for this board: %1</source>
+        <translation>Zuvor für diese Leiterplatte gewählt: %1</translation>
+    </message>
+    <message>
+        <source>%1: the choices for the board could not be saved: %2</source>
+        <translation>%1: die Auswahl für die Leiterplatte konnte nicht gespeichert werden: %2</translation>
     </message>
 </context>
 <context>
@@ -745,10 +745,6 @@
         <translation>sie lässt sich nicht zu den Sicherungen verschieben</translation>
     </message>
     <message>
-        <source>what was read back is not what was saved</source>
-        <translation>zurückgelesen wurde etwas anderes, als gespeichert wurde</translation>
-    </message>
-    <message>
         <source>another workbench is saving</source>
         <translation>eine andere Workbench speichert gerade</translation>
     </message>
@@ -775,6 +771,10 @@
     <message>
         <source>empty</source>
         <translation>leer</translation>
+    </message>
+    <message>
+        <source>what was read back differs from what was saved</source>
+        <translation>zurückgelesen wurde etwas anderes, als gespeichert wurde</translation>
     </message>
 </context>
 <context>
@@ -824,26 +824,26 @@
         <translation>%1: der Ordner lässt sich nicht anlegen</translation>
     </message>
     <message>
-        <source>Restore Defaults: what a new data folder has takes its place.
-What stands there goes to the backups.</source>
-        <translation>Standard wiederherstellen: Was ein neuer Datenordner enthält, tritt an ihre Stelle.
-Was dort steht, kommt zu den Sicherungen.</translation>
-    </message>
-    <message>
-        <source>Leave: it is not touched, and nothing is exported.</source>
-        <translation>Belassen: Sie wird nicht angerührt, und nichts wird exportiert.</translation>
-    </message>
-    <message>
-        <source>Leave: it is not touched until you save, and then you are asked.</source>
-        <translation>Belassen: Sie wird nicht angerührt, bis Sie speichern, und dann werden Sie gefragt.</translation>
-    </message>
-    <message>
         <source>Restore Defaults</source>
         <translation>Standard wiederherstellen</translation>
     </message>
     <message>
-        <source>Restore: the backup of %1 takes its place (%2).</source>
-        <translation>Wiederherstellen: Die Sicherung vom %1 tritt an ihre Stelle (%2).</translation>
+        <source>Restore Defaults: the defaults replace the file.
+Its present content is kept as a backup.</source>
+        <translation>Standard wiederherstellen: Der Standard ersetzt die Datei.
+Ihr jetziger Inhalt bleibt als Sicherung erhalten.</translation>
+    </message>
+    <message>
+        <source>Leave: the file stays as it is, and nothing is exported until it can be read.</source>
+        <translation>Belassen: Die Datei bleibt, wie sie ist, und nichts wird exportiert, bis sie lesbar ist.</translation>
+    </message>
+    <message>
+        <source>Leave: the file stays as it is; before you save over it you are asked.</source>
+        <translation>Belassen: Die Datei bleibt, wie sie ist; bevor Sie sie überschreiben, werden Sie gefragt.</translation>
+    </message>
+    <message>
+        <source>Restore: the backup of %1 replaces the file (%2).</source>
+        <translation>Wiederherstellen: Die Sicherung vom %1 ersetzt die Datei (%2).</translation>
     </message>
 </context>
 <context>
@@ -888,10 +888,6 @@ Was dort steht, kommt zu den Sicherungen.</translation>
         <translation>%1 gibt keine Einheit an.</translation>
     </message>
     <message>
-        <source>The holes lie within the sizes on the buttons. Choose the one that is the board&apos;s.</source>
-        <translation>Auf den Schaltflächen steht, auf welcher Fläche die Bohrungen dann liegen. Wählen Sie die, die zur Leiterplatte passt.</translation>
-    </message>
-    <message>
         <source>Boards (%1)</source>
         <translation>Leiterplatten (%1)</translation>
     </message>
@@ -910,6 +906,10 @@ Was dort steht, kommt zu den Sicherungen.</translation>
     <message>
         <source>All files (*)</source>
         <translation>Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>The buttons show the extent of the holes in either unit. Choose the one that fits the board.</source>
+        <translation>Die Schaltflächen zeigen die Ausdehnung der Bohrungen in beiden Einheiten. Wählen Sie die, die zur Leiterplatte passt.</translation>
     </message>
 </context>
 <context>
@@ -1020,7 +1020,7 @@ Was dort steht, kommt zu den Sicherungen.</translation>
     </message>
     <message>
         <source>Drill map, layer %1</source>
-        <translation>Bohrkarte, Lage %1</translation>
+        <translation>Bohrplan, Lage %1</translation>
     </message>
     <message>
         <source>Board %1, step %2, model %3%4. Circles have the drill size; sizes in %5.</source>
@@ -1058,15 +1058,15 @@ Was dort steht, kommt zu den Sicherungen.</translation>
     </message>
     <message>
         <source>%1: a map is written as .svg, .pdf or .png</source>
-        <translation>%1: eine Karte wird als .svg, .pdf oder .png geschrieben</translation>
+        <translation>%1: ein Bohrplan wird als .svg, .pdf oder .png geschrieben</translation>
     </message>
     <message>
         <source>step &quot;%1&quot;: no holes, so no map</source>
-        <translation>Step „%1“: keine Bohrungen, also keine Karte</translation>
+        <translation>Step „%1“: keine Bohrungen, also kein Bohrplan</translation>
     </message>
     <message>
         <source>Drill map of %1</source>
-        <translation>Bohrkarte von %1</translation>
+        <translation>Bohrplan von %1</translation>
     </message>
     <message>
         <source>mil</source>
@@ -1103,7 +1103,7 @@ Was dort steht, kommt zu den Sicherungen.</translation>
     </message>
     <message>
         <source>Map of layer %1</source>
-        <translation>Karte der Lage %1</translation>
+        <translation>Bohrplan der Lage %1</translation>
     </message>
     <message>
         <source>Drill report of %1</source>
@@ -1463,7 +1463,7 @@ Was dort steht, kommt zu den Sicherungen.</translation>
     </message>
     <message>
         <source>other number of hits than a comment</source>
-        <translation>andere Zahl von Treffern als in einem Kommentar</translation>
+        <translation>andere Hubzahl als in einem Kommentar</translation>
     </message>
     <message>
         <source>other scale than the other files</source>
@@ -1487,11 +1487,11 @@ Was dort steht, kommt zu den Sicherungen.</translation>
     </message>
     <message>
         <source>the board specifies no outline</source>
-        <translation>das Board gibt keinen Umriss an</translation>
+        <translation>die Leiterplatte gibt keinen Umriss an</translation>
     </message>
     <message>
         <source>the board specifies no thickness</source>
-        <translation>das Board gibt keine Dicke an</translation>
+        <translation>die Leiterplatte gibt keine Dicke an</translation>
     </message>
     <message>
         <source>depth of layer %1</source>
@@ -1499,7 +1499,7 @@ Was dort steht, kommt zu den Sicherungen.</translation>
     </message>
     <message>
         <source>the board does not specify all tolerances</source>
-        <translation>das Board gibt nicht alle Toleranzen an</translation>
+        <translation>die Leiterplatte gibt nicht alle Toleranzen an</translation>
     </message>
     <message>
         <source>files with drill sizes specify no finished sizes</source>
@@ -1531,7 +1531,7 @@ Was dort steht, kommt zu den Sicherungen.</translation>
     </message>
     <message>
         <source>hits of a tool at places that it has been to: %1 (drilled once)</source>
-        <translation>Treffer eines Werkzeugs an Stellen, an denen es schon war: %1 (einmal gebohrt)</translation>
+        <translation>Hübe eines Werkzeugs an Stellen, an denen es schon war: %1 (einmal gebohrt)</translation>
     </message>
     <message>
         <source>(was %1)</source>
@@ -1784,10 +1784,6 @@ Was dort steht, kommt zu den Sicherungen.</translation>
         <translation>keine Kopfzeile wie designation,mm,inch,approved</translation>
     </message>
     <message>
-        <source>&quot;%1&quot; is not a column once; there are: %2</source>
-        <translation>„%1“ ist keine oder eine doppelte Spalte; es gibt: %2</translation>
-    </message>
-    <message>
         <source>the columns designation and mm or inch are needed</source>
         <translation>die Spalten designation und mm oder inch müssen da sein</translation>
     </message>
@@ -1815,17 +1811,6 @@ Was dort steht, kommt zu den Sicherungen.</translation>
         </translation>
     </message>
     <message numerus="yes">
-        <source>%n bits are called %1</source>
-        <translation>
-            <numerusform>%n Bohrer heißt %1</numerusform>
-            <numerusform>%n Bohrer heißen %1</numerusform>
-        </translation>
-    </message>
-    <message>
-        <source>%1 is longer than the %2 characters that a host gets</source>
-        <translation>%1 ist länger als die %2 Zeichen, die ein Wirtsprogramm bekommt</translation>
-    </message>
-    <message numerus="yes">
         <source>%n bit(s) without a size, which no job uses</source>
         <translation>
             <numerusform>%n Bohrer ohne Größe, den kein Auftrag verwendet</numerusform>
@@ -1844,12 +1829,30 @@ Was dort steht, kommt zu den Sicherungen.</translation>
         <source>Number and letter drills (#80 to Z)</source>
         <translation>Nummern- und Buchstabenbohrer (#80 bis Z)</translation>
     </message>
+    <message>
+        <source>&quot;%1&quot; is an unknown or repeated column; there are: %2</source>
+        <translation>„%1“ ist eine unbekannte oder doppelte Spalte; es gibt: %2</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n bits have the designation %1</source>
+        <translation>
+            <numerusform>%n Bohrer hat die Bezeichnung %1</numerusform>
+            <numerusform>%n Bohrer haben die Bezeichnung %1</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1 is longer than the %2 characters that a host takes</source>
+        <translation>%1 ist länger als die %2 Zeichen, die ein Host annimmt</translation>
+    </message>
 </context>
 <context>
     <name>RecentBoards</name>
-    <message>
-        <source>%1 and %2 more</source>
-        <translation>%1 und %2 weitere</translation>
+    <message numerus="yes">
+        <source>%1 and %n more file(s)</source>
+        <translation>
+            <numerusform>%1 und %n weitere Datei</numerusform>
+            <numerusform>%1 und %n weitere Dateien</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -1960,17 +1963,6 @@ Was dort steht, kommt zu den Sicherungen.</translation>
         <source>Comma-separated values (*.csv);;All files (*)</source>
         <translation>Durch Kommas getrennte Werte (*.csv);;Alle Dateien (*)</translation>
     </message>
-    <message>
-        <source>The former bits go to the backups.</source>
-        <translation>Die bisherigen Bohrer kommen zu den Sicherungen.</translation>
-    </message>
-    <message numerus="yes">
-        <source>%n bit(s) take the place of those in the table of bits.</source>
-        <translation>
-            <numerusform>%n Bohrer ersetzt die der Bohrertabelle.</numerusform>
-            <numerusform>%n Bohrer ersetzen die der Bohrertabelle.</numerusform>
-        </translation>
-    </message>
     <message numerus="yes">
         <source>The table has %n bit(s) now.</source>
         <translation>
@@ -2005,13 +1997,20 @@ Was dort steht, kommt zu den Sicherungen.</translation>
         <source>Drill bits exported, as they were saved last: %1</source>
         <translation>Bohrer exportiert, wie sie zuletzt gespeichert wurden: %1</translation>
     </message>
+    <message>
+        <source>The current bits are kept as a backup.</source>
+        <translation>Die jetzigen Bohrer bleiben als Sicherung erhalten.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n bit(s) will replace the table of bits.</source>
+        <translation>
+            <numerusform>%n Bohrer ersetzt die Bohrertabelle.</numerusform>
+            <numerusform>%n Bohrer ersetzen die Bohrertabelle.</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>brox::DataGuard</name>
-    <message>
-        <source>nothing whole could be written to %1 (%2)</source>
-        <translation>nach %1 konnte nichts vollständig geschrieben werden (%2)</translation>
-    </message>
     <message>
         <source>Overwrite</source>
         <translation>Überschreiben</translation>
@@ -2019,12 +2018,6 @@ Was dort steht, kommt zu den Sicherungen.</translation>
     <message>
         <source>Keep</source>
         <translation>Behalten</translation>
-    </message>
-    <message>
-        <source>Overwrite: what stands there goes to the backups.
-Keep: nothing is saved.</source>
-        <translation>Überschreiben: Was dort steht, kommt zu den Sicherungen.
-Behalten: Nichts wird gespeichert.</translation>
     </message>
     <message>
         <source>%1 can&apos;t be read: %2</source>
@@ -2037,12 +2030,6 @@ Behalten: Nichts wird gespeichert.</translation>
     <message>
         <source>No backup of %1 could be made: %2</source>
         <translation>Von %1 konnte keine Sicherung angelegt werden: %2</translation>
-    </message>
-    <message>
-        <source>Save: if the computer stops meanwhile, the file may be lost.
-Cancel: nothing is saved.</source>
-        <translation>Speichern: Bleibt der Rechner währenddessen stehen, kann die Datei verloren sein.
-Abbrechen: Nichts wird gespeichert.</translation>
     </message>
     <message>
         <source>Save</source>
@@ -2065,10 +2052,6 @@ Abbrechen: Nichts wird gespeichert.</translation>
         <translation>%1 konnte nicht gespeichert werden: %2</translation>
     </message>
     <message>
-        <source>What was saved before is still there. What was to be saved counts as unsaved.</source>
-        <translation>Was zuvor gespeichert war, ist noch da. Was gespeichert werden sollte, gilt als ungespeichert.</translation>
-    </message>
-    <message>
         <source>Discard</source>
         <translation>Verwerfen</translation>
     </message>
@@ -2085,10 +2068,6 @@ Abbrechen: Nichts wird gespeichert.</translation>
         <translation>es war zuvor nicht gespeichert</translation>
     </message>
     <message>
-        <source>The edits could not be kept: %1</source>
-        <translation>Die Änderungen konnten nicht behalten werden: %1</translation>
-    </message>
-    <message>
         <source>Another workbench is saving to %1.</source>
         <translation>Eine andere Workbench speichert gerade in %1.</translation>
     </message>
@@ -2100,12 +2079,36 @@ Abbrechen: Nichts wird gespeichert.</translation>
         <source>Try Again</source>
         <translation>Erneut versuchen</translation>
     </message>
+    <message>
+        <source>The changes could not be kept: %1</source>
+        <translation>Die Änderungen konnten nicht aufbewahrt werden: %1</translation>
+    </message>
+    <message>
+        <source>it could not be written completely to %1 (%2)</source>
+        <translation>sie konnte nicht vollständig nach %1 geschrieben werden (%2)</translation>
+    </message>
+    <message>
+        <source>Overwrite: the present content is kept as a backup.
+Keep: nothing is saved.</source>
+        <translation>Überschreiben: Der jetzige Inhalt bleibt als Sicherung erhalten.
+Behalten: Nichts wird gespeichert.</translation>
+    </message>
+    <message>
+        <source>Save: if the computer fails meanwhile, the file may be lost.
+Cancel: nothing is saved.</source>
+        <translation>Speichern: Fällt der Rechner währenddessen aus, kann die Datei verloren sein.
+Abbrechen: Nichts wird gespeichert.</translation>
+    </message>
+    <message>
+        <source>The file is as it was. Your changes are still unsaved.</source>
+        <translation>Die Datei ist, wie sie war. Ihre Änderungen sind noch ungespeichert.</translation>
+    </message>
 </context>
 <context>
     <name>brox::ErrorBar</name>
     <message>
-        <source>A click takes this line away; the log keeps it.</source>
-        <translation>Ein Klick nimmt diese Zeile weg; im Protokoll bleibt sie.</translation>
+        <source>Click to dismiss; the log keeps it.</source>
+        <translation>Klick blendet die Meldung aus; im Protokoll bleibt sie.</translation>
     </message>
 </context>
 <context>
@@ -2116,11 +2119,11 @@ Abbrechen: Nichts wird gespeichert.</translation>
     </message>
     <message>
         <source>&amp;Drill Programs...</source>
-        <translation>&amp;Bohrprogramme...</translation>
+        <translation>&amp;Bohrprogramme …</translation>
     </message>
     <message>
         <source>&amp;Report...</source>
-        <translation>Be&amp;richt...</translation>
+        <translation>Be&amp;richt …</translation>
     </message>
     <message>
         <source>Export Report</source>
@@ -2132,11 +2135,11 @@ Abbrechen: Nichts wird gespeichert.</translation>
     </message>
     <message>
         <source>&amp;Map...</source>
-        <translation>Bohr&amp;karte...</translation>
+        <translation>Bohr&amp;plan …</translation>
     </message>
     <message>
         <source>Export Map</source>
-        <translation>Bohrkarte exportieren</translation>
+        <translation>Bohrplan exportieren</translation>
     </message>
     <message>
         <source>SVG (*.svg);;PDF (*.pdf);;PNG (*.png)</source>
@@ -2144,7 +2147,7 @@ Abbrechen: Nichts wird gespeichert.</translation>
     </message>
     <message>
         <source>&amp;Table...</source>
-        <translation>&amp;Tabelle...</translation>
+        <translation>&amp;Tabelle …</translation>
     </message>
     <message>
         <source>Export Table</source>
@@ -2165,10 +2168,6 @@ Abbrechen: Nichts wird gespeichert.</translation>
     <message>
         <source>Cancel</source>
         <translation>Abbrechen</translation>
-    </message>
-    <message>
-        <source>Written by model %1: %2</source>
-        <translation>Nach Modell %1 geschrieben: %2</translation>
     </message>
     <message>
         <source>%1: a table is written as .csv, .json or .txt</source>
@@ -2194,24 +2193,12 @@ Abbrechen: Nichts wird gespeichert.</translation>
         </translation>
     </message>
     <message>
-        <source>Some of the files are in %1 already.</source>
-        <translation>Einige der Dateien sind schon in %1.</translation>
-    </message>
-    <message>
         <source>Overwrite</source>
         <translation>Überschreiben</translation>
     </message>
     <message>
         <source>%1 holds programs of an earlier export of this board and step that this one no longer has. Remove them?</source>
-        <translation>%1 enthält Programme eines früheren Exports dieser Leiterplatte und dieses Schritts, die es in diesem nicht mehr gibt. Entfernen?</translation>
-    </message>
-    <message>
-        <source>Yes</source>
-        <translation>Ja</translation>
-    </message>
-    <message>
-        <source>No</source>
-        <translation>Nein</translation>
+        <translation>%1 enthält Programme eines früheren Exports dieser Leiterplatte und dieses Steps, die es in diesem nicht mehr gibt. Entfernen?</translation>
     </message>
     <message>
         <source>Fewest &amp;tools</source>
@@ -2228,6 +2215,22 @@ Abbrechen: Nichts wird gespeichert.</translation>
     <message>
         <source>Export cancelled: nothing was written to %1</source>
         <translation>Export abgebrochen: nach %1 wurde nichts geschrieben</translation>
+    </message>
+    <message>
+        <source>%1 already holds some of these files.</source>
+        <translation>%1 enthält schon einige dieser Dateien.</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Entfernen</translation>
+    </message>
+    <message>
+        <source>Keep</source>
+        <translation>Behalten</translation>
+    </message>
+    <message>
+        <source>Written with model %1: %2</source>
+        <translation>Mit Modell %1 geschrieben: %2</translation>
     </message>
 </context>
 <context>
@@ -2261,16 +2264,8 @@ Abbrechen: Nichts wird gespeichert.</translation>
         <translation>Grenze</translation>
     </message>
     <message>
-        <source>Id</source>
-        <translation>Kennung</translation>
-    </message>
-    <message>
         <source>no findings</source>
         <translation>keine Befunde</translation>
-    </message>
-    <message>
-        <source>findings: %1 (hard: %2)</source>
-        <translation>Befunde: %1 (ernste: %2)</translation>
     </message>
     <message>
         <source>must not be drilled</source>
@@ -2287,6 +2282,24 @@ Abbrechen: Nichts wird gespeichert.</translation>
     <message>
         <source>Compared with %1: %2</source>
         <translation>Verglichen mit %1: %2</translation>
+    </message>
+    <message>
+        <source>ID</source>
+        <translation>Kennung</translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln finding(s)</source>
+        <translation>
+            <numerusform>%Ln Befund</numerusform>
+            <numerusform>%Ln Befunde</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source> (%Ln hard)</source>
+        <translation>
+            <numerusform> (%Ln ernster)</numerusform>
+            <numerusform> (%Ln ernste)</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -2331,12 +2344,12 @@ Abbrechen: Nichts wird gespeichert.</translation>
 <context>
     <name>brox::JobTable</name>
     <message>
-        <source>As the &amp;Board Has It</source>
-        <translation>Wie das &amp;Board ihn nennt</translation>
-    </message>
-    <message>
         <source>The board does not specify the type.</source>
         <translation>Die Leiterplatte gibt die Art nicht an.</translation>
+    </message>
+    <message>
+        <source>As &amp;Specified by the Board</source>
+        <translation>Wie von der &amp;Leiterplatte angegeben</translation>
     </message>
 </context>
 <context>
@@ -2363,10 +2376,6 @@ Abbrechen: Nichts wird gespeichert.</translation>
     <message>
         <source>brox workbench</source>
         <translation>brox-Workbench</translation>
-    </message>
-    <message>
-        <source>Choose a step of the board in the menu Step.</source>
-        <translation>Wählen Sie im Menü Step einen Step der Leiterplatte.</translation>
     </message>
     <message>
         <source>%1[*] - brox workbench</source>
@@ -2402,7 +2411,7 @@ Abbrechen: Nichts wird gespeichert.</translation>
     </message>
     <message>
         <source>&amp;Quit</source>
-        <translation>&amp;Beenden</translation>
+        <translation>Bee&amp;nden</translation>
     </message>
     <message>
         <source>&amp;Units</source>
@@ -2418,11 +2427,11 @@ Abbrechen: Nichts wird gespeichert.</translation>
     </message>
     <message>
         <source>&amp;Next Tab</source>
-        <translation>&amp;Nächste Karte</translation>
+        <translation>&amp;Nächste Karteikarte</translation>
     </message>
     <message>
         <source>&amp;Previous Tab</source>
-        <translation>&amp;Vorige Karte</translation>
+        <translation>&amp;Vorige Karteikarte</translation>
     </message>
     <message>
         <source>&amp;Help</source>
@@ -2446,11 +2455,11 @@ Abbrechen: Nichts wird gespeichert.</translation>
     </message>
     <message>
         <source>&amp;Drill Map</source>
-        <translation>&amp;Bohrkarte</translation>
+        <translation>&amp;Bohrplan</translation>
     </message>
     <message>
         <source>Shop R&amp;ules...</source>
-        <translation>&amp;Regeln des Betriebs...</translation>
+        <translation>&amp;Regeln des Betriebs …</translation>
     </message>
     <message>
         <source>Goes to the next row to check.</source>
@@ -2486,11 +2495,7 @@ Abbrechen: Nichts wird gespeichert.</translation>
     </message>
     <message>
         <source>For&amp;get Choices for This Board</source>
-        <translation>Auswahl für diese Leiterplatte &amp;vergessen</translation>
-    </message>
-    <message>
-        <source>Types, models and units are those of the board and the first model.</source>
-        <translation>Typen und Einheiten sind wieder die der Leiterplatte, das Modell ist das erste.</translation>
+        <translation>Auswahl für diese Leiterplatte ver&amp;gessen</translation>
     </message>
     <message>
         <source>&amp;Keyboard Shortcuts...</source>
@@ -2506,7 +2511,7 @@ Abbrechen: Nichts wird gespeichert.</translation>
     </message>
     <message>
         <source>&amp;Findings</source>
-        <translation>&amp;Befunde</translation>
+        <translation>Be&amp;funde</translation>
     </message>
     <message>
         <source>%1 is restored</source>
@@ -2566,7 +2571,7 @@ Abbrechen: Nichts wird gespeichert.</translation>
     </message>
     <message>
         <source>Restore Bac&amp;kup or Defaults...</source>
-        <translation>Si&amp;cherung oder Standard wiederherstellen …</translation>
+        <translation>S&amp;icherung oder Standard wiederherstellen …</translation>
     </message>
     <message>
         <source>Co&amp;mpare With</source>
@@ -2588,16 +2593,24 @@ Abbrechen: Nichts wird gespeichert.</translation>
         <source>&amp;End Comparison</source>
         <translation>Vergleich &amp;beenden</translation>
     </message>
+    <message>
+        <source>Choose a step of the board from the Step menu.</source>
+        <translation>Wählen Sie im Menü „Step“ einen Step der Leiterplatte.</translation>
+    </message>
+    <message>
+        <source>Takes back the types, drill sizes, models and units that were chosen.</source>
+        <translation>Nimmt gewählte Arten, Bohrmaße, Modelle und Einheiten zurück.</translation>
+    </message>
 </context>
 <context>
     <name>brox::MapDock</name>
     <message>
         <source>Drill map</source>
-        <translation>Bohrkarte</translation>
+        <translation>Bohrplan</translation>
     </message>
     <message>
         <source>Layers and tools on the map</source>
-        <translation>Lagen und Werkzeuge der Karte</translation>
+        <translation>Lagen und Werkzeuge des Bohrplans</translation>
     </message>
     <message>
         <source>Layer, tool</source>
@@ -2634,14 +2647,6 @@ bei X %2, Y %3</translation>
         <translation>mm</translation>
     </message>
     <message>
-        <source>finished %1 +%2 -%3</source>
-        <translation>Endmaß %1 +%2 -%3</translation>
-    </message>
-    <message>
-        <source>drill %1</source>
-        <translation>Bohrmaß %1</translation>
-    </message>
-    <message>
         <source>no drill size</source>
         <translation>kein Bohrmaß</translation>
     </message>
@@ -2662,28 +2667,32 @@ bei X %2, Y %3</translation>
         <translation>Zeigt die ganze Leiterplatte (Pos1)</translation>
     </message>
     <message>
-        <source>Sizes Are Those of &amp;Drills</source>
-        <translation>Größen sind die von &amp;Bohrern</translation>
-    </message>
-    <message>
-        <source>was %1</source>
-        <translation>statt %1</translation>
-    </message>
-    <message>
         <source>Holes to check have amber rings, findings red ones.</source>
         <translation>Zu prüfende Bohrungen haben orange Ringe, Befunde rote.</translation>
+    </message>
+    <message>
+        <source>These Are &amp;Drill Sizes</source>
+        <translation>Das sind &amp;Bohrmaße</translation>
+    </message>
+    <message>
+        <source>DHS [%1]</source>
+        <translation>Bohrmaß [%1]</translation>
+    </message>
+    <message>
+        <source>finished %1 +%2 -%3 %4</source>
+        <translation>Endmaß %1 +%2 -%3 %4</translation>
+    </message>
+    <message>
+        <source>drill %1 %2</source>
+        <translation>Bohrmaß %1 %2</translation>
+    </message>
+    <message>
+        <source>instead of %1</source>
+        <translation>statt %1</translation>
     </message>
 </context>
 <context>
     <name>brox::RestoreDialog</name>
-    <message>
-        <source>Restore Backup</source>
-        <translation>Sicherung wiederherstellen</translation>
-    </message>
-    <message>
-        <source>What you choose takes the place of its file. What stands there now goes to the backups.</source>
-        <translation>Was Sie wählen, tritt an die Stelle seiner Datei. Was jetzt dort steht, kommt zu den Sicherungen.</translation>
-    </message>
     <message>
         <source>Backups</source>
         <translation>Sicherungen</translation>
@@ -2720,6 +2729,14 @@ bei X %2, Y %3</translation>
         <source>%1 can&apos;t be restored: %2</source>
         <translation>%1 kann nicht wiederhergestellt werden: %2</translation>
     </message>
+    <message>
+        <source>Restore Backup or Defaults</source>
+        <translation>Sicherung oder Standard wiederherstellen</translation>
+    </message>
+    <message>
+        <source>The content that you choose replaces its file. What the file holds now is kept as a backup.</source>
+        <translation>Der gewählte Inhalt ersetzt seine Datei. Was die Datei jetzt enthält, bleibt als Sicherung erhalten.</translation>
+    </message>
 </context>
 <context>
     <name>brox::RulesDialog</name>
@@ -2734,14 +2751,6 @@ bei X %2, Y %3</translation>
     <message>
         <source>From size</source>
         <translation>Ab Größe</translation>
-    </message>
-    <message>
-        <source>Smaller by</source>
-        <translation>Kleiner um</translation>
-    </message>
-    <message>
-        <source>Larger by</source>
-        <translation>Größer um</translation>
     </message>
     <message>
         <source>&amp;Add</source>
@@ -2761,7 +2770,7 @@ bei X %2, Y %3</translation>
     </message>
     <message>
         <source>&amp;Tolerances of holes and slots for which the board specifies none:</source>
-        <translation>&amp;Toleranzen von Bohrungen und Schlitzen, für die die Leiterplatte keine vorgibt:</translation>
+        <translation>&amp;Toleranzen von Bohrungen und Langlöchern, für die die Leiterplatte keine vorgibt:</translation>
     </message>
     <message>
         <source>Tolerances</source>
@@ -2853,6 +2862,14 @@ bei X %2, Y %3</translation>
     <message>
         <source>&quot;%1&quot; is no number from 0 to 1000; the former number is back.</source>
         <translation>„%1“ ist keine Zahl von 0 bis 1000; die bisherige steht wieder da.</translation>
+    </message>
+    <message>
+        <source>Minus tolerance</source>
+        <translation>Toleranz minus</translation>
+    </message>
+    <message>
+        <source>Plus tolerance</source>
+        <translation>Toleranz plus</translation>
     </message>
 </context>
 <context>

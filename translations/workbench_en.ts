@@ -21,29 +21,32 @@
         </translation>
     </message>
     <message numerus="yes">
-        <source>%n bits are called %1</source>
-        <translation>
-            <numerusform>%n bit is called %1</numerusform>
-            <numerusform>%n bits are called %1</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
         <source>%n bit(s) without a size, which no job uses</source>
         <translation>
             <numerusform>%n bit without a size, which no job uses</numerusform>
             <numerusform>%n bits without a size, which no job uses</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source>%n bits have the designation %1</source>
+        <translation>
+            <numerusform>%n bit has the designation %1</numerusform>
+            <numerusform>%n bits have the designation %1</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>RecentBoards</name>
+    <message numerus="yes">
+        <source>%1 and %n more file(s)</source>
+        <translation>
+            <numerusform>%1 and %n more file</numerusform>
+            <numerusform>%1 and %n more files</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>brox::BitsMenu</name>
-    <message numerus="yes">
-        <source>%n bit(s) take the place of those in the table of bits.</source>
-        <translation>
-            <numerusform>%n bit takes the place of those in the table of bits.</numerusform>
-            <numerusform>%n bits take the place of those in the table of bits.</numerusform>
-        </translation>
-    </message>
     <message numerus="yes">
         <source>The table has %n bit(s) now.</source>
         <translation>
@@ -58,6 +61,13 @@
             <numerusform>%n bits imported</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source>%n bit(s) will replace the table of bits.</source>
+        <translation>
+            <numerusform>%n bit will replace the table of bits.</numerusform>
+            <numerusform>%n bits will replace the table of bits.</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>brox::ExportMenu</name>
@@ -66,6 +76,23 @@
         <translation>
             <numerusform> (%n row to check)</numerusform>
             <numerusform> (%n rows to check)</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>brox::FindingsDock</name>
+    <message numerus="yes">
+        <source>%Ln finding(s)</source>
+        <translation>
+            <numerusform>%Ln finding</numerusform>
+            <numerusform>%Ln findings</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source> (%Ln hard)</source>
+        <translation>
+            <numerusform> (%Ln hard)</numerusform>
+            <numerusform> (%Ln hard)</numerusform>
         </translation>
     </message>
 </context>

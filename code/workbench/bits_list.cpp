@@ -147,7 +147,7 @@ private:
         const QStringList names = cellsOf(line.toLower(), mSeparator);
         for (qsizetype i = 0; i < names.size(); ++i) {
             if (!known.contains(names[i]) || mColumns.contains(names[i])) {
-                fail(ReadySetText::tr("\"%1\" is not a column once; there are: %2")
+                fail(ReadySetText::tr("\"%1\" is an unknown or repeated column; there are: %2")
                          .arg(names[i], known.join(", ")));
             }
             mColumns[names[i]] = i;
@@ -294,10 +294,11 @@ QStringList doubtsAbout(const DrillBits& bits)
             continue;
         }
         if (i.value() > 1) {
-            doubts << ReadySetText::tr("%n bits are called %1", "", i.value()).arg(i.key());
+            doubts
+                << ReadySetText::tr("%n bits have the designation %1", "", i.value()).arg(i.key());
         }
         if (i.key().toLocal8Bit().size() > designationLength) {
-            doubts << ReadySetText::tr("%1 is longer than the %2 characters that a host gets")
+            doubts << ReadySetText::tr("%1 is longer than the %2 characters that a host takes")
                           .arg(i.key())
                           .arg(designationLength);
         }

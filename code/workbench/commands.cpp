@@ -241,7 +241,8 @@ std::shared_ptr<const Comparison> askedComparison(
     }
     const Board other = readOrder(options.parser.values(options.compare), readOptions(options));
     notes = other.notes;
-    return compareStep(*draft.board, draft.step, other, comparisonTolerance(options));
+    return std::make_shared<const Comparison>(
+        compareStep(*draft.board, draft.step, other, comparisonTolerance(options)));
 }
 
 /** What differs in another board, if one is compared. */

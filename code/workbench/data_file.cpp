@@ -244,7 +244,7 @@ QString Backups::replace(const DataFile& file, const DataFile::Content& before,
     }
     QString fault = file.write(bytes, inPlaceAtNeed);
     if (fault.isEmpty() && file.readUnchecked().bytes != bytes) {
-        fault = DataFile::tr("what was read back is not what was saved");
+        fault = DataFile::tr("what was read back differs from what was saved");
     }
     if (fault.isEmpty()) {
         keep(file.kind(), bytes); // in vain: the next save tries again

@@ -162,7 +162,7 @@ QByteArray DataGuard::pathForReading(DataFile::Kind kind)
     const QString path = stagePath(kind);
     const QString error = writeFile(path, content);
     if (!error.isEmpty()) {
-        ask(tr("The edits could not be kept: %1").arg(error), {}, {tr("Close")});
+        ask(tr("The changes could not be kept: %1").arg(error), {}, {tr("Close")});
     }
     return path.toUtf8();
 }
@@ -220,7 +220,7 @@ void DataGuard::finishSave(StepData* data)
     }
     if (!fault.isEmpty()) {
         settle(&save, {},
-            tr("nothing whole could be written to %1 (%2)").arg(QDir::tempPath(), fault));
+            tr("it could not be written completely to %1 (%2)").arg(QDir::tempPath(), fault));
         return;
     }
     replace(&save, bytes);
@@ -253,7 +253,7 @@ bool DataGuard::prepare(Save* save)
     }
     const QStringList answers{tr("Overwrite"), tr("Keep")};
     const QString details =
-        tr("Overwrite: what stands there goes to the backups.\nKeep: nothing is saved.");
+        tr("Overwrite: the present content is kept as a backup.\nKeep: nothing is saved.");
     if (!save->before.fault.isEmpty()) {
         if (ask(tr("%1 can't be read: %2").arg(file.path(), save->before.fault), details, answers)
             != 0) {
@@ -275,7 +275,7 @@ bool DataGuard::prepare(Save* save)
     save->hasBackup = error.isEmpty();
     return save->hasBackup
         || ask(tr("No backup of %1 could be made: %2").arg(file.path(), error),
-               tr("Save: if the computer stops meanwhile, the file may be lost.\n"
+               tr("Save: if the computer fails meanwhile, the file may be lost.\n"
                   "Cancel: nothing is saved."),
                {tr("Save"), tr("Cancel")})
         == 0;
@@ -314,8 +314,7 @@ void DataGuard::settle(Save* save, const QByteArray& bytes, const QString& fault
         answers.prepend(tr("Save Again"));
     }
     const qsizetype answer = ask(tr("%1 could not be saved: %2").arg(path, fault),
-        tr("What was saved before is still there. What was to be saved counts as unsaved."),
-        answers);
+        tr("The file is as it was. Your changes are still unsaved."), answers);
     Save again{save->kind, save->data};
     if (answer < answers.size() - 1 && prepare(&again)) {
         replace(&again, bytes);

@@ -99,18 +99,19 @@ void DataStart::repair()
 
 void DataStart::offerBackup(const DataFile& file, const DataFile::Content& content)
 {
-    QString details = tr("Restore Defaults: what a new data folder has takes its place.\n"
-                         "What stands there goes to the backups.")
+    QString details = tr("Restore Defaults: the defaults replace the file.\n"
+                         "Its present content is kept as a backup.")
         + '\n'
         + (file.kind() == DataFile::Kind::Rules
-                ? tr("Leave: it is not touched, and nothing is exported.")
-                : tr("Leave: it is not touched until you save, and then you are asked."));
+                ? tr(
+                    "Leave: the file stays as it is, and nothing is exported until it can be read.")
+                : tr("Leave: the file stays as it is; before you save over it you are asked."));
     QStringList answers{tr("Restore Defaults"), tr("Leave")};
     QList<QByteArray> contents{DataFile::defaults(file.kind())};
     if (const auto backup = mBackups.newestGood(file.kind())) {
         const QString time = QLocale().toString(backup->time.toLocalTime(), QLocale::ShortFormat);
         contents.prepend(backup->bytes());
-        details.prepend(tr("Restore: the backup of %1 takes its place (%2).")
+        details.prepend(tr("Restore: the backup of %1 replaces the file (%2).")
                             .arg(time, DataFile::summaryOf(file.kind(), contents.first()))
             + '\n');
         answers.prepend(tr("Restore"));

@@ -74,7 +74,7 @@ bool mayOverwrite(const QString& folder, const FileSet& files)
     QStringList existing = files.paths();
     existing.removeIf([](const QString& path) { return !QFileInfo::exists(path); });
     return existing.isEmpty()
-        || ask(ExportMenu::tr("Some of the files are in %1 already.").arg(folder),
+        || ask(ExportMenu::tr("%1 already holds some of these files.").arg(folder),
                namesOf(existing), {ExportMenu::tr("Overwrite"), ExportMenu::tr("Cancel")})
         == 0;
 }
@@ -85,7 +85,7 @@ bool mayRemove(const QString& folder, const QStringList& stale)
         && ask(ExportMenu::tr("%1 holds programs of an earlier export of this board and step that "
                               "this one no longer has. Remove them?")
                    .arg(folder),
-               namesOf(stale), {ExportMenu::tr("Yes"), ExportMenu::tr("No")})
+               namesOf(stale), {ExportMenu::tr("Remove"), ExportMenu::tr("Keep")})
         == 0;
 }
 
@@ -220,7 +220,7 @@ void ExportMenu::write(const char* key, const QString& path, Write writeFiles)
         QSettings().setValue(
             QStringLiteral("export/%1").arg(key), QFileInfo(files.paths().value(0)).absolutePath());
         QString message =
-            tr("Written by model %1: %2").arg(plan.model.name, files.paths().join(", "));
+            tr("Written with model %1: %2").arg(plan.model.name, files.paths().join(", "));
         if (plan.model.unsaved || plan.model.isOlder) {
             message += tr(" (models and bits: %1)").arg(spoken(fileState(plan.model)));
         }
@@ -280,8 +280,8 @@ void BitsMenu::replace(const QString& name)
     const DrillBits bits = readBits(name);
     const qsizetype former = savedBits(mDataDir).size();
     const QString lines =
-        (doubtsAbout(bits) + QStringList(tr("The former bits go to the backups."))).join('\n');
-    if (ask(tr("%n bit(s) take the place of those in the table of bits.", "", int(bits.size())),
+        (doubtsAbout(bits) + QStringList(tr("The current bits are kept as a backup."))).join('\n');
+    if (ask(tr("%n bit(s) will replace the table of bits.", "", int(bits.size())),
             tr("The table has %n bit(s) now.", "", int(former)) + '\n' + lines,
             {tr("Replace"), tr("Cancel")})
             == 0

@@ -76,9 +76,11 @@ void FindingsDock::check()
             for (const CheckFinding& finding : findings.list) {
                 places.insert(places.end(), finding.places.begin(), finding.places.end());
             }
-            numbers = findings.list.empty()
-                ? tr("no findings")
-                : tr("findings: %1 (hard: %2)").arg(findings.list.size()).arg(findings.hardCount());
+            numbers = findings.list.empty() ? tr("no findings")
+                                            : tr("%Ln finding(s)", "", int(findings.list.size()));
+            if (findings.hardCount() > 0) {
+                numbers += tr(" (%Ln hard)", "", int(findings.hardCount()));
+            }
             if (plan->comparison) {
                 numbers += tr("; %1: %2")
                                .arg(plan->comparison->other,

@@ -25,7 +25,7 @@ public:
 signals:
     /** The findings of a plan are known, or it has gone.
      *
-     * @param numbers  "findings: 2 (hard: 1)" or the like; with a comparison what that comes to
+     * @param numbers  "2 findings (1 hard)" or the like; with a comparison what that comes to
      * @param places   of the findings
      */
     void found(const QString& numbers, const std::vector<Place>& places);

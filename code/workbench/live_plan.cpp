@@ -64,8 +64,9 @@ std::optional<DrillPlan> LivePlan::withFewestTools()
     return step && mPlan ? std::optional(planned(*step, true)) : std::nullopt;
 }
 
-void LivePlan::compareWith(std::shared_ptr<const Board> other)
+void LivePlan::compareWith(std::shared_ptr<const Board> other, const QString& name)
 {
+    mOtherName = name;
     mComparisons.clear();
     mOther = std::move(other);
     if (const std::optional<size_t> step = mTabs.currentStep(); step && mOther) {
@@ -85,7 +86,9 @@ DrillPlan LivePlan::planned(size_t step, bool withFewestTools)
     if (mOther) {
         std::shared_ptr<const Comparison>& comparison = mComparisons[step];
         if (!comparison) {
-            comparison = compareStep(*plan.board, step, *mOther);
+            auto made = std::make_shared<Comparison>(compareStep(*plan.board, step, *mOther));
+            made->other = made->other == plan.board->job ? mOtherName : made->other;
+            comparison = made;
         }
         plan.comparison = comparison;
     }

@@ -47,9 +47,10 @@ public:
 
     /** Compares the plan with another board from now on; null: with none.
      *
+     * @param name  of the other board, should its job have the name of this one's
      * @throws PanelError  and it is compared with none
      */
-    void compareWith(std::shared_ptr<const Board> other);
+    void compareWith(std::shared_ptr<const Board> other, const QString& name = {});
     bool isComparing() const { return mOther != nullptr; }
 
     /** Calculates all anew, whether something was edited or not. */
@@ -69,6 +70,7 @@ private:
     QSet<size_t> mEdited; ///< steps whose viewers show what was before an edit
     bool mIsTyping = false; ///< a refresh waits for the end of it
     std::shared_ptr<const Board> mOther; ///< that the plan is compared with; null: none
+    QString mOtherName;
     std::map<size_t, std::shared_ptr<const Comparison>> mComparisons; ///< by step
     std::optional<DrillPlan> mPlan;
     QString mFault;

@@ -88,7 +88,7 @@ void prepareData(const Options& options, const QString& dataDir)
     }
     // A shop that lost its models should not take those to start with for its own.
     if (missing.size() == 1) {
-        warn(QStringLiteral("%1 was missing and holds what a new one does").arg(missing[0]));
+        warn(QStringLiteral("%1 was missing and now has the defaults").arg(missing[0]));
     }
     const QString complaints = DataFile::complaints(dataDir);
     if (!options.wantsWindow() && !complaints.isEmpty()) {

@@ -35,6 +35,7 @@ namespace brox {
 namespace {
 
 constexpr QSize likedSize(1000, 1000);
+constexpr int findingsHeight = 170; // leaves room for the viewer on a small screen
 constexpr double shareOfScreen = 0.9; // the rest is for frames, which no screen reports
 
 const char geometryKey[] = "geometry";
@@ -241,11 +242,21 @@ void MainWindow::compareWith(const QStringList& paths)
         }
         const QScopeGuard arrow([] { QGuiApplication::restoreOverrideCursor(); });
         QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-        mLive->compareWith(std::make_shared<const Board>(std::move(*other)));
-        mFindings->show();
+        mLive->compareWith(
+            std::make_shared<const Board>(std::move(*other)), RecentBoards::name(paths));
+        showFindings();
         mMap->show();
     });
     mEndComparison->setEnabled(mLive->isComparing());
+}
+
+void MainWindow::showFindings()
+{
+    if (!mFindings->isVisible()) {
+        mFindings->show();
+        resizeDocks({mFindings}, {findingsHeight}, Qt::Vertical);
+    }
+    mFindings->raise();
 }
 
 void MainWindow::endComparison()

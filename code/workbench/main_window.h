@@ -100,6 +100,7 @@ private:
     QStringList lastPaths() const;
     void chooseBoard();
     void chooseFolder();
+    void showFindings();
     void endComparison();
     bool readRules();
     void open(const QStringList& paths);

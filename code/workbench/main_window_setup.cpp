@@ -54,8 +54,7 @@ void MainWindow::createStatusBar()
     mFound->setToolTip(tr("Shows the findings."));
     mFound->hide();
     statusBar()->addPermanentWidget(mFound);
-    connect(mFound, &QPushButton::clicked, mFindings, &QWidget::show);
-    connect(mFound, &QPushButton::clicked, mFindings, &QWidget::raise);
+    connect(mFound, &QPushButton::clicked, this, &MainWindow::showFindings);
     statusBar()->addPermanentWidget(mContent);
     connect(mToCheck, &QPushButton::clicked, this, [this] {
         if (JobTable* table = mTabs->jobTable()) {
@@ -94,7 +93,7 @@ void MainWindow::followSession()
 void MainWindow::createPages()
 {
     mHint->setAlignment(Qt::AlignCenter);
-    mHint->setText(tr("Choose a step of the board in the menu Step."));
+    mHint->setText(tr("Choose a step of the board from the Step menu."));
     mPages->addWidget(mHint);
     mPages->addWidget(mStart);
     connect(mStart, &StartPage::openBoardWanted, this, &MainWindow::chooseBoard);
@@ -180,7 +179,7 @@ void MainWindow::createFileMenu()
     mForget = file->addAction(tr("For&get Choices for This Board"), this,
         [this] { guard([&] { mOpen->forgetChoices(); }); });
     mForget->setStatusTip(
-        tr("Types, models and units are those of the board and the first model."));
+        tr("Takes back the types, drill sizes, models and units that were chosen."));
     mForget->setEnabled(false);
     mCloseStep = file->addAction(tr("&Close Step"), this,
         [this] { guard([&] { mTabs->closeTab(mTabs->currentIndex()); }); });

@@ -85,7 +85,7 @@ void MapDock::offerSizes(const QPoint& at)
     }
     QMenu menu;
     menu.setObjectName("layerSizesMenu");
-    QAction* drilled = menu.addAction(tr("Sizes Are Those of &Drills"));
+    QAction* drilled = menu.addAction(tr("These Are &Drill Sizes"));
     drilled->setCheckable(true);
     drilled->setChecked(layer->hasDrillSizes);
     const bool areDrillSizes = !layer->hasDrillSizes;
@@ -181,6 +181,7 @@ void MapDock::fillTree(const MapScene& scene, const QSet<size_t>& off)
 {
     const QSignalBlocker quiet(ui.toolTreeWidget);
     ui.toolTreeWidget->clear();
+    ui.toolTreeWidget->headerItem()->setText(2, tr("DHS [%1]").arg(unitName(mPlan->units)));
     std::vector<QTreeWidgetItem*> layers(mPlan->layers.size());
     for (size_t i = 0; i < mPlan->rows.size(); ++i) {
         const PlanRow& row = mPlan->rows[i];
@@ -248,15 +249,17 @@ QString MapDock::rowText(const PlanRow& row) const
     const auto size = [this](Size value) { return sizeText(value, mPlan->units); };
     QStringList parts{QStringLiteral("%1, %2").arg(
                           mPlan->layers[row.layer].name, spoken(typeWord(row.type, row.isSlot))),
-        tr("finished %1 +%2 -%3")
-            .arg(size(row.finishedSize), size(row.tolerance.plus), size(row.tolerance.minus)),
-        row.drillSize ? tr("drill %1").arg(size(*row.drillSize)) : tr("no drill size"),
+        tr("finished %1 +%2 -%3 %4")
+            .arg(size(row.finishedSize), size(row.tolerance.plus), size(row.tolerance.minus),
+                unitName(mPlan->units)),
+        row.drillSize ? tr("drill %1 %2").arg(size(*row.drillSize), unitName(mPlan->units))
+                      : tr("no drill size"),
         row.bit.isEmpty() ? tr("no bit") : tr("bit %1").arg(row.bit)};
     for (const PlanFlag flag : row.flags) {
         parts << spoken(flagWord(flag));
     }
     if (row.replaced) {
-        parts << tr("was %1").arg(row.replaced->bit);
+        parts << tr("instead of %1").arg(row.replaced->bit);
     }
     return parts.join("; ");
 }

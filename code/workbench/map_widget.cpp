@@ -17,7 +17,8 @@ constexpr double margin = 12; ///< around the board when all of it is shown
 constexpr double keyZoom = 1.5;
 constexpr double keyPan = 60;
 constexpr double pickReach = 4;
-constexpr double ringRadius = 11;
+constexpr double ringRadius = 10;
+constexpr QColor findingColour(0xe0, 0x20, 0x20);
 constexpr double closeScale = 60; ///< at which a finding is seen, dots to the millimetre
 constexpr double mostScale = 20'000; ///< dots to the millimetre
 
@@ -63,11 +64,13 @@ void MapWidget::highlight(const QSet<size_t>& rows)
 void MapWidget::setRings(std::vector<Place> places)
 {
     mRings = std::move(places);
+    mShownPlace.reset();
     update();
 }
 
 void MapWidget::showPlace(Place place)
 {
+    mShownPlace = place;
     mView.scale = std::max(mView.scale, closeScale);
     mView.origin = rect().center() - mView.scale * toMap(place);
     mIsFitted = false;
@@ -78,14 +81,20 @@ void MapWidget::paintRings(QPainter& painter) const
 {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(QColor(0xe0, 0x20, 0x20), 2));
-    for (const Place& place : mRings) {
+    const QRectF seen =
+        QRectF(rect()).marginsAdded({ringRadius, ringRadius, ringRadius, ringRadius});
+    const auto paintRing = [&](Place place, double lineWidth) {
         const QPointF at = mView.toImage(toMap(place));
-        if (QRectF(rect())
-                .marginsAdded({ringRadius, ringRadius, ringRadius, ringRadius})
-                .contains(at)) {
+        if (seen.contains(at)) {
+            painter.setPen(QPen(findingColour, lineWidth));
             painter.drawEllipse(at, ringRadius, ringRadius);
         }
+    };
+    for (const Place& place : mRings) {
+        paintRing(place, 1.2);
+    }
+    if (mShownPlace) {
+        paintRing(*mShownPlace, 3);
     }
 }
 
@@ -123,7 +132,11 @@ MapColours MapWidget::colours() const
 {
     const QColor paper = palette().color(QPalette::Base);
     const bool isDark = paper.lightness() < 128;
-    return {paper, palette().color(QPalette::PlaceholderText), palette().color(QPalette::Highlight),
+    const QColor ink = palette().color(QPalette::Text);
+    const auto mixed = [](int a, int b) { return (a + b) / 2; };
+    const QColor outline(mixed(paper.red(), ink.red()), mixed(paper.green(), ink.green()),
+        mixed(paper.blue(), ink.blue()));
+    return {paper, outline, palette().color(QPalette::Highlight),
         isDark ? QColor(0xff, 0xb0, 0x20) : QColor(0xc0, 0x70, 0x00), isDark};
 }
 

@@ -7,6 +7,7 @@
 #include <QSet>
 #include <QWidget>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace brox {
@@ -67,6 +68,7 @@ private:
 
     std::unique_ptr<MapScene> mScene;
     std::vector<Place> mRings;
+    std::optional<Place> mShownPlace; ///< has a thicker ring
     MapView mView;
     double mFitScale = 1;
     bool mIsFitted = true; ///< until the user has zoomed or panned

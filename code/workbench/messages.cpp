@@ -87,7 +87,7 @@ QPushButton* NoticeBar::addButton(const QString& text)
 ErrorBar::ErrorBar()
     : NoticeBar("errorBar", QStyle::SP_MessageBoxCritical)
 {
-    setToolTip(tr("A click takes this line away; the log keeps it."));
+    setToolTip(tr("Click to dismiss; the log keeps it."));
     mTimer.setSingleShot(true);
     mTimer.setInterval(shownFor);
     connect(&mTimer, &QTimer::timeout, this, &QWidget::hide);

@@ -91,11 +91,11 @@ std::optional<Board> askForUnits(
     if (boards.empty()) {
         throw error;
     }
-    const auto answer = ask(
-        OpenText::tr("%1 does not specify its units.").arg(RecentBoards::name(paths)),
-        OpenText::tr("The holes lie within the sizes on the buttons. Choose the one that is the "
-                     "board's."),
-        answers + QStringList(OpenText::tr("Cancel")));
+    const auto answer =
+        ask(OpenText::tr("%1 does not specify its units.").arg(RecentBoards::name(paths)),
+            OpenText::tr("The buttons show the extent of the holes in either unit. Choose the one "
+                         "that fits the board."),
+            answers + QStringList(OpenText::tr("Cancel")));
     return answer < answers.size() ? std::optional(std::move(boards[size_t(answer)]))
                                    : std::nullopt;
 }
@@ -178,12 +178,11 @@ Board readOrder(const QStringList& paths, const ReadOptions& options)
     return board;
 }
 
-std::shared_ptr<const Comparison> compareStep(
-    const Board& board, size_t step, const Board& other, Size within)
+Comparison compareStep(const Board& board, size_t step, const Board& other, Size within)
 {
     const bool isMain = step == board.mainStep;
     const size_t otherStep = isMain ? other.mainStep : stepNamed(other, board.steps[step].name);
-    return std::make_shared<Comparison>(compareBoards(board, step, other, otherStep, within));
+    return compareBoards(board, step, other, otherStep, within);
 }
 
 } // namespace brox

@@ -44,7 +44,7 @@ Board readOrder(const QStringList& paths, const ReadOptions& options);
  * @param within  tolerance of places
  * @throws PanelError
  */
-std::shared_ptr<const Comparison> compareStep(
+Comparison compareStep(
     const Board& board, size_t step, const Board& other, Size within = defaultWithin);
 
 } // namespace brox

@@ -141,7 +141,7 @@ QString BoardChoices::text() const
     }
     return parts.isEmpty()
         ? QString()
-        : ChoicesText::tr("As chosen before for this board: %1").arg(parts.join("; "));
+        : ChoicesText::tr("Chosen before for this board: %1").arg(parts.join("; "));
 }
 
 QString choicesPath(const QString& dataDir, const Board& board)
@@ -285,7 +285,7 @@ QString OpenJob::keepChoices()
         isSame || mPath.isEmpty() ? QString() : saveChoices(mPath, *mJob.board, mChoices);
     return error.isEmpty()
         ? QString()
-        : ChoicesText::tr("%1: what is chosen for the board is not kept: %2").arg(mPath, error);
+        : ChoicesText::tr("%1: the choices for the board could not be saved: %2").arg(mPath, error);
 }
 
 void OpenJob::forgetChoices()

@@ -107,8 +107,8 @@ void RulesDialog::setUnits(Units units)
         field->setUnits(units);
     }
     const QString unit = units == Units::Inch ? QStringLiteral(" [mil]") : QStringLiteral(" [mm]");
-    mUi->tolerancesTable->setHorizontalHeaderLabels(
-        {tr("Type"), tr("From size") + unit, tr("Smaller by") + unit, tr("Larger by") + unit});
+    mUi->tolerancesTable->setHorizontalHeaderLabels({tr("Type"), tr("From size") + unit,
+        tr("Minus tolerance") + unit, tr("Plus tolerance") + unit});
 }
 
 void RulesDialog::show(const ShopRules& rules)
@@ -153,8 +153,8 @@ void RulesDialog::addRow(const ToleranceRule& rule)
         table->setCellWidget(row, column, field);
     };
     addField(FromColumn, rule.from, tr("From size"));
-    addField(MinusColumn, rule.tolerance.minus, tr("Smaller by"));
-    addField(PlusColumn, rule.tolerance.plus, tr("Larger by"));
+    addField(MinusColumn, rule.tolerance.minus, tr("Minus tolerance"));
+    addField(PlusColumn, rule.tolerance.plus, tr("Plus tolerance"));
     table->setCurrentCell(row, TypeColumn);
 }
 

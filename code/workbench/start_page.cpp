@@ -75,10 +75,11 @@ bool RecentBoards::exists(const QStringList& paths)
 QString RecentBoards::name(const QStringList& paths)
 {
     const QString first = QFileInfo(paths.value(0)).fileName();
-    return paths.size() < 2 ? first
-                            : QCoreApplication::translate("RecentBoards", "%1 and %2 more")
-                                  .arg(first)
-                                  .arg(paths.size() - 1);
+    const int others = int(paths.size()) - 1;
+    return others < 1
+        ? first
+        : QCoreApplication::translate("RecentBoards", "%1 and %n more file(s)", nullptr, others)
+              .arg(first);
 }
 
 StartPage::StartPage(QWidget* parent)

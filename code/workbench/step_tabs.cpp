@@ -6,6 +6,7 @@
 
 #include <QHeaderView>
 #include <QLabel>
+#include <QLineEdit>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSplitter>
@@ -78,6 +79,11 @@ void fitParts(QWidget* viewer)
             caption->setToolTip(caption->text());
         }
     }
+    if (const auto* formula = viewer->findChild<QLineEdit*>("dhsLineEdit")) {
+        for (auto* caption : formula->parentWidget()->findChildren<QLabel*>()) {
+            caption->setMaximumWidth(QWIDGETSIZE_MAX); // in other languages and fonts it is longer
+        }
+    }
     for (auto* splitter : viewer->findChildren<QSplitter*>()) {
         splitter->setHandleWidth(handleWidth);
         splitter->setStyleSheet(QStringLiteral("QSplitter::handle { background: %1; margin: 2px; }")
@@ -86,6 +92,9 @@ void fitParts(QWidget* viewer)
         if (sizes.size() == 2) {
             const bool isWide = splitter->orientation() == Qt::Horizontal;
             const int all = qMax(sizes[0] + sizes[1], isWide ? viewer->width() : viewer->height());
+            if (isWide) {
+                splitter->widget(0)->setMinimumWidth(modelsWidth);
+            }
             sizes[0] = isWide ? modelsWidth : splitter->widget(0)->sizeHint().height();
             sizes[1] = all - sizes[0];
             splitter->setSizes(sizes);

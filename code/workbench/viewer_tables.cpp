@@ -260,7 +260,7 @@ void JobTable::offerTypes(const QPoint& at)
         action->setData(int(type));
     }
     menu.addSeparator();
-    menu.addAction(tr("As the &Board Has It"));
+    menu.addAction(tr("As &Specified by the Board"));
     if (const QAction* chosen = menu.exec(mTable->viewport()->mapToGlobal(at))) {
         const QVariant type = chosen->data();
         emit typeChosen(

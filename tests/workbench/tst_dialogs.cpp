@@ -65,7 +65,7 @@ private slots:
         };
         dock->show();
         QCOMPARE(told(),
-            "b, Plated; finished 800 +100 -50; drill 914.4; bit #64; "
+            "b, Plated; finished 800 +100 -50 micron; drill 914.4 micron; bit #64; "
             "tolerance-assumed; type-assumed\nat X 10.000 mm, Y 20.000 mm");
         QCOMPARE(tools()->currentRow(), 1);
         QVERIFY(tools()->item(1, 3)->isSelected() && !tools()->item(0, 3)->isSelected());
@@ -158,7 +158,7 @@ private slots:
             "nonplated by the user; -0.05/+0.05 mm by the rule for nonplated");
         chooseType("Press-fit");
         QCOMPARE(tool(1), "PressFit 1 800 50 50 950");
-        chooseType("As the Board Has It", true);
+        chooseType("As Specified by the Board", true);
         QCOMPARE(checked, "Press-fit");
         QCOMPARE(tool(1), "Pth 1 800 100 100 914.4");
         QVERIFY(tools()->item(1, 1)->font().italic());
@@ -245,7 +245,7 @@ private slots:
         exportAs("Table...", path);
         QVERIFY(content("out/x.csv").startsWith("Layer,Type,Count,FHS [micron],"));
         QCOMPARE(mWindow->statusBar()->currentMessage(),
-            "Written by model ENIG: " + path + ".csv (1 row(s) to check)");
+            "Written with model ENIG: " + path + ".csv (1 row(s) to check)");
         QCOMPARE(exportAs("Table...", path + ".json"), mFolder->filePath("out/b-pcb"));
         QVERIFY(content("out/x.json").contains("\"bit\": \"#64\""));
         exportAs("Table...", path + ".txt");
@@ -267,14 +267,14 @@ private slots:
         QVERIFY(content("out/b-pcb-b-plated.drl").contains("T02C0.800\n"));
         QVERIFY(content("out/b-pcb-b-plated.drl").contains("(unsaved edits)\n"));
         QCOMPARE(mWindow->statusBar()->currentMessage(),
-            "Written by model ENIG: " + mFolder->filePath("out/b-pcb-b-plated.drl")
+            "Written with model ENIG: " + mFolder->filePath("out/b-pcb-b-plated.drl")
                 + " (models and bits: unsaved edits)");
         for (const char* name : {"out/stale.drl", "out/b-pcb-b-nonplated.drl"}) {
             QVERIFY(
                 QFile::copy(mFolder->filePath("out/b-pcb-b-plated.drl"), mFolder->filePath(name)));
         }
         QFile(mFolder->filePath("out/stale.drl")).resize(10); // another's
-        boxes.add({"Cancel", "Overwrite", "No", "Overwrite", "Yes"});
+        boxes.add({"Cancel", "Overwrite", "Keep", "Overwrite", "Remove"});
         for (const int left : {3, 3, 2}) {
             exportAs("Drill Programs...", mFolder->filePath("out"));
             QCOMPARE(QDir(mFolder->filePath("out")).entryList({"*.drl"}).size(), left);
@@ -419,7 +419,7 @@ private slots:
             RecentBoards::add({name, "x"});
         }
         QCOMPARE(names().size(), 8);
-        QCOMPARE(names().first(), "&1 i and 1 more gone");
+        QCOMPARE(names().first(), "&1 i and 1 more file(s) gone");
 
         mWindow->resize(700, 600);
         child<QDockWidget>("mapDock")->show();

@@ -174,7 +174,7 @@ private slots:
         mWindow->loadRules([&] { return ShopRules::starter(); });
         mWindow->openBoard({SAMPLES_DIR "/faults.xml"});
         const auto* found = mWindow->findChild<QPushButton*>("foundButton");
-        QTRY_COMPARE(found->text(), "findings: 10 (hard: 3)");
+        QTRY_COMPARE(found->text(), "10 finding(s) (3 hard)");
         auto* dock = mWindow->findChild<QDockWidget*>("findingsDock");
         auto* map = mWindow->findChild<QDockWidget*>("mapDock");
         auto* tree = dock->findChild<QTreeWidget*>("findingsTreeWidget");
@@ -190,7 +190,7 @@ private slots:
         QCOMPARE(rows(), 8);
         mWindow->openJob().change([](Job& job) { job.drillSizes["drill"] = true; });
         QCOMPARE(rows(), 1);
-        QTRY_VERIFY(found->text() != "findings: 10 (hard: 3)");
+        QTRY_VERIFY(found->text() != "10 finding(s) (3 hard)");
     }
 
     void opensWhatIsDropped()

@@ -162,7 +162,7 @@ const Case cases[] = {
      " rm $D/new/brox/brox.xml; $B --models --data $D/new",
         0, {",300,50,50,300,", ",350,50,50,350,", "Unplated\n"},
         "made the data folder $D/new\n"
-        "$D/new/brox/brox.xml was missing and holds what a new one does\n"},
+        "$D/new/brox/brox.xml was missing and now has the defaults\n"},
     {"mkdir $D/l; touch $D/l/$(printf '\\351'); $B $D/l --csv; s=$?; rm -r $D/l; exit $s", 1, {},
         "brox-workbench: $D/l/\uFFFD:1: the name is not written in UTF-8\n"},
     // What has no size.
