@@ -130,14 +130,6 @@
         <translation>Nullen am Anfang weggelassen</translation>
     </message>
     <message>
-        <source>inches, </source>
-        <translation>Zoll, </translation>
-    </message>
-    <message>
-        <source>millimetres, </source>
-        <translation>Millimeter, </translation>
-    </message>
-    <message>
         <source>a place further than 5 m from the origin</source>
         <translation>ein Ort weiter als 5 m vom Ursprung</translation>
     </message>
@@ -574,14 +566,6 @@
         <translation>die Datei nennt die Breite der Langlöcher von %1 nicht</translation>
     </message>
     <message>
-        <source>%1 has %2 mm where a comment tells %3 mm</source>
-        <translation>%1 hat %2 mm, wo ein Kommentar %3 mm nennt</translation>
-    </message>
-    <message>
-        <source>%1 drills %2 holes where a comment tells %3</source>
-        <translation>%1 bohrt %2 Bohrungen, ein Kommentar nennt %3</translation>
-    </message>
-    <message>
         <source>the header does not end: no % or M95 before a place</source>
         <translation>der Kopf endet nicht: weder % noch M95 vor einem Ort</translation>
     </message>
@@ -712,6 +696,66 @@
     <message>
         <source>%1 changes what is drilled, and is not read</source>
         <translation>%1 ändert, was gebohrt wird, und wird nicht gelesen</translation>
+    </message>
+    <message>
+        <source>lists of tools: </source>
+        <translation>Werkzeuglisten: </translation>
+    </message>
+    <message>
+        <source>a comment</source>
+        <translation>ein Kommentar</translation>
+    </message>
+    <message>
+        <source>the size of %1 is that of %2</source>
+        <translation>die Größe von %1 ist die aus %2</translation>
+    </message>
+    <message>
+        <source>the tolerance of %1 is that of %2</source>
+        <translation>die Toleranz von %1 ist die aus %2</translation>
+    </message>
+    <message>
+        <source>the plating of %1 is that of %2</source>
+        <translation>die Durchkontaktierung von %1 ist die aus %2</translation>
+    </message>
+    <message>
+        <source>%1 is plated, but not by %2</source>
+        <translation>%1 ist durchkontaktiert, nach %2 aber nicht</translation>
+    </message>
+    <message>
+        <source>%1 is not plated, but is by %2</source>
+        <translation>%1 ist nicht durchkontaktiert, nach %2 aber doch</translation>
+    </message>
+    <message>
+        <source>%1 has %2 mm where %3 tells %4 mm</source>
+        <translation>%1 hat %2 mm, wo %3 %4 mm nennt</translation>
+    </message>
+    <message>
+        <source>%1 drills %2 holes where %3 tells %4</source>
+        <translation>%1 bohrt %2 Bohrungen, wo %3 %4 nennt</translation>
+    </message>
+    <message>
+        <source>its numbers are read as %1, by %2</source>
+        <translation>ihre Zahlen werden gelesen als %1, nach %2</translation>
+    </message>
+    <message>
+        <source>its places are incremental, by %1</source>
+        <translation>ihre Orte sind inkremental, nach %1</translation>
+    </message>
+    <message>
+        <source>a list of tools</source>
+        <translation>eine Werkzeugliste</translation>
+    </message>
+    <message>
+        <source>inches</source>
+        <translation>Zoll</translation>
+    </message>
+    <message>
+        <source>millimetres</source>
+        <translation>Millimeter</translation>
+    </message>
+    <message>
+        <source>its numbers are read as %1 where %2 specifies %3</source>
+        <translation>ihre Zahlen werden gelesen als %1, wo %2 %3 angibt</translation>
     </message>
 </context>
 <context>

@@ -42,8 +42,8 @@ Look lookAt(QByteArrayView beginning)
         const Sureness sureness = drillSureness(beginning);
         return {kind, sureness != Sureness::None, sureness == Sureness::Sure};
     }
-    const bool isOfBoard =
-        kind == FileKind::GerberDrill || (kind == FileKind::Xml && isIpc2581(beginning));
+    const bool isOfBoard = kind == FileKind::GerberDrill || kind == FileKind::ToolList
+        || (kind == FileKind::Xml && isIpc2581(beginning));
     return {kind, isOfBoard, isOfBoard};
 }
 
@@ -257,6 +257,10 @@ private:
         std::function<std::shared_ptr<QIODevice>()> open)
     {
         BoardFile file{name, look.kind, isFound, look.isSure, size, std::move(open)};
+        if (look.kind == FileKind::ToolList) {
+            mFiles.lists.push_back(std::move(file));
+            return;
+        }
         if (!isFound) {
             if (look.kind != FileKind::Xml && look.kind != FileKind::DrillProgram
                 && look.kind != FileKind::GerberDrill) {
@@ -291,6 +295,9 @@ private:
             std::make_move_iterator(mCandidates.end()));
         countSizes();
         if (mFiles.taken.empty()) {
+            for (const BoardFile& list : mFiles.lists) {
+                leave(list.name, kindText(list.kind));
+            }
             throw BoardError(paths.value(0), 0,
                 BoardText::tr("nothing of a board in it: %1")
                     .arg(mFiles.left.isEmpty() ? BoardText::tr("it is empty")

@@ -25,13 +25,15 @@ struct BoardFiles
 {
     std::vector<BoardFile> taken; ///< one IPC-2581 file, or drill files; never empty
     std::vector<BoardFile> besides; ///< drill files that were found with an IPC-2581 file
+    std::vector<BoardFile> lists; ///< of tools, for the drill files among them
     QStringList left; ///< files of archives and folders that were not taken, with the reason
     bool isSearched = false; ///< there was an archive or a folder
     qint64 totalSize = 0; ///< of the taken ones, in bytes; 0 if not known of all
 };
 
 /** Finds what a board is read from, by content. In archives and folders one IPC-2581 file goes
- *  before drill files, and Excellon files before Gerber drill files, which repeat them.
+ *  before drill files, and Excellon files before Gerber drill files, which repeat them. Lists of
+ * tools come along.
  *
  * @throws BoardError  for a named file that is none of a board, for a file named twice, and if
  *                     there is nothing to read

@@ -43,6 +43,13 @@ QStringList takenText(const BoardFiles& files)
         taken << file.name;
     }
     QStringList lines{BoardText::tr("taken: ") + taken.join(QStringLiteral(", "))};
+    if (!files.lists.empty()) {
+        QStringList lists;
+        for (const BoardFile& file : files.lists) {
+            lists << file.name;
+        }
+        lines << BoardText::tr("lists of tools: ") + lists.join(QStringLiteral(", "));
+    }
     if (!files.left.isEmpty()) {
         lines << BoardText::tr("not taken: ") + files.left.join(QStringLiteral(", "));
     }
@@ -67,14 +74,15 @@ void makePrintable(Board& board)
 }
 
 /** Reads the drill files that came with a board; what can't be read of them is noted. */
-void addDrillFiles(Board& board, const std::vector<BoardFile>& files, const ReadOptions& options)
+void addDrillFiles(Board& board, const BoardFiles& all, const ReadOptions& options)
 {
+    const std::vector<BoardFile>& files = all.besides;
     if (files.empty()) {
         return;
     }
     // They are no board of their own here, and an error in them is none of the board.
     const ReadOptions quiet{options.fileFormat, false, {}};
-    DrillBoard drills(quiet);
+    DrillBoard drills(quiet, all.lists, files.size() == 1);
     QStringList names;
     for (const BoardFile& file : files) {
         try {
@@ -108,10 +116,10 @@ Board readBoard(const QStringList& paths, const ReadOptions& options)
         BoardFile& file = files.taken.front();
         board = readIpc2581(*file.open(), file.name, options);
         board.file = QFileInfo(file.name).fileName();
-        addDrillFiles(board, files.besides, options);
+        addDrillFiles(board, files, options);
     } else {
         qint64 before = 0;
-        DrillBoard drills(options);
+        DrillBoard drills(options, files.lists, files.taken.size() == 1);
         QStringList names;
         for (const BoardFile& file : files.taken) {
             qint64 size = 0;

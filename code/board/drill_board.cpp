@@ -214,6 +214,16 @@ QStringList leaveOutRepeats(std::vector<Layer>& layers)
 
 } // namespace
 
+DrillBoard::DrillBoard(
+    const ReadOptions& options, const std::vector<BoardFile>& lists, bool isSingle)
+    : mOptions(options)
+    , mIsSingle(isSingle)
+{
+    for (const BoardFile& list : lists) {
+        mLists.add(list.open()->read(maxListSize), list.name);
+    }
+}
+
 void DrillBoard::read(Entry& entry)
 {
     const auto device = entry.file->open();
@@ -221,9 +231,9 @@ void DrillBoard::read(Entry& entry)
     entry.drill = entry.file->kind == FileKind::GerberDrill
         ? readGerberDrill(*device, name, entry.options)
         : readExcellon(*device, name, entry.options);
-    if (!entry.drill.layer.span) {
-        entry.drill.layer.span = spanOfName(name);
-    }
+    std::optional<Span>& span = entry.drill.layer.span;
+    span = span ? span : entry.options.listed.span;
+    span = span ? span : spanOfName(name);
 }
 
 void DrillBoard::add(const BoardFile& file, const Progress& progress)
@@ -231,6 +241,7 @@ void DrillBoard::add(const BoardFile& file, const Progress& progress)
     const qint64 drilled = mEntries.empty() ? 0 : mEntries.back().drill.drilled;
     Entry& entry = mEntries.emplace_back();
     entry.file = &file;
+    entry.options.listed = mLists.about(file.name, mIsSingle);
     entry.options.fileFormat = mOptions.fileFormat;
     entry.options.progress = progress;
     entry.options.drilled = drilled;

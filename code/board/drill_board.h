@@ -3,7 +3,7 @@
 #define DRILL_BOARD_H
 
 #include "board_files.h"
-#include "drill_canvas.h"
+#include "tool_list.h"
 
 #include <deque>
 
@@ -13,9 +13,10 @@ namespace brox {
 class DrillBoard
 {
 public:
-    explicit DrillBoard(const ReadOptions& options)
-        : mOptions(options)
-    { }
+    /** @param lists    of tools, read at once
+     *  @param isSingle  there will be one drill file
+     *  @throws BoardError, BoardCancelled */
+    DrillBoard(const ReadOptions& options, const std::vector<BoardFile>& lists, bool isSingle);
 
     /** Reads a file. One that only looks like a drill file, and can't be read, is noted.
      *
@@ -47,6 +48,8 @@ private:
     void addNotes(const Entry& entry);
 
     const ReadOptions& mOptions;
+    ToolLists mLists;
+    bool mIsSingle;
     std::deque<Entry> mEntries;
     Board mBoard;
     std::optional<BoardError> mError; ///< of the first file that was not read

@@ -24,10 +24,21 @@ struct FileLine
     }
 };
 
+/** What lists of tools beside a drill file say of it. */
+struct ListedTools
+{
+    QString list; ///< name of that with the tools, for messages
+    std::map<int, ToolRemark> tools; ///< by number
+    std::optional<Span> span;
+    QString formatList; ///< name of that with the format
+    NumberFormat format;
+    bool isIncremental = false; ///< places are, from the beginning
+};
+
 /** What is known of one drill file before it is read. */
 struct DrillOptions : ReadOptions
 {
-    NumberFormat listed; ///< by a list beside it
+    ListedTools listed;
     std::optional<NumberFormat> chosen; ///< digits that go before those that it tells
     Origin chosenBy = Origin::Guess;
     qint64 drilled = 0; ///< holes and slots of the board's files before it

@@ -15,10 +15,11 @@ bool isPlated(const QString& word)
     return !word.startsWith('N', Qt::CaseInsensitive);
 }
 
-/** Host sizes to a unit that a remark names. */
-double unitOf(const QString& word)
+} // namespace
+
+double unitOf(const QString& name)
 {
-    const QString unit = word.toUpper();
+    const QString unit = name.toUpper();
     if (unit.startsWith(QLatin1String("MM")) || unit.startsWith(QLatin1String("MILLIM"))) {
         return sizePerMillimetre;
     }
@@ -27,8 +28,6 @@ double unitOf(const QString& word)
     }
     return unit.startsWith(QLatin1String("IN")) ? sizePerInch : sizePerMil;
 }
-
-} // namespace
 
 void HoleFacts::complete(const HoleFacts& other)
 {

@@ -67,7 +67,10 @@ private:
 /** What the name of a drill file says. */
 HoleFacts factsOfName(const QString& fileName);
 
-/** What a comment says of one tool by its number; sizes in host units, not rounded. */
+/** Host sizes to a unit by its name, such as "MM", "MILLIMETER" or "inch"; others are mils. */
+double unitOf(const QString& name);
+
+/** What a comment or a list says of one tool by its number; sizes in host units, not rounded. */
 struct ToolRemark
 {
     HoleFacts facts;

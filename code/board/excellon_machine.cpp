@@ -279,38 +279,73 @@ void ExcellonTools::finish(std::optional<Units> units)
         tool.units = tool.units ? tool.units : units;
         tool.facts.complete(mComments.factsOf(tool.number));
         tool.bit = mComments.bit(tool.number);
-        const ToolRemark* remark = mComments.remark(tool.number);
-        if (!remark) {
-            continue;
+        if (const ToolRemark* remark = mComments.remark(tool.number)) {
+            if (remark->quantity >= 0) {
+                tool.specifiedHits = remark->quantity;
+            }
+            take(tool, *remark);
+            compare(i, *remark, BoardText::tr("a comment"));
         }
-        if (tool.diameter == 0) {
-            tool.units = Units::Metric;
-            tool.diameter = remark->size / sizePerMillimetre;
+        const auto listed = mListed.tools.find(tool.number);
+        if (listed != mListed.tools.end()) {
+            noteListed(i, listed->second);
+            take(tool, listed->second);
+            compare(i, listed->second, mListed.list);
         }
-        if (!tool.tolerance && remark->tolerance && tool.units) {
-            const double unit = brox::sizeOf(*tool.units);
-            tool.tolerance = {remark->tolerance->plus / unit, remark->tolerance->minus / unit};
-        }
-        compare(i, *remark);
     }
 }
 
-void ExcellonTools::compare(size_t tool, const ToolRemark& remark)
+/** What the tool does not have yet. */
+void ExcellonTools::take(DrillTool& tool, const ToolRemark& remark)
 {
-    const qint64 hits = mCanvas.hits(tool);
-    if (remark.quantity >= 0) {
-        mCanvas.tool(tool).specifiedHits = remark.quantity;
+    if (tool.diameter == 0 && remark.size > 0) {
+        tool.units = Units::Metric;
+        tool.diameter = remark.size / sizePerMillimetre;
     }
+    if (!tool.tolerance && remark.tolerance && tool.units) {
+        const double unit = brox::sizeOf(*tool.units);
+        tool.tolerance = {remark.tolerance->plus / unit, remark.tolerance->minus / unit};
+    }
+    tool.facts.plated = tool.facts.plated ? tool.facts.plated : remark.facts.plated;
+}
+
+void ExcellonTools::noteListed(size_t index, const ToolRemark& remark)
+{
+    const DrillTool& tool = mCanvas.tool(index);
+    const QStringList names{tool.name, mListed.list};
+    if (mCanvas.hits(index) == 0) {
+        return;
+    }
+    if (tool.diameter == 0 && remark.size > 0) {
+        mNotes.add(QT_TRANSLATE_NOOP("BoardText", "the size of %1 is that of %2"), names);
+    }
+    if (!tool.tolerance && remark.tolerance && tool.units) {
+        mNotes.add(QT_TRANSLATE_NOOP("BoardText", "the tolerance of %1 is that of %2"), names);
+    }
+    if (!tool.facts.plated && remark.facts.plated) {
+        mNotes.add(QT_TRANSLATE_NOOP("BoardText", "the plating of %1 is that of %2"), names);
+    } else if (remark.facts.plated && tool.facts.plated != remark.facts.plated) {
+        mNotes.add(*tool.facts.plated
+                ? QT_TRANSLATE_NOOP("BoardText", "%1 is plated, but not by %2")
+                : QT_TRANSLATE_NOOP("BoardText", "%1 is not plated, but is by %2"),
+            names);
+    }
+}
+
+void ExcellonTools::compare(size_t index, const ToolRemark& remark, const QString& by)
+{
+    const DrillTool& tool = mCanvas.tool(index);
+    const qint64 hits = mCanvas.hits(index);
     constexpr Size tolerance = sizePerMil / 2; // diameters may be rounded
-    const Size size = hits > 0 ? mCanvas.sizeOf(mCanvas.tool(tool)) : 0;
+    const Size size = hits > 0 ? mCanvas.sizeOf(tool) : 0;
     if (remark.size > 0 && size > 0 && std::abs(size - remark.size) > tolerance) {
-        mNotes.add(QT_TRANSLATE_NOOP("BoardText", "%1 has %2 mm where a comment tells %3 mm"),
-            {mCanvas.tool(tool).name, QString::number(double(size) / sizePerMillimetre),
+        mNotes.add(QT_TRANSLATE_NOOP("BoardText", "%1 has %2 mm where %3 tells %4 mm"),
+            {tool.name, QString::number(double(size) / sizePerMillimetre), by,
                 QString::number(remark.size / sizePerMillimetre)});
     }
     if (remark.quantity >= 0 && hits != remark.quantity) {
-        mNotes.add(QT_TRANSLATE_NOOP("BoardText", "%1 drills %2 holes where a comment tells %3"),
-            {mCanvas.tool(tool).name, QString::number(hits), QString::number(remark.quantity)});
+        mNotes.add(QT_TRANSLATE_NOOP("BoardText", "%1 drills %2 holes where %3 tells %4"),
+            {tool.name, QString::number(hits), by, QString::number(remark.quantity)});
     }
 }
 
@@ -355,10 +390,6 @@ void ExcellonHead::drill(const Words& words)
         mAt.fail(BoardText::tr("neither a hole (G05) nor a routed path"));
     }
     need(QT_TRANSLATE_NOOP("BoardText", "a hole"));
-    const DrillTool& tool = mCanvas.selectedTool();
-    if (tool.diameter == 0 && !mComments.remark(tool.number)) {
-        mAt.fail(BoardText::tr("tool %1 has no diameter").arg(tool.name));
-    }
     if (words.repeats == 0) {
         mHere = target(words.x, words.y);
         mCanvas.drill(mHere);

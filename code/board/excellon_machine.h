@@ -55,10 +55,11 @@ class ExcellonTools
 {
 public:
     /** All of them outlive the tools. */
-    ExcellonTools(
-        const FileLine& at, const ExcellonComments& comments, DrillCanvas& canvas, Notes& notes)
+    ExcellonTools(const FileLine& at, const ExcellonComments& comments, const ListedTools& listed,
+        DrillCanvas& canvas, Notes& notes)
         : mAt(at)
         , mComments(comments)
+        , mListed(listed)
         , mCanvas(canvas)
         , mNotes(notes)
     { }
@@ -77,15 +78,18 @@ public:
     /** Decimals that the diameters of all defined tools have; 0 if they differ. */
     int decimals() const { return mDecimals.value_or(0); }
 
-    /** Adds to the tools what comments say of them, and compares; at the file's end. */
+    /** Adds to the tools what comments and lists say of them, and compares; at the file's end. */
     void finish(std::optional<Units> units);
 
 private:
     size_t add(DrillTool tool);
-    void compare(size_t tool, const ToolRemark& remark);
+    void take(DrillTool& tool, const ToolRemark& remark);
+    void noteListed(size_t index, const ToolRemark& remark);
+    void compare(size_t index, const ToolRemark& remark, const QString& by);
 
     const FileLine& mAt;
     const ExcellonComments& mComments;
+    const ListedTools& mListed;
     DrillCanvas& mCanvas;
     Notes& mNotes;
     std::unordered_map<int, size_t> mToolOf; ///< by number
@@ -99,9 +103,8 @@ class ExcellonHead
 {
 public:
     /** All of them outlive the head. */
-    ExcellonHead(const FileLine& at, const ExcellonComments& comments, DrillCanvas& canvas)
+    ExcellonHead(const FileLine& at, DrillCanvas& canvas)
         : mAt(at)
-        , mComments(comments)
         , mCanvas(canvas)
     { }
 
@@ -143,7 +146,6 @@ private:
     QPointF arcCentre(const QPointF& to, const Words& words) const;
 
     const FileLine& mAt;
-    const ExcellonComments& mComments;
     DrillCanvas& mCanvas;
     QPointF mHere;
     Mode mMode = Mode::Drill;

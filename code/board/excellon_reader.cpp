@@ -26,11 +26,13 @@ public:
     ExcellonProgram(const QString& name, std::string_view sample, const DrillOptions& options)
         : mAt{name, 0}
         , mNumbers(sample)
+        , mListed(options.listed)
         , mCanvas(mAt, options.drilled)
-        , mTools(mAt, mComments, mCanvas, mNotes)
-        , mHead(mAt, mComments, mCanvas)
+        , mTools(mAt, mComments, mListed, mCanvas, mNotes)
+        , mHead(mAt, mCanvas)
     {
-        mNumbers.tell(options.listed, Origin::List);
+        mHead.setIncremental(mListed.isIncremental);
+        mNumbers.tell(mListed.format, Origin::List);
         mNumbers.tell(options.fileFormat, Origin::User);
         if (options.chosen) {
             mNumbers.choose(*options.chosen, options.chosenBy);
@@ -68,6 +70,7 @@ private:
     void readCommands(std::string_view line);
     void selectUnnumbered(const Words& words);
     int usualDecimals() const;
+    void noteListedFormat();
     void run(char letter, std::span<const Command> commands, int code, Words& words);
     void beginBody();
     void setUnits(Units units);
@@ -90,6 +93,7 @@ private:
     NumberReader mNumbers;
     std::optional<Units> mUnits; ///< that the program has set so far
     ExcellonComments mComments;
+    const ListedTools& mListed;
     DrillCanvas mCanvas;
     ExcellonTools mTools;
     ExcellonHead mHead;
@@ -462,6 +466,29 @@ void ExcellonProgram::setUnits(Units units)
     mTools.setUnits(units);
 }
 
+/** What a list has said of the numbers, and where they are read otherwise. */
+void ExcellonProgram::noteListedFormat()
+{
+    const NumberFormat read = mNumbers.format();
+    const NumberFormat& listed = mListed.format;
+    if (mNumbers.uses(Origin::List)) {
+        mNotes.add(QT_TRANSLATE_NOOP("BoardText", "its numbers are read as %1, by %2"),
+            {textOf(read), mListed.formatList});
+    }
+    if (mListed.isIncremental) {
+        mNotes.add(QT_TRANSLATE_NOOP("BoardText", "its places are incremental, by %1"),
+            {mListed.formatList});
+    }
+    const auto differ = [](const auto& a, const auto& b) { return a && b && *a != *b; };
+    const bool hasBare = mNumbers.longest() > 0; // numbers without a point
+    if (differ(read.units, listed.units) || (hasBare && differ(read.digits, listed.digits))
+        || (hasBare && differ(read.zeros, listed.zeros))) {
+        mNotes.add(
+            QT_TRANSLATE_NOOP("BoardText", "its numbers are read as %1 where %2 specifies %3"),
+            {textOf(read), mListed.formatList, textOf(listed)});
+    }
+}
+
 DrillFile ExcellonProgram::finish()
 {
     if (mInHeader) {
@@ -470,6 +497,7 @@ DrillFile ExcellonProgram::finish()
     if (!mEnded && !mMayEnd && mStopLine == 0) {
         fail(BoardText::tr("the program does not end; the file is cut off"));
     }
+    noteListedFormat();
     mTools.finish(mNumbers.units());
     DrillFile file = mCanvas.finish(
         factsOfName(QFileInfo(mAt.name).fileName()), mNumbers, usualDecimals(), mNotes);

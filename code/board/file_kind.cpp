@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "file_kind.h"
 
-#include "reading.h"
+#include "tool_list.h"
 
 #include <QRegularExpression>
 #include <algorithm>
@@ -113,6 +113,9 @@ FileKind fileKind(QByteArrayView beginning)
     if (isGerber(text)) {
         return isGerberDrill(text) ? FileKind::GerberDrill : FileKind::Gerber;
     }
+    if (isToolList(bytes) && drillSureness(bytes) == Sureness::None) {
+        return FileKind::ToolList;
+    }
     return hasProgramLine(text) ? FileKind::DrillProgram : FileKind::Text;
 }
 
@@ -166,6 +169,8 @@ QString kindText(FileKind kind)
         return BoardText::tr("a design of a CAD program, which has to export drill files");
     case FileKind::Binary:
         return BoardText::tr("a binary file");
+    case FileKind::ToolList:
+        return BoardText::tr("a list of tools");
     case FileKind::Text:
         return BoardText::tr("a text without drill commands");
     case FileKind::Empty:

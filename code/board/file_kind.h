@@ -22,7 +22,8 @@ enum class FileKind
     Document, ///< for people to read
     Design, ///< of a CAD program
     Binary,
-    Text, ///< a report, a list of drills and the like
+    ToolList, ///< beside drill files
+    Text, ///< a report and the like
     Empty
 };
 

@@ -39,6 +39,23 @@ std::optional<double> toNumber(std::string_view text)
     return ok ? std::optional(value) : std::nullopt;
 }
 
+QString textOf(const NumberFormat& format)
+{
+    QStringList parts;
+    if (format.units) {
+        parts << (format.units == Units::Inch ? BoardText::tr("inches")
+                                              : BoardText::tr("millimetres"));
+    }
+    if (format.digits) {
+        parts << QStringLiteral("%1:%2").arg(format.digits->before).arg(format.digits->after);
+    }
+    if (format.zeros) {
+        parts << (format.zeros == Zeros::Leading ? BoardText::tr("trailing zeros left out")
+                                                 : BoardText::tr("leading zeros left out"));
+    }
+    return parts.join(QStringLiteral(", "));
+}
+
 QString shown(std::string_view text)
 {
     QString told = QString::fromUtf8(text.data(), qMin<qsizetype>(qsizetype(text.size()), 40));
@@ -198,13 +215,7 @@ QString NumberReader::guess() const
     if (!mGuessUsed && !mUnitsGuessed) {
         return {};
     }
-    const QString zeros = *mZeros.value == Zeros::Leading ? BoardText::tr("trailing zeros left out")
-                                                          : BoardText::tr("leading zeros left out");
-    const QString digits =
-        QStringLiteral("%1:%2, %3").arg(mDigits.value->before).arg(mDigits.value->after).arg(zeros);
-    const QString unit =
-        *mUnits.value == Units::Inch ? BoardText::tr("inches, ") : BoardText::tr("millimetres, ");
-    return mUnitsGuessed ? unit + digits : digits;
+    return textOf({mUnitsGuessed ? mUnits.value : std::nullopt, mDigits.value, mZeros.value});
 }
 
 namespace {

@@ -45,6 +45,9 @@ struct NumberFormat
     std::optional<Zeros> zeros;
 };
 
+/** "inches, 2:4, leading zeros left out", as far as it is specified. */
+QString textOf(const NumberFormat& format);
+
 /** A text without a limit, also one with a plus; null for what is no number. */
 std::optional<double> toNumber(std::string_view text);
 
@@ -84,6 +87,13 @@ public:
 
     /** How the numbers are read; all of it is set once there was a number. */
     NumberFormat format() const { return {mUnits.value, mDigits.value, mZeros.value}; }
+
+    /** Whether the numbers read so far depend on what this origin has specified. */
+    bool uses(Origin origin) const
+    {
+        return mUnits.origin == origin
+            || (mLongest > 0 && (mDigits.origin == origin || mZeros.origin == origin));
+    }
 
     /** Whether nobody tells the digits that numbers need, or who does is wrong. */
     bool needsDigits() const { return mDigitsNeeded && (mDigits.isGuess() || isContradicted()); }

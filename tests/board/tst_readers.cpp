@@ -207,7 +207,7 @@ private:
         row("incremental by the header", program("T1\nX1.\nX1.", "METRIC\nICI,ON\nT1C0.8"),
             "P?0.8 1,0 2,0");
         row("no header, a tool by the number 0", "%\nM72\nG90\nT0C0.1\nX1.Y1.\nT9\nX2.\nM00",
-            ":7: tool T9 has no diameter");
+            ":6: tool T9 has no diameter");
         row("tool 0 with a diameter, and none",
             program("T0\nX1.\nT1\nX2.\nT0", "METRIC\nT0C1.\nT1C2."), "P?1 1,0; P?2 2,0");
         row("another diameter", program("T1\nX1.\nT1C0.8\nX1.13\nT1C0.29\nX3."),
@@ -562,6 +562,90 @@ private slots:
         QVERIFY(outcome({metric, again}).contains(": the file is named twice"));
         QVERIFY(outcome({metric, xml}).startsWith("j/board.xml:1: no drill file"));
         QVERIFY(outcome({metric, mFolder.filePath("gone")}).startsWith("gone: "));
+    }
+
+    /** Sizes, digits, zeros, plating, tolerances and layers by the lists of each program. */
+    void listsOfTools()
+    {
+        const QByteArray bare = "%\nT01\nX100000Y050000\nX200000\nT02\nX100000\nM30\n";
+        const QByteArray sized = program("T1\nX1.\nT2\nX2.G85X3.", "METRIC\nT1C0.8\nT2C1.");
+        const struct
+        {
+            const char* name;
+            QByteArray list;
+            QList<std::pair<QString, QByteArray>> files;
+            QString board; ///< without what was taken
+        } cases[] = {
+            {"a.dri",
+                "Drill Station Info File: a.dri\n"
+                " Device : Excellon drill station, coordinate format 2.5 inch\n"
+                "Drills used:\n T01   0.0400inch   2\n T02   0.1000inch   3\n"
+                "Plotfiles:\n\n C:\\out\\a.drd\n",
+                {{"a.drd", bare}},
+                "pcb/a: P?1.016 25.4,12.7 50.8,12.7; P?2.54 25.4,12.7 [2:5, leading zeros left "
+                "out]\n"
+                "a.drd: its numbers are read as inches, 2:5, leading zeros left out, by a.dri\n"
+                "a.drd: the size of T1 is that of a.dri (and 1 more like it)\n"
+                "a.drd: T2 drills 1 holes where a.dri tells 3"},
+            {"b.DRR",
+                "NCDrill File Report For: b.PcbDoc\nLayer Pair : Top to Bottom\n"
+                "ASCII Plated RoundHoles File : b-Plated.TXT\nASCII SlotHoles File : b-Slots.TXT\n"
+                "T1  32mil (0.813mm)  +/-4mil (0.1mm)  Round  1  NPTH  1.0inch (25mm)\n"
+                "T2  1mm (39.4mil)  +0.1mm -0.05mm  Slot  1  PTH  1.0inch (25mm)\n"
+                "Layer Pair : Top to Mid 1\nASCII RoundHoles File : b.TX2\n"
+                "T1  0.5mm (19.685mil)  Round  2    1.0inch (25mm)\n",
+                {{"b-Slots.TXT", sized}, {"b.TX2", program("T1\nX9.\nX8.", "METRIC\nT01F00S00")}},
+                "pcb/b-SlotsTop-Bottom: N0.8-0.1016+0.1016 1,0; P1-0.05+0.1 ~2,0>3,0\n"
+                "pcb/bTop-Mid 1: P?0.5 9,0 8,0\n"
+                "b-Slots.TXT: the tolerance of T1 is that of b.DRR (and 1 more like it)\n"
+                "b-Slots.TXT: the plating of T1 is that of b.DRR (and 1 more like it)\n"
+                "b-Slots.TXT: T1 has 0.8 mm where b.DRR tells 0.8128 mm\n"
+                "b.TX2: the size of T1 is that of b.DRR"},
+            {"ncdrill.log",
+                "NC DRILL Log\nFORMAT 3.5\nOUTPUT-UNITS METRIC\nCOORDINATES INCREMENTAL\n"
+                "SUPPRESS-LEAD-ZEROES NO\nSUPPRESS-TRAIL-ZEROES YES\n"
+                " Size  Plating  Tool  + Tolerance  - Tolerance\n"
+                "0.5000  P  T01  0.100000  0.050000\n1.5000  N  T02  0.000000  0.000000\n",
+                {{"c.drl", bare}},
+                "pcb/c: P0.5-0.05+0.1 100,50 300,50; N1.5 400,50\n"
+                "c.drl: its numbers are read as millimetres, 3:5, trailing zeros left out, by "
+                "ncdrill.log\n"
+                "c.drl: its places are incremental, by ncdrill.log\n"
+                "c.drl: the size of T1 is that of ncdrill.log (and 1 more like it)\n"
+                "c.drl: the tolerance of T1 is that of ncdrill.log\n"
+                "c.drl: the plating of T1 is that of ncdrill.log (and 1 more like it)"},
+            {"nc_tools_auto.txt", " Size  Plating  Tool\n40.0000  P  T01\n100.0000  N  T02\n",
+                {{"d.drl", bare},
+                    {"nc_param.txt", "INTEGER-PLACES 2\nDECIMAL-PLACES 5\nOUTPUT-UNITS ENGLISH\n"}},
+                "pcb/d: P1.016 25.4,12.7 50.8,12.7; N2.54 25.4,12.7 [2:5, leading zeros left out]\n"
+                "d.drl: its numbers are read as inches, 2:5, leading zeros left out, by "
+                "nc_param.txt\n"
+                "d.drl: the size of T1 is that of nc_tools_auto.txt (and 1 more like it)\n"
+                "d.drl: the plating of T1 is that of nc_tools_auto.txt (and 1 more like it)"},
+            {"e.fdl",
+                "*****  DRILL LIST  *****\nOutput Data : e.drl\nFrom-To : 1 - 4\n"
+                "Coordinate Format : 3V4\nZero Suppress : Leading\nUnit : MM\n"
+                "Plating Attribute : Non-Plated\n 1  0.50\n 2  1.50\n",
+                {{"e.drl", program("T1\nX12500", ";FILE_FORMAT=2:4\nINCH,TZ\nT1C.5")}},
+                "pcb/e1-4: N12.7 31.75,0\n"
+                "e.drl: its numbers are read as inches, 2:4, leading zeros left out where e.fdl "
+                "specifies 3:4, leading zeros left out\n"
+                "e.drl: the plating of T1 is that of e.fdl\n"
+                "e.drl: T1 has 12.7 mm where e.fdl tells 0.5 mm"},
+            {"list.rep", "Tool  Size (inch)  Count\nT1  0.0400  2\nT2  0.1000  1\n",
+                {{"f.drl", "M72\n" + bare}, {"g.drl", "M72\n" + bare}},
+                "f.drl:3: tool T1 has no diameter"}};
+        for (const auto& [name, list, files, board] : cases) {
+            const QString folder = QStringLiteral("l/%1").arg(name);
+            write(folder + '/' + name, list);
+            for (const auto& [file, content] : files) {
+                write(folder + '/' + file, content);
+            }
+            QString got = outcome({mFolder.filePath(folder)}).remove(folder + '/');
+            got.remove(QRegularExpression(
+                "^(taken|lists of tools): .*\n?", QRegularExpression::MultilineOption));
+            QCOMPARE(got, board);
+        }
     }
 
     /** What lies in a folder and in archives of it. */
