@@ -288,6 +288,14 @@ void Ipc2581Openings::drillPads(const QHash<Span, QString>& drillLayers)
 
 std::vector<Layer> Ipc2581Openings::take(const QHash<Span, QString>& drillLayers, qint64& leftOut)
 {
+    if (!mPads.layers().empty() || mPadError) {
+        takePads(drillLayers, leftOut);
+    }
+    return mCollector.take();
+}
+
+void Ipc2581Openings::takePads(const QHash<Span, QString>& drillLayers, qint64& leftOut)
+{
     std::vector<Place> drilled = drilledPlaces();
     if (drilled.empty()) {
         drillPads(drillLayers);
@@ -300,7 +308,6 @@ std::vector<Layer> Ipc2581Openings::take(const QHash<Span, QString>& drillLayers
         }
     }
     mPadError.reset();
-    return mCollector.take();
 }
 
 Transform Ipc2581Openings::transform(const Position& position) const

@@ -116,6 +116,7 @@ private:
     HoleType typeOf(const char* plating) const;
     void countOpening();
     std::vector<Place> drilledPlaces();
+    void takePads(const QHash<Span, QString>& drillLayers, qint64& leftOut);
     void drillPads(const QHash<Span, QString>& drillLayers);
     void add(const Ipc2581Opening& opening);
     Transform transform(const Position& position) const;
