@@ -386,10 +386,6 @@
         <translation>unbekannter platingStatus &quot;%1&quot;</translation>
     </message>
     <message>
-        <source>a hole without diameter</source>
-        <translation>eine Bohrung ohne diameter</translation>
-    </message>
-    <message>
         <source>a hole that is scaled</source>
         <translation>eine Bohrung, die skaliert ist</translation>
     </message>

@@ -39,12 +39,13 @@ Tool& LayerCollector::tool(const Tool& like, bool isBackDrill)
     if (!tools.empty() && tools.back().isLike(like)) {
         return tools.back();
     }
-    const Key key{mCurrent, isBackDrill, like};
-    const auto found = mTools.constFind(key);
-    if (found != mTools.constEnd()) {
-        return tools[*found];
+    const size_t hash = qHashMulti(likenessOf(like), mCurrent, isBackDrill);
+    for (auto at = mTools.constFind(hash); at != mTools.cend() && at.key() == hash; ++at) {
+        if (*at < tools.size() && tools[*at].isLike(like)) { // another layer may have the hash
+            return tools[*at];
+        }
     }
-    mTools.insert(key, tools.size());
+    mTools.insert(hash, tools.size());
     tools.push_back(like);
     return tools.back();
 }
@@ -166,9 +167,6 @@ HoleType Ipc2581Openings::typeOf(const char* plating) const
 void Ipc2581Openings::beginHole(const Ipc2581Attributes& attributes)
 {
     begin(attributes, false);
-    if (!attributes.value("diameter")) {
-        mPass.fail(BoardText::tr("a hole without diameter"));
-    }
     mTool.finishedSize = attributes.diameter();
     const char* type = attributes.value("type");
     mIsSquare = type && qstricmp(type, "SQUARE") == 0;

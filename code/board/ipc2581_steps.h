@@ -27,25 +27,9 @@ public:
     const std::vector<Layer>& layers() const { return mLayers; }
 
 private:
-    struct Key
-    {
-        size_t layer;
-        bool isBackDrill;
-        Tool tool; ///< without holes
-        bool operator==(const Key& other) const
-        {
-            return layer == other.layer && isBackDrill == other.isBackDrill
-                && tool.isLike(other.tool);
-        }
-    };
-    friend size_t qHash(const Key& key, size_t seed)
-    {
-        return qHashMulti(seed, key.layer, key.isBackDrill, likenessOf(key.tool));
-    }
-
     std::vector<Layer> mLayers;
     QHash<QString, size_t> mLayerOfName;
-    QHash<Key, size_t> mTools; ///< index in the layer's tools or back drills
+    QMultiHash<size_t, size_t> mTools; ///< index in the layer's tools or back drills, by hash
     size_t mCurrent = 0;
 };
 

@@ -45,10 +45,11 @@ const std::vector<Kind>& kinds()
         {pattern(R"(^ *NCDrill File Report For:)"), // Altium, Protel
             {pattern(R"(^ *(?<begin>Layer Pair) *: *(?<from>.+?) +to +(?<to>.+?) *$)"),
                 pattern(R"(^ *ASCII\b[^:\n]*\bFile *: *(?<file>\S.*?) *$)"),
-                pattern(R"(^ *T(?<tool>\d{1,6})\s+(?<size>[.\d]+) *(?<unit>mm|mils?|inch)\b)"
-                        R"((?: *\([^)\n]*\))?)"
-                        R"((?:\s+\+ */ *-(?<both>[.\d]+)|\s+\+(?<plus>[.\d]+)[^-\n]*-(?<minus>[.\d]+))?)"
-                        R"([^\n]*?[ \t](?<hits>\d+)(?:[ \t]+(?<plating>N?PTH)\b)?(?:\s|$))")}},
+                pattern(
+                    R"(^ *T(?<tool>\d{1,6})\s+(?<size>[.\d]+) *(?<unit>mm|mils?|inch)\b)"
+                    R"((?: *\([^)\n]*\))?)"
+                    R"((?:\s+\+ */ *-(?<both>[.\d]+)|\s+\+(?<plus>[.\d]+)[^-\n]*-(?<minus>[.\d]+))?)"
+                    R"([^\n]*?[ \t](?<hits>\d+)(?:[ \t]+(?<plating>N?PTH)\b)?(?:\s|$))")}},
         {pattern(R"(^ *INTEGER-PLACES\b|\bNC DRILL Log\b|^ *Size +Plating +Tool\b)"), // Allegro
             {pattern(R"(^ *INTEGER-PLACES +(?<before>\d)\b)"),
                 pattern(R"(^ *DECIMAL-PLACES +(?<after>\d)\b)"),
@@ -66,7 +67,8 @@ const std::vector<Kind>& kinds()
                 pattern(R"(^ *From-To *: *(?<from>\w+) *- *(?<to>\w+) *$)"),
                 pattern(R"(^ *Plating Attribute *: *(?<plating>(?:Non[-_ ]?)?Plated))"),
                 pattern(R"(^ *Units? *: *(?<sizes>\w+))"),
-                pattern(R"(^ *T?(?<tool>\d{1,6})\s+(?<size>\d*\.\d+) *(?<unit>mm|mils?|inch)?\b)")}},
+                pattern(
+                    R"(^ *T?(?<tool>\d{1,6})\s+(?<size>\d*\.\d+) *(?<unit>mm|mils?|inch)?\b)")}},
         // A table with headings: FAB 3000, OrCAD, PADS, Xpedition and others.
         {pattern(R"(^.*\bNC Tools Report\b|^.*\bTool\b.*\b(?:Size|Diam\w*)\b)"),
             {pattern(R"(^ *Units? *: *(?<sizes>\w+))"),
@@ -195,7 +197,8 @@ void ToolLists::takeTool(Section& section, const QRegularExpressionMatch& fact)
     ToolRemark remark;
     remark.size = size(u"size");
     const bool isSame = fact.hasCaptured(u"both");
-    const ToldTolerance tolerance{size(isSame ? u"both" : u"plus"), size(isSame ? u"both" : u"minus")};
+    const ToldTolerance tolerance{
+        size(isSame ? u"both" : u"plus"), size(isSame ? u"both" : u"minus")};
     if (tolerance.plus > 0 || tolerance.minus > 0) { // else nobody has set one
         remark.tolerance = tolerance;
     }
@@ -260,18 +263,20 @@ ListedTools ToolLists::about(const QString& drillFile, bool isOnly) const
         }
     }
     for (const Section* section : sections) {
-        listed.list = listed.list.isEmpty() && !section->tools.empty() ? section->list : listed.list;
+        listed.list =
+            listed.list.isEmpty() && !section->tools.empty() ? section->list : listed.list;
         listed.span = listed.span ? listed.span : section->span;
         for (auto [number, remark] : section->tools) {
             if (section->hasBareSizes) {
-                const double unit = !listed.format.units    ? 0
+                const double unit = !listed.format.units   ? 0
                     : listed.format.units == Units::Metric ? sizePerMillimetre
-                                                         : section->inchUnit;
+                                                           : section->inchUnit;
                 remark.size *= unit;
                 if (unit == 0) {
                     remark.tolerance.reset();
                 } else if (remark.tolerance) {
-                    remark.tolerance = {remark.tolerance->plus * unit, remark.tolerance->minus * unit};
+                    remark.tolerance = {
+                        remark.tolerance->plus * unit, remark.tolerance->minus * unit};
                 }
             }
             listed.tools.emplace(number, remark);
