@@ -753,6 +753,22 @@
         <source>its numbers are read as %1 where %2 specifies %3</source>
         <translation>ihre Zahlen werden gelesen als %1, wo %2 %3 angibt</translation>
     </message>
+    <message>
+        <source>an outline</source>
+        <translation>ein Umriss</translation>
+    </message>
+    <message>
+        <source>the holes cover %1 mm, the outline in %2 %3 mm; %4 times as large they would fit</source>
+        <translation>die Bohrungen nehmen %1 mm ein, der Umriss in %2 %3 mm; %4-mal so groß würden sie passen</translation>
+    </message>
+    <message>
+        <source>the holes lie beside the outline in %1; %2, %3 mm would move them to its middle</source>
+        <translation>die Bohrungen liegen neben dem Umriss in %1; um %2, %3 mm verschoben lägen sie in seiner Mitte</translation>
+    </message>
+    <message>
+        <source>the holes cover %1 mm, and reach beyond the outline in %2</source>
+        <translation>die Bohrungen nehmen %1 mm ein und reichen über den Umriss in %2 hinaus</translation>
+    </message>
 </context>
 <context>
     <name>DataFile</name>

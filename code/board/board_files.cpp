@@ -33,6 +33,7 @@ struct Look
     FileKind kind;
     bool isOfBoard; ///< so surely that it may be taken unasked
     bool isSure; ///< and that it must be readable
+    bool isProfile = false; ///< the outline of a board
 };
 
 Look lookAt(QByteArrayView beginning)
@@ -44,7 +45,17 @@ Look lookAt(QByteArrayView beginning)
     }
     const bool isOfBoard = kind == FileKind::GerberDrill || kind == FileKind::ToolList
         || (kind == FileKind::Xml && isIpc2581(beginning));
-    return {kind, isOfBoard, isOfBoard};
+    const bool isProfile =
+        kind == FileKind::Gerber && beginning.contains("TF.FileFunction,Profile");
+    return {kind, isOfBoard, isOfBoard, isProfile};
+}
+
+bool isOutlineName(const QString& name)
+{
+    static const QRegularExpression usual(
+        QStringLiteral("edge[-_. ]?cuts|outline|profile|\\.(?:gko|gm1|oln)$"),
+        QRegularExpression::CaseInsensitiveOption);
+    return QFileInfo(name).fileName().contains(usual);
 }
 
 /** Waits for a pipe until it has given that much or has ended. */
@@ -270,6 +281,11 @@ private:
             mCandidates.push_back(std::move(file));
         } else if (look.isOfBoard) {
             mCandidates.push_back(std::move(file));
+        } else if (look.isProfile || (look.kind == FileKind::Gerber && isOutlineName(name))) {
+            leave(name, BoardText::tr("an outline"));
+            if (look.isProfile || !mFiles.outline) { // what a file specifies goes before its name
+                mFiles.outline = std::move(file);
+            }
         } else {
             leave(name, kindText(look.kind == FileKind::DrillProgram ? FileKind::Text : look.kind));
         }

@@ -25,6 +25,7 @@ struct BoardFiles
 {
     std::vector<BoardFile> taken; ///< one IPC-2581 file, or drill files; never empty
     std::vector<BoardFile> besides; ///< drill files that were found with an IPC-2581 file
+    std::optional<BoardFile> outline; ///< in Gerber, found with drill files
     std::vector<BoardFile> lists; ///< of tools, for the drill files among them
     QStringList left; ///< files of archives and folders that were not taken, with the reason
     bool isSearched = false; ///< there was an archive or a folder

@@ -82,7 +82,7 @@ void addDrillFiles(Board& board, const BoardFiles& all, const ReadOptions& optio
     }
     // They are no board of their own here, and an error in them is none of the board.
     const ReadOptions quiet{options.fileFormat, false, {}};
-    DrillBoard drills(quiet, all.lists, files.size() == 1);
+    DrillBoard drills(quiet, all, files.size() == 1);
     QStringList names;
     for (const BoardFile& file : files) {
         try {
@@ -119,7 +119,7 @@ Board readBoard(const QStringList& paths, const ReadOptions& options)
         addDrillFiles(board, files, options);
     } else {
         qint64 before = 0;
-        DrillBoard drills(options, files.lists, files.taken.size() == 1);
+        DrillBoard drills(options, files, files.taken.size() == 1);
         QStringList names;
         for (const BoardFile& file : files.taken) {
             qint64 size = 0;

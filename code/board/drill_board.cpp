@@ -27,6 +27,19 @@ bool hasSameDigits(const NumberFormat& a, const NumberFormat& b)
                                      : a.digits->after == b.digits->after;
 }
 
+double largerSide(const QRectF& extent)
+{
+    return std::max(extent.width(), extent.height());
+}
+
+/** "100 x 80" */
+QString sidesText(const QRectF& extent)
+{
+    return QStringLiteral("%1 x %2")
+        .arg(extent.width() / sizePerMillimetre, 0, 'g', 4)
+        .arg(extent.height() / sizePerMillimetre, 0, 'g', 4);
+}
+
 /** "board.drd.0104" drills from layer 1 to 4. */
 std::optional<Span> spanOfName(const QString& name)
 {
@@ -214,13 +227,26 @@ QStringList leaveOutRepeats(std::vector<Layer>& layers)
 
 } // namespace
 
-DrillBoard::DrillBoard(
-    const ReadOptions& options, const std::vector<BoardFile>& lists, bool isSingle)
+DrillBoard::DrillBoard(const ReadOptions& options, const BoardFiles& order, bool isSingle)
     : mOptions(options)
     , mIsSingle(isSingle)
 {
-    for (const BoardFile& list : lists) {
+    for (const BoardFile& list : order.lists) {
         mLists.add(list.open()->read(maxListSize), list.name);
+    }
+    if (order.outline) {
+        readOutline(*order.outline);
+    }
+}
+
+/** What draws it would rout slots if it were a drill file; their extent is all that counts. */
+void DrillBoard::readOutline(const BoardFile& file)
+{
+    try {
+        mOutline = readGerberDrill(*file.open(), file.name).extent;
+        mOutlineFile = QFileInfo(file.name).fileName();
+    } catch (const BoardError& error) {
+        mBoard.notes << BoardText::tr("not compared: ") + error.message();
     }
 }
 
@@ -262,11 +288,11 @@ void DrillBoard::add(const BoardFile& file, const Progress& progress)
 /** Puts the likeliest formats first. */
 void DrillBoard::rankFormats()
 {
-    double told = 0;
+    double told = largerSide(mOutline);
     std::map<std::pair<Units, Zeros>, std::vector<Entry*>> alike; // one program wrote them
     for (Entry& entry : mEntries) {
         if (entry.drill.choices.empty()) {
-            told = std::max(told, entry.drill.extent);
+            told = std::max(told, largerSide(entry.drill.extent));
         } else if (mOptions.fileFormat.digits) { // told by the user, and falsely by the file
             entry.options.chosen = mOptions.fileFormat;
             entry.options.chosenBy = Origin::User;
@@ -366,12 +392,55 @@ void DrillBoard::addNotes(const Entry& entry)
     }
 }
 
+/** Holes that lie within the outline tell nothing, as long as they are not all in a corner. */
+void DrillBoard::compareOutline()
+{
+    QRectF holes;
+    for (const Entry& entry : mEntries) {
+        holes = holes.united(entry.drill.extent);
+    }
+    if (mOutline.isNull() || holes.isNull()) {
+        return;
+    }
+    constexpr double margin = sizePerMillimetre;
+    const QRectF outline = mOutline.adjusted(-margin, -margin, margin, margin);
+    const bool isWithin = outline.contains(holes);
+    if (isWithin && largerSide(holes) > largerSide(mOutline) / 5) {
+        return;
+    }
+    for (const double factor : {10.0, 25.4, 100.0, 1 / 10.0, 1 / 25.4, 1 / 100.0, 1 / 1000.0}) {
+        const QRectF scaled(holes.topLeft() * factor, holes.size() * factor);
+        if (outline.contains(scaled) && largerSide(scaled) > largerSide(mOutline) / 2) {
+            mBoard.notes << BoardText::tr(
+                "the holes cover %1 mm, the outline in %2 %3 mm; %4 times "
+                "as large they would fit")
+                                .arg(sidesText(holes), mOutlineFile, sidesText(mOutline))
+                                .arg(factor, 0, 'g', 3);
+            return;
+        }
+    }
+    const QRectF common = holes.intersected(mOutline);
+    if (!isWithin && holes.width() <= outline.width() && holes.height() <= outline.height()
+        && common.width() * common.height() < holes.width() * holes.height() / 2) {
+        const QPointF move = (mOutline.center() - holes.center()) / sizePerMillimetre;
+        mBoard.notes << BoardText::tr(
+            "the holes lie beside the outline in %1; %2, %3 mm would move them to its middle")
+                            .arg(mOutlineFile)
+                            .arg(move.x(), 0, 'g', 4)
+                            .arg(move.y(), 0, 'g', 4);
+    } else if (!isWithin) {
+        mBoard.notes << BoardText::tr("the holes cover %1 mm, and reach beyond the outline in %2")
+                            .arg(sidesText(holes), mOutlineFile);
+    }
+}
+
 Board DrillBoard::finish(const QString& job)
 {
     if (mEntries.empty() && mError) {
         throw BoardError(*mError);
     }
     settleFormats();
+    compareOutline();
     nameLayers();
     Step step;
     step.name = QStringLiteral("pcb");

@@ -13,10 +13,10 @@ namespace brox {
 class DrillBoard
 {
 public:
-    /** @param lists    of tools, read at once
+    /** @param order     whose lists and outline are read at once
      *  @param isSingle  there will be one drill file
      *  @throws BoardError, BoardCancelled */
-    DrillBoard(const ReadOptions& options, const std::vector<BoardFile>& lists, bool isSingle);
+    DrillBoard(const ReadOptions& options, const BoardFiles& order, bool isSingle);
 
     /** Reads a file. One that only looks like a drill file, and can't be read, is noted.
      *
@@ -40,16 +40,20 @@ private:
         DrillFile drill;
     };
 
+    void readOutline(const BoardFile& file);
     static void read(Entry& entry);
     void rankFormats();
     bool readAgain();
     void settleFormats();
     void nameLayers();
     void addNotes(const Entry& entry);
+    void compareOutline();
 
     const ReadOptions& mOptions;
     ToolLists mLists;
     bool mIsSingle;
+    QRectF mOutline; ///< the rectangle around it, host size units; null: there is none
+    QString mOutlineFile;
     std::deque<Entry> mEntries;
     Board mBoard;
     std::optional<BoardError> mError; ///< of the first file that was not read

@@ -301,7 +301,7 @@ DrillFile DrillCanvas::finish(
     drill.units = numbers.units();
     drill.drilled = mDrilled;
     drill.format = numbers.format();
-    drill.extent = std::max(width(), height());
+    drill.extent = mTo.x() < mFrom.x() ? QRectF() : QRectF(mFrom, mTo);
     if (numbers.isContradicted()) {
         notes.add(QT_TRANSLATE_NOOP(
                       "BoardText", "its numbers have %1 digits, more than the %2:%3 that it tells"),
@@ -311,8 +311,10 @@ DrillFile DrillCanvas::finish(
     if (numbers.needsDigits()) {
         const qint64 hits = std::accumulate(mHits.begin(), mHits.end(), qint64(0));
         drill.choices = weighFormats(drill.format,
-            {width(), height(), reach(), mFarLine != 0 ? 0 : usualSpacing(drill.layer), hits,
-                numbers.longest(), usualDecimals});
+            {drill.extent.width(), drill.extent.height(),
+                std::max({0.0, mTo.x(), mTo.y(), -mFrom.x(), -mFrom.y()}),
+                mFarLine != 0 ? 0 : usualSpacing(drill.layer), hits, numbers.longest(),
+                usualDecimals});
         drill.farLine = mFarLine;
     } else if (mFarLine != 0) {
         mAt.fail(mFarLine, BoardText::tr("a place further than 5 m from the origin"));

@@ -5,7 +5,7 @@
 #include "drill_comments.h"
 #include "reading.h"
 
-#include <QPointF>
+#include <QRectF>
 #include <limits>
 #include <unordered_map>
 
@@ -51,7 +51,7 @@ struct DrillFile
     std::optional<Units> units; ///< specified, or by the options
     QStringList notes; ///< what the user should know of it, without the file's name
     qint64 drilled = 0; ///< holes and slots, with those of the board's files before it
-    double extent = 0; ///< the larger side of what it drills, in host size units
+    QRectF extent; ///< the rectangle around what it drills, even if it is far; host size units
     NumberFormat format; ///< as its numbers were read
     std::vector<FormatChoice> choices; ///< other ways, by digits; empty if it is told
     qint64 farLine = 0; ///< of a place that was moved into 5 m of the origin; only with choices
@@ -141,11 +141,6 @@ public:
     /** A place further than 5 m from the origin is moved there, and its line remembered. */
     Place rounded(const QPointF& point);
     qint64 farLine() const { return mFarLine; } ///< 0: all places are near
-
-    /** The sides of the rectangle around what was made, even if it is far. */
-    double width() const { return std::max(0.0, mTo.x() - mFrom.x()); }
-    double height() const { return std::max(0.0, mTo.y() - mFrom.y()); }
-    double reach() const { return std::max({0.0, mTo.x(), mTo.y(), -mFrom.x(), -mFrom.y()}); }
 
     /** The finished size of a tool whose units are known.
      *

@@ -564,6 +564,31 @@ private slots:
         QVERIFY(outcome({metric, mFolder.filePath("gone")}).startsWith("gone: "));
     }
 
+    void outlines()
+    {
+        const auto outline = [](const QByteArray& from, const QByteArray& to) {
+            return "%FSLAX34Y34*%\n%MOMM*%\n%TF.FileFunction,Profile,NP*%\n%ADD10C,0.1*%\nD10*\nX"
+                + from + 'Y' + from + "D02*\nX" + to + "D01*\nY" + to + "D01*\nM02*\n";
+        };
+        const QByteArray drilled = program("T1\nX10.Y10.\nX90.Y60.");
+        const QString factor =
+            "the holes cover 80 x 50 mm, the outline in o.gbr 10 x 10 mm; 0.1 times as large they "
+            "would fit";
+        const std::pair<QByteArray, QString> cases[] = {{outline("0", "1000000"), ""},
+            {outline("50000", "905000"), ""}, {outline("0", "100000"), factor},
+            {outline("-1000000", "-100000"),
+                "the holes lie beside the outline in o.gbr; -105, -90 mm would move them to its "
+                "middle"},
+            {outline("0", "700000"),
+                "the holes cover 80 x 50 mm, and reach beyond the outline in o.gbr"}};
+        for (const auto& [content, note] : cases) {
+            write("outline/d.drl", drilled);
+            write("outline/o.gbr", content);
+            const Board board = readBoard({mFolder.filePath("outline")});
+            QCOMPARE(board.notes.mid(2).join('\n'), note);
+        }
+    }
+
     /** Sizes, digits, zeros, plating, tolerances and layers by the lists of each program. */
     void listsOfTools()
     {
