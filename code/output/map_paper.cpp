@@ -271,6 +271,7 @@ RowInk::RowInk(QPainter& painter, size_t look, double holeRadius, double symbolR
     : mPainter(painter)
     , mSvg(dynamic_cast<SvgDevice*>(painter.device()))
     , mMostElements(painter.paintEngine()->type() == QPaintEngine::Raster ? 1000 : 100'000)
+    , mOrigin(painter.transform().map(QPointF()))
     , mColour(toolColour(look, false))
     , mAreDots(areDots(symbolRadius))
     , mHoleRadius(mAreDots ? std::max(leastDot, holeRadius) : holeRadius)
@@ -285,7 +286,7 @@ RowInk::RowInk(QPainter& painter, size_t look, double holeRadius, double symbolR
 void RowInk::addHole(QPointF at)
 {
     if (mSvg) {
-        SvgDevice::append(mAreaShapes, mCircleShape, at);
+        SvgDevice::append(mAreaShapes, mCircleShape, mOrigin + at);
     } else if (mAreDots) {
         mDots << at;
     } else {
@@ -297,7 +298,7 @@ void RowInk::addHole(QPointF at)
 void RowInk::addSlot(const QPainterPath& area, QPointF middle)
 {
     if (mSvg) {
-        SvgDevice::append(mAreaShapes, SvgDevice::shape(area));
+        SvgDevice::append(mAreaShapes, SvgDevice::shape(area), mOrigin);
     } else {
         mAreas.addPath(area);
     }
@@ -333,7 +334,7 @@ void RowInk::addSymbol(QPointF at)
         return;
     }
     if (mSvg) {
-        SvgDevice::append(mSymbolShapes, mSymbolShape, at);
+        SvgDevice::append(mSymbolShapes, mSymbolShape, mOrigin + at);
     } else {
         mSymbols.addPath(mSymbol.translated(at));
     }

@@ -92,6 +92,7 @@ private:
     QPainter& mPainter;
     SvgDevice* mSvg; ///< null: the painter paints on something else
     int mMostElements;
+    QPointF mOrigin; ///< of the painter, which shapes pass by
     QColor mColour;
     bool mAreDots;
     double mHoleRadius;

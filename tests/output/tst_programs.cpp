@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "drill_map.h"
 #include "drill_program.h"
 #include "excellon_reader.h"
 #include "file_set.h"
@@ -7,6 +8,7 @@
 #include "map_shapes.h"
 
 #include <QPainter>
+#include <QSvgRenderer>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -293,6 +295,34 @@ private slots:
         }
     }
 
+    /** Vectors and dots are one picture, on the sheets below the first too. */
+    void onePicture()
+    {
+        const QTemporaryDir folder;
+        const DrillPlan plan = planOf(everything(), 1);
+        FileSet files;
+        for (const char* name : {"map.png", "map.svg"}) {
+            addDrillMap(plan, folder.filePath(name), files);
+        }
+        files.commit();
+        QImage dots(folder.filePath("map.png"));
+        QImage vectors(dots.size(), QImage::Format_RGB32);
+        QVERIFY(dots.height() > dots.width()); // two sheets
+        QSvgRenderer svg(folder.filePath("map.svg"));
+        QPainter painter(&vectors);
+        svg.render(&painter);
+        painter.end();
+        for (QImage* image : {&dots, &vectors}) {
+            *image = image->scaledToWidth(300, Qt::SmoothTransformation)
+                         .convertToFormat(QImage::Format_Grayscale8);
+        }
+        for (int y = 0; y < dots.height(); ++y) {
+            for (int x = 0; x < dots.width(); ++x) {
+                QVERIFY(std::abs(qGray(dots.pixel(x, y)) - qGray(vectors.pixel(x, y))) < 40);
+            }
+        }
+    }
+
     void looks()
     {
         for (size_t i = 0; i < 100; ++i) {
@@ -439,5 +469,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(ProgramsTest)
+QTEST_MAIN(ProgramsTest)
 #include "tst_programs.moc"
