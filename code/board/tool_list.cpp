@@ -127,7 +127,11 @@ bool isToolList(QByteArrayView beginning)
 {
     const QString text = textOf(beginning);
     const Kind* kind = kindOf(text);
-    return kind && !factsOf(*kind, text).empty();
+    const auto saysMuch = [](const QRegularExpressionMatch& fact) {
+        return fact.hasCaptured(u"tool") || fact.hasCaptured(u"before")
+            || fact.hasCaptured(u"after");
+    };
+    return kind && std::ranges::any_of(factsOf(*kind, text), saysMuch);
 }
 
 void ToolLists::add(QByteArrayView content, const QString& name)
