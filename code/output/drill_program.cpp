@@ -228,6 +228,12 @@ std::vector<std::uint32_t> sweepOrder(const std::vector<Place>& places)
     return best;
 }
 
+qint64 hitsOf(const Program& program)
+{
+    return std::accumulate(program.tools.begin(), program.tools.end(), qint64(0),
+        [](qint64 sum, const ProgramTool& tool) { return sum + tool.hits(); });
+}
+
 void writeHead(ExcellonWriter& writer, const DrillPlan& plan, const Program& program,
     const std::vector<ToolHits>& hits)
 {
@@ -265,7 +271,30 @@ void writeHead(ExcellonWriter& writer, const DrillPlan& plan, const Program& pro
     writer.line("%");
 }
 
-void writeTool(ExcellonWriter& writer, const ProgramTool& tool, const ToolHits& hits)
+/** Reports how many hits of a program are written. */
+class Count
+{
+public:
+    Count(const Progress& progress, qint64 total)
+        : mProgress(progress)
+        , mTotal(total)
+    { }
+
+    void add()
+    {
+        constexpr qint64 step = 10'000;
+        if (++mDone % step == 0) {
+            tell(mProgress, mDone, mTotal);
+        }
+    }
+
+private:
+    const Progress& mProgress;
+    qint64 mDone = 0;
+    qint64 mTotal;
+};
+
+void writeTool(ExcellonWriter& writer, const ProgramTool& tool, const ToolHits& hits, Count& count)
 {
     const std::vector<Place>& holes = hits.holes;
     const std::vector<const Path*>& slotPaths = hits.slotPaths;
@@ -276,9 +305,11 @@ void writeTool(ExcellonWriter& writer, const ProgramTool& tool, const ToolHits& 
     writer.line(toolName(tool));
     for (const std::uint32_t index : sweepOrder(holes)) {
         writer.hole(holes[index]);
+        count.add();
     }
     for (const std::uint32_t index : sweepOrder(slotStarts)) {
         writer.slot(*slotPaths[index]);
+        count.add();
     }
     if (!slotPaths.empty()) {
         writer.line("G05");
@@ -365,23 +396,22 @@ QStringList programNames(const DrillPlan& plan)
     return names;
 }
 
-QByteArray programText(
-    const DrillPlan& plan, const Program& program, const std::vector<RowPlaces>& places)
+QByteArray programText(const DrillPlan& plan, const Program& program,
+    const std::vector<RowPlaces>& places, const Progress& progress)
 {
     constexpr qint64 bytesOfHole = 24;
     ExcellonWriter writer(plan.units);
     std::vector<ToolHits> hits;
-    qint64 count = 0;
     for (const ProgramTool& tool : program.tools) {
         hits.push_back(hitsOf(tool, places));
-        count += tool.hits();
     }
-    writer.reserve(count * bytesOfHole);
+    Count count(progress, hitsOf(program));
+    writer.reserve(hitsOf(program) * bytesOfHole);
     writeHead(writer, plan, program, hits);
     writer.line("G90");
     writer.line("G05");
     for (size_t i = 0; i < program.tools.size(); ++i) {
-        writeTool(writer, program.tools[i], hits[i]);
+        writeTool(writer, program.tools[i], hits[i], count);
     }
     writer.line("M30");
     return writer.text();
@@ -394,10 +424,20 @@ void addDrillPrograms(
     checkTools(plan);
     const std::vector<RowPlaces> places = placesOf(plan);
     const QStringList names = programNames(plan);
+    qint64 total = 0;
+    for (const Program& program : plan.programs) {
+        total += hitsOf(program);
+    }
+    qint64 before = 0;
+    const Progress ofAll = [&](qint64 done, qint64) {
+        tell(progress, before + done, total);
+        return true;
+    };
     for (size_t i = 0; i < plan.programs.size(); ++i) {
-        tell(progress, qint64(i), qint64(plan.programs.size()));
+        ofAll(0, 0);
         files.add(QDir(folder).filePath(names[qsizetype(i)]),
-            programText(plan, plan.programs[i], places));
+            programText(plan, plan.programs[i], places, ofAll));
+        before += hitsOf(plan.programs[i]);
     }
 }
 

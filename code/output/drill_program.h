@@ -25,14 +25,16 @@ QStringList programNames(const DrillPlan& plan);
 
 /** A program's text.
  *
- * @param places  of the plan's rows
+ * @param places    of the plan's rows
+ * @param progress  receives how many hits of how many are written
+ * @throws BoardCancelled
  */
-QByteArray programText(
-    const DrillPlan& plan, const Program& program, const std::vector<RowPlaces>& places);
+QByteArray programText(const DrillPlan& plan, const Program& program,
+    const std::vector<RowPlaces>& places, const Progress& progress = {});
 
 /** Adds all programs of a plan to the files that are to be written.
  *
- * @param progress  receives how many programs of how many are made
+ * @param progress  receives how many hits of how many are written
  * @throws OutputError  naming what can't be drilled by a program: a tool without a size, too many
  *                      tools, nothing at all
  * @throws PanelError, BoardCancelled

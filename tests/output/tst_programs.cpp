@@ -233,6 +233,28 @@ private slots:
         }
     }
 
+    /** A large program reports how far it is, and ends when the user wants no more of it. */
+    void canBeCancelled()
+    {
+        Board board;
+        board.steps.emplace_back().layers.emplace_back().tools = {
+            tool(HoleType::Plated, 1, std::vector<Place>(20'000))};
+        for (int i = 0; i < 20'000; ++i) {
+            board.steps[0].layers[0].tools[0].holes[size_t(i)] = at(i % 100, i / 100);
+        }
+        const QTemporaryDir folder;
+        FileSet files;
+        QList<qint64> reports;
+        const auto progress = [&](qint64 done, qint64 total) {
+            reports << done << total;
+            return done == 0;
+        };
+        const DrillPlan plan = planOf(board, 0, Units::Metric);
+        QVERIFY_EXCEPTION_THROWN(
+            addDrillPrograms(plan, folder.path(), files, progress), BoardCancelled);
+        QCOMPARE(reports, QList<qint64>({0, 20'000, 10'000, 20'000}));
+    }
+
     /** Each hole and slot is found on the map where it is drilled, and painted nowhere else. */
     void map()
     {

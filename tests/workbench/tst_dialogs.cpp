@@ -167,6 +167,11 @@ private slots:
         chooseType("Via");
         open(name + ".drl");
         QCOMPARE(tool(1), "Via 1 800 100 100 850"); // kept with the board
+        mWindow->openJob().change([&](Job& job) { job.drillSizes[name] = true; });
+        QCOMPARE(tools()->rowCount(), 0); // what is drilled as it is, no host gets
+        QCoreApplication::processEvents();
+        open(name + ".drl");
+        QCOMPARE(tools()->rowCount(), 0);
         choose("Forget Choices for This Board");
         QCOMPARE(tool(1), "Pth 1 800 100 100 900");
     }

@@ -146,9 +146,9 @@ const Case cases[] = {
         {"\n\"a<b,c\",Via,1,20,1,2,", "<title>Drill map of a&lt;b,c</title>",
             ">Drill map, layer a&lt;b,c (1 to 4)<"},
         ""},
-    {"for i in '--units metric' '--units inch' '--step board' '--model HASL'; do"
+    {"for i in '--units metric' '--units inch' '--step board' '--model HASL' '--sizes drilled'; do"
      " $B sensor.xml $i --screenshot $D/i.png 2>/dev/null; cksum <$D/i.png; done | sort -u | wc -l",
-        0, {"4\n"}, ""},
+        0, {"5\n"}, ""},
     {"printf 'M48\\nT1C.01\\nT2C1.0\\n%%\\nT1\\nX10000Y10000\\nT2\\nX3.0Y1.0\\nM30\\n'"
      " | $B - --csv --file-units inch --vias-up-to 10mil --tolerance via=-2mil/+3mil",
         0,
