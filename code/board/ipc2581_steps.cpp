@@ -79,7 +79,7 @@ void Ipc2581Openings::beginLayer(
 
 void Ipc2581Openings::beginSet()
 {
-    mSetPosition = {};
+    mSetPlacement = {};
     mSetStarted = false;
     mBackDrilled = mLayerBackDrilled;
 }
@@ -94,29 +94,29 @@ void Ipc2581Openings::checkSet(const char* element) const
 void Ipc2581Openings::locateSet(const Ipc2581Attributes& attributes)
 {
     checkSet("Location");
-    mSetPosition.x += attributes.length("x");
-    mSetPosition.y += attributes.length("y");
+    mSetPlacement.x += attributes.length("x");
+    mSetPlacement.y += attributes.length("y");
 }
 
 void Ipc2581Openings::turnSet(const Ipc2581Attributes& attributes)
 {
     checkSet("Xform");
-    readTurn(mSetPosition, attributes);
+    readTurn(mSetPlacement, attributes);
 }
 
 void Ipc2581Openings::locate(const Ipc2581Attributes& attributes)
 {
-    mOwnPosition.x += attributes.length("x");
-    mOwnPosition.y += attributes.length("y");
+    mOwnPlacement.x += attributes.length("x");
+    mOwnPlacement.y += attributes.length("y");
     mHasPlace = true;
 }
 
 void Ipc2581Openings::turn(const Ipc2581Attributes& attributes)
 {
-    readTurn(mOwnPosition, attributes);
+    readTurn(mOwnPlacement, attributes);
 }
 
-void Ipc2581Openings::readTurn(Position& to, const Ipc2581Attributes& attributes) const
+void Ipc2581Openings::readTurn(Placement& to, const Ipc2581Attributes& attributes) const
 {
     to.xOffset = attributes.length("xOffset");
     to.yOffset = attributes.length("yOffset");
@@ -136,7 +136,7 @@ void Ipc2581Openings::begin(const Ipc2581Attributes& attributes, bool mayAssume)
         mPass.fail(BoardText::tr("no CadHeader tells the units of this hole"));
     }
     const char* plating = attributes.value("platingStatus");
-    mOwnPosition = {};
+    mOwnPlacement = {};
     mTool.typeAssumed = mayAssume && (!plating || !*plating);
     mTool.type = mTool.typeAssumed ? HoleType::Plated : typeOf(plating);
     mTool.functionTold = mTool.type == HoleType::Via;
@@ -171,8 +171,8 @@ void Ipc2581Openings::beginHole(const Ipc2581Attributes& attributes)
     const char* type = attributes.value("type");
     mIsSquare = type && qstricmp(type, "SQUARE") == 0;
     mHasPlace = attributes.value("x") && attributes.value("y");
-    mOwnPosition.x = attributes.length("x");
-    mOwnPosition.y = attributes.length("y");
+    mOwnPlacement.x = attributes.length("x");
+    mOwnPlacement.y = attributes.length("y");
 }
 
 void Ipc2581Openings::endHole()
@@ -186,11 +186,11 @@ void Ipc2581Openings::endHole()
         add({std::nullopt, rectanglePath({Size(-half), Size(-half)}, {half, half})});
         return;
     }
-    if (mSetPosition.scale != 1 || mOwnPosition.scale != 1) {
+    if (mSetPlacement.scale != 1 || mOwnPlacement.scale != 1) {
         mPass.fail(BoardText::tr("a hole that is scaled"));
     }
-    const bool isPlain = mOwnPosition.turnsNothing() && mSetPosition.isIdentity();
-    const Place at = isPlain ? mPass.place(mOwnPosition.x, mOwnPosition.y) : placed(Path{}).start;
+    const bool isPlain = mOwnPlacement.turnsNothing() && mSetPlacement.isIdentity();
+    const Place at = isPlain ? mPass.place(mOwnPlacement.x, mOwnPlacement.y) : placed(Path{}).start;
     countOpening();
     mCollector.tool(mTool, mBackDrilled).holes.push_back(at);
 }
@@ -217,7 +217,7 @@ void Ipc2581Openings::add(const Ipc2581Opening& opening)
             {isUnplated ? HoleType::NonPlated : HoleType::Plated, placed(opening.contour)});
         return;
     }
-    const double scale = mOwnPosition.scale * mSetPosition.scale;
+    const double scale = mOwnPlacement.scale * mSetPlacement.scale;
     mTool.finishedSize = mPass.place(opening.slot->width * scale, 0).x;
     if (mTool.finishedSize < 1) {
         mPass.fail(BoardText::tr("a slot without a width"));
@@ -308,18 +308,18 @@ void Ipc2581Openings::takePads(const QHash<Span, QString>& drillLayers, qint64& 
     mPadError.reset();
 }
 
-Transform Ipc2581Openings::transform(const Position& position) const
+Transform Ipc2581Openings::transform(const Placement& placement) const
 {
-    const Transform turned(
-        mPass.place(position.x, position.y), position.rotation, position.mirror, position.scale);
-    return turned * Transform(mPass.place(position.xOffset, position.yOffset), 0, false);
+    const Transform turned(mPass.place(placement.x, placement.y), placement.rotation,
+        placement.mirror, placement.scale);
+    return turned * Transform(mPass.place(placement.xOffset, placement.yOffset), 0, false);
 }
 
 /** First by the hole's or slot's own position, then by that of its set. */
 Path Ipc2581Openings::placed(const Path& path) const
 {
     try {
-        return (transform(mSetPosition) * transform(mOwnPosition)).map(path);
+        return (transform(mSetPlacement) * transform(mOwnPlacement)).map(path);
     } catch (const PanelError& error) {
         mPass.fail(QString::fromUtf8(error.what()));
     }

@@ -77,7 +77,7 @@ public:
 
 private:
     /** Location and Xform, which stand side by side. */
-    struct Position
+    struct Placement
     {
         double x = 0;
         double y = 0;
@@ -95,7 +95,7 @@ private:
     };
 
     void checkSet(const char* element) const;
-    void readTurn(Position& to, const Ipc2581Attributes& attributes) const;
+    void readTurn(Placement& to, const Ipc2581Attributes& attributes) const;
     void begin(const Ipc2581Attributes& attributes, bool mayAssume);
     HoleType typeOf(const char* plating) const;
     void countOpening();
@@ -103,7 +103,7 @@ private:
     void takePads(const QHash<Span, QString>& drillLayers, qint64& leftOut);
     void drillPads(const QHash<Span, QString>& drillLayers);
     void add(const Ipc2581Opening& opening);
-    Transform transform(const Position& position) const;
+    Transform transform(const Placement& position) const;
     Path placed(const Path& path) const;
 
     const Ipc2581Pass& mPass;
@@ -118,9 +118,9 @@ private:
     QString mLayer;
     bool mLayerBackDrilled = false;
     bool mBackDrilled = false;
-    Position mSetPosition;
+    Placement mSetPlacement;
     bool mSetStarted = false; ///< a hole of the set has been added
-    Position mOwnPosition; ///< of the hole or slot
+    Placement mOwnPlacement; ///< of the hole or slot
     bool mHasPlace = false; ///< the hole
     Tool mTool; ///< of the hole or slot
     bool mIsSquare = false;
