@@ -275,8 +275,7 @@ private:
         if (!isFound) {
             if (look.kind != FileKind::Xml && look.kind != FileKind::DrillProgram
                 && look.kind != FileKind::GerberDrill) {
-                throw BoardError(
-                    name, 1, BoardText::tr("no drill file: it is ") + kindText(look.kind));
+                refuseUnlessFound(file);
             }
             mCandidates.push_back(std::move(file));
         } else if (look.isOfBoard) {
@@ -288,6 +287,14 @@ private:
             }
         } else {
             leave(name, kindText(look.kind == FileKind::DrillProgram ? FileKind::Text : look.kind));
+        }
+    }
+
+    static void refuseUnlessFound(const BoardFile& file)
+    {
+        if (!file.isFound) {
+            throw BoardError(
+                file.name, 1, BoardText::tr("no drill file: it is ") + kindText(file.kind));
         }
     }
 
@@ -312,6 +319,7 @@ private:
         countSizes();
         if (mFiles.taken.empty()) {
             for (const BoardFile& list : mFiles.lists) {
+                refuseUnlessFound(list);
                 leave(list.name, kindText(list.kind));
             }
             throw BoardError(paths.value(0), 0,

@@ -40,13 +40,13 @@ const std::vector<Kind>& kinds()
         {pattern(R"(^ *Drill Station Info File:)"), // EAGLE
             {pattern(R"(coordinate format (?<before>\d)\.(?<after>\d) +(?<units>inch|mm)\b)"),
                 pattern(
-                    R"(^ *T(?<tool>\d{1,6}) +(?<size>[.\d]+) *(?<unit>inch|mm|mil)\s+(?<hits>\d+))"),
+                    R"(^ *T(?<tool>\d{1,6}) +(?<size>[.\d]+) *(?<unit>inch|mm|mil)[ \t]+(?<hits>\d+))"),
                 pattern(R"(^ *Plotfiles:\s+(?<file>\S.*?) *$)")}},
         {pattern(R"(^ *NCDrill File Report For:)"), // Altium, Protel
             {pattern(R"(^ *(?<begin>Layer Pair) *: *(?<from>.+?) +to +(?<to>.+?) *$)"),
                 pattern(R"(^ *ASCII\b[^:\n]*\bFile *: *(?<file>\S.*?) *$)"),
                 pattern(
-                    R"(^ *T(?<tool>\d{1,6})\s+(?<size>[.\d]+) *(?<unit>mm|mils?|inch)\b)"
+                    R"(^ *T(?<tool>\d{1,6})[ \t]+(?<size>[.\d]+) *(?<unit>mm|mils?|inch)\b)"
                     R"((?: *\([^)\n]*\))?)"
                     R"((?:\s+\+ */ *-(?<both>[.\d]+)|\s+\+(?<plus>[.\d]+)[^-\n]*-(?<minus>[.\d]+))?)"
                     R"([^\n]*?[ \t](?<hits>\d+)(?:[ \t]+(?<plating>N?PTH)\b)?(?:\s|$))")}},
@@ -57,23 +57,24 @@ const std::vector<Kind>& kinds()
                 pattern(R"(^ *OUTPUT-UNITS +(?<units>\w+))"),
                 pattern(R"(^ *COORDINATES +(?<coordinates>\w+))"),
                 pattern(R"(^ *SUPPRESS-(?<leftOut>LEAD|TRAIL)-ZEROES +YES\b)"),
-                pattern(R"(^ *(?<size>\d+\.\d+)\s+(?<plating>[PN])\w*\s+T(?<tool>\d{1,6})\b)"
-                        R"((?:\s+(?<plus>[.\d]+)\s+(?<minus>[.\d]+))?)")},
+                pattern(R"(^ *(?<size>\d+\.\d+)[ \t]+(?<plating>[PN])\w*[ \t]+T(?<tool>\d{1,6})\b)"
+                        R"((?:[ \t]+(?<plus>[.\d]+)[ \t]+(?<minus>[.\d]+))?)")},
             sizePerMil},
         {pattern(R"(^.*\*+ +DRILL LIST +\*+)"), // Zuken
             {pattern(R"(^ *(?<begin>Output Data) *: *(?<file>\S.*?) *$)"),
                 pattern(R"(^ *Coordinate Format *: *(?<before>\d)V(?<after>\d))"),
                 pattern(R"(^ *Zero Suppress *: *(?<leftOut>Lead|Trail))"),
-                pattern(R"(^ *From-To *: *(?<from>\w+) *- *(?<to>\w+) *$)"),
-                pattern(R"(^ *Plating Attribute *: *(?<plating>(?:Non[-_ ]?)?Plated))"),
-                pattern(R"(^ *Units? *: *(?<sizes>\w+))"),
+                pattern(R"(^ *Unit *: *(?<units>(?<sizes>\w+)))"),
+                pattern(R"(^ *Inc\. / Abs\. *: *(?<coordinates>\w+))"),
+                pattern(R"(^ *From-To *: *(?<from>\d+) *(?:-|to) *(?<to>\d+))"),
                 pattern(
-                    R"(^ *T?(?<tool>\d{1,6})\s+(?<size>\d*\.\d+) *(?<unit>mm|mils?|inch)?\b)")}},
+                    R"(^\| *\d+ *\| *\w+ *\| *T(?<tool>\d{1,6}) *\| *\w+ *\| *(?<size>\d*\.\d+) *\|)"
+                    R"((?:.*\| *(?<plating>(?:Non[-_ ]?)?Plated) *\|)?)")}},
         // A table with headings: FAB 3000, OrCAD, PADS, Xpedition and others.
         {pattern(R"(^.*\bNC Tools Report\b|^.*\bTool\b.*\b(?:Size|Diam\w*)\b)"),
             {pattern(R"(^ *Units? *: *(?<sizes>\w+))"),
                 pattern(R"(\b(?:Size|Diam\w*) *[\[(](?<sizes>inch|in|mil|mm)\w*[\])])"),
-                pattern(R"(^ *T?(?<tool>\d{1,6})\s+(?<size>\d*\.\d+) *(?<unit>mm|mils?|inch)?\b)"
+                pattern(R"(^ *T?(?<tool>\d{1,6})[ \t]+(?<size>\d*\.\d+) *(?<unit>mm|mils?|inch)?\b)"
                         R"((?:.*\s(?<plating>N?PTH|(?:Non[-_ ]?)?Plated)\b)?)")}}};
     return all;
 }
@@ -85,9 +86,14 @@ const Kind* kindOf(const QString& text)
     return found == kinds().end() ? nullptr : &*found;
 }
 
+/** Without lines that no list has and patterns would take long for. */
 QString textOf(QByteArrayView content)
 {
-    return QString::fromUtf8(content.first(qMin(content.size(), maxListSize))).remove('\r');
+    constexpr qsizetype maxLine = 300;
+    const QByteArrayView some = content.first(qMin(content.size(), maxListSize));
+    QStringList lines = QString::fromUtf8(some).remove('\r').split('\n');
+    lines.removeIf([](const QString& line) { return line.size() > maxLine; });
+    return lines.join('\n');
 }
 
 /** In order of appearance. */
@@ -213,7 +219,10 @@ void ToolLists::takeTool(Section& section, const QRegularExpressionMatch& fact)
     if (fact.hasCaptured(u"plating")) {
         remark.facts.plated = !fact.captured(u"plating").startsWith('N', Qt::CaseInsensitive);
     }
-    section.tools.emplace(fact.captured(u"tool").toInt(), remark);
+    const auto [known, isNew] = section.tools.emplace(fact.captured(u"tool").toInt(), remark);
+    if (!isNew && known->second.size != remark.size) { // of two files, and nobody knows which
+        known->second = {};
+    }
 }
 
 std::vector<const ToolLists::Section*> ToolLists::sectionsOf(

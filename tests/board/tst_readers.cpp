@@ -272,6 +272,13 @@ private:
             "X0200000Y0100000\nM30\n",
             "P0.2032 25.4,25.4; N1.016 50.8,25.4 [inches, 2:5, leading zeros left out]");
 
+        QByteArray tools;
+        for (int i = 1; i < 100000; ++i) {
+            tools += "T" + QByteArray::number(i) + "\n";
+        }
+        row("tools that nothing defines", program(tools), ":11004: more than 1000 tools");
+        row("a list of tools", "NC Tools Report\nUnits: Millimeter\n1\t0.1999\n",
+            ":1: no drill file: it is a list of tools");
         row("empty", "", ":1: no drill file: it is an empty file");
         row("tape", "\x80\x01\x02\x80\x04\x80\x80", ":1: no drill file: it is a tape in EIA code");
         row("job file", "{ \"Header\": 1 }", ":1: no drill file: it is a job file");
@@ -648,15 +655,15 @@ private slots:
                 "d.drl: the size of T1 is that of nc_tools_auto.txt (and 1 more like it)\n"
                 "d.drl: the plating of T1 is that of nc_tools_auto.txt (and 1 more like it)"},
             {"e.fdl",
-                "*****  DRILL LIST  *****\nOutput Data : e.drl\nFrom-To : 1 - 4\n"
-                "Coordinate Format : 3V4\nZero Suppress : Leading\nUnit : MM\n"
-                "Plating Attribute : Non-Plated\n 1  0.50\n 2  1.50\n",
+                "*****  DRILL LIST  *****\n Output Data : C:/out/e.drl\n From-To : 1 - 4\n"
+                " Unit : inch\n Coordinate Format : 3V4\n Zero Suppress : Leading Zero Suppress\n"
+                "|   1 | Round | T01  | Round |   0.0200 | ------ | Via | Non-Plated |\n",
                 {{"e.drl", program("T1\nX12500", ";FILE_FORMAT=2:4\nINCH,TZ\nT1C.5")}},
                 "pcb/e1-4: N12.7 31.75,0\n"
                 "e.drl: its numbers are read as inches, 2:4, leading zeros left out where e.fdl "
-                "specifies 3:4, leading zeros left out\n"
+                "specifies inches, 3:4, leading zeros left out\n"
                 "e.drl: the plating of T1 is that of e.fdl\n"
-                "e.drl: T1 has 12.7 mm where e.fdl tells 0.5 mm"},
+                "e.drl: T1 has 12.7 mm where e.fdl tells 0.508 mm"},
             {"list.rep", "Tool  Size (inch)  Count\nT1  0.0400  2\nT2  0.1000  1\n",
                 {{"f.drl", "M72\n" + bare}, {"g.drl", "M72\n" + bare}},
                 "f.drl:3: tool T1 has no diameter"}};

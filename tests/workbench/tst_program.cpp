@@ -134,6 +134,9 @@ const Case cases[] = {
     {"sed s/1,4,PTH/1,2,PTH/ $O >$D/1.drl; sed s/1,4,PTH/2,3,PTH/ $O >$D/2.drl;"
      " $B $O $D/1.drl $D/2.drl --drill-programs $D/p >/dev/null 2>&1; grep -h TF.File $D/p/*",
         0, {"Plated,1,4,PTH\n", "Plated,1,2,Blind\n", "Plated,2,3,Buried\n"}, ""},
+    {"sed '/\"in1\" .>/s/top/in2/' backplane.xml >$D/b.xml; $B $D/b.xml --drill-programs $D/p"
+     " >/dev/null 2>&1; grep -h TF.File $D/p/*",
+        0, {"NonPlated,1,4,NPTH\n", "Plated,1,4,PTH\n", "Plated,2,3,Buried\n"}, ""},
     {"p='--drill-programs '$D/p; $B sensor.xml $p >/dev/null; cd $D/p; for i in *-Drill-plated*; do"
      " sed s/sensor/other/ $i >x.drl; cp $i y.drl; done; cd - >/dev/null; $B sensor.xml $p",
         0, {"$D/p/sensor-panel-Drill-plated.drl\n"},
