@@ -1450,10 +1450,6 @@ Ihr jetziger Inhalt bleibt als Sicherung erhalten.</translation>
         <translation>Ziffern zweifelhaft</translation>
     </message>
     <message>
-        <source>contours, not drilled: %1</source>
-        <translation>Konturen, nicht gebohrt: %1</translation>
-    </message>
-    <message>
         <source>no id, reason and day such as 2026-12-31</source>
         <translation>keine Kennung mit Grund und Tag wie 2026-12-31</translation>
     </message>
@@ -1824,6 +1820,34 @@ Ihr jetziger Inhalt bleibt als Sicherung erhalten.</translation>
     <message>
         <source>%1 %2, scale %3</source>
         <translation>%1 %2, Maßstab %3</translation>
+    </message>
+    <message>
+        <source>holes within %1 x %2 %3 from %4, %5</source>
+        <translation>Bohrungen innerhalb von %1 x %2 %3 ab %4, %5</translation>
+    </message>
+    <message>
+        <source>%1 x %2 %3 from %4, %5</source>
+        <translation>%1 x %2 %3 ab %4, %5</translation>
+    </message>
+    <message>
+        <source>File %1; extent %2; written on %3 by %4</source>
+        <translation>Datei %1; Ausdehnung %2; geschrieben am %3 von %4</translation>
+    </message>
+    <message>
+        <source>contours, not drilled: %L1</source>
+        <translation>Konturen, nicht gebohrt: %L1</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>Datei</translation>
+    </message>
+    <message>
+        <source>Extent</source>
+        <translation>Ausdehnung</translation>
+    </message>
+    <message>
+        <source>Written on</source>
+        <translation>Geschrieben am</translation>
     </message>
 </context>
 <context>

@@ -4,6 +4,7 @@
 #include "plan_text.h"
 #include "text_table.h"
 
+#include <QLocale>
 #include <algorithm>
 #include <cmath>
 
@@ -19,6 +20,11 @@ QString say(Tongue tongue, const char* text)
     return tongue == Tongue::User ? PlanText::tr(text) : QString::fromUtf8(text);
 }
 
+QString numberText(qint64 number, Tongue tongue)
+{
+    return tongue == Tongue::User ? QLocale().toString(number) : QString::number(number);
+}
+
 /** The words of one tongue, in some units. */
 class Words
 {
@@ -29,6 +35,7 @@ public:
     { }
 
     QString operator()(const char* text) const { return say(text); }
+    QString number(qint64 number) const { return numberText(number, mTongue); }
     QString size(Size size) const { return sizeText(size, mUnits); }
     QString unit() const { return mUnits == Units::Inch ? say("mil") : say("micron"); }
     QString withUnit(const QString& sizes) const { return sizes + ' ' + unit(); }
@@ -167,9 +174,9 @@ QString countText(const BoardDifference& difference, const Words& words)
                                         : words(QT_TRANSLATE_NOOP("PlanText", "%1 slots"))
         : isOne ? words(QT_TRANSLATE_NOOP("PlanText", "%1 hole"))
                                 : words(QT_TRANSLATE_NOOP("PlanText", "%1 holes"));
-    return difference.isWholeTool
-        ? words(QT_TRANSLATE_NOOP("PlanText", "all %1")).arg(text.arg(difference.count))
-        : text.arg(difference.count);
+    return difference.isWholeTool ? words(QT_TRANSLATE_NOOP("PlanText", "all %1"))
+                                        .arg(text.arg(words.number(difference.count)))
+                                  : text.arg(words.number(difference.count));
 }
 
 QString lineOf(
@@ -231,17 +238,17 @@ QStringList comparisonNotes(const Comparison& comparison, Units units, Tongue to
         QString line = comparison.isOtherPanel
             ? words(QT_TRANSLATE_NOOP("PlanText", "%1 is %2 copies of the board"))
             : words(QT_TRANSLATE_NOOP("PlanText", "the board is %2 copies of %1"));
-        line = line.arg(comparison.other).arg(comparison.copies);
+        line = line.arg(comparison.other, words.number(comparison.copies));
         if (comparison.turnedCopies > 0) {
             line += words(QT_TRANSLATE_NOOP("PlanText", ", turned or mirrored: %1"))
-                        .arg(comparison.turnedCopies);
+                        .arg(words.number(comparison.turnedCopies));
         }
         lines << line;
         if (!comparison.besideCopies.empty()) {
             lines << words(
                 QT_TRANSLATE_NOOP("PlanText", "beside the copies: %1 holes, first at %2"))
-                         .arg(comparison.besideCopies.size())
-                         .arg(words.place(comparison.besideCopies[0]));
+                         .arg(words.number(qint64(comparison.besideCopies.size())),
+                             words.place(comparison.besideCopies[0]));
         }
         if (comparison.isOtherPanel && comparison.differs()) {
             lines << words(QT_TRANSLATE_NOOP("PlanText", "places are those of %1"))
@@ -260,7 +267,7 @@ QStringList comparisonNotes(const Comparison& comparison, Units units, Tongue to
     if (comparison.assumedPlating > 0) {
         lines << words(QT_TRANSLATE_NOOP("PlanText",
                            "plating not compared, as one board does not specify it: %1 holes"))
-                     .arg(comparison.assumedPlating);
+                     .arg(words.number(comparison.assumedPlating));
     }
     return lines;
 }
@@ -270,8 +277,7 @@ QString sameText(const Comparison& comparison, Tongue tongue)
     return comparison.differs()
         ? QString()
         : say(tongue, QT_TRANSLATE_NOOP("PlanText", "no difference: %1 holes, %2 slots"))
-              .arg(comparison.holes)
-              .arg(comparison.slotPaths);
+              .arg(numberText(comparison.holes, tongue), numberText(comparison.slotPaths, tongue));
 }
 
 QStringList comparisonLines(const Comparison& comparison, Units units, Tongue tongue)
@@ -301,7 +307,7 @@ QString comparisonSummary(const Comparison& comparison, Tongue tongue)
         }
     }
     return say(tongue, QT_TRANSLATE_NOOP("PlanText", "differences: %1 (%2)"))
-        .arg(comparison.differences.size())
+        .arg(numberText(qint64(comparison.differences.size()), tongue))
         .arg(kinds.join(QStringLiteral(", ")));
 }
 

@@ -4,13 +4,14 @@
 #include "file_set.h"
 #include "map_paper.h"
 #include "map_shapes.h"
+#include "pdf_pages.h"
 #include "plan_text.h"
 
 #include <QFileInfo>
 #include <QImage>
-#include <QPageLayout>
+#include <QLocale>
 #include <QPainter>
-#include <QPdfWriter>
+#include <QRegularExpression>
 #include <algorithm>
 #include <cmath>
 
@@ -19,7 +20,7 @@ namespace brox {
 namespace {
 
 constexpr double margin = 100; // of a sheet; all in tenths of a millimetre
-constexpr double titleHeight = 150;
+constexpr double titleHeight = 185;
 constexpr double legendWidth = 760;
 constexpr double likedRowHeight = 52;
 constexpr double scaleHeight = 90;
@@ -83,6 +84,8 @@ double roundLength(double atMost, double unit)
     return power * unit;
 }
 
+const QRegularExpression trailingZeros(QStringLiteral("\\.?0+$"));
+
 /** "2:1" or "1:2.5" */
 QString ratioText(double ratio)
 {
@@ -124,6 +127,8 @@ DrillMap::DrillMap(const DrillPlan& plan)
     , mPlaces(placesOf(plan))
     , mOutlines(outlinesOf(plan))
     , mContours(contoursOf(plan))
+    , mBoardExtent(
+          mOutlines.empty() ? extentOf(plan, mPlaces, {}, {}) : extentOf(plan, {}, mOutlines, {}))
     , mExtent(extentOf(plan, mPlaces, mOutlines, mContours).united(marksOf(plan).extent()))
 {
     size_t look = 0;
@@ -143,6 +148,21 @@ QString DrillMap::title(size_t sheet) const
     return layer.span
         ? PlanText::tr("%1 (%2 to %3)").arg(layer.name, layer.span->from, layer.span->to)
         : layer.name;
+}
+
+QString DrillMap::extentText() const
+{
+    const bool isInch = mPlan.units == Units::Inch;
+    const auto number = [isInch](double millimetres) {
+        QString text = QString::number(isInch ? millimetres / 25.4 : millimetres, 'f', 3);
+        text.remove(trailingZeros);
+        return text == "-0" ? QStringLiteral("0") : text;
+    };
+    const QString text = mOutlines.empty() ? PlanText::tr("holes within %1 x %2 %3 from %4, %5")
+                                           : PlanText::tr("%1 x %2 %3 from %4, %5");
+    return text.arg(number(mBoardExtent.width()), number(mBoardExtent.height()),
+        isInch ? PlanText::tr("inch") : QStringLiteral("mm"), number(mBoardExtent.left()),
+        number(-mBoardExtent.bottom()));
 }
 
 double DrillMap::layerRoom(const Sheet& sheet) const
@@ -203,6 +223,10 @@ void DrillMap::paintTitle(QPainter& painter, size_t sheet) const
         PlanText::tr("Board %1, step %2, model %3%4. Circles have the drill size; sizes in %5.")
             .arg(mPlan.board->job, mPlan.boardStep().name, mPlan.model.name,
                 PlanText::tr(" (%1)").arg(spoken(fileState(mPlan.model))), unitName(mPlan.units)));
+    write(painter, head.translated(0, 112), Qt::AlignLeft | Qt::AlignTop,
+        PlanText::tr("File %1; extent %2; written on %3 by %4")
+            .arg(sourceText(mPlan), extentText(), outputDate().toString(Qt::ISODate),
+                QStringLiteral("brox " OUTPUT_VERSION)));
 }
 
 void DrillMap::paintLegend(
@@ -243,7 +267,7 @@ void DrillMap::paintContourRow(QPainter& painter, size_t count, const QRectF& ro
     painter.drawLine(
         QPointF(symbol.left(), symbol.center().y()), QPointF(symbol.right(), symbol.center().y()));
     painter.setPen(Qt::black);
-    writeCell(painter, row, noteColumn, PlanText::tr("contours, not drilled: %1").arg(count));
+    writeCell(painter, row, noteColumn, PlanText::tr("contours, not drilled: %L1").arg(count));
 }
 
 void DrillMap::paintLegendRow(QPainter& painter, const Entry& entry, const QRectF& row) const
@@ -256,7 +280,9 @@ void DrillMap::paintLegendRow(QPainter& painter, const Entry& entry, const QRect
     painter.drawPath(
         QTransform(radius, 0, 0, radius, centre.x(), centre.y()).map(toolSymbol(look)));
     painter.setPen(Qt::black);
-    const auto number = [](qint64 count) { return count > 0 ? QString::number(count) : QString(); };
+    const auto number = [](qint64 count) {
+        return count > 0 ? QLocale().toString(count) : QString();
+    };
     writeCell(painter, row, toolColumn,
         tool->number > 0 ? QStringLiteral("T%1").arg(tool->number, 2, 10, QChar('0')) : QString());
     writeCell(painter, row, platingColumn, program->isPlated ? "PTH" : "NPTH");
@@ -355,7 +381,6 @@ namespace {
 
 constexpr double dotsPerUnit = 0.8; ///< of an image: 200 dots to the inch
 constexpr double mostDots = 100e6;
-constexpr int dotsPerInch = 254; ///< of vectors, so that a dot is a unit of a sheet
 
 /** Paints sheets one below the other. */
 void paintColumn(
@@ -394,17 +419,9 @@ void writePng(QIODevice& file, const DrillMap& map, const Progress& progress)
 
 void writePdf(QIODevice& file, const DrillMap& map, const QString& title, const Progress& progress)
 {
-    QPdfWriter writer(&file);
-    writer.setTitle(title);
-    writer.setCreator(QStringLiteral("brox " OUTPUT_VERSION));
-    writer.setResolution(dotsPerInch);
-    writer.setPageLayout(QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Landscape, {}));
-    QPainter painter(&writer);
+    PdfPages pdf(file, title);
     for (size_t i = 0; i < map.sheetCount(); ++i) {
-        if (i > 0) {
-            writer.newPage();
-        }
-        map.paint(painter, i, progress);
+        map.paint(pdf.newPage(QPageLayout::Landscape, int(map.sheetCount())), i, progress);
     }
 }
 

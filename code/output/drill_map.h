@@ -35,6 +35,9 @@ public:
     /** The sheet's layer. */
     QString title(size_t sheet) const;
 
+    /** What the board's outline takes, or else its holes and slots: "160 x 100 mm from 0, 0". */
+    QString extentText() const;
+
     /** Paints a sheet with its corner at the painter's origin, a unit a tenth of a millimetre.
      *
      * @param progress  receives how many holes and slots are painted, those of the sheets before it
@@ -81,7 +84,8 @@ private:
     std::vector<RowPlaces> mPlaces;
     std::vector<Path> mOutlines;
     std::vector<std::vector<Path>> mContours; ///< by layer
-    QRectF mExtent;
+    QRectF mBoardExtent;
+    QRectF mExtent; ///< with what is compared
     std::vector<Sheet> mSheets;
 };
 

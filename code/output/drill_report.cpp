@@ -6,13 +6,13 @@
 #include "drill_program.h"
 #include "drill_table.h"
 #include "file_set.h"
+#include "pdf_pages.h"
 #include "plan_checks.h"
 #include "plan_text.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QFileInfo>
-#include <QPainter>
-#include <QPdfWriter>
+#include <QLocale>
 #include <QTextDocument>
 
 namespace brox {
@@ -29,12 +29,17 @@ struct Column
 {
     QString title;
     Align align = Align::Left;
-    bool wraps = true; ///< a cell that wraps may end on another page than it begins
+    bool wraps = true;
 };
 
 QString escaped(const QString& text)
 {
     return printable(text).toHtmlEscaped();
+}
+
+QString countText(qint64 count)
+{
+    return QLocale().toString(count);
 }
 
 QString heading(const QString& text)
@@ -116,22 +121,25 @@ QString flagsHtml(const PlanRow& row)
     return words.join(' ');
 }
 
-QString factsHtml(const DrillPlan& plan)
+QString factsHtml(const DrillPlan& plan, const DrillMap& map)
 {
     const auto row = [](const QString& name, const QString& text) {
         return QStringList{QStringLiteral("<b>%1</b>").arg(name), escaped(text)};
     };
     QString html = "<table cellspacing=\"0\" cellpadding=\"3\">\n";
-    for (const QStringList& cells : {row(PlanText::tr("Board"), plan.board->job),
-             row(PlanText::tr("Step"), plan.boardStep().name),
-             row(PlanText::tr("Model"), plan.model.name),
-             row(PlanText::tr("Models and bits"), spoken(fileState(plan.model))),
-             row(PlanText::tr("Formula"), plan.model.formula),
-             row(PlanText::tr("Bits"),
-                 plan.model.usesBits ? PlanText::tr("rounded to bits of the table")
-                                     : PlanText::tr("not used")),
-             row(PlanText::tr("Units"), unitName(plan.units)),
-             row(PlanText::tr("Written by"), QStringLiteral("brox " OUTPUT_VERSION))}) {
+    for (const QStringList& cells :
+        {row(PlanText::tr("Board"), plan.board->job), row(PlanText::tr("File"), sourceText(plan)),
+            row(PlanText::tr("Step"), plan.boardStep().name),
+            row(PlanText::tr("Extent"), map.extentText()),
+            row(PlanText::tr("Model"), plan.model.name),
+            row(PlanText::tr("Models and bits"), spoken(fileState(plan.model))),
+            row(PlanText::tr("Formula"), plan.model.formula),
+            row(PlanText::tr("Bits"),
+                plan.model.usesBits ? PlanText::tr("rounded to bits of the table")
+                                    : PlanText::tr("not used")),
+            row(PlanText::tr("Units"), unitName(plan.units)),
+            row(PlanText::tr("Written by"), QStringLiteral("brox " OUTPUT_VERSION)),
+            row(PlanText::tr("Written on"), outputDate().toString(Qt::ISODate))}) {
         html += "<tr>" + cell("td", cells[0], {}) + cell("td", cells[1], {}) + "</tr>\n";
     }
     html += "</table>\n";
@@ -176,7 +184,7 @@ QString rowsHtml(const DrillPlan& plan, const Sizes& sizes)
     QList<QStringList> rows;
     for (const PlanRow& row : plan.rows) {
         rows << QStringList{escaped(plan.layers[row.layer].name),
-            escaped(spoken(typeWord(row.type, row.isSlot))), QString::number(row.count),
+            escaped(spoken(typeWord(row.type, row.isSlot))), countText(row.count),
             sizes.text(row.finishedSize), sizes.text(row.tolerance.minus),
             sizes.text(row.tolerance.plus), sizes.text(row.drillSize),
             isAlarming(row) ? alert(row.bit) : escaped(row.bit),
@@ -204,11 +212,12 @@ QString programHtml(const Program& program, const QString& name, const Sizes& si
         rows << QStringList{tool.number > 0
                 ? QStringLiteral("T%1").arg(tool.number, 2, 10, QChar('0'))
                 : alert(PlanText::tr("no size")),
-            escaped(tool.bit), sizes.text(tool.size), QString::number(tool.holes),
-            QString::number(tool.slotPaths)};
+            escaped(tool.bit), sizes.text(tool.size), countText(tool.holes),
+            countText(tool.slotPaths)};
     }
     rows << QStringList{QStringLiteral("<b>%1</b>").arg(escaped(PlanText::tr("Total"))), {}, {},
-        QStringLiteral("<b>%1</b>").arg(holes), QStringLiteral("<b>%1</b>").arg(slotPaths)};
+        QStringLiteral("<b>%1</b>").arg(countText(holes)),
+        QStringLiteral("<b>%1</b>").arg(countText(slotPaths))};
     return "<h3>" + escaped(name) + "</h3>\n"
         + table({{PlanText::tr("Tool")}, {PlanText::tr("Bit")},
                     sizes.column(PlanText::tr("Drill size")), {PlanText::tr("Hits"), Align::Right},
@@ -228,7 +237,7 @@ QString programsHtml(const DrillPlan& plan, const Sizes& sizes)
 
 QString findingsHtml(const DrillPlan& plan, const Sizes& sizes)
 {
-    const CheckFindings findings = checkPlan(plan);
+    const CheckFindings findings = checkPlan(plan, outputDate());
     const QList<Column> columns{{PlanText::tr("Finding")}, {PlanText::tr("Layer")},
         {PlanText::tr("Tools")}, sizes.column(QStringLiteral("X")),
         sizes.column(QStringLiteral("Y")), {PlanText::tr("Measured"), Align::Right},
@@ -281,8 +290,7 @@ QString comparisonHtml(const DrillPlan& plan, const Sizes& sizes)
         const auto texts = differenceTexts(comparison, difference, plan.units, Tongue::User);
         const bool hasPlace = !difference.places.empty();
         rows << QStringList{alert(texts.kind), escaped(texts.layer), escaped(texts.tool),
-            QString::number(difference.count),
-            hasPlace ? sizes.text(difference.places[0].x) : QString(),
+            countText(difference.count), hasPlace ? sizes.text(difference.places[0].x) : QString(),
             hasPlace ? sizes.text(difference.places[0].y) : QString(), escaped(texts.detail)};
     }
     return html
@@ -309,20 +317,18 @@ QString notesHtml(const DrillPlan& plan)
 
 /** The body of a report up to the maps, in the HTML that browsers and text documents share.
  *  What needs a look is red, and bold for those who print it in black. */
-QString reportHtml(const DrillPlan& plan)
+QString reportHtml(const DrillPlan& plan, const DrillMap& map)
 {
     const Sizes sizes(plan);
     return "<h1>"
         + escaped(
             PlanText::tr("Drill report: %1, step %2").arg(plan.board->job, plan.boardStep().name))
-        + "</h1>\n" + factsHtml(plan) + amountsHtml(plan, sizes) + rulesHtml(plan)
+        + "</h1>\n" + factsHtml(plan, map) + amountsHtml(plan, sizes) + rulesHtml(plan)
         + rowsHtml(plan, sizes) + comparisonHtml(plan, sizes) + programsHtml(plan, sizes)
         + findingsHtml(plan, sizes) + notesHtml(plan);
 }
 
-constexpr int dotsPerInch = 254; ///< so that a dot is a unit of a map's sheet
-constexpr int margin = 150;
-constexpr int footer = 80;
+constexpr int margin = 150; ///< of pages, in dots
 
 /** What is read on screens and printed from there. */
 const char style[] = "body{font-family:sans-serif;margin:2em;color:black;background:white}"
@@ -336,7 +342,7 @@ void writeHtml(
     const auto write = [&file](const QString& html) { file.write(html.toUtf8()); };
     write("<!DOCTYPE html>\n<html lang=\"" + PlanText::tr("en", "code of the language itself")
         + "\">\n<head><meta charset=\"utf-8\">\n<title>" + escaped(plan.board->job)
-        + "</title>\n<style>" + style + "</style></head>\n<body>\n" + reportHtml(plan));
+        + "</title>\n<style>" + style + "</style></head>\n<body>\n" + reportHtml(plan, map));
     for (size_t i = 0; i < map.sheetCount(); ++i) {
         write(heading(PlanText::tr("Map of layer %1").arg(map.title(i))));
         writeSheet(file, map, i, progress);
@@ -344,52 +350,28 @@ void writeHtml(
     write("</body>\n</html>\n");
 }
 
-void paintText(QPainter& painter, QPdfWriter& writer, const QTextDocument& text)
-{
-    const QSizeF page = text.pageSize();
-    for (int i = 0; i < text.pageCount(); ++i) {
-        if (i > 0) {
-            writer.newPage();
-        }
-        painter.save();
-        painter.setFont(text.defaultFont());
-        painter.drawText(QRectF(margin, margin + page.height(), page.width(), footer),
-            Qt::AlignRight | Qt::AlignBottom,
-            QStringLiteral("%1 / %2").arg(i + 1).arg(text.pageCount()));
-        painter.translate(margin, margin - i * page.height());
-        QAbstractTextDocumentLayout::PaintContext context;
-        context.palette.setColor(QPalette::Text, Qt::black);
-        context.clip = QRectF(0, i * page.height(), page.width(), page.height());
-        painter.setClipRect(context.clip);
-        text.documentLayout()->draw(&painter, context);
-        painter.restore();
-    }
-}
-
 void writePdf(QIODevice& file, const DrillPlan& plan, const DrillMap& map, const Progress& progress)
 {
-    QPdfWriter writer(&file);
-    writer.setTitle(PlanText::tr("Drill report of %1").arg(plan.board->job));
-    writer.setCreator(QStringLiteral("brox " OUTPUT_VERSION));
-    writer.setResolution(dotsPerInch);
-    writer.setPageLayout(QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Portrait, {}));
-
+    PdfPages pdf(file, PlanText::tr("Drill report of %1").arg(plan.board->job));
     QTextDocument text;
-    text.documentLayout()->setPaintDevice(&writer);
+    text.documentLayout()->setPaintDevice(&pdf.device());
     QFont font(QStringLiteral("DejaVu Sans"));
     font.setStyleHint(QFont::SansSerif);
     font.setPointSizeF(7.5);
     text.setDefaultFont(font);
     text.setDocumentMargin(0);
-    text.setPageSize(QSizeF(writer.width() - 2 * margin, writer.height() - 2 * margin - footer));
-    text.setHtml(reportHtml(plan));
-
-    QPainter painter(&writer);
-    paintText(painter, writer, text);
+    text.setTextWidth(pdf.device().width() - 2 * margin);
+    text.setHtml(reportHtml(plan, map));
+    const TextPages pages(text, pdf.device().height() - 2 * margin);
+    const int count = pages.count() + int(map.sheetCount());
+    for (int i = 0; i < pages.count(); ++i) {
+        QPainter& painter = pdf.newPage(QPageLayout::Portrait, count);
+        painter.translate(margin, margin);
+        pages.paint(painter, i);
+        painter.translate(-margin, -margin);
+    }
     for (size_t i = 0; i < map.sheetCount(); ++i) {
-        writer.setPageOrientation(QPageLayout::Landscape);
-        writer.newPage();
-        map.paint(painter, i, progress);
+        map.paint(pdf.newPage(QPageLayout::Landscape, count), i, progress);
     }
 }
 

@@ -293,7 +293,7 @@ QIODevice& FileSet::open(const QString& name)
     file->staging = staging->second.get();
     QFile& device = mFiles.emplace_back(std::move(file))->device;
     device.setFileName(staging->second->pathOfNew(info.fileName()));
-    if (!device.open(QFile::WriteOnly | QFile::NewOnly)) {
+    if (!device.open(QFile::ReadWrite | QFile::NewOnly)) {
         throw OutputError(path, device.errorString());
     }
     if (info.exists()) {
@@ -400,6 +400,21 @@ QStringList FileSet::paths() const
         paths << file->path;
     }
     return paths;
+}
+
+bool hasGivenDate()
+{
+    bool isNumber = false;
+    qEnvironmentVariable("SOURCE_DATE_EPOCH").toLongLong(&isNumber);
+    return isNumber;
+}
+
+QDate outputDate()
+{
+    return hasGivenDate() ? QDateTime::fromSecsSinceEpoch(
+               qEnvironmentVariable("SOURCE_DATE_EPOCH").toLongLong(), Qt::UTC)
+                                .date()
+                          : QDate::currentDate();
 }
 
 QString writeFile(const QString& path, const QByteArray& content)

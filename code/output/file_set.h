@@ -4,6 +4,7 @@
 
 #include "reading.h"
 
+#include <QDate>
 #include <QFile>
 #include <QString>
 #include <QStringList>
@@ -180,6 +181,11 @@ private:
     QStringList mMade; ///< folders that were missing
     QStringList mNotes;
 };
+
+/** The day that outputs bear: today, or that of SOURCE_DATE_EPOCH, in seconds since 1970, with
+ * which the same board gives the same files on any day. */
+QDate outputDate();
+bool hasGivenDate();
 
 /** A set of one file.
  *

@@ -217,6 +217,18 @@ QString sizesText(const PlannedStep& step)
               .arg(drilled.join(", "), finished.join(", "));
 }
 
+QString sourceText(const PlannedStep& step)
+{
+    if (!step.board->file.isEmpty()) {
+        return step.board->file;
+    }
+    QStringList names;
+    for (const StepLayer& layer : step.layers) {
+        names << layer.name;
+    }
+    return names.join(", ");
+}
+
 QString assumedText(const DrillDraft& draft)
 {
     QStringList parts;

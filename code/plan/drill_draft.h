@@ -106,6 +106,9 @@ void chooseSizes(Job& job, const QString& text);
  */
 QString sizesText(const PlannedStep& step);
 
+/** The name of a board's file, or those of the drill files that its layers are. */
+QString sourceText(const PlannedStep& step);
+
 /** What was assumed in a step, as one line with counts; empty: nothing. */
 QString assumedText(const DrillDraft& draft);
 

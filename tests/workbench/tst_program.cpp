@@ -118,7 +118,7 @@ const Case cases[] = {
         ""},
     {"$B sensor.xml --compare sensor.xml --compare-within 0.6", 1, {},
         "brox-workbench: no tolerance of places \"0.6\"; it is from 0.001 to 0.5 mm\n"},
-    {"$B $O --report $D/r.HTML --map $D/m.svg 2>/dev/null"
+    {"SOURCE_DATE_EPOCH=1700000000 $B $O --report $D/r.HTML --map $D/m.svg 2>/dev/null"
      " && cat $D/r.HTML $D/m.svg | tr '\\n' ' ' | sed 's/<[^>]*>/ /g' | tr -s ' '",
         0,
         {"$D/r.HTML\n$D/m.svg\n", " Pth 3.937 118.11 4.921 Via 1.969 &nbsp; &nbsp; Laser ",
@@ -127,7 +127,10 @@ const Case cases[] = {
             " Total &nbsp; &nbsp; 1 1 Findings ",
             " Not drilled, and notes back drills left out: 2 (",
             "T7 drills 1 holes where a comment tells 9 Map of layer o,&quot;d (1 to 4) ",
-            "Circles have the drill size; sizes in mil. Tool Bit Drill size Hits Slots "
+            " Extent holes within 0.224 x 0.124 inch from 0.938, 0.938 Model ",
+            "Circles have the drill size; sizes in mil. File o,&quot;d; extent holes within ",
+            "; written on 2023-11-14 by brox ",
+            " Tool Bit Drill size Hits Slots "
             "T01 PTH #74 22.5 1 T02 PTH 3.15 124.016 1 ",
             " 0.05 inch, scale 33.7:1"},
         ""},
@@ -197,7 +200,9 @@ const Case cases[] = {
      "$D/m.svg;"
      " grep -o 'M[^M]* 0 1 0 ' $D/m.svg | wc -l",
         0, {"dots: holes too close for symbols\n600\n"}, ""},
-    {"$B controller.xml --map $D/m.pdf; grep -ac '/Type /Page$' $D/m.pdf", 0, {"\n6\n"}, ""},
+    {"SOURCE_DATE_EPOCH=1700000000 $B controller.xml --map $D/m.pdf;"
+     " grep -ac '/Type /Page$' $D/m.pdf; grep -ao '/CreationDate (D:[0-9]*' $D/m.pdf",
+        0, {"\n6\n/CreationDate (D:20231114000000\n"}, ""},
     {"sed 's/Function=\"ROUT/Function=\"PLANE/' sensor.xml | $B - --csv --step board", 0, {"Drill"},
         "holes left out: 1 (on layers that are not drilled)\n"},
     {"grep -o '<Drill ' $D/data/brox/brox_drill_bits.xml | wc -l", 0, {"162\n"}, ""},
