@@ -1849,6 +1849,10 @@ Ihr jetziger Inhalt bleibt als Sicherung erhalten.</translation>
         <source>Written on</source>
         <translation>Geschrieben am</translation>
     </message>
+    <message>
+        <source>%1: %L2 more, not in this report</source>
+        <translation>%1: %L2 weitere, nicht in diesem Bericht</translation>
+    </message>
 </context>
 <context>
     <name>Question</name>

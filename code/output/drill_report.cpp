@@ -14,6 +14,7 @@
 #include <QFileInfo>
 #include <QLocale>
 #include <QTextDocument>
+#include <map>
 
 namespace brox {
 
@@ -36,6 +37,9 @@ QString escaped(const QString& text)
 {
     return printable(text).toHtmlEscaped();
 }
+
+/** Nobody reads on, and large tables take long to lay out. The table of findings has them all. */
+constexpr qsizetype mostListedInReport = 200;
 
 QString countText(qint64 count)
 {
@@ -251,8 +255,19 @@ QString findingsHtml(const DrillPlan& plan, const Sizes& sizes)
             measureText(finding.check, finding.limit, plan.units), finding.id};
     };
     QList<QStringList> rows;
+    std::map<Check, qsizetype> counts;
     for (const CheckFinding& finding : findings.list) {
-        rows << cells(finding);
+        if (++counts[finding.check] <= mostListedInReport) {
+            rows << cells(finding);
+        }
+    }
+    QStringList notes = findingsNotes(findings);
+    for (const auto& [check, count] : counts) {
+        if (count > mostListedInReport) {
+            notes << PlanText::tr("%1: %L2 more, not in this report")
+                         .arg(checkText(check))
+                         .arg(count - mostListedInReport);
+        }
     }
     QString html = heading(PlanText::tr("Findings"))
         + (rows.isEmpty() ? "<p>" + escaped(PlanText::tr("None.")) + "</p>\n"
@@ -267,7 +282,6 @@ QString findingsHtml(const DrillPlan& plan, const Sizes& sizes)
             + table(columns + QList<Column>{{PlanText::tr("Reason")}, {PlanText::tr("Until")}},
                 accepted);
     }
-    const QStringList notes = findingsNotes(findings);
     return html + (notes.isEmpty() ? QString() : list(notes));
 }
 

@@ -114,7 +114,8 @@ std::vector<TextPages::Part> TextPages::parts() const
         const auto* table = qobject_cast<const QTextTable*>(at.currentFrame());
         if (!table) {
             const QRectF rect = rectOf(at.currentBlock());
-            add({{rect.top(), rect.bottom()}, {}, at.currentBlock().blockFormat().headingLevel() > 0});
+            add({{rect.top(), rect.bottom()}, {},
+                at.currentBlock().blockFormat().headingLevel() > 0});
             continue;
         }
         const size_t first = all.size();
