@@ -3,6 +3,7 @@
 #include "board_reader.h"
 #include "data_start.h"
 #include "host_session.h"
+#include "language.h"
 #include "main_window.h"
 
 #include <QApplication>
@@ -138,6 +139,7 @@ void saveNoModels(HostSession& session, const QString& samples)
 int main(int argc, char** argv)
 {
     QApplication app(argc, argv);
+    speak("en"); // English, too, has plural forms
     const QStringList arguments = app.arguments();
     if (arguments.size() != 3) {
         qCritical("make_images SAMPLES-FOLDER IMAGE-FOLDER");

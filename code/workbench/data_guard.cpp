@@ -287,7 +287,7 @@ void DataGuard::replace(Save* save, const QByteArray& bytes)
     settle(save, bytes, mBackups.replace(file, save->before, bytes, !save->hasBackup));
 }
 
-/** Tells what came of a save, and tries again as long as the user wants that.
+/** Reports what came of a save, and tries again as long as the user wants that.
  *
  * @param bytes  what was to be saved; null if there is nothing whole to try again with
  */

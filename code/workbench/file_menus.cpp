@@ -131,9 +131,23 @@ void ExportMenu::exportAll()
     exportToFolder(tr("Export Drill Programs, Report, Map and Table"), "all", mBoardFolder, addAll);
 }
 
+/** The plan of this moment; null, after a word about why, if nothing can be exported. */
+const DrillPlan* ExportMenu::current()
+{
+    const DrillPlan* plan = mRefusal.isEmpty() ? mLive.current() : nullptr;
+    const QString reason = mRefusal.isEmpty() ? mLive.fault() : mRefusal;
+    if (!plan && !reason.isEmpty()) {
+        emit failed(reason);
+    }
+    return plan;
+}
+
 void ExportMenu::exportToFolder(
     const QString& title, const char* key, const QString& folder, Write writeFiles)
 {
+    if (!current()) {
+        return;
+    }
     QFileDialog dialog(parentWidget(), title, folder);
     dialog.setFileMode(QFileDialog::Directory);
     dialog.setOption(QFileDialog::ShowDirsOnly);
@@ -159,14 +173,11 @@ bool ExportMenu::runDialog(QFileDialog& dialog)
 void ExportMenu::exportFile(const QString& title, const char* key, const QString& filter,
     const QString& suffix, Write writeFile)
 {
-    const DrillPlan* current = mLive.current();
-    if (!current) {
-        if (!mLive.fault().isEmpty()) {
-            emit failed(mLive.fault());
-        }
+    const DrillPlan* shown = current();
+    if (!shown) {
         return;
     }
-    const QString name = fileStem(*current);
+    const QString name = fileStem(*shown);
     QFileDialog dialog(parentWidget(), title, lastFolder(key), filter);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix(suffix);
@@ -182,15 +193,8 @@ void ExportMenu::exportFile(const QString& title, const char* key, const QString
 
 void ExportMenu::write(const char* key, const QString& path, Write writeFiles)
 {
-    if (!mRefusal.isEmpty()) {
-        emit failed(mRefusal);
-        return;
-    }
-    const DrillPlan* current = mLive.current();
-    if (!current) {
-        if (!mLive.fault().isEmpty()) {
-            emit failed(mLive.fault());
-        }
+    const DrillPlan* shown = current();
+    if (!shown) {
         return;
     }
     QProgressDialog progress(tr("Writing %1").arg(path), tr("Cancel"), 0, 0, parentWidget());
@@ -198,8 +202,8 @@ void ExportMenu::write(const char* key, const QString& path, Write writeFiles)
     progress.setMinimumDuration(longWriting);
     try {
         const DrillPlan plan = mWithFewestTools // the window lives on meanwhile
-            ? mLive.withFewestTools().value_or(*current)
-            : *current;
+            ? mLive.withFewestTools().value_or(*shown)
+            : *shown;
         FileSet files;
         writeFiles(plan, path, files, [&progress](qint64 done, qint64 total) {
             progress.setMaximum(int(total));

@@ -41,6 +41,7 @@ private:
     using Write = void (*)(
         const DrillPlan& plan, const QString& path, FileSet& files, const Progress& progress);
 
+    const DrillPlan* current();
     void exportPrograms();
     void exportToFolder(const QString& title, const char* key, const QString& folder, Write write);
     bool runDialog(QFileDialog& dialog);

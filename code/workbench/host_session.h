@@ -101,7 +101,7 @@ public:
     /** Whether the step's viewer has models or bits that are in no file. */
     bool hasUnsaved(size_t step) const;
 
-    /** Tells of saves and of what is unsaved. */
+    /** Reports saves and what is unsaved. */
     const DataGuard& guard() const { return mGuard; }
 
     /** Closes and deletes the step's viewer. */

@@ -131,7 +131,7 @@ void MainWindow::followPlan()
     }
     const QString error = mOpen->keepChoices();
     if (!error.isEmpty()) {
-        tell("ERROR", error);
+        report("ERROR", error);
     }
     mForget->setEnabled(mOpen->isChosen());
     mOlderBar->setVisible(plan && plan->model.isOlder);
@@ -176,7 +176,7 @@ void MainWindow::makeRoomForMap(bool isShown)
     }
 }
 
-void MainWindow::tell(const QString& level, const QString& text)
+void MainWindow::report(const QString& level, const QString& text)
 {
     mLog->add(level, text);
     if (level == "ERROR") {
@@ -252,11 +252,9 @@ void MainWindow::compareWith(const QStringList& paths)
 
 void MainWindow::showFindings()
 {
-    if (!mFindings->isVisible()) {
-        mFindings->show();
-        resizeDocks({mFindings}, {findingsHeight}, Qt::Vertical);
-    }
+    mFindings->show();
     mFindings->raise();
+    resizeDocks({mFindings}, {findingsHeight}, Qt::Vertical);
 }
 
 void MainWindow::endComparison()
@@ -300,12 +298,12 @@ bool MainWindow::openBoard(const QStringList& paths, const std::function<size_t(
     listSteps();
     followStep();
     mTabs->openStep(chooseStep ? chooseStep() : job().board->mainStep);
-    tellNotes();
+    logNotes();
     return true;
 }
 
 /** What the reader has to say, and what was assumed, for the log. */
-void MainWindow::tellNotes()
+void MainWindow::logNotes()
 {
     for (const QString& note : job().board->notes) {
         mLog->add("NOTE", note);
@@ -394,7 +392,8 @@ void MainWindow::followStep()
                                     : mHint);
     setWindowTitle(mBoardPaths.isEmpty()
             ? tr("brox workbench")
-            : tr("%1[*] - brox workbench").arg(RecentBoards::name(mBoardPaths)));
+            : tr("%1[*] - brox workbench")
+                  .arg(RecentBoards::name(mBoardPaths).replace("[*]", "[*][*]")));
     setWindowModified(mTabs->hasUnsaved());
     mUnits->setEnabled(step.has_value());
     mSave->setEnabled(step.has_value());

@@ -113,8 +113,8 @@ private:
     void followPlan();
     void followDataFolder();
     void rereadStep();
-    void tellNotes();
-    void tell(const QString& level, const QString& text);
+    void logNotes();
+    void report(const QString& level, const QString& text);
 
     static constexpr int messageTime = 10'000; ///< milliseconds that the status bar shows one
 

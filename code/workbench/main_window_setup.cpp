@@ -66,12 +66,12 @@ void MainWindow::createStatusBar()
 /** Passes on what host and exports report. */
 void MainWindow::followSession()
 {
-    connect(&mSession, &HostSession::logged, this, &MainWindow::tell);
+    connect(&mSession, &HostSession::logged, this, &MainWindow::report);
     connect(mExport, &ExportMenu::exported, this,
         [this](const QString& message) { statusBar()->showMessage(message, messageTime); });
     connect(mExport, &ExportMenu::failed, this, [this](const QString& message) {
         showFailure(message);
-        if (JobTable* table = mTabs->jobTable()) {
+        if (JobTable* table = mTabs->jobTable(); table && mRulesBar->isHidden()) {
             table->goToNextToCheck(); // which is what mostly stands in the way
         }
     });
@@ -141,6 +141,11 @@ void MainWindow::createMenus()
     mMap->toggleViewAction()->setText(tr("&Drill Map"));
     view->addAction(mFindings->toggleViewAction());
     mFindings->toggleViewAction()->setText(tr("&Findings"));
+    connect(mFindings->toggleViewAction(), &QAction::triggered, this, [this](bool isShown) {
+        if (isShown) {
+            showFindings();
+        }
+    });
     view->addSeparator();
     QAction* recalculate =
         view->addAction(tr("&Recalculate"), this, [this] { mLive->recalculate(); });

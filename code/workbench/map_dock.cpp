@@ -55,7 +55,7 @@ MapDock::MapDock(HostSession& session, LivePlan& plan, QWidget* parent)
     connect(ui.toolTreeWidget, &QTreeWidget::currentItemChanged, this, &MapDock::selectRow);
     ui.toolTreeWidget->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(ui.toolTreeWidget, &QWidget::customContextMenuRequested, this, &MapDock::offerSizes);
-    connect(ui.mapWidget, &MapWidget::picked, this, &MapDock::tellHole);
+    connect(ui.mapWidget, &MapWidget::picked, this, &MapDock::describeHole);
     connect(ui.mapWidget, &MapWidget::missed, this, [this] { ui.holeLabel->clear(); });
     connect(&mLive, &LivePlan::changed, this, &MapDock::followPlan);
     connect(this, &QDockWidget::visibilityChanged, this, [this] {
@@ -224,7 +224,7 @@ void MapDock::followTable()
     ui.mapWidget->highlight(rows);
 }
 
-void MapDock::tellHole(size_t row, Place place)
+void MapDock::describeHole(size_t row, Place place)
 {
     if (mTable && int(row) < mTable->rowCount()) {
         mTable->setCurrentCell(int(row), 0);

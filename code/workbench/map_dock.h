@@ -48,7 +48,7 @@ private:
     void selectRow(const QTreeWidgetItem* item);
     void offerSizes(const QPoint& at);
     void followTable();
-    void tellHole(size_t row, Place place);
+    void describeHole(size_t row, Place place);
     QString rowText(const PlanRow& row) const;
     QString placeText(Size size) const;
 

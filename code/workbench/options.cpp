@@ -178,9 +178,9 @@ ReadOptions readOptions(const Options& options)
         reading.fileFormat.units = unitsOf(options, options.fileUnits);
     }
     if (options.isSet(options.digits)) {
-        const NumberFormat told = digitsOf(options.value(options.digits));
-        reading.fileFormat.digits = told.digits;
-        reading.fileFormat.zeros = told.zeros;
+        const NumberFormat given = digitsOf(options.value(options.digits));
+        reading.fileFormat.digits = given.digits;
+        reading.fileFormat.zeros = given.zeros;
     }
     reading.isStrict = options.isSet(options.strict);
     return reading;

@@ -228,9 +228,8 @@ private slots:
         QTRY_VERIFY(bar->isVisible());
         QVERIFY(!action("Shop Rules...")->isEnabled());
         const Boxes boxes({"OK", "OK"});
-        exportAs("Table...", path("refused"));
+        choose("Table...");
         QVERIFY(boxes.seen.value(0).contains("; nothing is exported until"));
-        QCOMPARE(content("refused.csv"), QByteArray());
         write("brox/shop_rules.json", whole);
         QTRY_VERIFY(!bar->isVisible());
         exportAs("Table...", path("mended"));
