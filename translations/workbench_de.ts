@@ -1853,6 +1853,10 @@ Ihr jetziger Inhalt bleibt als Sicherung erhalten.</translation>
         <source>%1: %L2 more, not in this report</source>
         <translation>%1: %L2 weitere, nicht in diesem Bericht</translation>
     </message>
+    <message>
+        <source>drill sizes of one board are compared with finished sizes: %1 holes</source>
+        <translation>Bohrmaße der einen Leiterplatte sind mit Endmaßen der anderen verglichen: %1 Bohrungen</translation>
+    </message>
 </context>
 <context>
     <name>Question</name>

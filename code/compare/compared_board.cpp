@@ -52,7 +52,7 @@ private:
     {
         const bool isPlated = tool.type != HoleType::NonPlated;
         const ComparedTool made{layer.name, layer.span, tool.number, isSlot, isPlated,
-            tool.typeAssumed, tool.finishedSize, tool.tolerance, 0};
+            tool.typeAssumed, tool.finishedSize, tool.tolerance, 0, layer.hasDrillSizes};
         std::vector<ComparedTool>& tools = mBoard.tools;
         auto found = std::find_if(tools.begin(), tools.end(),
             [&](const ComparedTool& known) { return known.isLike(made); });

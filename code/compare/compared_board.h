@@ -24,12 +24,13 @@ struct ComparedTool
     Size size = 0; ///< as the board specifies it
     std::optional<Tolerance> tolerance;
     qint64 hits = 0;
+    bool isDrilled = false; ///< its size is that of a drill, not of a finished hole
 
     bool isLike(const ComparedTool& other) const
     {
         return layer == other.layer && number == other.number && isSlot == other.isSlot
             && isPlated == other.isPlated && platingAssumed == other.platingAssumed
-            && size == other.size && tolerance == other.tolerance;
+            && size == other.size && tolerance == other.tolerance && isDrilled == other.isDrilled;
     }
 };
 

@@ -57,6 +57,7 @@ public:
     }
 
     qint64 assumedPlating() const { return mAssumedPlating; }
+    qint64 drilledAndFinished() const { return mDrilledAndFinished; }
 
     std::vector<BoardDifference> take()
     {
@@ -108,6 +109,7 @@ private:
         const ComparedTool& to = mOther.tool(pair.other);
         const HitDifference differs = mMatcher.difference(pair.hit, pair.other);
         mAssumedPlating += from.isPlated != to.isPlated && !differs.plating ? 1 : 0;
+        mDrilledAndFinished += from.isDrilled != to.isDrilled ? 1 : 0;
         const auto add = [&](DifferenceKind kind) -> BoardDifference& {
             BoardDifference& found = difference(kind, &from, &to);
             addHit(found, mBoard.places[pair.hit]);
@@ -182,6 +184,7 @@ private:
     std::map<Key, BoardDifference>
         mDifferences; ///< tools are in one list, so pointers have its order
     qint64 mAssumedPlating = 0;
+    qint64 mDrilledAndFinished = 0;
 };
 
 /** Compares holes as they lie, after a move of the board. */
@@ -203,6 +206,7 @@ Comparison compareMoved(ComparedBoard board, const ComparedBoard& other, const P
     list.add(matching);
     result.differences = list.take();
     result.assumedPlating = list.assumedPlating();
+    result.drilledAndFinished = list.drilledAndFinished();
     return result;
 }
 

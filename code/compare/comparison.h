@@ -47,6 +47,7 @@ struct Comparison
     std::vector<Place> besideCopies; ///< holes that only the panel has; no differences
     bool isOtherPanel = false; ///< the other has the copies; places are then those of the other
     qint64 assumedPlating = 0; ///< hits whose plating differs, but one board only assumes it
+    qint64 drilledAndFinished = 0; ///< hits with a drill size on one board, finished on the other
 
     bool differs() const { return !differences.empty(); }
 };

@@ -264,6 +264,11 @@ QStringList comparisonNotes(const Comparison& comparison, Units units, Tongue to
             QT_TRANSLATE_NOOP("PlanText", "all but a few holes would be explained by: %1"))
                      .arg(wholeText(*comparison.nearly, words));
     }
+    if (comparison.drilledAndFinished > 0) {
+        lines << words(QT_TRANSLATE_NOOP("PlanText",
+                           "drill sizes of one board are compared with finished sizes: %1 holes"))
+                     .arg(words.number(comparison.drilledAndFinished));
+    }
     if (comparison.assumedPlating > 0) {
         lines << words(QT_TRANSLATE_NOOP("PlanText",
                            "plating not compared, as one board does not specify it: %1 holes"))

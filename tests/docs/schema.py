@@ -64,6 +64,9 @@ def main(tree, build):
                                          cwd=samples, capture_output=True).stdout, arguments)
                    for arguments in (["controller.xml", "--check", "--fewest-tools", "--places"],
                                      ["faults-PTH.drl", "faults-NPTH.drl", "--check", "--units", "inch"],
+                                     ["sensor.xml", "--compare", "controller.xml", "--check"],
+                                     ["breakout-PTH.drl", "breakout-NPTH.drl", "--places", "--compare",
+                                      "breakout-PTH.drl"],
                                      ["breakout-PTH.drl"])]
         printed.append((rules, (Path(folder) / "brox/shop_rules.json").read_bytes(), "the rules"))
     for schema, text, of in printed:
