@@ -44,18 +44,13 @@ QString named(const QString& name, const QString& line)
     return name.isEmpty() || line.startsWith(name + ':') ? line : name + ": " + line;
 }
 
-/** What the reader has to say, and what was assumed: for people, so on standard error.
- *
- * @param name  of the board where there are several; else empty
- */
-void warnOf(const DrillDraft& draft, const QString& name)
+/** What the reader has to say, and what was assumed: for people, so on standard error. */
+QStringList notesOf(const DrillDraft& draft)
 {
     QStringList lines = draft.board->notes;
     lines << sizesText(draft) << assumedText(draft);
     lines.removeAll(QString());
-    for (const QString& line : lines) {
-        warn(named(name, line));
-    }
+    return lines;
 }
 
 /** The names in a file, or in standard input for "-". */
@@ -161,45 +156,49 @@ QStringList needlessLimit(const Options& options, const MergedPlan& merged)
     return lines;
 }
 
-/** Whether nobody has said that drill sizes beside finished sizes are meant. */
-bool isUndecided(const Options& options, const PlannedStep& step)
+/** Why a plan is refused under --strict, a line each. */
+QStringList objections(const Options& options, const DrillPlan& plan, qsizetype hardFindings)
 {
-    return !options.isSet(options.sizes) && !sizesText(step).isEmpty();
+    QStringList lines;
+    if (!options.isSet(options.strict)) {
+        return lines;
+    }
+    if (hardFindings > 0) {
+        lines << QStringLiteral("findings that must not be drilled: %1").arg(hardFindings);
+    }
+    if (!options.isSet(options.sizes) && !sizesText(plan).isEmpty()) {
+        lines << QStringLiteral("drill sizes beside finished sizes, and no --sizes");
+    }
+    if (const qsizetype flagged = alarmingRows(plan); flagged > 0) {
+        lines << QStringLiteral("tools that are flagged out-of-tolerance, no-bit, no-size, "
+                                "unapproved-bit or digits-doubtful: %1")
+                     .arg(flagged);
+    }
+    if (plan.board->isContradicted) {
+        lines << QStringLiteral("other files of the order contradict the board");
+    }
+    return lines;
 }
 
-/** The exit status that a plan's tools call for; what is wrong goes to standard error.
+/** Says what is wrong with a plan; the exit status that goes with it.
  *
- * @param name  of the board where there are several; else empty
+ * @param refusals  why it is refused, a line each
+ * @param name      of the board where there are several; else empty
  */
-int statusOf(const Options& options, const DrillPlan& plan, const QString& name)
+int statusOf(const DrillPlan& plan, const QStringList& refusals, const QString& name)
 {
-    const QString before = name.isEmpty() ? QString() : name + ": ";
     const auto without = std::count_if(plan.rows.begin(), plan.rows.end(),
         [](const PlanRow& row) { return !row.drillSize && row.finishedSize > 0; });
     if (without > 0) {
-        complain(before
-            + QStringLiteral("tools without a drill size by model \"%1\" and its formula: %2")
-                  .arg(plan.model.name)
-                  .arg(without));
+        complain(named(name,
+            QStringLiteral("tools without a drill size by model \"%1\" and its formula: %2")
+                .arg(plan.model.name)
+                .arg(without)));
     }
-    if (options.isSet(options.strict) && isUndecided(options, plan)) {
-        complain(before + "drill sizes beside finished sizes, and no --sizes");
-        return strictStatus;
+    for (const QString& line : refusals) {
+        complain(named(name, line));
     }
-    if (const qsizetype flagged = alarmingRows(plan);
-        options.isSet(options.strict) && flagged > 0) {
-        complain(before
-            + QStringLiteral(
-                "tools that are flagged out-of-tolerance, no-bit, no-size, unapproved-bit or "
-                "digits-doubtful: %1")
-                  .arg(flagged));
-        return strictStatus;
-    }
-    if (options.isSet(options.strict) && plan.board->isContradicted) {
-        complain(before + QStringLiteral("other files of the order contradict the board"));
-        return strictStatus;
-    }
-    return without > 0 ? 1 : 0;
+    return !refusals.isEmpty() ? strictStatus : without > 0 ? 1 : 0;
 }
 
 /** Writes the files that the options ask for, all of them or none; their paths. */
@@ -313,47 +312,31 @@ int printPlan(const Options& options, HostSession& session, Board board, const S
     const DrillPlan& plan = merged.plan;
     const auto findings =
         options.isSet(options.check) ? std::optional(checkPlan(plan)) : std::nullopt;
-    const QStringList tooMany = needlessLimit(options, merged);
-    const bool isStrict = options.isSet(options.strict);
-    const auto hard = findings ? findings->hardCount() : 0;
-    const bool isRefused = (isStrict
-                               && (alarmingRows(plan) > 0 || hard > 0 || isUndecided(options, plan)
-                                   || plan.board->isContradicted))
-        || !tooMany.isEmpty();
-    const QStringList written = isRefused ? QStringList() : writeFiles(options, plan);
+    const QStringList refusals = objections(options, plan, findings ? findings->hardCount() : 0)
+        + needlessLimit(options, merged);
+    const QStringList written = refusals.isEmpty() ? writeFiles(options, plan) : QStringList();
     QStringList left = leftOut(plan);
     if (options.wantsFewestTools()) {
         left << QStringLiteral("%1 tools instead of %2")
                     .arg(plan.toolCount())
                     .arg(plan.toolsBefore());
     }
-    int status = options.isSet(options.json)
+    const int status = options.isSet(options.json)
         ? printJson(plan, findings ? &*findings : nullptr, options.isSet(options.places))
         : print(printed(options, plan, findings, left, written));
+    QStringList notes;
     if (!options.printsTable() && !options.isSet(options.json)) {
-        for (const QString& line : left) {
-            warn(line);
-        }
+        notes = left;
     }
     if (findings && options.isSet(options.csv)) {
-        for (const QString& line : findingsNotes(*findings)) {
-            warn(line);
-        }
+        notes += findingsNotes(*findings);
     }
-    warnOf(draft, {});
-    for (const QString& note : otherNotes) {
+    notes += notesOf(draft) + otherNotes;
+    for (const QString& note : notes) {
         warn(note);
     }
-    for (const QString& line : tooMany) {
-        complain(line);
-        status = strictStatus;
-    }
-    if (isStrict && hard > 0) {
-        complain(QStringLiteral("findings that must not be drilled: %1").arg(hard));
-        status = strictStatus;
-    }
     const bool differs = plan.comparison && plan.comparison->differs();
-    return qMax(qMax(status, statusOf(options, plan, {})), differs ? differStatus : 0);
+    return std::max({status, statusOf(plan, refusals, {}), differs ? differStatus : 0});
 }
 
 int printBoards(const Options& options, HostSession& session, const ShopRules& rules)
@@ -375,11 +358,10 @@ int printBoards(const Options& options, HostSession& session, const ShopRules& r
             if (print(text + planCsvRows(plan, *units, name)) != 0) {
                 return 1;
             }
-            for (const QString& line : leftOut(plan)) {
+            for (const QString& line : leftOut(plan) + notesOf(draft)) {
                 warn(named(name, line));
             }
-            warnOf(draft, name);
-            const int status = statusOf(options, plan, name);
+            const int status = statusOf(plan, objections(options, plan, 0), name);
             isStrict = isStrict || status == strictStatus;
             hasFailed = hasFailed || status == 1;
         } catch (const std::exception& error) {
