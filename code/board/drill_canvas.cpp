@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "drill_canvas.h"
 
+#include <QRegularExpression>
 #include <algorithm>
 #include <cmath>
 #include <numeric>
@@ -12,6 +13,123 @@ namespace {
 constexpr qint64 maxDrilled = 50'000'000; ///< holes and segments of slots of a board
 
 } // namespace
+
+void HoleFacts::complete(const HoleFacts& other)
+{
+    plated = plated ? plated : other.plated;
+    use = use != Use::Unknown ? use : other.use;
+    isBackDrill = isBackDrill || other.isBackDrill;
+}
+
+HoleType HoleFacts::type() const
+{
+    // Without any hint a hole counts as plated: most are. It is a guess, and marked as one.
+    if (!plated.value_or(use != Use::Mechanical)) {
+        return HoleType::NonPlated;
+    }
+    return use == Use::Via     ? HoleType::Via
+        : use == Use::PressFit ? HoleType::PressFit
+                               : HoleType::Plated;
+}
+
+void HoleAttributes::read(const QString& attribute)
+{
+    QStringList fields = attribute.split(',');
+    for (QString& field : fields) {
+        field = field.trimmed().remove('*').toUpper();
+    }
+    const QString name = fields.takeFirst();
+    if (name == QLatin1String("TF.FILEFUNCTION")) {
+        readFileFunction(fields);
+    } else if (name == QLatin1String("TA.APERFUNCTION")) {
+        readAperFunction(fields);
+    } else if (name == QLatin1String("TA.DRILLTOLERANCE")) {
+        readTolerance(fields);
+    }
+    const bool all = name == QLatin1String("TD");
+    if (all || name == QLatin1String("TD.APERFUNCTION")) {
+        mTool = {};
+    }
+    if (all || name == QLatin1String("TD.DRILLTOLERANCE")) {
+        mTolerance.reset();
+    }
+}
+
+void HoleAttributes::readFileFunction(const QStringList& fields)
+{
+    if (fields.contains(QLatin1String("NONPLATED"))) {
+        mFile.plated = false;
+    } else if (fields.contains(QLatin1String("PLATED"))) {
+        mFile.plated = true;
+    } // of mixed plating the tools specify it
+    QStringList layers;
+    for (const QString& field : fields) {
+        bool isNumber = false;
+        field.toInt(&isNumber);
+        if (isNumber) {
+            layers << field;
+        }
+    }
+    if (layers.size() == 2) {
+        mSpan = Span{layers[0], layers[1]};
+    }
+}
+
+void HoleAttributes::readAperFunction(const QStringList& fields)
+{
+    using Use = HoleFacts::Use;
+    static const std::pair<const char*, Use> uses[] = {{"VIADRILL", Use::Via},
+        {"PRESSFIT", Use::PressFit}, {"COMPONENTPRESSFITDRILL", Use::PressFit},
+        {"COMPONENTDRILL", Use::Other}, {"CASTELLATEDDRILL", Use::Other},
+        {"MECHANICALDRILL", Use::Mechanical}};
+    const auto has = [&](const char* field) { return fields.contains(QLatin1String(field)); };
+    mTool = {};
+    if (has("NONPLATED") || has("NPTH")) {
+        mTool.plated = false;
+    } else if (has("PLATED") || has("PTH")) {
+        mTool.plated = true;
+    }
+    mTool.isBackDrill = has("BACKDRILL");
+    for (const auto& [field, use] : uses) {
+        if (mTool.use == Use::Unknown && has(field)) {
+            mTool.use = use;
+        }
+    }
+}
+
+/** One number stands for both. */
+void HoleAttributes::readTolerance(const QStringList& fields)
+{
+    bool isPlus = false;
+    bool isMinus = false;
+    const double plus = std::abs(fields.value(0).toDouble(&isPlus));
+    const double minus = std::abs(fields.value(fields.size() - 1).toDouble(&isMinus));
+    mTolerance.reset();
+    if (isPlus && isMinus && std::isfinite(plus) && std::isfinite(minus)) {
+        mTolerance = {plus, minus};
+    }
+}
+
+HoleFacts factsOfName(const QString& fileName)
+{
+    static const QRegularExpression unplated(
+        QStringLiteral("npth|non[-_ ]?plated|unplated"), QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression plated(
+        QStringLiteral("(?<![a-z])pth(?![a-z])|(?<![a-z])plated"),
+        QRegularExpression::CaseInsensitiveOption);
+    HoleFacts facts;
+    static const QRegularExpression vias(
+        QStringLiteral("(?<![a-z])vias?(?:\\.[^.]*)?$"), QRegularExpression::CaseInsensitiveOption);
+    if (fileName.contains(vias)) {
+        facts.use = HoleFacts::Use::Via;
+    }
+    if (fileName.contains(unplated)) {
+        facts.plated = false;
+    } else if (fileName.contains(plated)) {
+        facts.plated = true;
+    }
+    return facts;
+}
 
 void Notes::add(const char* kind, const QStringList& values)
 {

@@ -2,11 +2,11 @@
 #ifndef DRILL_CANVAS_H
 #define DRILL_CANVAS_H
 
-#include "drill_comments.h"
 #include "reading.h"
 
 #include <QRectF>
 #include <limits>
+#include <map>
 #include <unordered_map>
 
 namespace brox {
@@ -22,6 +22,72 @@ struct FileLine
     {
         throw BoardError(name, where, message);
     }
+};
+
+/** What a hole is for, as far as it is specified. */
+struct HoleFacts
+{
+    enum class Use
+    {
+        Unknown,
+        Via,
+        PressFit,
+        Mechanical,
+        Other ///< but no via
+    };
+    std::optional<bool> plated;
+    Use use = Use::Unknown;
+    bool isBackDrill = false;
+
+    /** Takes what is not known yet from one that stands for more than this hole. */
+    void complete(const HoleFacts& other);
+
+    HoleType type() const;
+    bool isTypeAssumed() const { return !plated && use != Use::Via && use != Use::PressFit; }
+};
+
+/** Magnitudes, in the units of whatever they belong to. */
+struct ToldTolerance
+{
+    double plus = 0;
+    double minus = 0;
+};
+
+/** The attributes of the open image format, which Gerber and Excellon files share. */
+class HoleAttributes
+{
+public:
+    /** @param attribute  such as "TF.FileFunction,Plated,1,4,PTH"; others are passed over */
+    void read(const QString& attribute);
+
+    const HoleFacts& ofFile() const { return mFile; }
+    const std::optional<Span>& span() const { return mSpan; }
+
+    /** Of a tool that is defined here. */
+    const HoleFacts& ofTool() const { return mTool; }
+    const std::optional<ToldTolerance>& tolerance() const { return mTolerance; }
+
+private:
+    void readFileFunction(const QStringList& fields);
+    void readAperFunction(const QStringList& fields);
+    void readTolerance(const QStringList& fields);
+
+    HoleFacts mFile;
+    std::optional<Span> mSpan;
+    HoleFacts mTool;
+    std::optional<ToldTolerance> mTolerance;
+};
+
+/** What the name of a drill file says. */
+HoleFacts factsOfName(const QString& fileName);
+
+/** What a comment or a list says of one tool by its number; sizes in host units, not rounded. */
+struct ToolRemark
+{
+    HoleFacts facts;
+    double size = 0; ///< 0: unspecified
+    std::optional<ToldTolerance> tolerance;
+    qint64 quantity = -1; ///< of hits; -1: unspecified
 };
 
 /** What lists of tools beside a drill file say of it. */

@@ -9,8 +9,7 @@
 
 namespace brox {
 
-/** The drilling machine that an Excellon or XNC program runs on: its words, its tools, and its head
- *  with the tool in use. */
+/** The drilling machine that an Excellon or XNC program runs on: its words and its head. */
 
 /** The commands of one line of a program, without the order that they stand in. */
 struct Words
@@ -49,53 +48,6 @@ Words splitLine(std::string_view line, NumberReader& numbers, const FileLine& at
 
 /** Without blanks on both sides. */
 std::string_view trimmed(std::string_view text);
-
-/** The magazine: which number is which tool. All of it throws BoardErrors. */
-class ExcellonTools
-{
-public:
-    /** All of them outlive the tools. */
-    ExcellonTools(const FileLine& at, const ExcellonComments& comments, const ListedTools& listed,
-        DrillCanvas& canvas, Notes& notes)
-        : mAt(at)
-        , mComments(comments)
-        , mListed(listed)
-        , mCanvas(canvas)
-        , mNotes(notes)
-    { }
-
-    /** @param units  of the diameter; null: not known yet */
-    void define(int number, std::string_view diameter, std::optional<Units> units, bool inHeader);
-
-    /** Of the tools that were defined before the units. */
-    void setUnits(Units units);
-
-    void select(int number);
-
-    /** For a program that numbers no tools: the next one that comments tell of. */
-    void selectNext();
-
-    /** Decimals that the diameters of all defined tools have; 0 if they differ. */
-    int decimals() const { return mDecimals.value_or(0); }
-
-    /** Adds to the tools what comments and lists say of them, and compares; at the file's end. */
-    void finish(std::optional<Units> units);
-
-private:
-    size_t add(DrillTool tool);
-    void take(DrillTool& tool, const ToolRemark& remark);
-    void noteListed(size_t index, const ToolRemark& remark);
-    void compare(size_t index, const ToolRemark& remark, const QString& by);
-
-    const FileLine& mAt;
-    const ExcellonComments& mComments;
-    const ListedTools& mListed;
-    DrillCanvas& mCanvas;
-    Notes& mNotes;
-    std::unordered_map<int, size_t> mToolOf; ///< by number
-    std::optional<int> mDecimals;
-    size_t mNext = 0; ///< of the remarks
-};
 
 /** The head: where the tool is, and whether it drills, moves or cuts. All of it throws BoardErrors.
  */

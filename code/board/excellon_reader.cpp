@@ -2,6 +2,7 @@
 #include "excellon_reader.h"
 
 #include "excellon_machine.h"
+#include "excellon_tools.h"
 
 #include <QFileInfo>
 #include <span>
@@ -70,7 +71,6 @@ private:
     void readCommands(std::string_view line);
     void selectUnnumbered(const Words& words);
     int usualDecimals() const;
-    void noteListedFormat();
     void run(char letter, std::span<const Command> commands, int code, Words& words);
     void beginBody();
     void setUnits(Units units);
@@ -177,15 +177,11 @@ void ExcellonProgram::readLine(std::string_view line)
     if (line.empty()) {
         return;
     }
-    std::string upper;
-    const auto isLower = [](char c) { return c >= 'a' && c <= 'z'; };
-    if (std::any_of(line.begin(), line.end(), isLower)) {
-        upper = line;
-        for (char& c : upper) {
-            c = isLower(c) ? char(c - 'a' + 'A') : c;
-        }
-        line = upper;
+    std::string upper(line);
+    for (char& c : upper) {
+        c = c >= 'a' && c <= 'z' ? char(c - 'a' + 'A') : c;
     }
+    line = upper;
     if (line == "%") {
         if (mInHeader) {
             beginBody(); // elsewhere it only stops the tape's rewinding
@@ -227,13 +223,9 @@ bool ExcellonProgram::readKeyword(std::string_view line)
     const size_t comma = std::min(line.find(','), line.size());
     const std::string_view name = trimmed(line.substr(0, comma));
     const std::string_view fields = line.substr(std::min(comma + 1, line.size()));
-    if (name == "METRIC" || name == "INCH") {
-        setUnits(name == "INCH" ? Units::Inch : Units::Metric);
-        readFormatFields(fields);
-        return true;
-    }
-    if ((name == "M71" || name == "M72") && comma < line.size()) {
-        setUnits(name == "M72" ? Units::Inch : Units::Metric);
+    const bool isCode = (name == "M71" || name == "M72") && comma < line.size();
+    if (name == "METRIC" || name == "INCH" || isCode) {
+        setUnits(name == "INCH" || name == "M72" ? Units::Inch : Units::Metric);
         readFormatFields(fields);
         return true;
     }
@@ -466,29 +458,6 @@ void ExcellonProgram::setUnits(Units units)
     mTools.setUnits(units);
 }
 
-/** What a list has said of the numbers, and where they are read otherwise. */
-void ExcellonProgram::noteListedFormat()
-{
-    const NumberFormat read = mNumbers.format();
-    const NumberFormat& listed = mListed.format;
-    if (mNumbers.uses(Origin::List)) {
-        mNotes.add(QT_TRANSLATE_NOOP("BoardText", "its numbers are read as %1, by %2"),
-            {textOf(read), mListed.formatList});
-    }
-    if (mListed.isIncremental) {
-        mNotes.add(QT_TRANSLATE_NOOP("BoardText", "its places are incremental, by %1"),
-            {mListed.formatList});
-    }
-    const auto differ = [](const auto& a, const auto& b) { return a && b && *a != *b; };
-    const bool hasBare = mNumbers.longest() > 0; // numbers without a point
-    if (differ(read.units, listed.units) || (hasBare && differ(read.digits, listed.digits))
-        || (hasBare && differ(read.zeros, listed.zeros))) {
-        mNotes.add(
-            QT_TRANSLATE_NOOP("BoardText", "its numbers are read as %1 where %2 specifies %3"),
-            {textOf(read), mListed.formatList, textOf(listed)});
-    }
-}
-
 DrillFile ExcellonProgram::finish()
 {
     if (mInHeader) {
@@ -497,8 +466,7 @@ DrillFile ExcellonProgram::finish()
     if (!mEnded && !mMayEnd && mStopLine == 0) {
         fail(BoardText::tr("the program does not end; the file is cut off"));
     }
-    noteListedFormat();
-    mTools.finish(mNumbers.units());
+    mTools.finish(mNumbers);
     DrillFile file = mCanvas.finish(
         factsOfName(QFileInfo(mAt.name).fileName()), mNumbers, usualDecimals(), mNotes);
     file.layer.span = mComments.attributes().span();

@@ -56,6 +56,18 @@ QString textOf(const NumberFormat& format)
     return parts.join(QStringLiteral(", "));
 }
 
+double unitOf(const QString& name)
+{
+    const QString unit = name.toUpper();
+    if (unit.startsWith(QLatin1String("MM")) || unit.startsWith(QLatin1String("MILLIM"))) {
+        return sizePerMillimetre;
+    }
+    if (unit.startsWith(QLatin1String("MIC"))) {
+        return sizePerMicron;
+    }
+    return unit.startsWith(QLatin1String("IN")) ? sizePerInch : sizePerMil;
+}
+
 QString shown(std::string_view text)
 {
     QString told = QString::fromUtf8(text.data(), qMin<qsizetype>(qsizetype(text.size()), 40));

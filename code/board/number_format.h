@@ -60,6 +60,9 @@ inline double sizeOf(Units units)
     return units == Units::Inch ? sizePerInch : sizePerMillimetre;
 }
 
+/** Host sizes to a unit by its name, such as "MM", "MILLIMETER" or "inch"; others are mils. */
+double unitOf(const QString& name);
+
 /** Reads the numbers of places.
  *
  * What nobody specifies is guessed from a sample of the file when the first number needs it, and

@@ -1,83 +1,14 @@
 // SPDX-License-Identifier: MIT
-#ifndef DRILL_COMMENTS_H
-#define DRILL_COMMENTS_H
+#ifndef EXCELLON_TOOLS_H
+#define EXCELLON_TOOLS_H
 
-#include "number_format.h"
+#include "drill_canvas.h"
 
 #include <QHash>
 #include <map>
 #include <vector>
 
 namespace brox {
-
-/** What a hole is for, as far as it is specified. */
-struct HoleFacts
-{
-    enum class Use
-    {
-        Unknown,
-        Via,
-        PressFit,
-        Mechanical,
-        Other ///< but no via
-    };
-    std::optional<bool> plated;
-    Use use = Use::Unknown;
-    bool isBackDrill = false;
-
-    /** Takes what is not known yet from one that stands for more than this hole. */
-    void complete(const HoleFacts& other);
-
-    HoleType type() const;
-    bool isTypeAssumed() const { return !plated && use != Use::Via && use != Use::PressFit; }
-};
-
-/** Magnitudes, in the units of whatever they belong to. */
-struct ToldTolerance
-{
-    double plus = 0;
-    double minus = 0;
-};
-
-/** The attributes of the open image format, which Gerber and Excellon files share. */
-class HoleAttributes
-{
-public:
-    /** @param attribute  such as "TF.FileFunction,Plated,1,4,PTH"; others are passed over */
-    void read(const QString& attribute);
-
-    const HoleFacts& ofFile() const { return mFile; }
-    const std::optional<Span>& span() const { return mSpan; }
-
-    /** Of a tool that is defined here. */
-    const HoleFacts& ofTool() const { return mTool; }
-    const std::optional<ToldTolerance>& tolerance() const { return mTolerance; }
-
-private:
-    void readFileFunction(const QStringList& fields);
-    void readAperFunction(const QStringList& fields);
-    void readTolerance(const QStringList& fields);
-
-    HoleFacts mFile;
-    std::optional<Span> mSpan;
-    HoleFacts mTool;
-    std::optional<ToldTolerance> mTolerance;
-};
-
-/** What the name of a drill file says. */
-HoleFacts factsOfName(const QString& fileName);
-
-/** Host sizes to a unit by its name, such as "MM", "MILLIMETER" or "inch"; others are mils. */
-double unitOf(const QString& name);
-
-/** What a comment or a list says of one tool by its number; sizes in host units, not rounded. */
-struct ToolRemark
-{
-    HoleFacts facts;
-    double size = 0; ///< 0: unspecified
-    std::optional<ToldTolerance> tolerance;
-    qint64 quantity = -1; ///< of hits; -1: unspecified
-};
 
 /** What the comments of an Excellon or XNC file say of its holes and places. Programs write no
  *  plating, vias or tolerances otherwise. */
@@ -130,6 +61,54 @@ private:
     QHash<int, QString> mBits; ///< by the tool's number
     bool mHasDrillSizes = false;
     std::map<int, bool> mRanges; ///< plated or not, from this number on
+};
+
+/** The magazine: which number is which tool. All of it throws BoardErrors. */
+class ExcellonTools
+{
+public:
+    /** All of them outlive the tools. */
+    ExcellonTools(const FileLine& at, const ExcellonComments& comments, const ListedTools& listed,
+        DrillCanvas& canvas, Notes& notes)
+        : mAt(at)
+        , mComments(comments)
+        , mListed(listed)
+        , mCanvas(canvas)
+        , mNotes(notes)
+    { }
+
+    /** @param units  of the diameter; null: not known yet */
+    void define(int number, std::string_view diameter, std::optional<Units> units, bool inHeader);
+
+    /** Of the tools that were defined before the units. */
+    void setUnits(Units units);
+
+    void select(int number);
+
+    /** For a program that numbers no tools: the next one that comments tell of. */
+    void selectNext();
+
+    /** Decimals that the diameters of all defined tools have; 0 if they differ. */
+    int decimals() const { return mDecimals.value_or(0); }
+
+    /** Adds to the tools what comments and lists say of them, and compares; at the file's end. */
+    void finish(const NumberReader& numbers);
+
+private:
+    size_t add(DrillTool tool);
+    void noteListed(const NumberReader& numbers);
+    static void take(DrillTool& tool, const ToolRemark& remark);
+    void noteListed(size_t index, const ToolRemark& remark);
+    void compare(size_t index, const ToolRemark& remark, const QString& by);
+
+    const FileLine& mAt;
+    const ExcellonComments& mComments;
+    const ListedTools& mListed;
+    DrillCanvas& mCanvas;
+    Notes& mNotes;
+    std::unordered_map<int, size_t> mToolOf; ///< by number
+    std::optional<int> mDecimals;
+    size_t mNext = 0; ///< of the remarks
 };
 
 } // namespace brox
