@@ -345,6 +345,27 @@ private slots:
         }
     }
 
+    /** A small hole has a symbol that can be read, but where there is no room for it. */
+    void symbols()
+    {
+        for (const auto& [distance, least, most] :
+            {std::tuple(0.4, 1, 4), std::tuple(9.0, 9, 16)}) {
+            Board board;
+            board.steps.resize(1);
+            board.steps[0].layers.resize(1);
+            board.steps[0].layers[0].tools = {
+                tool(HoleType::Via, 0.3, {at(0, 0), at(distance, 0)})};
+            QImage image(100, 100, QImage::Format_RGB32);
+            MapScene(planOf(board, 0))
+                .paint(image, {5, {50, 50}}, {Qt::white, Qt::white, Qt::white, Qt::white});
+            int inked = 0;
+            for (int y = 0; y < 100; ++y) {
+                inked += image.pixel(50, y) != qRgb(255, 255, 255) ? 1 : 0;
+            }
+            QVERIFY2(inked >= least && inked <= most, qPrintable(QString::number(inked)));
+        }
+    }
+
     void looks()
     {
         for (size_t i = 0; i < 100; ++i) {

@@ -8,6 +8,7 @@
 #include "open_job.h"
 
 #include <QAction>
+#include <QComboBox>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QSettings>
@@ -93,13 +94,17 @@ protected:
         });
     }
 
-    /** Exports under a name that is typed, and gives the name that the dialog comes with. */
-    QString exportAs(const QString& action, const QString& name)
+    /** Exports under a name that is typed, as one of the forms that the dialog offers; gives the
+     *  name that it comes with. */
+    QString exportAs(const QString& action, const QString& name, int form = 0)
     {
         QString offered;
         inDialog<QFileDialog>([&](QFileDialog* dialog) {
             auto* edit = dialog->findChild<QLineEdit*>("fileNameEdit");
             offered = dialog->directory().filePath(edit->text());
+            for (int i = 0; i < form; ++i) {
+                QTest::keyClick(dialog->findChild<QComboBox*>("fileTypeCombo"), Qt::Key_Down);
+            }
             edit->setText(name);
             QTest::keyClick(edit, Qt::Key_Return);
         });

@@ -256,6 +256,8 @@ private slots:
         QVERIFY(content("out/x.txt").contains("b      Plated      1 "));
         exportAs("Map...", path);
         QVERIFY(content("out/x.svg").contains("Drill map, layer b"));
+        exportAs("Map...", path, 2);
+        QVERIFY(content("out/x.png").startsWith("\x89PNG"));
         exportAs("Report...", path);
         QVERIFY(content("out/x.html").contains("<h1>Drill report: b, step pcb</h1>"));
         mSession->viewer(0)->findChild<QLineEdit*>("dhsLineEdit")->selectAll();
@@ -452,6 +454,9 @@ private slots:
         QCOMPARE(tabs.count(), 2);
         QCOMPARE(tabs.tabText(0), "job: a&&b");
         QCOMPARE(tabs.tabText(1), "job: a&&b (2)");
+        tabs.resize(200, 200); // which scrolls instead of cutting parts off
+        tabs.show();
+        QCOMPARE(mSession->viewer(1)->size(), QSize(675, 785 / 2));
     }
 
     void guide()
