@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "text_table.h"
 
+#include "reading.h"
+
 #include <QIODevice>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -19,7 +21,7 @@ QString literal(const QString& cell)
     cell.toDouble(&isNumeric);
     const bool isFormula =
         !isNumeric && !cell.isEmpty() && QStringLiteral("=+-@").contains(cell.front());
-    return isFormula ? '\'' + cell : cell;
+    return printable(isFormula ? '\'' + cell : cell);
 }
 
 /** A slot as its points; an arc has its centre between two of them. */
@@ -61,7 +63,7 @@ QString alignedText(QList<QStringList> rows, const std::vector<bool>& isNumber)
     QList<qsizetype> widths(rows.first().size(), 0);
     for (QStringList& row : rows) {
         for (qsizetype i = 0; i < row.size(); ++i) {
-            row[i] = row[i].simplified();
+            row[i] = printable(row[i].simplified());
             widths[i] = qMax(widths[i], row[i].size());
         }
     }

@@ -11,7 +11,7 @@ class QIODevice;
 
 namespace brox {
 
-/** What the tables of the command line share. */
+/** What the tables of the command line share; no text drives a terminal. */
 
 /** A line of comma-separated values; what a spreadsheet would take for a formula begins with an
  *  apostrophe. */

@@ -278,7 +278,8 @@ QString printed(const Options& options, const DrillPlan& plan,
     const QString end = (left.isEmpty() ? QString() : '\n' + linesText(left))
         + (compared.isEmpty() ? QString() : '\n' + linesText(compared));
     return QStringLiteral("%1, step %2, model %3\n\n%4%5")
-               .arg(plan.board->job, plan.boardStep().name, plan.model.name, planText(plan), end)
+               .arg(plan.board->job, plan.boardStep().name, printable(plan.model.name),
+                   planText(plan), end)
         + found;
 }
 
@@ -286,7 +287,7 @@ QString printed(const Options& options, const DrillPlan& plan,
 
 void warn(const QString& message)
 {
-    fprintf(stderr, "%s\n", message.toUtf8().constData());
+    fprintf(stderr, "%s\n", printable(message).toUtf8().constData());
 }
 
 void complain(const QString& message)
@@ -377,7 +378,7 @@ int printModels(HostSession& session)
     openCalculator(session);
     QString text;
     for (const QString& model : session.models(0)) {
-        text += model + '\n';
+        text += printable(model) + '\n';
     }
     return print(text);
 }

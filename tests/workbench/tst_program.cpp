@@ -176,6 +176,11 @@ const Case cases[] = {
     {"mkdir $D/l; touch $D/l/$(printf '\\351'); $B $D/l --csv; s=$?; rm -r $D/l; exit $s", 1, {},
         "brox-workbench: $D/l/\uFFFD:1: the name is not written in UTF-8\n"},
     // What has no size.
+    {"cp -r $D/data $D/n; sed -i 's/ENIG/E\\xc2\\x9b31mN/' $D/n/brox/brox.xml;"
+     " $B --models --data $D/n | head -1; $B $O --csv --model $(printf '\\033x') --data $D/n",
+        1, {"E<U+009b>31mN\n"},
+        "brox-workbench: no model \"␛x\"; there are: E<U+009b>31mN, HASL, Heavy copper, "
+        "Immersion silver, Unplated\n"},
     {"noSize; $B sensor.xml --csv --step board --data $D/n", 1,
         {"\nDrill,Via,60,300,50,50,,,,no-size\n"},
         "brox-workbench: tools without a drill size by model \"ENIG\" and its formula: 9\n"},
