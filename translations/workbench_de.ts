@@ -1137,10 +1137,6 @@ Ihr jetziger Inhalt bleibt als Sicherung erhalten.</translation>
         <translation>Step „%1“: keine Bohrungen, also kein Bohrprogramm</translation>
     </message>
     <message>
-        <source>layer &quot;%1&quot;: the board tells no size of T%2, &quot;%3&quot;</source>
-        <translation>Lage „%1“: die Leiterplatte nennt kein Maß von T%2, „%3“</translation>
-    </message>
-    <message>
         <source>layer &quot;%1&quot;: the tool &quot;%2&quot; of %3 %4 has no drill size by model &quot;%5&quot; and its formula</source>
         <translation>Lage „%1“: das Werkzeug „%2“ von %3 %4 hat nach Modell „%5“ und dessen Formel kein Bohrmaß</translation>
     </message>
@@ -1348,14 +1344,6 @@ Ihr jetziger Inhalt bleibt als Sicherung erhalten.</translation>
     <message>
         <source> from %1 mm</source>
         <translation> ab %1 mm</translation>
-    </message>
-    <message>
-        <source>%1%2: %3 where the board tells no tolerance</source>
-        <translation>%1%2: %3, wo die Leiterplatte keine Toleranz nennt</translation>
-    </message>
-    <message>
-        <source>plated up to %1 mm: vias where the board does not tell them apart</source>
-        <translation>metallisiert bis %1 mm: Vias, wo die Leiterplatte sie nicht unterscheidet</translation>
     </message>
     <message>
         <source>an arc whose ends are not equally far from its centre</source>
@@ -1856,6 +1844,66 @@ Ihr jetziger Inhalt bleibt als Sicherung erhalten.</translation>
     <message>
         <source>drill sizes of one board are compared with finished sizes: %1 holes</source>
         <translation>Bohrmaße der einen Leiterplatte sind mit Endmaßen der anderen verglichen: %1 Bohrungen</translation>
+    </message>
+    <message>
+        <source>%1%2: %3 where the board specifies no tolerance</source>
+        <translation>%1%2: %3, wo die Leiterplatte keine Toleranz angibt</translation>
+    </message>
+    <message>
+        <source>plated up to %1 mm: vias where the board does not distinguish them</source>
+        <translation>metallisiert bis %1 mm: Vias, wo die Leiterplatte sie nicht unterscheidet</translation>
+    </message>
+    <message>
+        <source>layer &quot;%1&quot;: the board specifies no size of T%2, &quot;%3&quot;</source>
+        <translation>Lage „%1“: die Leiterplatte gibt kein Maß von T%2 an, „%3“</translation>
+    </message>
+    <message>
+        <source>same-place</source>
+        <translation>gleiche Stelle</translation>
+    </message>
+    <message>
+        <source>overlap</source>
+        <translation>Überlappung</translation>
+    </message>
+    <message>
+        <source>too-near</source>
+        <translation>Abstand</translation>
+    </message>
+    <message>
+        <source>outside</source>
+        <translation>außerhalb</translation>
+    </message>
+    <message>
+        <source>edge</source>
+        <translation>Randabstand</translation>
+    </message>
+    <message>
+        <source>too-large</source>
+        <translation>Bohrergröße</translation>
+    </message>
+    <message>
+        <source>short-slot</source>
+        <translation>Langlochlänge</translation>
+    </message>
+    <message>
+        <source>aspect</source>
+        <translation>Aspektverhältnis</translation>
+    </message>
+    <message>
+        <source>window</source>
+        <translation>Toleranzbereich</translation>
+    </message>
+    <message>
+        <source>closing</source>
+        <translation>Verengung</translation>
+    </message>
+    <message>
+        <source>count</source>
+        <translation>Hubzahl</translation>
+    </message>
+    <message>
+        <source>scale</source>
+        <translation>Maßstab</translation>
     </message>
 </context>
 <context>

@@ -325,7 +325,7 @@ void checkRows(const DrillPlan& plan)
     for (const PlanRow& row : plan.rows) {
         if (row.finishedSize == 0 && !row.drillSize) {
             throw OutputError(
-                PlanText::tr("layer \"%1\": the board tells no size of T%2, \"%3\"")
+                PlanText::tr("layer \"%1\": the board specifies no size of T%2, \"%3\"")
                     .arg(plan.layers[row.layer].name, QString::number(plan.tool(row).tool->number),
                         spoken(typeWord(row.type, row.isSlot))));
         }

@@ -165,7 +165,7 @@ QStringList skippedLines(const CheckFindings& findings)
         if (known == reasons.end()) {
             known = reasons.insert(reasons.end(), {skipped.reason, {}});
         }
-        known->second << checkWord(skipped.check);
+        known->second << spoken(checkWord(skipped.check));
     }
     QStringList lines;
     for (const auto& [reason, checks] : reasons) {

@@ -347,11 +347,11 @@ QStringList ShopRules::lines() const
     for (const ToleranceRule& rule : tolerances) {
         const QString band =
             rule.from == 0 ? QString() : PlanText::tr(" from %1 mm").arg(numberText(rule.from));
-        lines << PlanText::tr("%1%2: %3 where the board tells no tolerance")
+        lines << PlanText::tr("%1%2: %3 where the board specifies no tolerance")
                      .arg(spoken(typeKey(rule.type)), band, toleranceText(rule.tolerance));
     }
     if (viasUpTo > 0) {
-        lines << PlanText::tr("plated up to %1 mm: vias where the board does not tell them apart")
+        lines << PlanText::tr("plated up to %1 mm: vias where the board does not distinguish them")
                      .arg(numberText(viasUpTo));
     }
     return lines;

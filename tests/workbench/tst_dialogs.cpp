@@ -216,7 +216,7 @@ private slots:
         QCOMPARE(mSession->selectedModel(0), "Gold");
         QVERIFY(loadRules(mFolder->path()) == mWindow->job().rules);
         QVERIFY(mWindow->job().rules.lines().join('\n').startsWith(
-            "plated: -0.1/+0.3 mm where the board tells no tolerance\nnonplated: -0.05/"));
+            "plated: -0.1/+0.3 mm where the board specifies no tolerance\nnonplated: -0.05/"));
         QCOMPARE(mWindow->job().rules.viasUpTo, Size(0.3 * sizePerMillimetre));
         CheckLimits limits = ShopRules::starter().checks;
         limits.aspectRatio = 8.5;
