@@ -284,9 +284,10 @@ public:
     {
         constexpr qint64 step = 10'000;
         if (++mDone % step == 0) {
-            tell(mProgress, mDone, mTotal);
+            report();
         }
     }
+    void report() const { tell(mProgress, mDone, mTotal); }
 
 private:
     const Progress& mProgress;
@@ -303,6 +304,7 @@ void writeTool(ExcellonWriter& writer, const ProgramTool& tool, const ToolHits& 
         slotStarts.push_back(path->start);
     }
     writer.line(toolName(tool));
+    count.report(); // many hits take a moment to be put in order
     for (const std::uint32_t index : sweepOrder(holes)) {
         writer.hole(holes[index]);
         count.add();

@@ -11,8 +11,8 @@
 #include "live_plan.h"
 #include "messages.h"
 
+#include <QApplication>
 #include <QCheckBox>
-#include <QCoreApplication>
 #include <QDir>
 #include <QFileDialog>
 #include <QLayout>
@@ -200,6 +200,7 @@ void ExportMenu::write(const char* key, const QString& path, Write writeFiles)
     QProgressDialog progress(tr("Writing %1").arg(path), tr("Cancel"), 0, 0, parentWidget());
     progress.setWindowModality(Qt::WindowModal);
     progress.setMinimumDuration(longWriting);
+    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents); // the dialog before is gone
     try {
         const DrillPlan plan = mWithFewestTools // the window lives on meanwhile
             ? mLive.withFewestTools().value_or(*shown)
@@ -254,7 +255,7 @@ BitsMenu::BitsMenu(const QString& dataDir, std::function<bool(const std::functio
     addAction(tr("&Export..."), this, &BitsMenu::exportBits);
     QMenu* ready = addMenu(tr("&Ready Sets"));
     for (const ReadySet& set : readySets()) {
-        ready->addAction(QCoreApplication::translate("ReadySet", set.name), this,
+        ready->addAction(QApplication::translate("ReadySet", set.name), this,
             [this, key = QLatin1String(set.key)] {
                 guard([&] { replace(QStringLiteral("ready:") + key); });
             });

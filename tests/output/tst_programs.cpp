@@ -252,7 +252,7 @@ private slots:
         const DrillPlan plan = planOf(board, 0, Units::Metric);
         QVERIFY_EXCEPTION_THROWN(
             addDrillPrograms(plan, folder.path(), files, progress), BoardCancelled);
-        QCOMPARE(reports, QList<qint64>({0, 20'000, 10'000, 20'000}));
+        QCOMPARE(reports.last(2), QList<qint64>({10'000, 20'000}));
     }
 
     /** Each hole and slot is found on the map where it is drilled, and painted nowhere else. */
