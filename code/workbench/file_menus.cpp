@@ -79,6 +79,25 @@ bool mayOverwrite(const QString& folder, const FileSet& files)
         == 0;
 }
 
+/** What was written, and what the user should know of it. */
+QString writtenText(const DrillPlan& plan, const FileSet& files)
+{
+    QString text =
+        ExportMenu::tr("Written with model %1: %2").arg(plan.model.name, files.paths().join(", "));
+    if (plan.model.unsaved || plan.model.isOlder) {
+        text += ExportMenu::tr(" (models and bits: %1)").arg(spoken(fileState(plan.model)));
+    }
+    if (plan.toolCount() < plan.toolsBefore()) {
+        text += ExportMenu::tr(" (%1 tools instead of %2)")
+                    .arg(plan.toolCount())
+                    .arg(plan.toolsBefore());
+    }
+    if (const qsizetype alarming = alarmingRows(plan)) {
+        text += ExportMenu::tr(" (%n row(s) to check)", "", int(alarming));
+    }
+    return text;
+}
+
 bool mayRemove(const QString& folder, const QStringList& stale)
 {
     return !stale.isEmpty()
@@ -193,6 +212,7 @@ void ExportMenu::exportFile(const QString& title, const char* key, const QString
 
 void ExportMenu::write(const char* key, const QString& path, Write writeFiles)
 {
+    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents); // the dialog before goes
     const DrillPlan* shown = current();
     if (!shown) {
         return;
@@ -200,7 +220,6 @@ void ExportMenu::write(const char* key, const QString& path, Write writeFiles)
     QProgressDialog progress(tr("Writing %1").arg(path), tr("Cancel"), 0, 0, parentWidget());
     progress.setWindowModality(Qt::WindowModal);
     progress.setMinimumDuration(longWriting);
-    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents); // the dialog before is gone
     try {
         const DrillPlan plan = mWithFewestTools // the window lives on meanwhile
             ? mLive.withFewestTools().value_or(*shown)
@@ -224,19 +243,7 @@ void ExportMenu::write(const char* key, const QString& path, Write writeFiles)
         }
         QSettings().setValue(
             QStringLiteral("export/%1").arg(key), QFileInfo(files.paths().value(0)).absolutePath());
-        QString message =
-            tr("Written with model %1: %2").arg(plan.model.name, files.paths().join(", "));
-        if (plan.model.unsaved || plan.model.isOlder) {
-            message += tr(" (models and bits: %1)").arg(spoken(fileState(plan.model)));
-        }
-        if (plan.toolCount() < plan.toolsBefore()) {
-            message +=
-                tr(" (%1 tools instead of %2)").arg(plan.toolCount()).arg(plan.toolsBefore());
-        }
-        if (const qsizetype alarming = alarmingRows(plan)) {
-            message += tr(" (%n row(s) to check)", "", int(alarming));
-        }
-        emit exported((QStringList(message) + files.notes()).join("; "));
+        emit exported((QStringList(writtenText(plan, files)) + files.notes()).join("; "));
     } catch (const BoardCancelled&) {
         emit exported(tr("Export cancelled: nothing was written to %1").arg(path));
     } catch (const std::exception& error) {
