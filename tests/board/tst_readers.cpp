@@ -594,6 +594,10 @@ private slots:
             const Board board = readBoard({mFolder.filePath("outline")});
             QCOMPARE(board.notes.mid(2).join('\n'), note);
         }
+        write("outline/d.drl", program("T1\n" + square(2, 150000), "INCH\nT1C.04"));
+        write("outline/o.gbr", outline("0", "400000"));
+        const QString likely = outcome({mFolder.filePath("outline")});
+        QVERIFY2(likely.contains(" 38.1,38.1 [2:5, leading zeros left out]"), qPrintable(likely));
     }
 
     /** Sizes, digits, zeros, plating, tolerances and layers by the lists of each program. */
