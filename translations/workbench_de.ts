@@ -1905,6 +1905,10 @@ Ihr jetziger Inhalt bleibt als Sicherung erhalten.</translation>
         <source>scale</source>
         <translation>Maßstab</translation>
     </message>
+    <message>
+        <source>the image can&apos;t be made</source>
+        <translation>das Bild lässt sich nicht erzeugen</translation>
+    </message>
 </context>
 <context>
     <name>Question</name>

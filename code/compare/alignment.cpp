@@ -23,6 +23,20 @@ bool isNear(Place a, Place b, Size within)
     return dx * dx + dy * dy <= double(within) * within;
 }
 
+/** Whether a hit of another board of the same size lies where a place is. */
+bool hasLike(const ComparedTool& tool, Place place, const ComparedBoard& other,
+    const PlaceIndex& index, Size within)
+{
+    bool has = false;
+    index.visit(place, [&](std::uint32_t hit) {
+        const ComparedTool& others = other.tool(hit);
+        has = has
+            || (others.isSlot == tool.isSlot && isSameSize(others.size, tool.size)
+                && isNear(other.places[hit], place, within));
+    });
+    return has;
+}
+
 /** Null if the place lies where no number of 32 bits reaches. */
 std::optional<Place> moved(Place place, Place move)
 {
@@ -277,19 +291,6 @@ private:
 };
 
 } // namespace
-
-bool hasLike(const ComparedTool& tool, Place place, const ComparedBoard& other,
-    const PlaceIndex& index, Size within)
-{
-    bool has = false;
-    index.visit(place, [&](std::uint32_t hit) {
-        const ComparedTool& others = other.tool(hit);
-        has = has
-            || (others.isSlot == tool.isSlot && isSameSize(others.size, tool.size)
-                && isNear(other.places[hit], place, within));
-    });
-    return has;
-}
 
 Alignment align(
     const ComparedBoard& board, const ComparedBoard& other, const PlaceIndex& index, Size within)

@@ -24,10 +24,6 @@ struct Alignment
 Alignment align(
     const ComparedBoard& board, const ComparedBoard& other, const PlaceIndex& index, Size within);
 
-/** Whether a hit of another board of the same size lies where a place is. */
-bool hasLike(const ComparedTool& tool, Place place, const ComparedBoard& other,
-    const PlaceIndex& index, Size within);
-
 } // namespace brox
 
 #endif

@@ -77,6 +77,23 @@ bool isOnLine(const Path& a, const Path& b, Size within)
         && distanceFromLine(b.start, a) <= within && distanceFromLine(b.end(), a) <= within;
 }
 
+/** How the slots of two boards relate. */
+enum class SlotRelation
+{
+    Alike, ///< the same way, in either direction
+    OfOtherLength, ///< straight, and one on the other
+    Different
+};
+
+SlotRelation slotRelation(const Path& a, const Path& b, Size within)
+{
+    if (a.segments.size() == b.segments.size()
+        && (isSameWay(a, b, within, false) || isSameWay(a, b, within, true))) {
+        return SlotRelation::Alike;
+    }
+    return isOnLine(a, b, within) ? SlotRelation::OfOtherLength : SlotRelation::Different;
+}
+
 /** The spans of a board's tools, numbered; -1 for a tool without one. */
 std::vector<int> numberSpans(const ComparedBoard& board, std::vector<Span>& spans)
 {
@@ -118,15 +135,6 @@ bool areNumbers(const QSet<QString>& names)
 bool isSameSize(Size a, Size b)
 {
     return std::abs(qint64(a) - b) <= sizeRounding;
-}
-
-SlotRelation slotRelation(const Path& a, const Path& b, Size within)
-{
-    if (a.segments.size() == b.segments.size()
-        && (isSameWay(a, b, within, false) || isSameWay(a, b, within, true))) {
-        return SlotRelation::Alike;
-    }
-    return isOnLine(a, b, within) ? SlotRelation::OfOtherLength : SlotRelation::Different;
 }
 
 SpanMap::SpanMap(const ComparedBoard& board, const ComparedBoard& other, const PlaceIndex& index)

@@ -14,16 +14,6 @@ constexpr Size farthestMove = sizePerMillimetre / 2;
 
 bool isSameSize(Size a, Size b);
 
-/** How the slots of two boards relate. */
-enum class SlotRelation
-{
-    Alike, ///< the same way, in either direction
-    OfOtherLength, ///< straight, and one on the other
-    Different
-};
-
-SlotRelation slotRelation(const Path& a, const Path& b, Size within);
-
 /** Which spans of two boards are the same. Boards name copper layers, or number them. */
 class SpanMap
 {

@@ -414,7 +414,9 @@ void writePng(QIODevice& file, const DrillMap& map, const Progress& progress)
     painter.scale(scale, scale);
     paintColumn(painter, map, 0, map.sheetCount(), progress);
     painter.end();
-    image.save(&file, "PNG");
+    if (!image.save(&file, "PNG")) {
+        throw OutputError(PlanText::tr("the image can't be made"));
+    }
 }
 
 void writePdf(QIODevice& file, const DrillMap& map, const QString& title, const Progress& progress)

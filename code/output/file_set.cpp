@@ -97,7 +97,63 @@ void FileLock::release()
     }
 }
 
-Staging::Staging(const QString& folder)
+/** The folder ".brox-writing" beside the places of files, in which they are made ready.
+ *
+ * release() is the moment from which on the new files count: what a killed process has released is
+ * put in place by the next one that stages in the same folder, and everything else that it left is
+ * cleared away. One process at a time has the folder. Functions throw
+ * std::filesystem::filesystem_error.
+ */
+class FileSet::Staging
+{
+public:
+    /** Takes the folder and sees to what a killed process left in it.
+     *
+     * @param folder  exists
+     * @throws OutputError  if it can't be made, or another process keeps it
+     */
+    explicit Staging(const QString& folder);
+
+    /** Clears the folder away, unless released files are left in it. */
+    ~Staging();
+    Q_DISABLE_COPY_MOVE(Staging)
+
+    /** What a killed process had left and what became of it, in one line; empty: nothing. */
+    QString note() const { return mNote; }
+
+    /** Where a new file is to be written, by its name. */
+    QString pathOfNew(const QString& name) const { return inside("new", name); }
+
+    /** Gives the file that bears a name by now a second one, if there is such a file. */
+    void keepOld(const QString& name) const;
+
+    void release() const;
+
+    /** Puts a released file in its place. */
+    void place(const QString& name) const;
+
+    /** Takes it back; what was there before is there again. */
+    void putBack(const QString& name) const;
+
+    /** Released files that were all put back count no more. */
+    void withdraw() const;
+
+    /** Files that are in place are so on the disk too. */
+    void sync() const;
+
+private:
+    void lock();
+    void finish();
+    void clear() const;
+    QString inside(const char* part, const QString& name = {}) const;
+
+    QString mFolder;
+    QString mPath;
+    FileLock mLock;
+    QString mNote;
+};
+
+FileSet::Staging::Staging(const QString& folder)
     : mFolder(folder)
     , mPath(QDir(folder).filePath(stagingName))
 {
@@ -112,7 +168,7 @@ Staging::Staging(const QString& folder)
     }
 }
 
-Staging::~Staging()
+FileSet::Staging::~Staging()
 {
     if (QDir(inside(releasedPart)).isEmpty(anyFile)) {
         try {
@@ -125,18 +181,18 @@ Staging::~Staging()
     QDir().rmdir(mPath); // in vain if another has taken it by now
 }
 
-QString Staging::tidy(const QString& folder)
+QString FileSet::tidy(const QString& folder)
 {
     return QFileInfo::exists(QDir(folder).filePath(stagingName)) ? Staging(folder).note()
                                                                  : QString();
 }
 
-QString Staging::inside(const char* part, const QString& name) const
+QString FileSet::Staging::inside(const char* part, const QString& name) const
 {
     return mPath + '/' + QLatin1String(part) + (name.isEmpty() ? QString() : '/' + name);
 }
 
-void Staging::lock()
+void FileSet::Staging::lock()
 {
     for (;;) {
         fs::create_directory(native(mPath));
@@ -155,7 +211,7 @@ void Staging::lock()
 }
 
 /** Puts in place what a killed process had released. */
-void Staging::finish()
+void FileSet::Staging::finish()
 {
     QStringList placed;
     QStringList dropped;
@@ -181,7 +237,7 @@ void Staging::finish()
     mNote = parts.isEmpty() ? QString() : begin + "; " + parts.join("; ");
 }
 
-void Staging::clear() const
+void FileSet::Staging::clear() const
 {
     for (const char* part : {releasedPart, newPart, oldPart}) {
         fs::remove_all(native(inside(part)));
@@ -189,7 +245,7 @@ void Staging::clear() const
 }
 
 /** Where the file system knows no second names it is a copy. */
-void Staging::keepOld(const QString& name) const
+void FileSet::Staging::keepOld(const QString& name) const
 {
     const QString place = QDir(mFolder).filePath(name);
     if (!QFileInfo::exists(place)) {
@@ -202,19 +258,19 @@ void Staging::keepOld(const QString& name) const
     }
 }
 
-void Staging::release() const
+void FileSet::Staging::release() const
 {
     syncFolder(inside(newPart));
     fs::rename(native(inside(newPart)), native(inside(releasedPart)));
     syncFolder(mPath);
 }
 
-void Staging::place(const QString& name) const
+void FileSet::Staging::place(const QString& name) const
 {
     fs::rename(native(inside(releasedPart, name)), native(QDir(mFolder).filePath(name)));
 }
 
-void Staging::putBack(const QString& name) const
+void FileSet::Staging::putBack(const QString& name) const
 {
     const fs::path place = native(QDir(mFolder).filePath(name));
     // Should it end here, the next one finishes the new files, of which none may be missing.
@@ -224,14 +280,14 @@ void Staging::putBack(const QString& name) const
     }
 }
 
-void Staging::withdraw() const
+void FileSet::Staging::withdraw() const
 {
     if (QFileInfo::exists(inside(releasedPart))) {
         fs::rename(native(inside(releasedPart)), native(inside(newPart)));
     }
 }
 
-void Staging::sync() const
+void FileSet::Staging::sync() const
 {
     syncFolder(mFolder);
 }
@@ -254,6 +310,8 @@ void tell(const Progress& progress, qint64 done, qint64 total)
         throw BoardCancelled();
     }
 }
+
+FileSet::FileSet() = default;
 
 FileSet::~FileSet()
 {

@@ -57,68 +57,6 @@ private:
     int mFile = -1;
 };
 
-/** The folder ".brox-writing" beside the places of files, in which they are made ready.
- *
- * release() is the moment from which on the new files count: what a killed process has released is
- * put in place by the next one that stages in the same folder, and everything else that it left is
- * cleared away. One process at a time has the folder. Functions throw
- * std::filesystem::filesystem_error.
- */
-class Staging
-{
-public:
-    /** Takes the folder and sees to what a killed process left in it.
-     *
-     * @param folder  exists
-     * @throws OutputError  if it can't be made, or another process keeps it
-     */
-    explicit Staging(const QString& folder);
-
-    /** Clears the folder away, unless released files are left in it. */
-    ~Staging();
-    Q_DISABLE_COPY_MOVE(Staging)
-
-    /** Sees to what a killed process left in a folder.
-     *
-     * @return as note()
-     */
-    static QString tidy(const QString& folder);
-
-    /** What a killed process had left and what became of it, in one line; empty: nothing. */
-    QString note() const { return mNote; }
-
-    /** Where a new file is to be written, by its name. */
-    QString pathOfNew(const QString& name) const { return inside("new", name); }
-
-    /** Gives the file that bears a name by now a second one, if there is such a file. */
-    void keepOld(const QString& name) const;
-
-    void release() const;
-
-    /** Puts a released file in its place. */
-    void place(const QString& name) const;
-
-    /** Takes it back; what was there before is there again. */
-    void putBack(const QString& name) const;
-
-    /** Released files that were all put back count no more. */
-    void withdraw() const;
-
-    /** Files that are in place are so on the disk too. */
-    void sync() const;
-
-private:
-    void lock();
-    void finish();
-    void clear() const;
-    QString inside(const char* part, const QString& name = {}) const;
-
-    QString mFolder;
-    QString mPath;
-    FileLock mLock;
-    QString mNote;
-};
-
 /** Reports how much of the work is done.
  *
  * @throws BoardCancelled  if the user wants no more of it
@@ -133,7 +71,7 @@ void tell(const Progress& progress, qint64 done, qint64 total);
 class FileSet
 {
 public:
-    FileSet() = default;
+    FileSet();
     ~FileSet();
     Q_DISABLE_COPY_MOVE(FileSet)
 
@@ -160,7 +98,15 @@ public:
     /** What killed processes had left in the folders, and what became of it: a line each. */
     const QStringList& notes() const { return mNotes; }
 
+    /** Sees to what a killed process left in a folder, which exists.
+     *
+     * @return what became of it, in one line; empty: nothing
+     * @throws OutputError
+     */
+    static QString tidy(const QString& folder);
+
 private:
+    class Staging;
     struct File
     {
         QString path;

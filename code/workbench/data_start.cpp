@@ -78,7 +78,7 @@ void DataStart::clearUp()
 {
     for (const char* folder : {"brox", "backups"}) {
         try {
-            mNotes << Staging::tidy(QDir(mDataDir).filePath(folder));
+            mNotes << FileSet::tidy(QDir(mDataDir).filePath(folder));
         } catch (const OutputError&) {
             // Somebody is at work there.
         }
