@@ -116,34 +116,8 @@ std::optional<TypeChoice> typeChoice(const QJsonObject& json, const Board& board
     return std::nullopt;
 }
 
-} // namespace
-
-QString BoardChoices::text() const
-{
-    QStringList parts;
-    if (!types.isEmpty()) {
-        parts << ChoicesText::tr("types of %n tool(s)", "", int(types.size()));
-    }
-    for (const auto& [layer, areDrillSizes] : drillSizes) {
-        parts << (areDrillSizes ? ChoicesText::tr("drill sizes in %1").arg(layer)
-                                : ChoicesText::tr("finished sizes in %1").arg(layer));
-    }
-    for (auto step = steps.begin(); step != steps.end(); ++step) {
-        QStringList chosen;
-        if (!step->model.isEmpty()) {
-            chosen << ChoicesText::tr("model %1").arg(step->model);
-        }
-        if (step->units) {
-            chosen << (*step->units == Units::Inch ? ChoicesText::tr("mils")
-                                                   : ChoicesText::tr("microns"));
-        }
-        parts << ChoicesText::tr("step %1: %2").arg(step.key(), chosen.join(", "));
-    }
-    return parts.isEmpty()
-        ? QString()
-        : ChoicesText::tr("Chosen before for this board: %1").arg(parts.join("; "));
-}
-
+/** The file of a data folder that keeps the choices for a board, by the board's name and content:
+ *  a board that has changed is another one. */
 QString choicesPath(const QString& dataDir, const Board& board)
 {
     QString name = board.job;
@@ -152,6 +126,7 @@ QString choicesPath(const QString& dataDir, const Board& board)
                                       .arg(name.left(64), QString::fromLatin1(markOf(board))));
 }
 
+/** Choices as they were kept; none if there is no such file, or one that can't be read. */
 BoardChoices loadChoices(const QString& path, const Board& board)
 {
     QFile file(path);
@@ -183,6 +158,10 @@ BoardChoices loadChoices(const QString& path, const Board& board)
     return choices;
 }
 
+/** Keeps choices; without any there is no file.
+ *
+ * @return what went wrong, or an empty text
+ */
 QString saveChoices(const QString& path, const Board& board, const BoardChoices& choices)
 {
     if (choices.isEmpty()) {
@@ -208,6 +187,34 @@ QString saveChoices(const QString& path, const Board& board, const BoardChoices&
         QJsonDocument(QJsonObject{{"types", typesJson(board, choices.types)}, {"sizes", sizes},
                           {"steps", steps}})
             .toJson());
+}
+
+} // namespace
+
+QString BoardChoices::text() const
+{
+    QStringList parts;
+    if (!types.isEmpty()) {
+        parts << ChoicesText::tr("types of %n tool(s)", "", int(types.size()));
+    }
+    for (const auto& [layer, areDrillSizes] : drillSizes) {
+        parts << (areDrillSizes ? ChoicesText::tr("drill sizes in %1").arg(layer)
+                                : ChoicesText::tr("finished sizes in %1").arg(layer));
+    }
+    for (auto step = steps.begin(); step != steps.end(); ++step) {
+        QStringList chosen;
+        if (!step->model.isEmpty()) {
+            chosen << ChoicesText::tr("model %1").arg(step->model);
+        }
+        if (step->units) {
+            chosen << (*step->units == Units::Inch ? ChoicesText::tr("mils")
+                                                   : ChoicesText::tr("microns"));
+        }
+        parts << ChoicesText::tr("step %1: %2").arg(step.key(), chosen.join(", "));
+    }
+    return parts.isEmpty()
+        ? QString()
+        : ChoicesText::tr("Chosen before for this board: %1").arg(parts.join("; "));
 }
 
 OpenJob::OpenJob(HostSession& session, StepTabs& tabs)

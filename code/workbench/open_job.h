@@ -34,19 +34,6 @@ struct BoardChoices
     QString text() const;
 };
 
-/** The file of a data folder that keeps the choices for a board, by the board's name and content:
- *  a board that has changed is another one. */
-QString choicesPath(const QString& dataDir, const Board& board);
-
-/** Choices as they were kept; none if there is no such file, or one that can't be read. */
-BoardChoices loadChoices(const QString& path, const Board& board);
-
-/** Keeps choices; without any there is no file.
- *
- * @return what went wrong, or an empty text
- */
-QString saveChoices(const QString& path, const Board& board, const BoardChoices& choices);
-
 /** The board that the window has open, with the rules and choices that act on it. Any change makes
  *  another job, whose drafts go to the session while the viewers are closed. */
 class OpenJob
