@@ -18,6 +18,13 @@ namespace {
 
 constexpr char english[] = "en"; // what the sources say
 
+/** The languages that there are catalogues for, by code, such as "de"; "en" is always one. */
+QStringList languages()
+{
+    QStringList names = QDir(sharePath("translations")).entryList({"brox_*.qm"}, QDir::Files);
+    return names.replaceInStrings("brox_", "").replaceInStrings(".qm", "") << english;
+}
+
 void install(const QString& path)
 {
     auto* translator = new QTranslator(QCoreApplication::instance());
@@ -65,12 +72,6 @@ QString nearWord(const QString& name, const QStringList& known)
 }
 
 } // namespace
-
-QStringList languages()
-{
-    QStringList names = QDir(sharePath("translations")).entryList({"brox_*.qm"}, QDir::Files);
-    return names.replaceInStrings("brox_", "").replaceInStrings(".qm", "") << english;
-}
 
 QString systemLanguage()
 {

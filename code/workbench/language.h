@@ -7,9 +7,6 @@
 
 namespace brox {
 
-/** The languages that there are catalogues for, by code, such as "de"; "en" is always one. */
-QStringList languages();
-
 /** The first language of the system's that there is a catalogue for. */
 QString systemLanguage();
 

@@ -16,8 +16,7 @@ namespace {
 
 constexpr int settlingTime = 200; ///< milliseconds in which a save of several files is done
 
-} // namespace
-
+/** Whether the focus is in the editor of a cell. */
 bool isTypingIntoCell()
 {
     const QWidget* focus = QApplication::focusWidget();
@@ -29,6 +28,8 @@ bool isTypingIntoCell()
     }
     return false;
 }
+
+} // namespace
 
 LivePlan::LivePlan(HostSession& session, const StepTabs& tabs)
     : mSession(session)

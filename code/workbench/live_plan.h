@@ -76,9 +76,6 @@ private:
     QString mFault;
 };
 
-/** Whether the focus is in the editor of a cell. */
-bool isTypingIntoCell();
-
 /** Hears of changes to the files of a data folder, whoever made them. */
 class DataWatch : public QObject
 {

@@ -53,25 +53,6 @@ QStringList localFiles(const QMimeData* data)
     return paths;
 }
 
-bool copyOrSelect(QAbstractItemView* view, const QKeyEvent* key)
-{
-    if (key->matches(QKeySequence::Copy)) {
-        const QString text = selectionText(view);
-        if (!text.isEmpty()) {
-            QApplication::clipboard()->setText(text);
-        }
-        return !text.isEmpty();
-    }
-    if (!key->matches(QKeySequence::SelectAll)) {
-        return false;
-    }
-    if (view->selectionMode() == QAbstractItemView::SingleSelection) {
-        view->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    }
-    view->selectAll();
-    return true;
-}
-
 bool isHidden(const QAbstractItemView* view, const QModelIndex& index)
 {
     const auto* table = qobject_cast<const QTableView*>(view);
@@ -92,6 +73,62 @@ QString cellText(const QAbstractItemView* view, const QModelIndex& index)
         text = check.toInt() == Qt::Checked ? QStringLiteral("yes") : QStringLiteral("no");
     }
     return text.simplified();
+}
+
+/** The selected cells of a table or list with their headers, cells parted by tabs, for a
+ *  spreadsheet; empty if none is selected. Rows that a filter hides are left out, and so are
+ *  columns without a selected cell. */
+QString selectionText(const QAbstractItemView* view)
+{
+    // Rows of a tree lie below different parents: they come in the order of the view.
+    std::map<std::pair<int, int>, std::map<int, QString>> rows;
+    std::set<int> columns;
+    if (!view->selectionModel()) {
+        return {};
+    }
+    for (const QModelIndex& index : view->selectionModel()->selectedIndexes()) {
+        if (!isHidden(view, index)) {
+            const int parent = index.parent().isValid() ? index.parent().row() : -1;
+            rows[{parent, index.row()}][index.column()] = cellText(view, index);
+            columns.insert(index.column());
+        }
+    }
+    QStringList lines;
+    QStringList line;
+    for (const int column : columns) {
+        line << view->model()->headerData(column, Qt::Horizontal).toString();
+    }
+    if (!rows.empty()) {
+        lines << line.join('\t');
+    }
+    for (const auto& [place, cells] : rows) {
+        line.clear();
+        for (const int column : columns) {
+            const auto cell = cells.find(column);
+            line << (cell == cells.end() ? QString() : cell->second);
+        }
+        lines << line.join('\t');
+    }
+    return lines.isEmpty() ? QString() : lines.join('\n') + '\n';
+}
+
+bool copyOrSelect(QAbstractItemView* view, const QKeyEvent* key)
+{
+    if (key->matches(QKeySequence::Copy)) {
+        const QString text = selectionText(view);
+        if (!text.isEmpty()) {
+            QApplication::clipboard()->setText(text);
+        }
+        return !text.isEmpty();
+    }
+    if (!key->matches(QKeySequence::SelectAll)) {
+        return false;
+    }
+    if (view->selectionMode() == QAbstractItemView::SingleSelection) {
+        view->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    }
+    view->selectAll();
+    return true;
 }
 
 } // namespace
@@ -158,40 +195,6 @@ bool WindowFilter::takeDrop(QObject* watched, QDropEvent* event)
             this, [this, paths] { emit dropped(paths); }, Qt::QueuedConnection);
     }
     return true;
-}
-
-QString selectionText(const QAbstractItemView* view)
-{
-    // Rows of a tree lie below different parents: they come in the order of the view.
-    std::map<std::pair<int, int>, std::map<int, QString>> rows;
-    std::set<int> columns;
-    if (!view->selectionModel()) {
-        return {};
-    }
-    for (const QModelIndex& index : view->selectionModel()->selectedIndexes()) {
-        if (!isHidden(view, index)) {
-            const int parent = index.parent().isValid() ? index.parent().row() : -1;
-            rows[{parent, index.row()}][index.column()] = cellText(view, index);
-            columns.insert(index.column());
-        }
-    }
-    QStringList lines;
-    QStringList line;
-    for (const int column : columns) {
-        line << view->model()->headerData(column, Qt::Horizontal).toString();
-    }
-    if (!rows.empty()) {
-        lines << line.join('\t');
-    }
-    for (const auto& [place, cells] : rows) {
-        line.clear();
-        for (const int column : columns) {
-            const auto cell = cells.find(column);
-            line << (cell == cells.end() ? QString() : cell->second);
-        }
-        lines << line.join('\t');
-    }
-    return lines.isEmpty() ? QString() : lines.join('\n') + '\n';
 }
 
 } // namespace brox

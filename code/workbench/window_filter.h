@@ -6,7 +6,6 @@
 #include <QString>
 #include <QStringList>
 
-class QAbstractItemView;
 class QDropEvent;
 class QWidget;
 
@@ -39,13 +38,6 @@ private:
 
     QWidget* mWindow;
 };
-
-/** The selected cells of a table or list with their headers, cells parted by tabs, for a
- *  spreadsheet. Rows that a filter hides are left out, and so are columns without a selected cell.
- *
- * @return an empty text if nothing is selected
- */
-QString selectionText(const QAbstractItemView* view);
 
 } // namespace brox
 
