@@ -10,6 +10,7 @@
 #include <array>
 #include <cmath>
 #include <limits>
+#include <set>
 
 namespace brox {
 
@@ -247,6 +248,31 @@ private:
     QPainterPath mPath;
 };
 
+/** Lets one of many marks through that lie on each other but for a part of their size. */
+class MarkFilter
+{
+public:
+    MarkFilter(const QRectF& area, double radius)
+        : mArea(area.adjusted(-radius, -radius, radius, radius))
+        , mCell(radius / 4)
+    { }
+
+    bool isSeen(QPointF at) { return isSeen(at, at); }
+
+    /** Of a mark that goes from one place to another. */
+    bool isSeen(QPointF from, QPointF at)
+    {
+        const QPointF cell = (at - mArea.topLeft()) / mCell;
+        return (mArea.contains(from) || mArea.contains(at))
+            && mTaken.emplace(qint64(cell.x()), qint64(cell.y())).second;
+    }
+
+private:
+    QRectF mArea;
+    double mCell;
+    std::set<std::pair<qint64, qint64>> mTaken;
+};
+
 void addLine(QPainterPath& path, QPointF from, QPointF to)
 {
     path.moveTo(from);
@@ -303,22 +329,23 @@ ComparisonMarks marksOf(const DrillPlan& plan, const QString& layer)
 void paintMarks(QPainter& painter, const ComparisonMarks& marks,
     const std::function<QPointF(Place)>& at, const QRectF& seen, double radius)
 {
-    const QRectF area = seen.adjusted(-radius, -radius, radius, radius);
     painter.save();
     {
+        MarkFilter ends(seen, radius);
         Strokes lines(painter, QColor(0x1f, 0x4e, 0xd8), radius);
         for (const auto& [from, to] : marks.moved) {
             const QPointF end = at(to);
-            if (area.contains(at(from)) || area.contains(end)) {
+            if (ends.isSeen(at(from), end)) {
                 addLine(lines.path(), at(from), end);
                 lines.path().addEllipse(end, radius / 2, radius / 2);
             }
         }
     }
     {
+        MarkFilter middles(seen, radius);
         Strokes crosses(painter, QColor(0xd0, 0x10, 0x10), radius);
         for (const Place& place : marks.removed) {
-            if (const QPointF middle = at(place); area.contains(middle)) {
+            if (const QPointF middle = at(place); middles.isSeen(middle)) {
                 const QPointF arm(0.7 * radius, 0.7 * radius);
                 const QPointF other(arm.x(), -arm.y());
                 addLine(crosses.path(), middle - arm, middle + arm);
@@ -327,9 +354,10 @@ void paintMarks(QPainter& painter, const ComparisonMarks& marks,
         }
     }
     {
+        MarkFilter middles(seen, radius);
         Strokes pluses(painter, QColor(0x00, 0x8a, 0x2e), radius);
         for (const Place& place : marks.added) {
-            if (const QPointF middle = at(place); area.contains(middle)) {
+            if (const QPointF middle = at(place); middles.isSeen(middle)) {
                 addLine(pluses.path(), middle - QPointF(radius, 0), middle + QPointF(radius, 0));
                 addLine(pluses.path(), middle - QPointF(0, radius), middle + QPointF(0, radius));
             }
