@@ -347,7 +347,7 @@ constexpr int margin = 150; ///< of pages, in dots
 /** What is read on screens and printed from there. */
 const char style[] = "body{font-family:sans-serif;margin:2em;color:black;background:white}"
                      "table{margin-bottom:1em}th{background:#e8e8e8}"
-                     "svg{width:100%;height:auto;page-break-inside:avoid}"
+                     "svg{width:100%;height:auto}tr,svg{page-break-inside:avoid}"
                      "@media print{body{margin:0;font-size:9pt}}";
 
 void writeHtml(

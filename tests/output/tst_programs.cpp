@@ -6,11 +6,15 @@
 #include "ipc2581_reader.h"
 #include "map_scene.h"
 #include "map_shapes.h"
+#include "pdf_pages.h"
 
 #include <QPainter>
 #include <QSvgRenderer>
 #include <QTemporaryDir>
+#include <QTextDocument>
 #include <QtTest>
+#include <map>
+#include <set>
 
 using namespace brox;
 
@@ -423,6 +427,42 @@ private slots:
         }
         QTEST(message, "message");
         QCOMPARE(filesIn(folder.path()).isEmpty(), !message.isEmpty());
+    }
+
+    /** Each row of a table is on one page, below its head; each has a colour of its own here. */
+    void pages()
+    {
+        QString html("<h2>x</h2><table cellspacing='4'><thead><tr><th bgcolor='#ff0000'>x</th></tr>"
+                     "</thead>");
+        constexpr int rowCount = 60;
+        for (int i = 1; i <= rowCount; ++i) {
+            html +=
+                QStringLiteral("<tr><td bgcolor='%1'><font color='#ffffff'>%2x</font></td></tr>")
+                    .arg(QColor(0, 0, i).name(), QStringLiteral("x<br>").repeated(i % 7));
+        }
+        QTextDocument text;
+        text.setTextWidth(300);
+        text.setHtml(html + "</table>");
+        const TextPages pages(text, 200);
+        QVERIFY(pages.count() > rowCount / 10);
+        std::map<QRgb, int> pagesOf;
+        for (int page = 0; page < pages.count(); ++page) {
+            QImage image(300, 200, QImage::Format_RGB32);
+            image.fill(Qt::white);
+            QPainter painter(&image);
+            pages.paint(painter, page);
+            std::set<QRgb> seen;
+            for (int dot = 0; dot < image.width() * image.height(); ++dot) {
+                seen.insert(image.pixel(dot % image.width(), dot / image.width()));
+            }
+            for (const QRgb colour : seen) {
+                ++pagesOf[colour];
+            }
+        }
+        QCOMPARE(pagesOf[qRgb(255, 0, 0)], pages.count());
+        for (int i = 1; i <= rowCount; ++i) {
+            QCOMPARE(pagesOf[qRgb(0, 0, i)], 1);
+        }
     }
 
     /** One file of several that finds no place takes back the others. */
