@@ -269,7 +269,7 @@ private:
     Size scaledTolerance(double factor) const
     {
         const double slack = mWithin + factor * sizePerMicron / 2;
-        return Size(std::min(slack, std::max<double>(mWithin, sizePerMillimetre / 4)));
+        return Size(std::min(slack, std::max<double>(mWithin, sizePerMillimetre / 4.0)));
     }
 
     /** @param whole   from the board to the other one
