@@ -276,7 +276,7 @@ def backplane():
 
 
 def sensor():
-    """Two layers in microns on a panel of twelve, told without a namespace."""
+    """Two layers in microns on a panel of twelve, written without a namespace."""
     through = "Drill"
     tools = [Tool(through, "VIA", 300, 50, 50, 60), Tool(through, "VIA", 350, 50, 50, 14),
              Tool(through, "PLATED", 650, 100, 50, 6, 1270),

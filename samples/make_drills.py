@@ -45,7 +45,7 @@ def plated():
 
 
 def unplated():
-    """Mounting holes and break-off tabs; only the file's name tells that they are not plated."""
+    """Mounting holes and break-off tabs; only the file's name says that they are not plated."""
     corners = [place(x, y) for x in (3.5, 64.5) for y in (3.5, 32.5)]
     # Seven holes a tab, and the same tab three times more along the edge.
     tabs = ["M25", "X8.000Y0.000", "R06X0.800", "M01", "M02X16.000R3", "M08"]

@@ -343,11 +343,11 @@
     </message>
     <message>
         <source>aperture D%1 is not round, so what it flashes is no hole</source>
-        <translation>Blende D%1 ist nicht rund, was sie blitzt, ist also keine Bohrung</translation>
+        <translation>Blende D%1 ist nicht rund; was sie belichtet, ist keine Bohrung</translation>
     </message>
     <message>
         <source>aperture D%1 is not round, so what it draws is no slot</source>
-        <translation>Blende D%1 ist nicht rund, was sie zieht, ist also kein Langloch</translation>
+        <translation>Blende D%1 ist nicht rund; was sie zieht, ist kein Langloch</translation>
     </message>
     <message>
         <source>arcs of a single quadrant (G74) are not read</source>
@@ -374,7 +374,7 @@
         <translation>scale=&quot;%1&quot; ist kein Maßstab</translation>
     </message>
     <message>
-        <source>no CadHeader tells the units of this hole</source>
+        <source>no CadHeader specifies the units of this hole</source>
         <translation>kein CadHeader nennt die Einheit dieser Bohrung</translation>
     </message>
     <message>
@@ -383,7 +383,7 @@
     </message>
     <message>
         <source>unknown platingStatus &quot;%1&quot;</source>
-        <translation>unbekannter platingStatus &quot;%1&quot;</translation>
+        <translation>unbekannter platingStatus „%1“</translation>
     </message>
     <message>
         <source>a hole that is scaled</source>
@@ -410,7 +410,7 @@
         <translation>ein zweiter Step „%1“</translation>
     </message>
     <message>
-        <source>no CadHeader tells the units of this repeat</source>
+        <source>no CadHeader specifies the units of this repeat</source>
         <translation>kein CadHeader nennt die Einheit dieser Wiederholung</translation>
     </message>
     <message>
@@ -431,7 +431,7 @@
     </message>
     <message>
         <source>unknown units &quot;%1&quot;; known are MILLIMETER, MICRON and INCH</source>
-        <translation>unbekannte Einheit &quot;%1&quot;; bekannt sind MILLIMETER, MICRON und INCH</translation>
+        <translation>unbekannte Einheit „%1“; bekannt sind MILLIMETER, MICRON und INCH</translation>
     </message>
     <message>
         <source>is no size of a shape</source>
@@ -506,11 +506,11 @@
         <translation>eine Bohrung ohne x und y</translation>
     </message>
     <message>
-        <source>a second CadHeader tells other units</source>
+        <source>a second CadHeader specifies other units</source>
         <translation>ein zweiter CadHeader nennt andere Einheiten</translation>
     </message>
     <message>
-        <source>the file does not tell what layer &quot;%1&quot; is for; its holes are drilled</source>
+        <source>the file does not say what layer &quot;%1&quot; is for; its holes are drilled</source>
         <translation>die Datei sagt nicht, wofür Lage „%1“ ist; ihre Bohrungen werden gebohrt</translation>
     </message>
     <message>
@@ -518,7 +518,7 @@
         <translation>ein Langloch aus mehreren Formen oder einer verschobenen</translation>
     </message>
     <message>
-        <source>the file does not tell its main step; &quot;%1&quot; is taken</source>
+        <source>the file does not name its main step; &quot;%1&quot; is taken</source>
         <translation>die Datei nennt ihren Haupt-Step nicht; „%1“ wird genommen</translation>
     </message>
     <message>
@@ -534,7 +534,7 @@
         <translation>die Einheit wechselt in Zeile %1</translation>
     </message>
     <message>
-        <source>places are told from an origin of their own, set in line %1</source>
+        <source>places are counted from an origin of their own, set in line %1</source>
         <translation>Orte zählen von einem eigenen Ursprung aus, gesetzt in Zeile %1</translation>
     </message>
     <message>
@@ -558,7 +558,7 @@
         <translation>Werkzeug %1 hat keinen Durchmesser</translation>
     </message>
     <message>
-        <source>the file does not tell the width of the slots of %1</source>
+        <source>the file does not specify the width of the slots of %1</source>
         <translation>die Datei nennt die Breite der Langlöcher von %1 nicht</translation>
     </message>
     <message>
@@ -578,7 +578,7 @@
         <translation>ein Wort steht zweimal: </translation>
     </message>
     <message>
-        <source>the file does not tell what %1 layers are for, &quot;%2&quot; among them; their holes are drilled</source>
+        <source>the file does not say what %1 layers are for, &quot;%2&quot; among them; their holes are drilled</source>
         <translation>die Datei sagt nicht, wofür %1 Lagen sind, darunter „%2“; ihre Bohrungen werden gebohrt</translation>
     </message>
     <message>
@@ -630,7 +630,7 @@
         <translation>%1 oder ebenso gut %2; --digits entscheidet</translation>
     </message>
     <message>
-        <source>its numbers have %1 digits, more than the %2:%3 that it tells</source>
+        <source>its numbers have %1 digits, more than the %2:%3 that it specifies</source>
         <translation>ihre Zahlen haben %1 Ziffern, mehr als die %2:%3, die sie nennt</translation>
     </message>
     <message>
@@ -638,7 +638,7 @@
         <translation>ein Werkzeug hinter einem Ort: </translation>
     </message>
     <message>
-        <source>no comment tells the size of the tool that follows the stop</source>
+        <source>no comment specifies the size of the tool that follows the stop</source>
         <translation>kein Kommentar nennt den Durchmesser des Werkzeugs nach dem Halt</translation>
     </message>
     <message>
@@ -722,11 +722,11 @@
         <translation>%1 ist nicht durchkontaktiert, nach %2 aber doch</translation>
     </message>
     <message>
-        <source>%1 has %2 mm where %3 tells %4 mm</source>
+        <source>%1 has %2 mm where %3 says %4 mm</source>
         <translation>%1 hat %2 mm, wo %3 %4 mm nennt</translation>
     </message>
     <message>
-        <source>%1 drills %2 holes where %3 tells %4</source>
+        <source>%1 drills %2 holes where %3 says %4</source>
         <translation>%1 bohrt %2 Bohrungen, wo %3 %4 nennt</translation>
     </message>
     <message>

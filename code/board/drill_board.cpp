@@ -104,7 +104,7 @@ std::vector<Item> itemsOf(const Layer& layer)
     return items;
 }
 
-/** How much a layer tells of its tools. */
+/** How much a layer says of its tools. */
 int knowledge(const Layer& layer)
 {
     const auto all = [&](auto told) {
@@ -114,7 +114,7 @@ int knowledge(const Layer& layer)
         + all([](const Tool& tool) { return tool.functionTold; });
 }
 
-/** Whether one tells that its holes are plated and the other that they are not. */
+/** Whether one says that its holes are plated and the other that they are not. */
 bool contradict(const Layer& a, const Layer& b)
 {
     const auto all = [](const Layer& layer, bool plated) {
@@ -216,7 +216,7 @@ private:
 /** Leaves out what several drill files of an order have in common, so that it is drilled once.
  *
  * Where all holes and slots of one layer are in another one of the same pair of copper layers, the
- * layer that tells more of them keeps them; the smaller one if both tell as much.
+ * layer that says more of them keeps them; the smaller one if both say as much.
  *
  * @return notes for the user
  */
@@ -273,7 +273,7 @@ void DrillBoard::add(const BoardFile& file, const Progress& progress)
     entry.options.drilled = drilled;
     try {
         read(entry);
-    } catch (const UnitsUnknown&) { // which the user can tell
+    } catch (const UnitsUnknown&) { // which the user can give
         throw;
     } catch (const BoardError& error) {
         if (mOptions.isStrict || !file.isFound || file.isSurelyDrilled) {
@@ -293,7 +293,7 @@ void DrillBoard::rankFormats()
     for (Entry& entry : mEntries) {
         if (entry.drill.choices.empty()) {
             told = std::max(told, largerSide(entry.drill.extent));
-        } else if (mOptions.fileFormat.digits) { // told by the user, and falsely by the file
+        } else if (mOptions.fileFormat.digits) { // given by the user, and falsely by the file
             entry.options.chosen = mOptions.fileFormat;
             entry.options.chosenBy = Origin::User;
         } else {
@@ -353,7 +353,7 @@ void DrillBoard::settleFormats()
     }
 }
 
-/** Short names, but each keeps what tells it from the others. */
+/** Short names, but each keeps what distinguishes it from the others. */
 void DrillBoard::nameLayers()
 {
     using Name = QString (*)(const QString& path);
@@ -392,7 +392,7 @@ void DrillBoard::addNotes(const Entry& entry)
     }
 }
 
-/** Holes that lie within the outline tell nothing, as long as they are not all in a corner. */
+/** Holes that lie within the outline say nothing, as long as they are not all in a corner. */
 void DrillBoard::compareOutline()
 {
     QRectF holes;

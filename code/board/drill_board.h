@@ -9,7 +9,8 @@
 
 namespace brox {
 
-/** A board of drill files: one step, a layer a file. What a file does not tell, the others may. */
+/** A board of drill files: one step, a layer a file. What a file does not specify, the others may.
+ */
 class DrillBoard
 {
 public:

@@ -384,8 +384,8 @@ void DrillCanvas::addTo(Layer& layer, Use& use, const HoleFacts& file, Notes& no
         mAt.fail(drill.line, BoardText::tr("tool %1 has no diameter").arg(drill.name));
     }
     if (tool.finishedSize == 0) {
-        notes.add(
-            QT_TRANSLATE_NOOP("BoardText", "the file does not tell the width of the slots of %1"),
+        notes.add(QT_TRANSLATE_NOOP(
+                      "BoardText", "the file does not specify the width of the slots of %1"),
             {drill.name});
     }
     (facts.isBackDrill ? layer.backDrills : layer.tools).push_back(std::move(tool));
@@ -421,8 +421,8 @@ DrillFile DrillCanvas::finish(
     drill.format = numbers.format();
     drill.extent = mTo.x() < mFrom.x() ? QRectF() : QRectF(mFrom, mTo);
     if (numbers.isContradicted()) {
-        notes.add(QT_TRANSLATE_NOOP(
-                      "BoardText", "its numbers have %1 digits, more than the %2:%3 that it tells"),
+        notes.add(QT_TRANSLATE_NOOP("BoardText",
+                      "its numbers have %1 digits, more than the %2:%3 that it specifies"),
             {QString::number(numbers.longest()), QString::number(numbers.toldDigits()->before),
                 QString::number(numbers.toldDigits()->after)});
     }

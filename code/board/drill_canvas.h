@@ -105,7 +105,7 @@ struct ListedTools
 struct DrillOptions : ReadOptions
 {
     ListedTools listed;
-    std::optional<NumberFormat> chosen; ///< digits that go before those that it tells
+    std::optional<NumberFormat> chosen; ///< digits that go before those that it specifies
     Origin chosenBy = Origin::Guess;
     qint64 drilled = 0; ///< holes and slots of the board's files before it
 };
@@ -119,11 +119,11 @@ struct DrillFile
     qint64 drilled = 0; ///< holes and slots, with those of the board's files before it
     QRectF extent; ///< the rectangle around what it drills, even if it is far; host size units
     NumberFormat format; ///< as its numbers were read
-    std::vector<FormatChoice> choices; ///< other ways, by digits; empty if it is told
+    std::vector<FormatChoice> choices; ///< other ways, by digits; empty if it is specified
     qint64 farLine = 0; ///< of a place that was moved into 5 m of the origin; only with choices
 };
 
-/** Notes for the user, of which those of one kind are told once, with their number. */
+/** Notes for the user, of which those of one kind are shown once, with their number. */
 class Notes
 {
 public:

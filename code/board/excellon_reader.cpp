@@ -313,7 +313,7 @@ void ExcellonProgram::readCommands(std::string_view line)
     }
 }
 
-/** In a program without numbers of tools, comments tell of them in order, and stops part them. */
+/** In a program without numbers of tools, comments list them in order, and stops part them. */
 void ExcellonProgram::selectUnnumbered(const Words& words)
 {
     if (!mNumbersTools && !mInHeader && !mCanvas.isSelected() && !mComments.remarkOrder().empty()
@@ -370,8 +370,8 @@ void ExcellonProgram::setOrigin(Words& words)
             fail(BoardText::tr("the origin is set after the first hole"));
         }
         // Other files of the board may have another one.
-        mNotes.add(QT_TRANSLATE_NOOP(
-                       "BoardText", "places are told from an origin of their own, set in line %1"),
+        mNotes.add(QT_TRANSLATE_NOOP("BoardText",
+                       "places are counted from an origin of their own, set in line %1"),
             {QString::number(mAt.line)});
     }
     words.hasPlace = false;

@@ -277,7 +277,7 @@ void ExcellonTools::selectNext()
 {
     const std::vector<int>& order = mComments.remarkOrder();
     if (mNext == order.size()) {
-        mAt.fail(BoardText::tr("no comment tells the size of the tool that follows the stop"));
+        mAt.fail(BoardText::tr("no comment specifies the size of the tool that follows the stop"));
     }
     select(order[mNext++]);
 }
@@ -373,12 +373,12 @@ void ExcellonTools::compare(size_t index, const ToolRemark& remark, const QStrin
     constexpr Size tolerance = sizePerMil / 2; // diameters may be rounded
     const Size size = hits > 0 ? mCanvas.sizeOf(tool) : 0;
     if (remark.size > 0 && size > 0 && std::abs(size - remark.size) > tolerance) {
-        mNotes.add(QT_TRANSLATE_NOOP("BoardText", "%1 has %2 mm where %3 tells %4 mm"),
+        mNotes.add(QT_TRANSLATE_NOOP("BoardText", "%1 has %2 mm where %3 says %4 mm"),
             {tool.name, QString::number(double(size) / sizePerMillimetre), by,
                 QString::number(remark.size / sizePerMillimetre)});
     }
     if (remark.quantity >= 0 && hits != remark.quantity) {
-        mNotes.add(QT_TRANSLATE_NOOP("BoardText", "%1 drills %2 holes where %3 tells %4"),
+        mNotes.add(QT_TRANSLATE_NOOP("BoardText", "%1 drills %2 holes where %3 says %4"),
             {tool.name, QString::number(hits), by, QString::number(remark.quantity)});
     }
 }

@@ -85,7 +85,7 @@ public:
 
     void select(int number);
 
-    /** For a program that numbers no tools: the next one that comments tell of. */
+    /** For a program that numbers no tools: the next one that comments list. */
     void selectNext();
 
     /** Decimals that the diameters of all defined tools have; 0 if they differ. */

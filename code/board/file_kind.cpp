@@ -11,7 +11,7 @@ namespace brox {
 
 namespace {
 
-/** What the first bytes of a file tell. */
+/** What the first bytes of a file say. */
 FileKind markedKind(QByteArrayView bytes)
 {
     static const std::pair<QByteArrayView, FileKind> marks[] = {{"PK\x03\x04", FileKind::Archive},

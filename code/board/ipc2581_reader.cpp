@@ -299,7 +299,7 @@ void Reader::readUnits(const Attributes& attributes)
                        .arg(QString()));
     }
     if (mUnit != 0 && mUnit != unit) {
-        mPass.fail(BoardText::tr("a second CadHeader tells other units"));
+        mPass.fail(BoardText::tr("a second CadHeader specifies other units"));
     }
     mUnit = unit;
     mBoard.units = mUnit == sizePerInch ? Units::Inch : Units::Metric;
@@ -426,10 +426,9 @@ void Reader::noteUndeclared()
     }
     const QString layer = *std::min_element(mUndeclared.begin(), mUndeclared.end());
     mBoard.notes << (mUndeclared.size() == 1
-            ? BoardText::tr(
-                "the file does not tell what layer \"%1\" is for; its holes are drilled")
+            ? BoardText::tr("the file does not say what layer \"%1\" is for; its holes are drilled")
                   .arg(layer)
-            : BoardText::tr("the file does not tell what %1 layers are for, \"%2\" among them; "
+            : BoardText::tr("the file does not say what %1 layers are for, \"%2\" among them; "
                             "their holes are drilled")
                   .arg(mUndeclared.size())
                   .arg(layer));

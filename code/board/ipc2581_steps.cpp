@@ -133,7 +133,7 @@ void Ipc2581Openings::readTurn(Placement& to, const Ipc2581Attributes& attribute
 void Ipc2581Openings::begin(const Ipc2581Attributes& attributes, bool mayAssume)
 {
     if (mPass.unit() == 0) {
-        mPass.fail(BoardText::tr("no CadHeader tells the units of this hole"));
+        mPass.fail(BoardText::tr("no CadHeader specifies the units of this hole"));
     }
     const char* plating = attributes.value("platingStatus");
     mOwnPlacement = {};
@@ -156,7 +156,7 @@ HoleType Ipc2581Openings::typeOf(const char* plating) const
     if (qstricmp(plating, "NONPLATED") == 0) {
         return HoleType::NonPlated;
     }
-    // Revision C tells vias apart by what closes them, such as VIA_CAPPED.
+    // Revision C distinguishes vias by what closes them, such as VIA_CAPPED.
     if (qstricmp(plating, "VIA") == 0 || qstrnicmp(plating, "VIA_", 4) == 0) {
         return HoleType::Via;
     }
@@ -338,7 +338,7 @@ void Ipc2581Steps::begin(const QString& name)
 void Ipc2581Steps::addRepeat(const Ipc2581Attributes& attributes)
 {
     if (mPass.unit() == 0) {
-        mPass.fail(BoardText::tr("no CadHeader tells the units of this repeat"));
+        mPass.fail(BoardText::tr("no CadHeader specifies the units of this repeat"));
     }
     const Place grid = attributes.place("dx", "dy");
     mRepeats.push_back({mSteps.size() - 1, attributes.text("stepRef"),
@@ -404,7 +404,7 @@ void Ipc2581Steps::finish(Board& board, const QString& mainStep)
         checkCircles(i, state, 0);
     }
     if (mSteps.size() > 1 && !mStepOfName.contains(mainStep)) {
-        board.notes << BoardText::tr("the file does not tell its main step; \"%1\" is taken")
+        board.notes << BoardText::tr("the file does not name its main step; \"%1\" is taken")
                            .arg(mSteps.front().name);
     }
     board.steps = std::move(mSteps);

@@ -78,7 +78,8 @@ public:
      * a guess. */
     void tell(const NumberFormat& format, Origin origin);
 
-    /** Takes digits and zeros that what results has shown to be likely, whatever the file tells. */
+    /** Takes digits and zeros that what results has shown to be likely, whatever the file
+     * specifies. */
     void choose(const NumberFormat& format, Origin origin);
 
     /** Told, never guessed. */
@@ -98,7 +99,7 @@ public:
             || (mLongest > 0 && (mDigits.origin == origin || mZeros.origin == origin));
     }
 
-    /** Whether nobody tells the digits that numbers need, or who does is wrong. */
+    /** Whether nothing specifies the digits that numbers need, or what does is wrong. */
     bool needsDigits() const { return mDigitsNeeded && (mDigits.isGuess() || isContradicted()); }
 
     /** Told digits that are fewer than those of the numbers. */
@@ -149,8 +150,8 @@ private:
     bool mUnitsGuessed = false;
 };
 
-/** Weighs the ways to read numbers whose digits nobody tells, by the board that each of them makes:
- *  its extent, how close its holes lie, and the habits of the program that wrote it. */
+/** Weighs the ways to read numbers whose digits nothing specifies, by the board that each of them
+ * makes: its extent, how close its holes lie, and the habits of the program that wrote it. */
 
 /** What a file comes to if its numbers are read in one of the ways. */
 struct FormatEvidence

@@ -24,7 +24,7 @@ class BoardText
 };
 
 /** A name as it may be shown anywhere: what would break a line, drive a terminal or turn the
- *  direction of writing is told by a sign or a code. */
+ *  direction of writing is given by a sign or a code. */
 QString printable(const QString& text);
 
 /** What is wrong with a board file, as one line "file:line: message"; line 0 is left out. */
@@ -66,7 +66,7 @@ constexpr double maxDiameter = 500.0 * sizePerMillimetre;
 
 struct ReadOptions
 {
-    NumberFormat fileFormat; ///< by the user, of drill files that do not tell theirs
+    NumberFormat fileFormat; ///< by the user, of drill files that do not specify theirs
     bool isStrict = false; ///< no file of an order may be unreadable
     Progress progress;
 };

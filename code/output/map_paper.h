@@ -61,7 +61,7 @@ QPen linePen(const QColor& colour, double lineWidth);
  *  circles are one path, and their symbols another: files stay small, and readers fast. In images
  *  a path costs more than its parts.
  *
- * Where no eye could tell symbols apart there are none: a hole is a dot in the colour of its tool
+ * Where no eye could distinguish symbols there are none: a hole is a dot in the colour of its tool
  * then, and at least so large that it can be seen.
  */
 class RowInk

@@ -38,7 +38,7 @@ Size shownSize(const PlanRow& row);
 QColor toolColour(size_t index, bool onDark);
 
 /** The lines of a tool's symbol, which reaches from -1 to 1. No two of the first 104 are the
- *  same, so that they tell tools apart without any colour. */
+ *  same, so that they distinguish tools without any colour. */
 QPainterPath toolSymbol(size_t index);
 
 /** How large a symbol is drawn on a hole: inside of a large one, around a small one as far as

@@ -189,14 +189,14 @@ private:
             "P?0.7874 64.516,25.4 [2:4, trailing zeros left out]");
         row("seven digits have one decimal more", program("T1\nX1234567", "METRIC\nT1C.8"),
             "P?0.8 123.4567,0 [3:4, leading zeros left out]");
-        row("a slot of no told width", program("T9\nG00X1.\nM15\nG01X2.\nM16"),
-            "P?0 ~1,0>2,0\nfile: the file does not tell the width of the slots of T9");
+        row("a slot of no specified width", program("T9\nG00X1.\nM15\nG01X2.\nM16"),
+            "P?0 ~1,0>2,0\nfile: the file does not specify the width of the slots of T9");
         row("units with fields", program("T1\nX1000Y2", "M71,TZ,0000.00\nT1C0.8"), "P?0.8 10,0.02");
-        row("digits told by a comment", program("T1\nX1000", ";FILE_FORMAT=4:4\nMETRIC,LZ\nT1C1."),
+        row("digits by a comment", program("T1\nX1000", ";FILE_FORMAT=4:4\nMETRIC,LZ\nT1C1."),
             "P?1 1000,0");
-        row("zeros told twice", program("T1\nX123", "METRIC,LZ,TZ,000.000\nT1C1."),
+        row("zeros specified twice", program("T1\nX123", "METRIC,LZ,TZ,000.000\nT1C1."),
             "P?1 0.123,0 [3:3, leading zeros left out]");
-        row("suppressed zeros told by a comment",
+        row("suppressed zeros by a comment",
             program("T1\nX1",
                 "; FORMAT={3:3/ absolute / metric / suppress trailing zeros}\nMETRIC\nT1C1."),
             "P?1 100,0");
@@ -262,11 +262,11 @@ private:
         row("digits: false ones are not believed",
             program("T1\n" + square(20, 2000), ";FILE_FORMAT=2:2\nINCH\nT1C.04"),
             "P?1.016 x400 [2:4, leading zeros left out]\n"
-            "file: its numbers have 5 digits, more than the 2:2 that it tells");
+            "file: its numbers have 5 digits, more than the 2:2 that it specifies");
         row("digits: doubtful", program("T1\n" + square(2, 150000), "INCH\nT1C.04"),
             "P?1.016 0,0 38.1,0 0,38.1 38.1,38.1 [2:5 (38.1 x 38.1 mm) or as likely "
             "2:4 (381 x 381 mm); --digits decides]");
-        row("tools without numbers, told by comments in order",
+        row("tools without numbers, listed by comments in order",
             ";   Holesize 1. = 8.0 Tolerance = +0/-0 PLATED MILS Quantity = 1\n"
             ";   Holesize 2. = 40.0 NON_PLATED MILS\n%\nG90\nX0100000Y0100000\nM00\n"
             "X0200000Y0100000\nM30\n",
@@ -528,8 +528,8 @@ private slots:
             ";T2 Holesize 2. = 50.0 Tolerance = +0/-0 PLATED MILS");
         QCOMPARE(outcome({write("remark.drl", remark)}),
             "pcb/remark: P2.54 76.2,0; P0.254 25.4,0 ~25.4,0>50.8,0\n"
-            "remark.drl: T2 has 2.54 mm where a comment tells 1.27 mm\n"
-            "remark.drl: T1 drills 2 holes where a comment tells 3");
+            "remark.drl: T2 has 2.54 mm where a comment says 1.27 mm\n"
+            "remark.drl: T1 drills 2 holes where a comment says 3");
         QCOMPARE(outcome({write("a-NPTH.drl", program("T1\nX1."))}), "pcb/a-NPTH: N0.8 1,0");
     }
 
@@ -547,7 +547,7 @@ private slots:
         const QString unitless = write("u.drl", program("T1\nX1.", "T1C0.1"));
         QCOMPARE(outcome({unitless}, {{Units::Inch, {}, {}}, false, {}}), "pcb/u: P?2.54 25.4,0");
 
-        // What is whole in other files is drilled once, as the file has it that tells more.
+        // What is whole in other files is drilled once, as the file has it that says more.
         write("o/all.drl", program("T1\nX1.\nX2.\nT2\nX3.Y0.G85X4.", "METRIC\nT1C0.8\nT2C1."));
         write("o/all-PTH.drl", program("T2\nX4.Y0.G85X3.\nT1\nX2.", "METRIC\nT1C0.8\nT2C1."));
         write("o/all-NPTH.drl", program("T1\nX1."));
@@ -622,7 +622,7 @@ private slots:
                 "out]\n"
                 "a.drd: its numbers are read as inches, 2:5, leading zeros left out, by a.dri\n"
                 "a.drd: the size of T1 is that of a.dri (and 1 more like it)\n"
-                "a.drd: T2 drills 1 holes where a.dri tells 3"},
+                "a.drd: T2 drills 1 holes where a.dri says 3"},
             {"b.DRR",
                 "NCDrill File Report For: b.PcbDoc\nLayer Pair : Top to Bottom\n"
                 "ASCII Plated RoundHoles File : b-Plated.TXT\nASCII SlotHoles File : b-Slots.TXT\n"
@@ -635,7 +635,7 @@ private slots:
                 "pcb/bTop-Mid 1: P?0.5 9,0 8,0\n"
                 "b-Slots.TXT: the tolerance of T1 is that of b.DRR (and 1 more like it)\n"
                 "b-Slots.TXT: the plating of T1 is that of b.DRR (and 1 more like it)\n"
-                "b-Slots.TXT: T1 has 0.8 mm where b.DRR tells 0.8128 mm\n"
+                "b-Slots.TXT: T1 has 0.8 mm where b.DRR says 0.8128 mm\n"
                 "b.TX2: the size of T1 is that of b.DRR"},
             {"ncdrill.log",
                 "NC DRILL Log\nFORMAT 3.5\nOUTPUT-UNITS METRIC\nCOORDINATES INCREMENTAL\n"
@@ -667,7 +667,7 @@ private slots:
                 "e.drl: its numbers are read as inches, 2:4, leading zeros left out where e.fdl "
                 "specifies inches, 3:4, leading zeros left out\n"
                 "e.drl: the plating of T1 is that of e.fdl\n"
-                "e.drl: T1 has 12.7 mm where e.fdl tells 0.508 mm"},
+                "e.drl: T1 has 12.7 mm where e.fdl says 0.508 mm"},
             {"list.rep", "Tool  Size (inch)  Count\nT1  0.0400  2\nT2  0.1000  1\n",
                 {{"f.drl", "M72\n" + bare}, {"g.drl", "M72\n" + bare}},
                 "f.drl:3: tool T1 has no diameter"}};

@@ -140,7 +140,7 @@ Board panelOf(Board board, int copies, bool turnsLast)
 
 } // namespace
 
-/** Pairs of boards, and what is told of them. */
+/** Pairs of boards, and what is found. */
 class TestBoards : public QObject
 {
     Q_OBJECT
@@ -182,7 +182,7 @@ void TestBoards::holes_data()
     row("in inches", "1 0.6 P 0,0", "4 0.59944 P 0,0", "");
     row("plating", "1 0.8 P 0,0", "1 0.8 N 0,0", "plating all 1 of 1 at 0,0");
     row("via and plated", "1 0.8 P 0,0", "1 0.8 V 0,0", "");
-    row("plating not told", "1 0.8 N 0,0", "1 0.8 P? 0,0", "");
+    row("plating not specified", "1 0.8 N 0,0", "1 0.8 P? 0,0", "");
     row("plating and size", "1 0.8 P 0,0", "1 0.9 N 0,0",
         "resized all 1 of 1 at 0,0; plating all 1 of 1 at 0,0");
     row("tolerance", "1 0.8 P +-0.1 0,0", "1 0.8 P +-0.05 0,0", "tolerance all 1 of 1 at 0,0");
@@ -193,7 +193,7 @@ void TestBoards::holes_data()
         "1 0.1 V TOP:L2 0,0; 2 0.1 V L2:L3 0,0 5,1; 3 0.3 V TOP:BOT 2,2",
         "1 0.1 V 1:2 0,0; 2 0.1 V 2:3 0,0 5,1; 3 0.3 V 1:4 2,2", "");
     row("span turned round", "1 0.1 V 1:2 0,0", "1 0.1 V 2:1 0,0", "");
-    row("span not told", "1 0.1 V 1:2 0,0", "1 0.1 V 0,0", "");
+    row("span not specified", "1 0.1 V 1:2 0,0", "1 0.1 V 0,0", "");
     row("stacked holes", "1 0.1 V 1:2 0,0; 2 0.1 V 2:3 0,0", "1 0.1 V 1:2 0,0",
         "removed all 1 of 2 at 0,0");
     row("slot backwards", "1 1 P 0,0>3,1", "1 1 P 3,1>0,0", "");

@@ -43,7 +43,7 @@ bool isValid(const QString& name, const QByteArray& content)
 
 using Row = QMap<QString, QString>; ///< cells by column
 
-/** The rows of the guide's tables that tell of drill sizes. */
+/** The rows of the guide's tables that have drill sizes. */
 QList<Row> guideRows()
 {
     QList<Row> rows;

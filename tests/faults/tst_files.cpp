@@ -81,7 +81,7 @@ QByteArray forKind(QByteArray text, const Kind& kind)
 enum class Saving
 {
     Writes,
-    IsLost, ///< counts as saved all the same: only the log tells
+    IsLost, ///< counts as saved all the same: only the log says so
     IsRefused ///< all stays unsaved
 };
 
@@ -221,7 +221,7 @@ private slots:
         }
     }
 
-    /** A write that fails after the file was opened is told as well. */
+    /** A write that fails after the file was opened is reported as well. */
     void fullDisk()
     {
         for (const Kind& kind : kinds) {

@@ -155,7 +155,7 @@ struct Run
 
     int entries(const char* text) const { return int(log.count(text)); }
 
-    QString outcome; ///< status, outputs, what is shown, files, and what the callback was told
+    QString outcome; ///< status, outputs, what is shown, files, and what the callback was given
     QString next;
     QString log;
     std::map<QByteArray, int> calls; ///< by operation

@@ -66,7 +66,7 @@ private:
     QTimer mTimer;
 };
 
-/** What the host's own windows tell a viewer. */
+/** What the host's own windows report to a viewer. */
 class UnitsSource : public QObject
 {
     Q_OBJECT
@@ -103,7 +103,7 @@ public:
     /** A table of the viewer by its object name. */
     QTableWidget* table(const char* name);
 
-    /** Changes the step's units as the host does, and tells the viewer. */
+    /** Changes the step's units as the host does, and informs the viewer. */
     void changeUnits(Units units);
 
     struct Drill
@@ -127,7 +127,7 @@ public:
     /** Entries "LEVEL|text"; reports of a source have no line number. */
     QStringList log;
 
-    /** What the callback was told: "number: old > new", and "-" for a deletion. */
+    /** What the callback was given: "number: old > new", and "-" for a deletion. */
     QStringList heard;
 
     /** Called then. */
@@ -141,7 +141,7 @@ protected:
 
 private:
     UnitsSource mUnitsSource;
-    std::map<int, QPointer<QWidget>> mViewers; ///< those that are told of units, by step
+    std::map<int, QPointer<QWidget>> mViewers; ///< those that hear of units, by step
 };
 
 /** Tests of which each has a host of its own. */
@@ -182,7 +182,7 @@ QByteArray bitXml(const QByteArray& designation, const QByteArray& millimeters,
     const QByteArray& inches = "0", const QByteArray& approved = "yes");
 QByteArray bitsXml(const QByteArrayList& bits);
 
-/** Whether the viewer has unsaved changes: in a step without tools Recalculate tells. */
+/** Whether the viewer has unsaved changes: in a step without tools Recalculate shows it. */
 bool hasChanges(const QWidget* viewer);
 
 /** A child by its object name; there must be one. */

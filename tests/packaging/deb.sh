@@ -17,7 +17,7 @@ dpkg-deb --field "$folder"/brox-workbench_*.deb Depends | grep 'libbrox1 (= '
 "$folder/root/usr/bin/brox-workbench" "$3/samples/controller.xml" --table --data "$folder/data" | grep Bit
 ls "$folder/root/usr/share/applications/brox-workbench.desktop"
 
-# An exported name that comes or goes has to be told to packages that depend on it.
+# An exported name that comes or goes has to be announced to packages that depend on it.
 library=$(find "$folder/root" -name libbrox.so.1)
 mkdir "$folder/debian"
 printf 'Source: brox\n\nPackage: libbrox1\nArchitecture: any\n' >"$folder/debian/control"

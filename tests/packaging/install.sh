@@ -44,5 +44,5 @@ completed=$(bash -c 'PATH=$1/bin:$PATH; . "$1"/share/bash-completion/completions
 
 for option in $options; do
     gzip -cd "$prefix"/share/man/man1/brox-workbench.1.gz | tr -d '\\' | grep -q -e "$option\>" ||
-        fail "the manual page does not tell of $option"
+        fail "the manual page does not describe $option"
 done

@@ -1,7 +1,7 @@
 #!/bin/sh
 # SPDX-License-Identifier: MIT
 # Checks the files by which desktops and services know brox: metadata.sh SOURCE-FOLDER
-# It tells which tools are missing, and is skipped then.
+# It says which tools are missing, and is skipped then.
 set -eu
 cd "$1"
 missing=0

@@ -37,7 +37,7 @@ Path way(Place from, std::vector<Place> stops)
     return path;
 }
 
-/** A tool whose drill size is told: what a model makes of it is none of the checks' business. */
+/** A tool whose drill size is given: what a model makes of it is none of the checks' business. */
 struct Bored
 {
     HoleType type = HoleType::Plated;

@@ -107,7 +107,7 @@ private slots:
         QCOMPARE(told(board, rules),
             QStringList({"Via-1/+1 mm tolerance-assumed type-assumed", "Via-0/+0 mm type-assumed",
                 "Plated-1/+0 mm tolerance-assumed", slot, "Plated slot-0/+0 mm", slot}));
-        layer.tools[2].type = HoleType::Via; // now the board tells vias apart
+        layer.tools[2].type = HoleType::Via; // now the board distinguishes vias
         QCOMPARE(told(board, rules).last(), slot);
         rules.tolerances.clear();
         QCOMPARE(told(board, rules).first(), "Plated-0/+0 mm");
