@@ -330,18 +330,19 @@ double usualSpacing(const Layer& layer)
     std::ranges::sort(holes, {}, &Hole::at);
     std::vector<double> spacings;
     for (size_t i = 0; i < holes.size(); ++i) {
-        double nearest = 0;
+        double nearest = 0; // squared
         const size_t end = std::min(holes.size(), i + neighbours);
         for (size_t other = i - std::min(i, neighbours); other < end; ++other) {
-            const double distance = std::hypot(double(holes[i].at.x) - holes[other].at.x,
-                double(holes[i].at.y) - holes[other].at.y);
+            const double dx = double(holes[i].at.x) - holes[other].at.x;
+            const double dy = double(holes[i].at.y) - holes[other].at.y;
+            const double distance = dx * dx + dy * dy;
             // A hole at the same place is the same one, drilled again.
             if (distance > 0 && (nearest == 0 || distance < nearest)) {
                 nearest = distance;
             }
         }
         if (nearest > 0) {
-            spacings.push_back(nearest / holes[i].size);
+            spacings.push_back(std::sqrt(nearest) / holes[i].size);
         }
     }
     if (spacings.size() < fewest) {
