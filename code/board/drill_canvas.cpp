@@ -373,7 +373,7 @@ void DrillCanvas::addTo(Layer& layer, Use& use, const HoleFacts& file, Notes& no
         const Tolerance told{size(drill.tolerance->minus), size(drill.tolerance->plus)};
         tool.tolerance = told == Tolerance{} ? std::nullopt : std::optional(told);
     }
-    const auto hits = qint64(use.holes.size() + use.slotPaths.size());
+    const qint64 hits = qint64(use.holes.size()) + qint64(use.slotPaths.size());
     if (hits == mHits[use.tool]) { // all that the comment is about
         tool.specifiedHits = drill.specifiedHits;
     }

@@ -61,9 +61,9 @@ OutputError::OutputError(const QString& path, const QString& reason)
     mReason = reason.toStdString();
 }
 
-FileLock::Result FileLock::take(const QString& path, int patience)
+FileLock::Result FileLock::take(const QString& path, int milliseconds)
 {
-    const QDeadlineTimer deadline(patience);
+    const QDeadlineTimer deadline(milliseconds);
     for (;;) {
         const int file =
             open(QFile::encodeName(path).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);

@@ -48,8 +48,8 @@ public:
         Impossible ///< errno says why; the folder is missing or can't be written in
     };
 
-    /** @param patience  milliseconds to wait for another */
-    Result take(const QString& path, int patience);
+    /** @param milliseconds  to wait for another */
+    Result take(const QString& path, int milliseconds);
     void release();
 
 private:

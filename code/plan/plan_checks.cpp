@@ -354,7 +354,7 @@ private:
             if (!tool.specifiedHits || (mPlan.rows[row].isSlot && !tool.holes.empty())) {
                 return;
             }
-            const auto hits = qint64(tool.holes.size() + tool.slotPaths.size());
+            const qint64 hits = qint64(tool.holes.size()) + qint64(tool.slotPaths.size());
             if (*tool.specifiedHits != hits) {
                 const Place place =
                     tool.holes.empty() ? tool.slotPaths.front().start : tool.holes.front();

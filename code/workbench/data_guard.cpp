@@ -94,8 +94,11 @@ std::optional<DataGuard::Edits> DataGuard::takeEdits(QWidget* viewer)
         QFile staged(stagePath(kind));
         staged.remove();
         data->save(kind);
-        if (!staged.open(QIODevice::ReadOnly)
-            || !DataFile::faultOf(kind, content = staged.readAll()).isEmpty()) {
+        if (!staged.open(QIODevice::ReadOnly)) {
+            return std::nullopt;
+        }
+        content = staged.readAll();
+        if (!DataFile::faultOf(kind, content).isEmpty()) {
             return std::nullopt;
         }
     }

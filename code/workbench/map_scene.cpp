@@ -197,8 +197,8 @@ public:
             const int right = std::min(width, x - side / 2 + side);
             const int bottom = std::min(height, y - side / 2 + side);
             for (int line = std::max(0, y - side / 2); line < bottom; ++line) {
-                std::fill(dots + line * width + left, dots + line * width + std::max(left, right),
-                    colour);
+                QRgb* const row = dots + qptrdiff(line) * width;
+                std::fill(row + left, row + std::max(left, right), colour);
             }
         });
     }

@@ -135,7 +135,7 @@ BoardChoices loadChoices(const QString& path, const Board& board)
         return choices;
     }
     const QJsonObject json = QJsonDocument::fromJson(file.readAll()).object();
-    for (const QJsonValue& type : json["types"].toArray()) {
+    for (const auto& type : json["types"].toArray()) {
         if (const auto choice = typeChoice(type.toObject(), board)) {
             choices.types << *choice;
         }
