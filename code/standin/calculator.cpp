@@ -56,27 +56,6 @@ int readNumber(const char* text, int* position, double* value)
     return 1;
 }
 
-double plus(double a)
-{
-    return a;
-}
-double minus(double a)
-{
-    return -a;
-}
-double add(double a, double b)
-{
-    return a + b;
-}
-double subtract(double a, double b)
-{
-    return a - b;
-}
-double multiply(double a, double b)
-{
-    return a * b;
-}
-
 /** Nothing in the language turns NaN into a number again, so the whole formula has no value,
  *  which an infinite quotient would not ensure: 1 / (1 / 0). */
 double divide(double a, double b)
@@ -107,12 +86,19 @@ void Calculator::Parser::InitCharSets()
 void Calculator::Parser::InitOprt()
 {
     EnableBuiltInOprt(false);
-    DefineInfixOprt("+", plus);
-    DefineInfixOprt("-", minus);
-    DefineOprt("+", add, mu::prADD_SUB, mu::oaLEFT, true);
-    DefineOprt("-", subtract, mu::prADD_SUB, mu::oaLEFT, true);
-    DefineOprt("*", multiply, mu::prMUL_DIV, mu::oaLEFT, true);
-    DefineOprt("/", divide, mu::prMUL_DIV, mu::oaLEFT, true);
+    using Binary = double (*)(double, double);
+    const auto define = [this](const char* name, Binary function, int priority) {
+        DefineOprt(name, function, unsigned(priority), mu::oaLEFT, true);
+    };
+    DefineInfixOprt("+", [](double a) { return a; });
+    DefineInfixOprt("-", [](double a) { return -a; });
+    define(
+        "+", [](double a, double b) { return a + b; }, mu::prADD_SUB);
+    define(
+        "-", [](double a, double b) { return a - b; }, mu::prADD_SUB);
+    define(
+        "*", [](double a, double b) { return a * b; }, mu::prMUL_DIV);
+    define("/", divide, mu::prMUL_DIV);
 }
 
 Calculator::Calculator()

@@ -3,7 +3,6 @@
 #include "vex_data.h"
 #pragma GCC visibility pop
 
-#include "number.h"
 #include "operation.h"
 
 #include <algorithm>

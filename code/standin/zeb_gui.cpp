@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "zeb_gui.h"
 
-#include "number.h"
 #include "operation.h"
 #include "vex_data.h"
 

@@ -4,16 +4,19 @@
 #pragma GCC visibility pop
 
 #include "operation.h"
-#include "texts.h"
 
 #include <QFileInfo>
-#include <QString>
+#include <QRegularExpression>
+#include <QStringList>
+#include <QTranslator>
 #include <cstdarg>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <exception>
+#include <memory>
+#include <set>
 #include <string>
 #include <unistd.h>
 #include <unordered_set>
@@ -25,6 +28,7 @@ namespace {
 const Operation logWrite("zeb__log_write");
 const Operation logStatusCheck("zeb__log_status_check");
 const Operation errSound("zeb__err_sound");
+const Operation nlst("zeb__nls_nlst");
 const Operation memCalloc("zeb__mem_calloc");
 const Operation memFree("zeb__mem_free");
 const Operation strDup("zeb__str_dup_fn");
@@ -42,10 +46,14 @@ struct State
     QByteArray resourceDir;
     standin_path_hook pathHook = nullptr;
     void* pathContext = nullptr;
+    std::unique_ptr<QTranslator> catalogue;
 };
 
 State state;
 const AtReset reset([] { state = {}; });
+
+/** Every text that was ever given out; callers may keep the pointers. */
+std::set<QByteArray> texts;
 
 /** Addresses of live blocks, inverted: a leak checker must not take the book for a user. */
 std::unordered_set<uintptr_t> liveBlocks;
@@ -88,6 +96,41 @@ QByteArray toLocal8Bit(const char* utf8)
     return utf8 ? QString::fromUtf8(utf8).toLocal8Bit() : QByteArray();
 }
 
+/** The printf conversions of a text, as far as they decide which arguments are read. */
+QStringList conversions(const QString& text)
+{
+    static const QRegularExpression conversion(
+        "%[-+ #0-9.]*(?:%|([hlLqjzt*.$0-9]*)(.?))", QRegularExpression::DotMatchesEverythingOption);
+    QStringList found;
+    for (const auto& match : conversion.globalMatch(text)) {
+        if (match.hasCaptured(1)) {
+            found.append(match.captured(1) + match.captured(2));
+        }
+    }
+    return found;
+}
+
+/** The text of a key, in the language of the catalogue if it has it; a text that is no key. */
+const char* textOf(const char* key, bool isTranslated = true)
+{
+    static const QRegularExpression notOfNumber("[^0-9]");
+    const QString separator = "@$@#";
+    QString text = QString::fromLocal8Bit(key);
+    const QStringList fields = text.split(separator);
+    if (fields.size() > 4 && fields[0].isEmpty() && !fields[3].isEmpty()
+        && !fields[3].contains(notOfNumber)) {
+        text = text.section(separator, 4);
+        const QString own = state.catalogue && isTranslated
+            ? state.catalogue->translate(fields[1].toUtf8(), text.toUtf8(), fields[3].toUtf8())
+            : QString();
+        // Somebody fills in the arguments of the default text: a translation must want the same.
+        if (!own.isEmpty() && conversions(own) == conversions(text)) {
+            text = own;
+        }
+    }
+    return texts.insert(text.toLocal8Bit()).first->constData();
+}
+
 /** Where a file of the data folder is; null if there is no place for it. */
 QByteArray pathOf(const char* name)
 {
@@ -108,8 +151,7 @@ int zeb__log_write(const char* level, const char* format, ...)
     if (!level || !format) {
         return BadArgument;
     }
-    const char* keyText = textOfKey(format);
-    const char* text = keyText ? keyText : format;
+    const char* text = textOf(format);
 
     va_list arguments;
     va_start(arguments, format);
@@ -148,6 +190,12 @@ int zeb__err_sound(void)
         fputc('\a', stderr);
     }
     return 0;
+}
+
+const char* zeb__nls_nlst(const char* key)
+{
+    const bool isTranslated = nlst.enter() == 0;
+    return key ? textOf(key, isTranslated) : "";
 }
 
 void* zeb__mem_calloc(size_t count, size_t size, int, const char*, int)
@@ -259,6 +307,22 @@ void standin_set_log_sink(standin_log_sink sink, void* context)
 {
     state.sink = sink;
     state.context = context;
+}
+
+bool standin_set_catalogue(const char* path)
+{
+    state.catalogue.reset();
+    if (!path) {
+        return true;
+    }
+    auto loaded = std::make_unique<QTranslator>();
+    if (!loaded->load(QString::fromUtf8(path))) {
+        const Uncounted quiet;
+        zeb__log_write("ERROR", "Can't read the catalogue %s", toLocal8Bit(path).constData());
+        return false;
+    }
+    state.catalogue = std::move(loaded);
+    return true;
 }
 
 int standin_error_sounds(void)
