@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "brox_amounts.h"
 
-#include "brox_cells.h"
-#include "brox_nls.h"
+#include "brox_looks.h"
 #include "zeb_gui.h"
 
 #include <QScopedValueRollback>

@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "brox_bits_table.h"
 
-#include "brox_cells.h"
 #include "brox_dialogs.h"
-#include "brox_nls.h"
 #include "brox_report.h"
 #include "brox_step_data.h"
 #include "brox_xml_file.h"
@@ -14,7 +12,6 @@
 #include <QScopedValueRollback>
 
 #include <limits>
-#include <optional>
 
 namespace {
 
@@ -114,8 +111,9 @@ void BroxBitsTable::findDrillBit(int dhs, int minTol, int maxTol, QString* drill
     bool* found, bool* outOfTolRange, bool* exactMatch)
 {
     if (!source.checkPointer(bitSize, "bitSize")
-        || !source.checkPointers(
-            {{found, "found"}, {outOfTolRange, "outOfTolRange"}, {exactMatch, "exactMatch"}})) {
+        || !source.check(BroxSource::areValid({found, outOfTolRange, exactMatch}),
+            "((ullong)(found) > 1000) && ((ullong)(outOfTolRange) > 1000) && "
+            "((ullong)(exactMatch) > 1000)")) {
         return;
     }
     *bitSize = 0;
@@ -267,8 +265,8 @@ void BroxBitsTable::on_drillBitsTableWidget_itemChanged(QTableWidgetItem* item)
 
 bool BroxBitsTable::loadDefaultBits()
 {
-    const std::optional<QString> path = bitsFile.existingPath();
-    return path && loadBitsFile(*path);
+    const QString path = bitsFile.existingPath();
+    return !path.isNull() && loadBitsFile(path);
 }
 
 void BroxBitsTable::saveDefaultBits()
@@ -276,12 +274,11 @@ void BroxBitsTable::saveDefaultBits()
     if (!mDataChanged) {
         return;
     }
-    const std::optional<QString> path = bitsFile.pathForSaving();
-    if (!path) {
-        return;
+    const QString path = bitsFile.pathForSaving();
+    if (!path.isNull()) {
+        saveBitsFile(path);
+        setDataChanged(false);
     }
-    saveBitsFile(*path);
-    setDataChanged(false);
 }
 
 bool BroxBitsTable::loadBitsFile(QString path)

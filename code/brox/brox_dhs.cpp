@@ -2,7 +2,6 @@
 #include "brox_dhs.h"
 
 #include "brox_bits_table.h"
-#include "brox_cells.h"
 #include "brox_looks.h"
 #include "brox_man.h"
 #include "brox_report.h"
@@ -15,12 +14,8 @@ namespace {
 
 constexpr BroxSource source("brox_dhs");
 
-/** What can be no part of a variable's name, and so stands between two of them. */
-const QRegularExpression& notOfName()
-{
-    static const QRegularExpression expression("[^A-Z_]");
-    return expression;
-}
+const QRegularExpression notOfName("[^A-Z_]"); // and so stands between two names
+const QRegularExpression notOfFormula("[^A-Z_0-9()+\\-\\*/]");
 
 } // namespace
 
@@ -57,7 +52,8 @@ void BroxDhsFormula::setUseBitFile(BroxModel* model)
 void BroxDhsFormula::calculateDhs(
     int amount, int fhs, int minTol, int maxTol, int* result, bool* success) const
 {
-    if (!source.checkPointers({{result, "result"}, {success, "success"}})) {
+    if (!source.check(BroxSource::areValid({result, success}),
+            "((ullong)(result) > 1000) && ((ullong)(success) > 1000)")) {
         return;
     }
     *result = 0;
@@ -85,8 +81,9 @@ void BroxDhsFormula::findDrillBit(int dhs, int minTol, int maxTol, QString* dril
     bool useBitFile, bool* found, bool* outOfTolRange, bool* exactMatch) const
 {
     if (!source.checkPointer(bitSize, "bitSize")
-        || !source.checkPointers(
-            {{found, "found"}, {outOfTolRange, "outOfTolRange"}, {exactMatch, "exactMatch"}})) {
+        || !source.check(BroxSource::areValid({found, outOfTolRange, exactMatch}),
+            "((ullong)(found) > 1000) && ((ullong)(outOfTolRange) > 1000) && "
+            "((ullong)(exactMatch) > 1000)")) {
         return;
     }
     *found = false;
@@ -146,21 +143,18 @@ void BroxDhsFormula::checkFormula(const QString& formula, bool* isValid) const
     if (!source.checkPointer(isValid, "isValid")) {
         return;
     }
-    static const QRegularExpression notOfFormula("[^A-Z_0-9()+\\-\\*/]");
     *isValid = false;
     if (formula.isEmpty()) {
         return;
     }
     const QString copy = formula.simplified().remove(' ');
-    for (const QString& name : copy.split(notOfName())) {
+    for (const QString& name : copy.split(notOfName)) {
         if (!name.isEmpty() && !mVariables.contains(name)) {
             return;
         }
     }
-    if (!copy.isEmpty() && QString("(+-*/").contains(copy.back())) {
-        return;
-    }
-    if (copy.contains(notOfFormula) || copy.count('(') != copy.count(')')) {
+    const bool endsOpen = !copy.isEmpty() && QString("(+-*/").contains(copy.back());
+    if (endsOpen || copy.contains(notOfFormula) || copy.count('(') != copy.count(')')) {
         return;
     }
     *isValid = zeb__bc_act(formula.toLocal8Bit().constData(), true, 0, nullptr) == 0;
@@ -172,18 +166,13 @@ void BroxDhsFormula::completeVariable(QString& text, int cursorPos)
     if (!mCompletionEnabled) {
         return;
     }
-    const QString token = text.left(cursorPos).section(notOfName(), -1);
+    const QString token = text.left(cursorPos).section(notOfName, -1);
     if (token.isEmpty()) {
         return;
     }
     ui.dhsLineEdit->deselect();
 
-    QStringList hits;
-    for (const QString& variable : mVariables) {
-        if (variable.startsWith(token)) {
-            hits.append(variable);
-        }
-    }
+    const QStringList hits = mVariables.filter(QRegularExpression('^' + token));
     if (hits.isEmpty()) {
         return;
     }

@@ -2,7 +2,6 @@
 #include "brox_job_data.h"
 
 #include "brox_looks.h"
-#include "brox_nls.h"
 #include "brox_step_data.h"
 #include "brox_viewer.h"
 #include "qor_data.h"

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "brox_model_manager.h"
 
-#include "brox_cells.h"
 #include "brox_dialogs.h"
+#include "brox_looks.h"
 #include "brox_man.h"
-#include "brox_nls.h"
 
 #include <QScopedValueRollback>
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "brox_models_file.h"
 
+#include "brox_looks.h"
 #include "brox_man.h"
-#include "brox_nls.h"
 
 #include <QDomDocument>
 

@@ -19,15 +19,11 @@ constexpr int maxBitLength = 7;
 /** The viewers by step. A lookup of an unknown step leaves an entry with a null viewer. */
 QMap<int, BroxViewer*> viewers;
 
-/** The viewer of a step, made if there is none yet; or null and why. */
-BroxViewer* openViewer(int stpid, int* status)
+/** Gives the viewer of a step, made if there is none yet. */
+int openViewer(int stpid, BroxViewer** viewer)
 {
-    BroxViewer* viewer = nullptr;
-    *status = source.checkStatus(brox__proxy_open_brox(stpid));
-    if (*status == 0) {
-        *status = source.checkStatus(brox__proxy_get_brox(stpid, &viewer));
-    }
-    return viewer;
+    const int status = source.checkStatus(brox__proxy_open_brox(stpid));
+    return status != 0 ? status : source.checkStatus(brox__proxy_get_brox(stpid, viewer));
 }
 
 } // namespace
@@ -37,12 +33,10 @@ int brox__proxy_open_brox(int stpid)
     if (!source.check(stpid != -1, "stpid != -1")) {
         return BROX_BAD_ARGUMENT;
     }
-    BroxViewer* brox = viewers[stpid];
-    if (!brox) {
-        brox = new (std::nothrow) BroxViewer(stpid, nullptr, {});
-        viewers[stpid] = brox;
+    if (!viewers[stpid]) {
+        viewers[stpid] = new (std::nothrow) BroxViewer(stpid, nullptr, {});
     }
-    return source.checkPointer(brox, "brox") ? 0 : BROX_BAD_ARGUMENT;
+    return source.checkPointer(viewers[stpid], "brox") ? 0 : BROX_BAD_ARGUMENT;
 }
 
 int brox__proxy_can_close(int stpid, int* ok)
@@ -96,9 +90,8 @@ int brox__proxy_get_model_list(int stpid, char*** models, int* num_models)
     }
     *models = nullptr;
     *num_models = 0;
-    int status = 0;
-    BroxViewer* viewer = openViewer(stpid, &status);
-    if (!viewer) {
+    BroxViewer* viewer = nullptr;
+    if (int status = openViewer(stpid, &viewer)) {
         return status;
     }
     const DrillTypeManager* drillTypeManager = DrillTypeManager::instance();
@@ -131,14 +124,13 @@ int brox__proxy_calc_drill_size(int stpid, const char* model_name, int tool_type
     }
     *drill_size = 0;
     bit[0] = '\0';
-    int status = 0;
-    BroxViewer* viewer = openViewer(stpid, &status);
-    if (!viewer) {
+    BroxViewer* viewer = nullptr;
+    if (int status = openViewer(stpid, &viewer)) {
         return status;
     }
     int drillType = DrillTypeManager::Undefined;
-    status = source.checkStatus(brox__proxy_drill_type(tool_type, tool_sub_type, &drillType));
-    if (status != 0) {
+    if (int status =
+            source.checkStatus(brox__proxy_drill_type(tool_type, tool_sub_type, &drillType))) {
         return status;
     }
 

@@ -2,10 +2,13 @@
 #ifndef BROX_REPORT_H
 #define BROX_REPORT_H
 
+#include "zeb_lowlevel.h"
+
 #include <algorithm>
 #include <cstdint>
 #include <initializer_list>
 #include <source_location>
+#include <string>
 
 /** One of the module's sources, as the host's log names it.
  *
@@ -15,13 +18,6 @@ class BroxSource
 {
 public:
     using Place = std::source_location;
-
-    /** A pointer argument and its name in the source. */
-    struct Pointer
-    {
-        const void* value;
-        const char* name;
-    };
 
     constexpr explicit BroxSource(const char* name)
         : mName(name)
@@ -33,38 +29,37 @@ public:
     bool check(bool holds, const char* condition, const Place& place = Place::current()) const
     {
         if (!holds) {
-            report(condition, place);
+            zeb__log_write("INTERNAL", "(%s) at %s %d\n", condition, mName, int(place.line()));
+            zeb__err_sound();
         }
         return holds;
     }
 
-    /** Whether all of the pointers are valid: 0 to 1000 are no addresses. They are one condition.
-     */
-    bool checkPointers(
-        std::initializer_list<Pointer> pointers, const Place& place = Place::current()) const
-    {
-        return std::all_of(pointers.begin(), pointers.end(), isValid)
-            || reportPointers(pointers, place);
-    }
-
+    /** Checks a pointer argument, which is reported by its name. */
     bool checkPointer(
         const void* value, const char* name, const Place& place = Place::current()) const
     {
-        return checkPointers({{value, name}}, place);
+        return areValid({value})
+            || check(false, ("((ullong)(" + std::string(name) + ") > 1000)").c_str(), place);
+    }
+
+    /** Whether all of the pointers are valid: 0 to 1000 are no addresses. */
+    static bool areValid(std::initializer_list<const void*> pointers)
+    {
+        return std::ranges::all_of(pointers,
+            [](const void* each) { return reinterpret_cast<std::uintptr_t>(each) > 1000; });
     }
 
     /** The status of a call, which is logged if it is not 0. */
-    int checkStatus(int status, const Place& place = Place::current()) const;
-
-private:
-    static bool isValid(const Pointer& pointer)
+    int checkStatus(int status, const Place& place = Place::current()) const
     {
-        return static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(pointer.value)) > 1000;
+        if (status != 0) {
+            zeb__log_status_check(mName, int(place.line()));
+        }
+        return status;
     }
 
-    void report(const char* condition, const Place& place) const;
-    bool reportPointers(std::initializer_list<Pointer> pointers, const Place& place) const;
-
+private:
     const char* mName;
 };
 

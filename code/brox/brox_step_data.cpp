@@ -6,40 +6,17 @@
 #include "vex_data.h"
 #include "zeb_lowlevel.h"
 
+#include <QScopeGuard>
+
 #include <algorithm>
 #include <limits>
+#include <span>
 
 namespace {
 
 constexpr BroxSource source("brox_proxy"); // as the host's log knows these routines
 
 brox_model_renamed_deleted_cb modelRenamedDeleted = nullptr;
-
-/** The ids of a step's layers, a block of the host's that goes back to it. */
-class LayerIds
-{
-public:
-    LayerIds() = default;
-    ~LayerIds()
-    {
-        if (mIds) {
-            zeb__mem_free(mIds, 1, source.name(), __LINE__);
-        }
-    }
-    Q_DISABLE_COPY_MOVE(LayerIds)
-
-    int fetch(int stpid)
-    {
-        return source.checkStatus(qor__lst_lyr_stp_ids(stpid, "*", 192, 3, -1, &mIds, &mCount));
-    }
-
-    const int* begin() const { return mIds; }
-    const int* end() const { return mIds ? mIds + std::max(mCount, 0) : nullptr; }
-
-private:
-    int* mIds = nullptr;
-    int mCount = 0;
-};
 
 /** Does something for the number of a step; nothing, and no failure, if the step has none. */
 template <typename Work>
@@ -61,7 +38,7 @@ int toDrillSize(int layerId, const qor_drl_tool& tool, drill_size_info* info)
         brox__proxy_drill_type(tool.tool_type, tool.tool_sub_type, &info->drill_type));
 }
 
-int countTools(const LayerIds& layerIds, int* count)
+int countTools(std::span<const int> layerIds, int* count)
 {
     qint64 sum = 0;
     for (int layerId : layerIds) {
@@ -76,7 +53,7 @@ int countTools(const LayerIds& layerIds, int* count)
 }
 
 /** Fills the records of all layers; a layer that has grown since the count stays within them. */
-int fillDrillSizes(const LayerIds& layerIds, drill_size_info* infos, int* count)
+int fillDrillSizes(std::span<const int> layerIds, drill_size_info* infos, int* count)
 {
     int filled = 0;
     for (int layerId : layerIds) {
@@ -148,10 +125,18 @@ int brox__proxy_get_drill_sizes(int stpid, drill_size_info** drill_sizes, int* d
         || !source.checkPointer(drill_size_num, "drill_size_num")) {
         return BROX_BAD_ARGUMENT;
     }
-    LayerIds layerIds;
-    if (int status = layerIds.fetch(stpid)) {
+    int* ids = nullptr;
+    int idCount = 0;
+    const auto freeIds = qScopeGuard([&ids] {
+        if (ids) {
+            zeb__mem_free(ids, 1, source.name(), __LINE__);
+        }
+    });
+    if (int status =
+            source.checkStatus(qor__lst_lyr_stp_ids(stpid, "*", 192, 3, -1, &ids, &idCount))) {
         return status;
     }
+    const std::span<const int> layerIds(ids, ids ? std::max(idCount, 0) : 0);
     int count = 0;
     if (int status = countTools(layerIds, &count)) {
         return status;

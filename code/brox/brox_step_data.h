@@ -12,7 +12,7 @@
  */
 
 #include "brox_man.h"
-#include "brox_types.h"
+#include "brox_proxy.h"
 
 /** A drill tool of a step. */
 struct drill_size_info

@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "brox_tester.h"
 
-#include "brox_cells.h"
 #include "brox_looks.h"
-#include "brox_nls.h"
 #include "zeb_gui.h"
 
 #include <QScrollBar>

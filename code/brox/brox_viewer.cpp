@@ -3,7 +3,6 @@
 
 #include "brox_dialogs.h"
 #include "brox_models_file.h"
-#include "brox_nls.h"
 #include "brox_step_data.h"
 
 #include <QFontMetrics>
@@ -113,8 +112,9 @@ void BroxViewer::calcDrillSize(QString modelName, DrillTypeManager::DrillType dr
     bool* exactMatch)
 {
     if (!source.checkPointer(dhsValue, "dhsValue")
-        || !source.checkPointers(
-            {{success, "success"}, {outOfTolRange, "outOfTolRange"}, {exactMatch, "exactMatch"}})) {
+        || !source.check(BroxSource::areValid({success, outOfTolRange, exactMatch}),
+            "((ullong)(success) > 1000) && ((ullong)(outOfTolRange) > 1000) && "
+            "((ullong)(exactMatch) > 1000)")) {
         return;
     }
     *dhsValue = 0;
@@ -287,8 +287,8 @@ void BroxViewer::testerScrollBar_valueChanged(int sliderPosition)
 
 bool BroxViewer::loadDefaultModels()
 {
-    const std::optional<QString> path = modelsFile.existingPath();
-    return path && loadModelsFile(*path);
+    const QString path = modelsFile.existingPath();
+    return !path.isNull() && loadModelsFile(path);
 }
 
 void BroxViewer::saveDefaultModels()
@@ -296,12 +296,11 @@ void BroxViewer::saveDefaultModels()
     if (!mDataChanged) {
         return;
     }
-    const std::optional<QString> path = modelsFile.pathForSaving();
-    if (!path) {
-        return;
+    const QString path = modelsFile.pathForSaving();
+    if (!path.isNull()) {
+        saveModelsFile(path);
+        setDataChanged(false);
     }
-    saveModelsFile(*path);
-    setDataChanged(false);
 }
 
 bool BroxViewer::loadModelsFile(QString fileName)

@@ -47,22 +47,21 @@ bool nestsTooDeeply(const QByteArray& xml, QString* error, int* line, int* colum
 
 } // namespace
 
-std::optional<QString> BroxXmlFile::existingPath() const
+QString BroxXmlFile::existingPath() const
 {
-    const std::optional<Location> location = locate();
-    return location && location->exists ? std::optional(location->path) : std::nullopt;
+    bool exists = false;
+    const QString path = locate(&exists);
+    return exists ? path : QString();
 }
 
-std::optional<QString> BroxXmlFile::pathForSaving() const
+QString BroxXmlFile::pathForSaving() const
 {
-    const std::optional<Location> location = locate(); // a file that is not there yet is as good
-    if (!location) {
-        return std::nullopt;
-    }
-    const QFileInfo info(location->path);
+    bool exists = false; // a file that is not there yet is as good
+    const QString path = locate(&exists);
+    const QFileInfo info(path);
     const QDir folder = info.dir();
-    if (!folder.exists() && !folder.mkpath(folder.path())) {
-        return std::nullopt;
+    if (path.isNull() || (!folder.exists() && !folder.mkpath(folder.path()))) {
+        return {};
     }
     return info.absoluteFilePath();
 }
@@ -128,15 +127,14 @@ bool BroxXmlFile::write(const QString& path, const QDomDocument& document) const
     return true;
 }
 
-std::optional<BroxXmlFile::Location> BroxXmlFile::locate() const
+/** The full path, also of a file that is not there; null if the host has none. */
+QString BroxXmlFile::locate(bool* exists) const
 {
     const QByteArray name = QByteArray("brox/") + mName;
-    char buffer[maxPathLength + 1] = {};
-    bool found = false;
-    if (zeb__sarn_get_dir(dataLocation, name.constData(), buffer, maxPathLength, &found) != 0) {
-        return std::nullopt;
-    }
-    return Location{QString::fromLocal8Bit(buffer), found};
+    char path[maxPathLength + 1] = {};
+    const int status =
+        zeb__sarn_get_dir(dataLocation, name.constData(), path, maxPathLength, exists);
+    return status == 0 ? QString::fromLocal8Bit(path) : QString();
 }
 
 QString xmlText(const QString& text)

@@ -6,8 +6,6 @@
 
 #include <QString>
 
-#include <optional>
-
 class QDomDocument;
 
 /** One of the module's two XML files: where it is, how it is read and written.
@@ -40,11 +38,11 @@ public:
     constexpr const char* name() const { return mName; }
     constexpr const char* root() const { return mRoot; }
 
-    /** The path of the file, if there is one; the host knows where. */
-    std::optional<QString> existingPath() const;
+    /** The path of the file; null if there is none. The host knows where. */
+    QString existingPath() const;
 
-    /** The path to write, its folder made if it was missing; none if that can't be. */
-    std::optional<QString> pathForSaving() const;
+    /** The path to write, its folder made if it was missing; null if that can't be. */
+    QString pathForSaving() const;
 
     /** Reads a file whole; false, and the document is of no use, if it is no XML. */
     bool read(const QString& path, QDomDocument* document) const;
@@ -56,12 +54,7 @@ public:
     bool write(const QString& path, const QDomDocument& document) const;
 
 private:
-    struct Location
-    {
-        QString path;
-        bool exists;
-    };
-    std::optional<Location> locate() const;
+    QString locate(bool* exists) const;
 
     BroxSource mSource;
     const char* mName;
