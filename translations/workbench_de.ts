@@ -2150,6 +2150,17 @@ Ihr jetziger Inhalt bleibt als Sicherung erhalten.</translation>
     </message>
 </context>
 <context>
+    <name>brox::BoardLinks</name>
+    <message>
+        <source>Recent boards</source>
+        <translation>Zuletzt geöffnet</translation>
+    </message>
+    <message>
+        <source>Samples</source>
+        <translation>Beispiele</translation>
+    </message>
+</context>
+<context>
     <name>brox::DataGuard</name>
     <message>
         <source>Overwrite</source>
@@ -2349,10 +2360,6 @@ Abbrechen: Nichts wird gespeichert.</translation>
         <translation>Bohrungen teilen sich Bohrer, soweit ihre Toleranzen es erlauben.</translation>
     </message>
     <message>
-        <source> (%1 tools instead of %2)</source>
-        <translation> (%1 Werkzeuge statt %2)</translation>
-    </message>
-    <message>
         <source>Export cancelled: nothing was written to %1</source>
         <translation>Export abgebrochen: nach %1 wurde nichts geschrieben</translation>
     </message>
@@ -2371,6 +2378,13 @@ Abbrechen: Nichts wird gespeichert.</translation>
     <message>
         <source>Written with model %1: %2</source>
         <translation>Mit Modell %1 geschrieben: %2</translation>
+    </message>
+    <message numerus="yes">
+        <source> (%n tool(s) instead of %1)</source>
+        <translation>
+            <numerusform> (%n Werkzeug statt %1)</numerusform>
+            <numerusform> (%n Werkzeuge statt %1)</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -2479,6 +2493,10 @@ Abbrechen: Nichts wird gespeichert.</translation>
     <message>
         <source>no step &quot;%1&quot;; %2</source>
         <translation>kein Step „%1“; %2</translation>
+    </message>
+    <message>
+        <source>step %1: what is unsaved can&apos;t be kept; save or discard it first</source>
+        <translation>Step %1: Ungespeichertes lässt sich nicht übernehmen; speichern oder verwerfen Sie es zuerst</translation>
     </message>
 </context>
 <context>
@@ -2740,6 +2758,18 @@ Abbrechen: Nichts wird gespeichert.</translation>
     <message>
         <source>Takes back the types, drill sizes, models and units that were chosen.</source>
         <translation>Nimmt gewählte Arten, Bohrmaße, Modelle und Einheiten zurück.</translation>
+    </message>
+    <message>
+        <source>Open a board to set up its drill tools, or drop its files here.</source>
+        <translation>Öffnen Sie eine Leiterplatte, um ihre Bohrwerkzeuge einzurichten, oder ziehen Sie ihre Dateien hierher.</translation>
+    </message>
+    <message>
+        <source>Open Board...</source>
+        <translation>Leiterplatte öffnen …</translation>
+    </message>
+    <message>
+        <source>Open Folder...</source>
+        <translation>Ordner öffnen …</translation>
     </message>
 </context>
 <context>
@@ -3010,29 +3040,6 @@ bei X %2, Y %3</translation>
     <message>
         <source>Plus tolerance</source>
         <translation>Toleranz plus</translation>
-    </message>
-</context>
-<context>
-    <name>brox::StartPage</name>
-    <message>
-        <source>Open a board to set up its drill tools, or drop its files here.</source>
-        <translation>Öffnen Sie eine Leiterplatte, um ihre Bohrwerkzeuge einzurichten, oder ziehen Sie ihre Dateien hierher.</translation>
-    </message>
-    <message>
-        <source>Open Board...</source>
-        <translation>Leiterplatte öffnen …</translation>
-    </message>
-    <message>
-        <source>Open Folder...</source>
-        <translation>Ordner öffnen …</translation>
-    </message>
-    <message>
-        <source>Recent boards</source>
-        <translation>Zuletzt geöffnet</translation>
-    </message>
-    <message>
-        <source>Samples</source>
-        <translation>Beispiele</translation>
     </message>
 </context>
 <context>

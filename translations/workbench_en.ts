@@ -78,6 +78,13 @@
             <numerusform> (%n rows to check)</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source> (%n tool(s) instead of %1)</source>
+        <translation>
+            <numerusform> (%n tool instead of %1)</numerusform>
+            <numerusform> (%n tools instead of %1)</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>brox::FindingsDock</name>

@@ -112,17 +112,15 @@ MergedPlan planOf(const Options& options, HostSession& session, const DrillDraft
         && session.selectedModel(step) != options.value(options.model)) {
         session.selectModel(step, options.value(options.model));
     }
-    DrillModel model = session.model(step);
-    if (model.name.isEmpty()) {
+    const auto sharing = options.isSet(options.fewestToolsAll) ? HostSession::Sharing::All
+        : options.wantsFewestTools()                           ? HostSession::Sharing::ButPressFit
+                                                               : HostSession::Sharing::None;
+    std::vector<size_t> apart;
+    DrillPlan plan = session.plan(draft, step, sharing, &apart);
+    if (plan.model.name.isEmpty()) {
         throw HostError("there is no model: the models file may be empty or unreadable");
     }
-    std::vector<Drill> drills = session.drills(draft, step);
-    std::vector<size_t> apart;
-    if (options.wantsFewestTools()) {
-        apart = mergeDrills(
-            draft, session.approvedBits(step), options.isSet(options.fewestToolsAll), drills);
-    }
-    return {makePlan(draft, std::move(model), drills), std::move(apart)};
+    return {std::move(plan), std::move(apart)};
 }
 
 /** Why programs need more tools than are allowed, a line each. */
@@ -318,7 +316,7 @@ int printPlan(const Options& options, HostSession& session, Board board, const S
     const QStringList written = refusals.isEmpty() ? writeFiles(options, plan) : QStringList();
     QStringList left = leftOut(plan);
     if (options.wantsFewestTools()) {
-        left << QStringLiteral("%1 tools instead of %2")
+        left << QStringLiteral("tools: %1 instead of %2")
                     .arg(plan.toolCount())
                     .arg(plan.toolsBefore());
     }

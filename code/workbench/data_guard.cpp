@@ -23,11 +23,6 @@ QByteArray markOf(const DataFile::Content& content)
                           : QByteArray();
 }
 
-StepData* dataOf(const QWidget* viewer)
-{
-    return viewer->findChild<StepData*>(QString(), Qt::FindDirectChildrenOnly);
-}
-
 } // namespace
 
 DataGuard::DataGuard(const QString& dataDir)
@@ -48,13 +43,12 @@ void DataGuard::answerHost()
         this);
 }
 
-QWidget* DataGuard::open(
+StepData* DataGuard::open(
     const QString& step, const std::function<QWidget*()>& make, const Edits& edits)
 {
     const QScopedValueRollback opening(mIsOpening, true);
     const QScopedValueRollback taken(mEdits, &edits);
-    QWidget* viewer = make();
-    auto* data = new StepData(viewer, step);
+    auto* data = new StepData(make(), step);
     for (DataFile::Kind kind : DataFile::moduleKinds) {
         const QByteArray& content = edits.contents[size_t(kind)];
         StepData::File& file = data->file(kind);
@@ -73,16 +67,15 @@ QWidget* DataGuard::open(
     });
     mSteps.removeAll(nullptr); // viewers that are gone
     mSteps << data;
-    return viewer;
+    return data;
 }
 
-std::optional<DataGuard::Edits> DataGuard::takeEdits(QWidget* viewer)
+std::optional<DataGuard::Edits> DataGuard::takeEdits(StepData& data)
 {
-    StepData* data = dataOf(viewer);
     Edits edits;
     const QScopedValueRollback taking(mIsTaking, true);
     for (DataFile::Kind kind : DataFile::moduleKinds) {
-        const StepData::File& file = data->file(kind);
+        const StepData::File& file = data.file(kind);
         QByteArray& content = edits.contents[size_t(kind)];
         edits.known[size_t(kind)] = file.known;
         if (file.isLost) {
@@ -93,7 +86,7 @@ std::optional<DataGuard::Edits> DataGuard::takeEdits(QWidget* viewer)
         }
         QFile staged(stagePath(kind));
         staged.remove();
-        data->save(kind);
+        data.save(kind);
         if (!staged.open(QIODevice::ReadOnly)) {
             return std::nullopt;
         }
@@ -105,35 +98,19 @@ std::optional<DataGuard::Edits> DataGuard::takeEdits(QWidget* viewer)
     return edits;
 }
 
-bool DataGuard::isOlder(const QWidget* viewer) const
+bool DataGuard::isOlder(const StepData& data) const
 {
-    const StepData* data = viewer ? dataOf(viewer) : nullptr;
-    return data
-        && std::any_of(
-            std::begin(DataFile::moduleKinds), std::end(DataFile::moduleKinds), [&](auto kind) {
-                return data->file(kind).known != markOf(DataFile(mDataDir, kind).readUnchecked());
-            });
+    return std::ranges::any_of(DataFile::moduleKinds, [&](DataFile::Kind kind) {
+        return data.file(kind).known != markOf(DataFile(mDataDir, kind).readUnchecked());
+    });
 }
 
-bool DataGuard::hasUnsaved(const QWidget* viewer) const
+bool DataGuard::canClose(StepData& data, const std::function<bool()>& askModule)
 {
-    const StepData* data = viewer ? dataOf(viewer) : nullptr;
-    return data && data->hasUnsaved();
-}
-
-bool DataGuard::canClose(QWidget* viewer, const std::function<bool()>& askModule)
-{
-    StepData* data = dataOf(viewer);
-    const QScopedValueRollback closing(mClosing, data);
-    if (!data->closeBits() || !askModule()) {
-        return false;
-    }
-    for (DataFile::Kind kind : DataFile::moduleKinds) {
-        if (!canLose(data, kind)) {
-            return false;
-        }
-    }
-    return true;
+    const QScopedValueRollback closing(mClosing, &data);
+    return data.closeBits() && askModule()
+        && std::ranges::all_of(
+            DataFile::moduleKinds, [&](DataFile::Kind kind) { return canLose(data, kind); });
 }
 
 /** Only while a viewer is being made does the module ask for reading. */
@@ -325,9 +302,9 @@ void DataGuard::settle(Save* save, const QByteArray& bytes, const QString& fault
 }
 
 /** Whether what a save has lost may go with the viewer. */
-bool DataGuard::canLose(StepData* data, DataFile::Kind kind)
+bool DataGuard::canLose(StepData& data, DataFile::Kind kind)
 {
-    const StepData::File& file = data->file(kind);
+    const StepData::File& file = data.file(kind);
     if (!file.isLost) {
         return true;
     }
@@ -339,7 +316,7 @@ bool DataGuard::canLose(StepData* data, DataFile::Kind kind)
         ask(tr("%1 could not be saved: %2").arg(DataFile(mDataDir, kind).path(), file.fault),
             tr("Unsaved data will be lost."), answers);
     if (answer < answers.size() - 2) {
-        Save again{kind, data};
+        Save again{kind, &data};
         if (prepare(&again)) {
             replace(&again, QByteArray(file.unsaved));
         }

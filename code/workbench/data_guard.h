@@ -42,30 +42,24 @@ public:
         std::array<QByteArray, 2> known; ///< marks of the files as the viewer has read them
     };
 
-    /** Takes the edits out of a viewer that is about to be closed.
-     *
-     * @return null if the viewer did not give them: the user is to see to it first
-     */
-    std::optional<Edits> takeEdits(QWidget* viewer);
+    /** Takes the edits out of a viewer that is about to be closed; null if it did not give them. */
+    std::optional<Edits> takeEdits(StepData& data);
 
     /** Has a step's viewer made, which reads the files, and watches it from then on.
      *
      * @param edits  what it shows, as unsaved, in place of the files
+     * @return owned by the viewer
      */
-    QWidget* open(
-        const QString& step, const std::function<QWidget*()>& make, const Edits& edits = {});
+    StepData* open(const QString& step, const std::function<QWidget*()>& make, const Edits& edits);
 
     /** Whether the files have been saved by others since a viewer read or wrote them. */
-    bool isOlder(const QWidget* viewer) const;
-
-    /** Whether something of a viewer is in no file: models, bits, or what a save has lost. */
-    bool hasUnsaved(const QWidget* viewer) const;
+    bool isOlder(const StepData& data) const;
 
     /** Whether a viewer may close. Asks for its bits, its models and what a save has lost.
      *
      * @param askModule  has the module ask for the models
      */
-    bool canClose(QWidget* viewer, const std::function<bool()>& askModule);
+    bool canClose(StepData& data, const std::function<bool()>& askModule);
 
 signals:
     /** Something of a viewer came to be unsaved, or no longer is. */
@@ -93,7 +87,7 @@ private:
     bool waitForOthers(Save* save);
     void replace(Save* save, const QByteArray& bytes);
     void settle(Save* save, const QByteArray& bytes, const QString& fault);
-    bool canLose(StepData* data, DataFile::Kind kind);
+    bool canLose(StepData& data, DataFile::Kind kind);
     StepData* saver(DataFile::Kind kind) const;
 
     QString mDataDir;

@@ -88,8 +88,7 @@ QString writtenText(const DrillPlan& plan, const FileSet& files)
         text += ExportMenu::tr(" (models and bits: %1)").arg(spoken(fileState(plan.model)));
     }
     if (plan.toolCount() < plan.toolsBefore()) {
-        text += ExportMenu::tr(" (%1 tools instead of %2)")
-                    .arg(plan.toolCount())
+        text += ExportMenu::tr(" (%n tool(s) instead of %1)", "", plan.toolCount())
                     .arg(plan.toolsBefore());
     }
     if (const qsizetype alarming = alarmingRows(plan)) {
@@ -252,11 +251,11 @@ void ExportMenu::write(const char* key, const QString& path, Write writeFiles)
     }
 }
 
-BitsMenu::BitsMenu(const QString& dataDir, std::function<bool(const std::function<void()>&)> remake,
+BitsMenu::BitsMenu(const QString& dataDir, std::function<bool(const std::function<void()>&)> change,
     QWidget* parent)
     : QMenu(tr("Drill &Bits"), parent)
     , mDataDir(dataDir)
-    , mRemake(std::move(remake))
+    , mChange(std::move(change))
 {
     addAction(tr("&Import..."), this, &BitsMenu::importBits);
     addAction(tr("&Export..."), this, &BitsMenu::exportBits);
@@ -264,17 +263,8 @@ BitsMenu::BitsMenu(const QString& dataDir, std::function<bool(const std::functio
     for (const ReadySet& set : readySets()) {
         ready->addAction(QApplication::translate("ReadySet", set.name), this,
             [this, key = QLatin1String(set.key)] {
-                guard([&] { replace(QStringLiteral("ready:") + key); });
+                attempt([&] { replace(QStringLiteral("ready:") + key); });
             });
-    }
-}
-
-void BitsMenu::guard(const std::function<void()>& work)
-{
-    try {
-        work();
-    } catch (const std::exception& error) {
-        emit failed(QString::fromUtf8(error.what()));
     }
 }
 
@@ -283,7 +273,7 @@ void BitsMenu::importBits()
     const QString path = QFileDialog::getOpenFileName(parentWidget(), tr("Import Drill Bits"),
         QString(), tr("Comma-separated values (*.csv);;All files (*)"));
     if (!path.isEmpty()) {
-        guard([&] { replace(path); });
+        attempt([&] { replace(path); });
     }
 }
 
@@ -297,7 +287,7 @@ void BitsMenu::replace(const QString& name)
             tr("The table has %n bit(s) now.", "", int(former)) + '\n' + lines,
             {tr("Replace"), tr("Cancel")})
             == 0
-        && mRemake([&] { replaceBits(mDataDir, bits); })) {
+        && mChange([&] { replaceBits(mDataDir, bits); })) {
         emit done(tr("%n bit(s) imported", "", int(bits.size())));
     }
 }
@@ -312,7 +302,7 @@ void BitsMenu::exportBits()
     if (dialog.exec() != QDialog::Accepted) {
         return;
     }
-    guard([&] {
+    attempt([&] {
         const QString path = dialog.selectedFiles().value(0);
         const QString error = writeFile(path, bitsToCsv(savedBits(mDataDir)));
         if (!error.isEmpty()) {

@@ -64,23 +64,21 @@ class BitsMenu : public QMenu
 
 public:
     /** @param dataDir  folder of the bits
-     *  @param remake   makes the open viewers anew around a change; false: the user wants none
+     *  @param change   has the open viewers read a change of the files; false: the user wants none
      */
-    BitsMenu(const QString& dataDir,
-        std::function<bool(const std::function<void()>& change)> remake, QWidget* parent);
+    BitsMenu(const QString& dataDir, std::function<bool(const std::function<void()>&)> change,
+        QWidget* parent);
 
 signals:
     void done(const QString& message);
-    void failed(const QString& message);
 
 private:
     void importBits();
     void exportBits();
     void replace(const QString& name);
-    void guard(const std::function<void()>& work);
 
     QString mDataDir;
-    std::function<bool(const std::function<void()>&)> mRemake;
+    std::function<bool(const std::function<void()>&)> mChange;
 };
 
 } // namespace brox

@@ -2,6 +2,7 @@
 #include "help.h"
 
 #include "language.h"
+#include "main_window.h"
 
 #include <QAction>
 #include <QCoreApplication>
@@ -10,6 +11,7 @@
 #include <QDir>
 #include <QHeaderView>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QScreen>
 #include <QTextBrowser>
 #include <QTextFragment>
@@ -180,6 +182,21 @@ void showShortcuts(QWidget* window)
     layout->addWidget(buttons);
     dialog.resize(shortcutsSize);
     dialog.exec();
+}
+
+void showAbout(QWidget* window, const QString& dataDir)
+{
+    QMessageBox box(window);
+    box.setWindowTitle(MainWindow::tr("About brox workbench"));
+    box.setIconPixmap(window->windowIcon().pixmap(64));
+    box.setTextFormat(Qt::RichText);
+    box.setText(
+        MainWindow::tr("<h3>brox workbench %1</h3>"
+                       "<p>Sets up the drill tools of printed-circuit boards: finished hole sizes "
+                       "become drill sizes, by models of the plating and a table of bits.</p>"
+                       "<p>MIT licence. Models and bits are in<br>%2</p>")
+            .arg(QCoreApplication::applicationVersion(), dataDir.toHtmlEscaped()));
+    box.exec();
 }
 
 } // namespace brox

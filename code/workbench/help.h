@@ -2,6 +2,7 @@
 #ifndef HELP_H
 #define HELP_H
 
+class QString;
 class QWidget;
 
 namespace brox {
@@ -11,6 +12,8 @@ void showUserGuide(QWidget* parent);
 
 /** Shows all keys of a window: those of its menus, and those of tables and the map. */
 void showShortcuts(QWidget* window);
+
+void showAbout(QWidget* window, const QString& dataDir);
 
 } // namespace brox
 

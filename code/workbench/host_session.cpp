@@ -4,7 +4,6 @@
 #include "brox_proxy.h"
 #include "language.h"
 #include "standin.h"
-#include "step_data.h"
 #include "vex_data.h"
 
 #include <QDir>
@@ -149,8 +148,8 @@ void HostSession::setUnits(size_t step, Units units)
     if (open.draft.units == units) {
         return;
     }
-    if (open.viewer) {
-        open.viewer->setFocus(); // a number in an open cell was typed in the units before
+    if (open.data) {
+        open.data->viewer()->setFocus(); // a number in an open cell was typed in the units before
     }
     open.draft.units = units;
     standin_set_units(open.stpid, int(units));
@@ -158,12 +157,12 @@ void HostSession::setUnits(size_t step, Units units)
     emit edited(step);
 }
 
-QWidget* HostSession::viewer(size_t step)
+StepData& HostSession::data(size_t step)
 {
     OpenStep& open = mSteps.at(step);
-    if (!open.viewer) {
+    if (!open.data) {
         BroxViewer* viewer = nullptr;
-        open.viewer = mGuard.open(
+        open.data = mGuard.open(
             open.draft.boardStep().name,
             [&] {
                 check(brox__proxy_open_brox(open.stpid), "open a viewer");
@@ -172,62 +171,64 @@ QWidget* HostSession::viewer(size_t step)
             },
             open.edits);
         open.edits = {};
-        connect(&data(step), &StepData::touched, this, [this, step] { emit edited(step); });
+        connect(open.data, &StepData::touched, this, [this, step] { emit edited(step); });
         check(brox__proxy_set_parent_viewer(viewer, open.parent.get()), "follow the units");
         if (!open.firstModel.isEmpty() && models(step).contains(open.firstModel)) {
             selectModel(step, open.firstModel);
         }
     }
-    return open.viewer;
-}
-
-StepData& HostSession::data(size_t step)
-{
-    return *viewer(step)->findChild<StepData*>();
+    return *open.data;
 }
 
 void HostSession::recalculate(size_t step)
 {
-    if (mSteps.at(step).viewer) {
-        data(step).recalculate();
+    if (StepData* data = mSteps.at(step).data) {
+        data->recalculate();
     }
 }
 
-bool HostSession::closeForAnother(size_t step)
+void HostSession::closeForAnother(size_t step)
 {
     OpenStep& open = mSteps.at(step);
-    if (open.viewer) {
-        std::optional<DataGuard::Edits> edits = mGuard.takeEdits(open.viewer);
+    if (open.data) {
+        std::optional<DataGuard::Edits> edits = mGuard.takeEdits(*open.data);
         if (!edits) {
-            return false;
+            throw HostError(tr("step %1: what is unsaved can't be kept; save or discard it first")
+                                .arg(open.data->step()));
         }
         open.edits = std::move(*edits);
         closeViewer(step);
     }
-    return true;
+}
+
+bool HostSession::isOlder(size_t step) const
+{
+    const StepData* data = mSteps.at(step).data;
+    return data && mGuard.isOlder(*data);
+}
+
+bool HostSession::hasUnsaved(size_t step) const
+{
+    const StepData* data = mSteps.at(step).data;
+    return data && data->hasUnsaved();
 }
 
 bool HostSession::canClose(size_t step)
 {
     const OpenStep& open = mSteps.at(step);
-    return !open.viewer || mGuard.canClose(open.viewer, [&] {
+    return !open.data || mGuard.canClose(*open.data, [&] {
         int ok = 0;
         check(brox__proxy_can_close(open.stpid, &ok), "ask whether a viewer may close");
         return ok != 0;
     });
 }
 
-bool HostSession::hasUnsaved(size_t step) const
-{
-    return mGuard.hasUnsaved(mSteps.at(step).viewer);
-}
-
 void HostSession::closeViewer(size_t step)
 {
     OpenStep& open = mSteps.at(step);
-    if (open.viewer) {
+    if (open.data) {
         brox__proxy_close_brox(open.stpid);
-        delete open.viewer;
+        delete open.data->viewer();
     }
 }
 
@@ -246,11 +247,6 @@ QStringList HostSession::models(size_t step)
     return models;
 }
 
-QString HostSession::selectedModel(size_t step)
-{
-    return data(step).selectedModel();
-}
-
 void HostSession::selectModel(size_t step, const QString& model)
 {
     if (!data(step).selectModel(model)) {
@@ -261,11 +257,6 @@ void HostSession::selectModel(size_t step, const QString& model)
     }
 }
 
-void HostSession::duplicateModel(size_t step)
-{
-    data(step).duplicateModel();
-}
-
 DrillModel HostSession::model(size_t step)
 {
     DrillModel model = data(step).model();
@@ -274,14 +265,24 @@ DrillModel HostSession::model(size_t step)
     return model;
 }
 
-std::vector<TableBit> HostSession::approvedBits(size_t step)
+DrillPlan HostSession::plan(
+    const DrillDraft& draft, size_t step, Sharing sharing, std::vector<size_t>* apart)
 {
-    return data(step).approvedBits(draft(step).units);
+    DrillModel current = model(step);
+    std::vector<Drill> drills = this->drills(draft, current, step);
+    if (sharing != Sharing::None) {
+        std::vector<size_t> rows = mergeDrills(draft,
+            data(step).approvedBits(mSteps[step].draft.units), sharing == Sharing::All, drills);
+        if (apart) {
+            *apart = std::move(rows);
+        }
+    }
+    return makePlan(draft, std::move(current), drills);
 }
 
-std::vector<Drill> HostSession::drills(const DrillDraft& draft, size_t step)
+std::vector<Drill> HostSession::drills(
+    const DrillDraft& draft, const DrillModel& model, size_t step)
 {
-    const DrillModel current = model(step);
     const QSet<QString> unapproved = data(step).unapprovedBits();
     std::vector<Drill> drills;
     for (const DraftRow& row : draft.rows) {
@@ -291,7 +292,7 @@ std::vector<Drill> HostSession::drills(const DrillDraft& draft, size_t step)
                                                    : Drill{{}, {}, {PlanFlag::NoSize}, {}, {}});
             continue;
         }
-        Drill& added = drills.emplace_back(drill(row, current, step));
+        Drill& added = drills.emplace_back(drill(row, model, step));
         if (!added.bit.isEmpty() && unapproved.contains(added.bit)) {
             added.flags << PlanFlag::UnapprovedBit;
         }
@@ -358,16 +359,6 @@ void HostSession::modelRenamedOrDeleted(int stepNumber, const char* oldName, con
             emit sSession->modelDeleted(step, from);
         }
     }
-}
-
-DrillPlan planOf(HostSession& session, size_t step, bool withFewestTools)
-{
-    const DrillDraft& draft = session.draft(step);
-    std::vector<Drill> drills = session.drills(draft, step);
-    if (withFewestTools) {
-        mergeDrills(draft, session.approvedBits(step), false, drills);
-    }
-    return makePlan(draft, session.model(step), drills);
 }
 
 } // namespace brox

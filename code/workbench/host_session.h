@@ -3,7 +3,7 @@
 #define HOST_SESSION_H
 
 #include "data_guard.h"
-#include "fewest_tools.h"
+#include "step_data.h"
 #include "zeb_lowlevel.h"
 
 #include <QObject>
@@ -61,22 +61,27 @@ public:
     /** A step as it was given, in the units that it has now; rows as its viewer lists them. */
     const DrillDraft& draft(size_t step) const { return mSteps.at(step).draft; }
 
-    /** The model that is selected in the step's viewer, as it is shown there, saved or not. */
-    DrillModel model(size_t step);
+    /** Whether rows are to share bits within their tolerances. */
+    enum class Sharing
+    {
+        None,
+        ButPressFit,
+        All
+    };
 
-    /** What a step's viewer, by its selected model and current formula, gives the rows of a draft,
-     *  which may be that of another board. Nothing that the viewer shows is changed. */
-    std::vector<Drill> drills(const DrillDraft& draft, size_t step);
-
-    /** The approved bits of a step's viewer in the units of the step, saved or not, by rising size.
-     *  Of those of one size the last counts, as in the module. */
-    std::vector<TableBit> approvedBits(size_t step);
+    /** What a draft, which may be that of another board, comes to by the selected model and the
+     *  current formula of a step's viewer, saved or not. Nothing that the viewer shows is changed.
+     *
+     * @param apart  takes what mergeDrills gives if rows share bits; may be null
+     */
+    DrillPlan plan(const DrillDraft& draft, size_t step, Sharing sharing = Sharing::None,
+        std::vector<size_t>* apart = nullptr);
 
     /** Changes a step's units and notifies its viewer. */
     void setUnits(size_t step, Units units);
 
     /** The step's viewer, which is opened if there is none yet. */
-    QWidget* viewer(size_t step);
+    QWidget* viewer(size_t step) { return data(step).viewer(); }
 
     /** Names the model that a viewer of the step begins with, if it has it; else it is the first.
      */
@@ -88,12 +93,12 @@ public:
 
     /** Closes a viewer and keeps what of it is in no file for the one that is opened next.
      *
-     * @return false, with the viewer still open, if it did not give that
+     * @throws HostError  if the viewer did not give that; it is still open then
      */
-    bool closeForAnother(size_t step);
+    void closeForAnother(size_t step);
 
     /** Whether models or bits have been saved by others since the step's viewer read them. */
-    bool isOlder(size_t step) const { return mGuard.isOlder(mSteps.at(step).viewer); }
+    bool isOlder(size_t step) const;
 
     /** Whether the step's viewer may close; may ask the user. */
     bool canClose(size_t step);
@@ -110,14 +115,14 @@ public:
     QStringList models(size_t step);
 
     /** The model that is selected in the step's viewer; empty if there is none. */
-    QString selectedModel(size_t step);
+    QString selectedModel(size_t step) { return data(step).selectedModel(); }
 
     /** Selects a model in the step's viewer, as a user does. */
     void selectModel(size_t step, const QString& model);
 
     /** Makes a copy of the selected model, as a user would by hand; its name is open for typing
      *  then, and nothing is saved. Does nothing if no model is selected. */
-    void duplicateModel(size_t step);
+    void duplicateModel(size_t step) { data(step).duplicateModel(); }
 
 signals:
     /** Something that the drill sizes of a step depend on may be another. */
@@ -133,12 +138,14 @@ private:
         int stpid;
         DrillDraft draft;
         std::unique_ptr<ParentViewer> parent;
-        QPointer<QWidget> viewer;
+        QPointer<StepData> data; ///< of the viewer, with which it goes; null: there is none
         QString firstModel = {};
         DataGuard::Edits edits = {}; ///< of the viewer that was closed for another
     };
 
     void fillHost();
+    DrillModel model(size_t step);
+    std::vector<Drill> drills(const DrillDraft& draft, const DrillModel& model, size_t step);
     Drill drill(const DraftRow& row, const DrillModel& model, size_t step);
     StepData& data(size_t step);
     void setUpHost();
@@ -152,12 +159,6 @@ private:
     DataGuard mGuard;
     std::vector<OpenStep> mSteps;
 };
-
-/** What a step comes to by what its viewer shows, saved or not.
- *
- * @param withFewestTools  rows share bits within their tolerances; press-fit keeps its own
- */
-DrillPlan planOf(HostSession& session, size_t step, bool withFewestTools = false);
 
 } // namespace brox
 

@@ -83,7 +83,8 @@ void LivePlan::compareWith(std::shared_ptr<const Board> other, const QString& na
 
 DrillPlan LivePlan::planned(size_t step, bool withFewestTools)
 {
-    DrillPlan plan = planOf(mSession, step, withFewestTools);
+    DrillPlan plan = mSession.plan(mSession.draft(step), step,
+        withFewestTools ? HostSession::Sharing::ButPressFit : HostSession::Sharing::None);
     if (mOther) {
         std::shared_ptr<const Comparison>& comparison = mComparisons[step];
         if (!comparison) {

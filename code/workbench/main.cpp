@@ -4,6 +4,7 @@
 #include "host_session.h"
 #include "language.h"
 #include "main_window.h"
+#include "messages.h"
 #include "open_board.h"
 #include "options.h"
 
@@ -50,7 +51,7 @@ int showWindow(const Options& options, HostSession& session, const QStringList& 
     } else {
         // A box says what is wrong: who starts it from the desktop sees nothing else. Units are
         // set before there is a viewer: it takes a change for an edit.
-        window.guard(
+        attempt(
             [&] { window.openBoard(paths, [&] { return setUpStep(options, session, window); }); });
     }
     return QApplication::exec();

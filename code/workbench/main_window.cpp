@@ -4,6 +4,7 @@
 #include "data_start.h"
 #include "file_menus.h"
 #include "findings_dock.h"
+#include "help.h"
 #include "host_session.h"
 #include "live_plan.h"
 #include "map_dock.h"
@@ -13,30 +14,25 @@
 #include "rules_dialog.h"
 #include "start_page.h"
 #include "step_tabs.h"
+#include "ui_main_window.h"
 #include "viewer_tables.h"
 #include "window_filter.h"
 
-#include <QActionGroup>
-#include <QBoxLayout>
 #include <QCloseEvent>
 #include <QFileInfo>
 #include <QGuiApplication>
-#include <QLabel>
-#include <QPushButton>
 #include <QScopeGuard>
 #include <QScreen>
 #include <QSettings>
-#include <QStackedWidget>
-#include <QStatusBar>
 #include <QToolButton>
 
 namespace brox {
 
 namespace {
 
-constexpr QSize likedSize(1000, 1000);
 constexpr int findingsHeight = 170; // leaves room for the viewer on a small screen
 constexpr double shareOfScreen = 0.9; // the rest is for frames, which no screen reports
+constexpr int messageTime = 10'000; // milliseconds that the status bar shows one
 
 const char geometryKey[] = "geometry";
 const char stateKey[] = "state";
@@ -59,15 +55,21 @@ QString contentText(const DrillDraft& draft)
     return parts.join("; ");
 }
 
+/** A name as the text of an action, with its number as key as far as there are digits; no letter
+ *  of it is one. */
+QString numbered(size_t index, QString name)
+{
+    name.replace('&', "&&");
+    return index < 9 ? QStringLiteral("&%1 %2").arg(index + 1).arg(name) : name;
+}
+
 } // namespace
 
 MainWindow::MainWindow(HostSession& session)
     : mFilter(new WindowFilter(this))
+    , mUi(std::make_unique<Ui::MainWindow>())
     , mSession(session)
     , mErrorBar(new ErrorBar)
-    , mPages(new QStackedWidget)
-    , mHint(new QLabel)
-    , mStart(new StartPage)
     , mTabs(new StepTabs(session))
     , mLog(new LogDock(this))
     , mOpen(std::make_unique<OpenJob>(session, *mTabs))
@@ -82,12 +84,56 @@ MainWindow::MainWindow(HostSession& session)
     , mRulesBar(new NoticeBar("rulesBar", QStyle::SP_MessageBoxCritical))
     , mWatch(session.dataDir())
 {
+    mUi->setupUi(this);
+    setUpCentre();
+    setUpDocks();
+    setUpMenus();
+    setUpCommands();
+    setUpStatusBar();
+    followSession();
     connect(mFilter, &WindowFilter::dropped, this, &MainWindow::open);
-    createPages();
+    connect(mLive.get(), &LivePlan::changed, this, &MainWindow::followPlan);
+    connect(&mWatch, &DataWatch::changed, this, [this] { attempt([&] { followDataFolder(); }); });
+    followStep();
+}
+
+MainWindow::~MainWindow()
+{
+    mLive->disconnect();
+    delete mFindings;
+    delete mMap; // which looks at the steps when it is hidden
+    delete mTabs; // a viewer that ends may still call this window
+}
+
+void MainWindow::setUpCentre()
+{
+    for (NoticeBar* bar : {mOlderBar, mRulesBar, static_cast<NoticeBar*>(mErrorBar)}) {
+        mUi->centreLayout->insertWidget(0, bar);
+    }
+    mOlderBar->setText(tr("Models or bits have been saved by another step or program since this "
+                          "step read them. What is calculated here is older than the files."));
+    connect(mOlderBar->addButton(tr("Read Again...")), &QPushButton::clicked, this,
+        [this] { attempt([&] { rereadStep(); }); });
+    connect(mRulesBar->addButton(tr("Restore...")), &QPushButton::clicked, mUi->restoreAction,
+        &QAction::trigger);
+
+    mUi->pages->addWidget(mTabs);
+    connect(mUi->boardLinks, &BoardLinks::chosen, this, &MainWindow::open);
+    connect(mTabs, &QTabWidget::tabCloseRequested, this,
+        [this](int tab) { attempt([&] { mTabs->closeTab(tab); }); });
+    connect(mTabs, &StepTabs::stepChanged, this, &MainWindow::followStep);
+    connect(mTabs, &StepTabs::typeChosen, this,
+        [this](const QString& layer, const Tool& tool, std::optional<HoleType> type) {
+            attempt([&] { mOpen->change([&](Job& job) { job.chooseType(layer, tool, type); }); });
+        });
+}
+
+void MainWindow::setUpDocks()
+{
     addDockWidget(Qt::BottomDockWidgetArea, mLog);
     addDockWidget(Qt::RightDockWidgetArea, mMap);
-    mMap->hide();
     addDockWidget(Qt::BottomDockWidgetArea, mFindings);
+    mMap->hide();
     mFindings->hide();
     connect(mFindings, &FindingsDock::chosen, mMap, &MapDock::showPlace);
     connect(mFindings, &FindingsDock::found, this,
@@ -97,26 +143,157 @@ MainWindow::MainWindow(HostSession& session)
             mMap->ring(places);
         });
     connect(mMap, &MapDock::sizesChosen, this, [this](const QString& layer, bool areDrillSizes) {
-        guard([&] { mOpen->change([&](Job& job) { job.drillSizes[layer] = areDrillSizes; }); });
+        attempt([&] { mOpen->change([&](Job& job) { job.drillSizes[layer] = areDrillSizes; }); });
     });
     connect(mMap->toggleViewAction(), &QAction::triggered, this, &MainWindow::makeRoomForMap);
-    createMenus();
-    createStatusBar();
-    connect(mLive.get(), &LivePlan::changed, this, &MainWindow::followPlan);
-    connect(&mWatch, &DataWatch::changed, this, [this] { guard([&] { followDataFolder(); }); });
-    setAcceptDrops(true);
-
-    followSession();
-    followStep();
-    resize(likedSize);
+    connect(mFindings->toggleViewAction(), &QAction::triggered, this, [this](bool isShown) {
+        if (isShown) {
+            showFindings();
+        }
+    });
 }
 
-MainWindow::~MainWindow()
+/** What the form can't say of the menus. */
+void MainWindow::setUpMenus()
 {
-    mLive->disconnect();
-    delete mFindings;
-    delete mMap; // which looks at the steps when it is hidden
-    delete mTabs; // a viewer that ends may still call this window
+    auto* bits = new BitsMenu(
+        mSession.dataDir(), [this](const auto& change) { return mTabs->changeFiles(change); },
+        this);
+    connect(bits, &BitsMenu::done, this, &MainWindow::say);
+    mUi->fileMenu->insertMenu(mUi->rulesAction, mExport);
+    mUi->fileMenu->insertMenu(mUi->rulesAction, bits);
+    connect(mUi->fileMenu, &QMenu::aboutToShow, this, &MainWindow::listRecentBoards);
+    // The standard keys for this differ from desktop to desktop, and may be none.
+    mUi->closeStepAction->setShortcuts({Qt::CTRL | Qt::Key_W, Qt::CTRL | Qt::Key_F4});
+    connect(mUi->unitsGroup, &QActionGroup::triggered, this, &MainWindow::setUnits);
+    mLog->toggleViewAction()->setText(tr("&Log"));
+    mMap->toggleViewAction()->setText(tr("&Drill Map"));
+    mFindings->toggleViewAction()->setText(tr("&Findings"));
+    mUi->viewMenu->insertActions(mUi->viewMenu->actions().constFirst(),
+        {mLog->toggleViewAction(), mMap->toggleViewAction(), mFindings->toggleViewAction()});
+    listSteps();
+}
+
+void MainWindow::setUpCommands()
+{
+    const std::pair<QAction*, std::function<void()>> commands[] = {
+        {mUi->openBoardAction,
+            [this] { open(chooseBoardFiles(this, tr("Open Board"), lastPaths())); }},
+        {mUi->openFolderAction,
+            [this] { open(chooseBoardFolder(this, tr("Open Folder"), lastPaths())); }},
+        {mUi->compareBoardAction,
+            [this] { compareWith(chooseBoardFiles(this, tr("Compare With"), lastPaths())); }},
+        {mUi->compareFolderAction,
+            [this] { compareWith(chooseBoardFolder(this, tr("Compare With"), lastPaths())); }},
+        {mUi->endComparisonAction, [this] { endComparison(); }},
+        {mUi->saveAction, [this] { saveModels(); }},
+        {mUi->duplicateAction, [this] { duplicateModel(); }},
+        {mUi->rulesAction, [this] { editRules(); }},
+        {mUi->restoreAction, [this] { restoreBackup(); }},
+        {mUi->forgetAction, [this] { mOpen->forgetChoices(); }},
+        {mUi->closeStepAction, [this] { mTabs->closeTab(mTabs->currentIndex()); }},
+        {mUi->nextTabAction, [this] { turnTabs(1); }},
+        {mUi->previousTabAction, [this] { turnTabs(-1); }},
+        {mUi->recalculateAction, [this] { mLive->recalculate(); }},
+        {mUi->guideAction, [this] { showUserGuide(this); }},
+        {mUi->shortcutsAction, [this] { showShortcuts(this); }},
+        {mUi->aboutAction, [this] { showAbout(this, mSession.dataDir()); }}};
+    for (const auto& [action, command] : commands) {
+        connect(action, &QAction::triggered, this, [command = command] { attempt(command); });
+    }
+}
+
+void MainWindow::setUpStatusBar()
+{
+    mContent->setObjectName("contentLabel");
+    mToCheck->setObjectName("toCheckButton");
+    mToCheck->setToolTip(tr("Goes to the next row to check."));
+    mFound->setObjectName("foundButton");
+    mFound->setToolTip(tr("Shows the findings."));
+    for (QPushButton* button : {mToCheck, mFound}) {
+        button->setFlat(true);
+        button->hide();
+        statusBar()->addPermanentWidget(button);
+    }
+    statusBar()->addPermanentWidget(mContent);
+    connect(mToCheck, &QPushButton::clicked, this, &MainWindow::goToNextToCheck);
+    connect(mFound, &QPushButton::clicked, this, &MainWindow::showFindings);
+}
+
+/** Passes on what host and exports report. */
+void MainWindow::followSession()
+{
+    connect(&mSession, &HostSession::logged, this, &MainWindow::report);
+    connect(mExport, &ExportMenu::exported, this, &MainWindow::say);
+    connect(mExport, &ExportMenu::failed, this, [this](const QString& message) {
+        showFailure(message);
+        if (mRulesBar->isHidden()) {
+            goToNextToCheck(); // which is what mostly stands in the way
+        }
+    });
+    connect(&mSession, &HostSession::modelRenamed, this,
+        [this](const QString& step, const QString& oldName, const QString& newName) {
+            say(tr("Step %1: model \"%2\" is now \"%3\"").arg(step, oldName, newName));
+        });
+    connect(&mSession, &HostSession::modelDeleted, this,
+        [this](const QString& step, const QString& name) {
+            say(tr("Step %1: model \"%2\" is deleted").arg(step, name));
+        });
+    connect(&mSession.guard(), &DataGuard::saved, this,
+        [this](const QString& path) { say(tr("%1 saved").arg(path)); });
+}
+
+void MainWindow::listRecentBoards()
+{
+    mUi->recentMenu->clear();
+    const QList<QStringList> boards = RecentBoards::all();
+    for (qsizetype i = 0; i < boards.size(); ++i) {
+        QAction* action =
+            mUi->recentMenu->addAction(numbered(size_t(i), RecentBoards::name(boards[i])), this,
+                [this, paths = boards[i]] { open(paths); });
+        action->setStatusTip(boards[i].join("  "));
+        action->setEnabled(RecentBoards::exists(boards[i]));
+    }
+    mUi->recentMenu->setEnabled(!boards.isEmpty());
+}
+
+void MainWindow::listSteps()
+{
+    mUi->stepMenu->clear();
+    const std::vector<Step>& steps = job().board->steps;
+    for (size_t i = 0; i < steps.size(); ++i) {
+        mUi->stepMenu->addAction(
+            numbered(i, steps[i].name), this, [this, i] { attempt([&] { mTabs->openStep(i); }); });
+    }
+    mUi->stepMenu->addSeparator();
+    mUi->stepMenu->addActions({mUi->nextTabAction, mUi->previousTabAction});
+    mUi->stepMenu->setEnabled(!steps.empty());
+}
+
+void MainWindow::turnTabs(int by)
+{
+    if (const int count = mTabs->count(); count > 0) {
+        mTabs->setCurrentIndex((mTabs->currentIndex() + count + by) % count);
+    }
+}
+
+void MainWindow::say(const QString& message)
+{
+    statusBar()->showMessage(message, messageTime);
+}
+
+void MainWindow::goToNextToCheck()
+{
+    if (JobTable* table = mTabs->jobTable()) {
+        table->goToNextToCheck();
+    }
+}
+
+void MainWindow::duplicateModel()
+{
+    if (const std::optional<size_t> step = mTabs->currentStep()) {
+        mSession.duplicateModel(*step);
+    }
 }
 
 /** Table and status bar say what the plan does. */
@@ -133,7 +310,7 @@ void MainWindow::followPlan()
     if (!error.isEmpty()) {
         report("ERROR", error);
     }
-    mForget->setEnabled(mOpen->isChosen());
+    mUi->forgetAction->setEnabled(mOpen->isChosen());
     mOlderBar->setVisible(plan && plan->model.isOlder);
 }
 
@@ -141,14 +318,11 @@ void MainWindow::followPlan()
 void MainWindow::followDataFolder()
 {
     if (mLoadRules && readRules()) {
-        statusBar()->showMessage(
-            tr("The rules of the shop were saved by others; read again"), messageTime);
+        say(tr("The rules of the shop were saved by others; read again"));
     }
     const QStringList reread = mTabs->rereadFiles();
     if (!reread.isEmpty()) {
-        statusBar()->showMessage(
-            tr("Models or bits were saved by others; read again: %1").arg(reread.join(", ")),
-            messageTime);
+        say(tr("Models or bits were saved by others; read again: %1").arg(reread.join(", ")));
     }
     mLive->recalculate();
 }
@@ -184,19 +358,10 @@ void MainWindow::report(const QString& level, const QString& text)
     }
 }
 
-void MainWindow::guard(const std::function<void()>& work)
-{
-    try {
-        work();
-    } catch (const std::exception& error) {
-        showFailure(QString::fromUtf8(error.what()));
-    }
-}
-
 void MainWindow::remember()
 {
     mRemember = true;
-    resize(likedSize.boundedTo(screen()->availableSize() * shareOfScreen));
+    resize(size().boundedTo(screen()->availableSize() * shareOfScreen));
     const QSettings settings;
     restoreGeometry(settings.value(geometryKey).toByteArray());
     restoreState(settings.value(stateKey).toByteArray());
@@ -207,7 +372,7 @@ void MainWindow::reopenLastBoard()
 {
     const QStringList paths = RecentBoards::latest();
     if (RecentBoards::exists(paths)) {
-        guard([&] { openBoard(paths); });
+        attempt([&] { openBoard(paths); });
     }
 }
 
@@ -217,22 +382,12 @@ QStringList MainWindow::lastPaths() const
     return mBoardPaths.isEmpty() ? RecentBoards::latest() : mBoardPaths;
 }
 
-void MainWindow::chooseBoard()
-{
-    open(chooseBoardFiles(this, tr("Open Board"), lastPaths()));
-}
-
-void MainWindow::chooseFolder()
-{
-    open(chooseBoardFolder(this, tr("Open Folder"), lastPaths()));
-}
-
 void MainWindow::compareWith(const QStringList& paths)
 {
     if (paths.isEmpty()) {
         return;
     }
-    guard([&] {
+    attempt([&] {
         std::optional<Board> other = openBoardFiles(this, paths, mReadOptions);
         if (!other) {
             return;
@@ -247,7 +402,7 @@ void MainWindow::compareWith(const QStringList& paths)
         showFindings();
         mMap->show();
     });
-    mEndComparison->setEnabled(mLive->isComparing());
+    mUi->endComparisonAction->setEnabled(mLive->isComparing());
 }
 
 void MainWindow::showFindings()
@@ -262,13 +417,13 @@ void MainWindow::endComparison()
     if (mLive->isComparing()) {
         mLive->compareWith(nullptr);
     }
-    mEndComparison->setEnabled(false);
+    mUi->endComparisonAction->setEnabled(false);
 }
 
 void MainWindow::open(const QStringList& paths)
 {
     if (!paths.isEmpty()) {
-        guard([&] { openBoard(paths); });
+        attempt([&] { openBoard(paths); });
     }
 }
 
@@ -285,7 +440,7 @@ bool MainWindow::openBoard(const QStringList& paths, const std::function<size_t(
     const QString choices = mOpen->open(std::move(*board), mRemember);
     if (!choices.isEmpty()) {
         mLog->add("NOTE", choices);
-        statusBar()->showMessage(choices, messageTime);
+        say(choices);
     }
     mBoardPaths.clear();
     for (const QString& path : paths) {
@@ -322,6 +477,11 @@ void MainWindow::loadRules(std::function<ShopRules()> load)
     readRules();
 }
 
+void MainWindow::loadSavedRules()
+{
+    loadRules([dataDir = mSession.dataDir()] { return brox::loadRules(dataDir); });
+}
+
 /** @return whether the rules are others than before */
 bool MainWindow::readRules()
 {
@@ -341,7 +501,7 @@ bool MainWindow::readRules()
     }
     mRulesBar->setText(fault);
     mRulesBar->setVisible(!fault.isEmpty());
-    mRulesAction->setEnabled(fault.isEmpty());
+    mUi->rulesAction->setEnabled(fault.isEmpty());
     mExport->refuse(fault);
     return areOthers;
 }
@@ -356,23 +516,21 @@ void MainWindow::editRules()
         if (!error.isEmpty()) {
             throw HostError(tr("%1 could not be saved: %2").arg(file.path(), error));
         }
-        loadRules([dataDir = mSession.dataDir()] { return brox::loadRules(dataDir); });
+        loadSavedRules();
     }
 }
 
 /** Viewers hear of what is restored as of any other save. */
 void MainWindow::restoreBackup()
 {
-    const QString dataDir = mSession.dataDir();
-    RestoreDialog dialog(dataDir, this);
+    RestoreDialog dialog(mSession.dataDir(), this);
     if (dialog.exec() != QDialog::Accepted) {
         return;
     }
     if (dialog.kind() == DataFile::Kind::Rules) {
-        loadRules([dataDir] { return brox::loadRules(dataDir); });
+        loadSavedRules();
     }
-    statusBar()->showMessage(
-        tr("%1 is restored").arg(DataFile(dataDir, dialog.kind()).path()), messageTime);
+    say(tr("%1 is restored").arg(DataFile(mSession.dataDir(), dialog.kind()).path()));
 }
 
 /** By the viewer's own button, which also enters what is being typed. */
@@ -387,37 +545,38 @@ void MainWindow::saveModels()
 void MainWindow::followStep()
 {
     const std::optional<size_t> step = mTabs->currentStep();
-    mPages->setCurrentWidget(step   ? static_cast<QWidget*>(mTabs)
-            : mBoardPaths.isEmpty() ? static_cast<QWidget*>(mStart)
-                                    : mHint);
+    mUi->pages->setCurrentWidget(step ? static_cast<QWidget*>(mTabs)
+            : mBoardPaths.isEmpty()   ? mUi->startPage
+                                      : mUi->hintLabel);
     setWindowTitle(mBoardPaths.isEmpty()
             ? tr("brox workbench")
             : tr("%1[*] - brox workbench")
                   .arg(RecentBoards::name(mBoardPaths).replace("[*]", "[*][*]")));
     setWindowModified(mTabs->hasUnsaved());
-    mUnits->setEnabled(step.has_value());
-    mSave->setEnabled(step.has_value());
-    mDuplicate->setEnabled(step.has_value());
-    mCloseStep->setEnabled(step.has_value());
+    mUi->unitsGroup->setEnabled(step.has_value());
+    mUi->saveAction->setEnabled(step.has_value());
+    mUi->duplicateAction->setEnabled(step.has_value());
+    mUi->closeStepAction->setEnabled(step.has_value());
     mExport->setEnabled(step.has_value());
-    mCompareMenu->setEnabled(step.has_value());
+    mUi->compareMenu->setEnabled(step.has_value());
     mContent->setText(step ? contentText(mSession.draft(*step)) : QString());
     if (step) {
-        (mSession.draft(*step).units == Units::Inch ? mInch : mMetric)->setChecked(true);
+        (mSession.draft(*step).units == Units::Inch ? mUi->inchAction : mUi->metricAction)
+            ->setChecked(true);
     }
 }
 
 void MainWindow::setUnits(QAction* action)
 {
     if (const std::optional<size_t> step = mTabs->currentStep()) {
-        mSession.setUnits(*step, action == mInch ? Units::Inch : Units::Metric);
+        mSession.setUnits(*step, action == mUi->inchAction ? Units::Inch : Units::Metric);
     }
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)
 {
     bool closed = false;
-    guard([&] { closed = mTabs->closeAll(); });
+    attempt([&] { closed = mTabs->closeAll(); });
     if (!closed) {
         event->ignore();
         return;

@@ -12,11 +12,8 @@
 #include <memory>
 
 class QAction;
-class QActionGroup;
 class QLabel;
-class QLayout;
 class QPushButton;
-class QStackedWidget;
 
 namespace brox {
 
@@ -28,9 +25,12 @@ class LivePlan;
 class LogDock;
 class MapDock;
 class NoticeBar;
-class StartPage;
 class StepTabs;
 class WindowFilter;
+
+namespace Ui {
+class MainWindow;
+}
 
 /** The host's window: the viewers of a board's steps as tabs, and the host's log. */
 class MainWindow : public QMainWindow
@@ -70,9 +70,6 @@ public:
     /** How boards are read from now on. */
     void setReadOptions(const ReadOptions& options) { mReadOptions = options; }
 
-    /** Runs a user's command; what can't be done is shown in a box. */
-    void guard(const std::function<void()>& work);
-
     /** Takes over the rules of the shop, now and whenever their file has changed; while they can't
      *  be read nothing is exported.
      *
@@ -84,46 +81,41 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    void createMenus();
-    void createFileMenu();
-    void createBitsMenu(QMenu* file);
-    void createCompareMenu(QMenu* file);
-    void createUnitsMenu();
-    void createHelpMenu();
+    void setUpCentre();
+    void setUpDocks();
+    void setUpMenus();
+    void setUpCommands();
+    void setUpStatusBar();
+    void followSession();
     void listSteps();
     void listRecentBoards();
-    void createPages();
-    void createBars(QLayout* layout);
-    void createStatusBar();
-    void followSession();
 
     QStringList lastPaths() const;
-    void chooseBoard();
-    void chooseFolder();
     void showFindings();
     void endComparison();
     bool readRules();
+    void loadSavedRules();
     void open(const QStringList& paths);
     void editRules();
     void restoreBackup();
     void saveModels();
+    void duplicateModel();
+    void turnTabs(int by);
     void setUnits(QAction* action);
     void makeRoomForMap(bool isShown);
+    void goToNextToCheck();
     void followStep();
     void followPlan();
     void followDataFolder();
     void rereadStep();
     void logNotes();
     void report(const QString& level, const QString& text);
-
-    static constexpr int messageTime = 10'000; ///< milliseconds that the status bar shows one
+    void say(const QString& message);
 
     WindowFilter* mFilter; ///< first: it looks at all that is made after it
+    std::unique_ptr<Ui::MainWindow> mUi;
     HostSession& mSession;
     ErrorBar* mErrorBar;
-    QStackedWidget* mPages;
-    QLabel* mHint; ///< all steps of the board are closed
-    StartPage* mStart; ///< no board is open
     StepTabs* mTabs;
     LogDock* mLog;
     std::unique_ptr<OpenJob> mOpen;
@@ -138,18 +130,6 @@ private:
     NoticeBar* mRulesBar; ///< the rules of the shop can't be read
     std::function<ShopRules()> mLoadRules;
     DataWatch mWatch;
-    QMenu* mStepMenu = nullptr;
-    QMenu* mRecentMenu = nullptr;
-    QMenu* mCompareMenu = nullptr;
-    QAction* mEndComparison = nullptr;
-    QActionGroup* mUnits = nullptr;
-    QAction* mInch = nullptr;
-    QAction* mMetric = nullptr;
-    QAction* mSave = nullptr;
-    QAction* mDuplicate = nullptr;
-    QAction* mForget = nullptr;
-    QAction* mCloseStep = nullptr;
-    QAction* mRulesAction = nullptr;
     QStringList mBoardPaths;
     ReadOptions mReadOptions;
     bool mRemember = false;

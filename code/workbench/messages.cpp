@@ -59,6 +59,15 @@ void showFailure(const QString& text)
     box.exec();
 }
 
+void attempt(const std::function<void()>& work)
+{
+    try {
+        work();
+    } catch (const std::exception& error) {
+        showFailure(QString::fromUtf8(error.what()));
+    }
+}
+
 NoticeBar::NoticeBar(const QString& name, QStyle::StandardPixmap icon)
     : mLabel(new QLabel)
 {

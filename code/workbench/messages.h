@@ -9,6 +9,7 @@
 #include <QStringList>
 #include <QStyle>
 #include <QTimer>
+#include <functional>
 
 class QPlainTextEdit;
 class QPushButton;
@@ -29,6 +30,9 @@ QString plainTip(const QString& text);
 
 /** Says over the window in front what can't be done. */
 void showFailure(const QString& text);
+
+/** Runs a user's command; shows why it can't be done if it throws. */
+void attempt(const std::function<void()>& work);
 
 /** A line above the tabs; hidden at first. */
 class NoticeBar : public QFrame

@@ -19,8 +19,6 @@ namespace {
 constexpr qsizetype maxBoards = 8;
 const char key[] = "recentBoards";
 
-constexpr int pageWidth = 460;
-
 /** The boards that come with the program, all files of one together. */
 QList<QStringList> samples()
 {
@@ -82,54 +80,26 @@ QString RecentBoards::name(const QStringList& paths)
               .arg(first);
 }
 
-StartPage::StartPage(QWidget* parent)
+BoardLinks::BoardLinks(QWidget* parent)
     : QWidget(parent)
 {
-    setObjectName("startPage");
-    auto* column = new QWidget;
-    column->setFixedWidth(pageWidth);
-    auto* layout = new QVBoxLayout(column);
-    auto* hint = new QLabel(tr("Open a board to set up its drill tools, or drop its files here."));
-    hint->setWordWrap(true);
-    auto* open = new QPushButton(tr("Open Board..."));
-    auto* folder = new QPushButton(tr("Open Folder..."));
-    open->setObjectName("openBoardButton");
-    folder->setObjectName("openFolderButton");
-    connect(open, &QPushButton::clicked, this, &StartPage::openBoardWanted);
-    connect(folder, &QPushButton::clicked, this, &StartPage::openFolderWanted);
-    auto* buttons = new QHBoxLayout;
-    buttons->addWidget(open);
-    buttons->addWidget(folder);
-    layout->addWidget(hint);
-    layout->addLayout(buttons);
-
-    auto* page = new QGridLayout(this);
-    page->addWidget(column, 1, 1);
-    for (const int side : {0, 2}) {
-        page->setColumnStretch(side, 1);
-        page->setRowStretch(side, 1);
-    }
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
 }
 
-void StartPage::showEvent(QShowEvent* event)
+void BoardLinks::showEvent(QShowEvent* event)
 {
-    refresh();
+    delete mLists;
+    mLists = new QWidget;
+    auto* column = new QVBoxLayout(mLists);
+    column->setContentsMargins(0, 12, 0, 0);
+    layout()->addWidget(mLists);
+    add(tr("Recent boards"), RecentBoards::all());
+    add(tr("Samples"), samples());
     QWidget::showEvent(event);
 }
 
-void StartPage::refresh()
-{
-    delete mLists;
-    auto* column = findChild<QPushButton*>("openBoardButton")->parentWidget();
-    mLists = new QWidget;
-    new QVBoxLayout(mLists);
-    mLists->layout()->setContentsMargins(0, 12, 0, 0);
-    column->layout()->addWidget(mLists);
-    addBoards(tr("Recent boards"), RecentBoards::all());
-    addBoards(tr("Samples"), samples());
-}
-
-void StartPage::addBoards(const QString& heading, const QList<QStringList>& boards)
+void BoardLinks::add(const QString& heading, const QList<QStringList>& boards)
 {
     if (boards.isEmpty()) {
         return;

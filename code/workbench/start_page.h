@@ -6,8 +6,6 @@
 #include <QStringList>
 #include <QWidget>
 
-class QVBoxLayout;
-
 namespace brox {
 
 /** The boards that were opened last, the latest first; a board is the paths of its files. They
@@ -29,27 +27,23 @@ public:
     static QString name(const QStringList& paths);
 };
 
-/** What the window shows while no board is open: ways to open one. */
-class StartPage : public QWidget
+/** Buttons that open recent boards and samples. */
+class BoardLinks : public QWidget
 {
     Q_OBJECT
 
 public:
-    explicit StartPage(QWidget* parent = nullptr);
-
-    /** Reads the recent boards anew. */
-    void refresh();
+    explicit BoardLinks(QWidget* parent);
 
 signals:
-    void openBoardWanted();
-    void openFolderWanted();
     void chosen(const QStringList& paths);
 
 protected:
+    /** Reads the recent boards anew. */
     void showEvent(QShowEvent* event) override;
 
 private:
-    void addBoards(const QString& heading, const QList<QStringList>& boards);
+    void add(const QString& heading, const QList<QStringList>& boards);
 
     QWidget* mLists = nullptr;
 };

@@ -35,6 +35,7 @@ public:
      */
     StepData(QWidget* viewer, const QString& step);
 
+    QWidget* viewer() const { return mViewer; }
     const QString& step() const { return mStep; }
     File& file(DataFile::Kind kind) { return mFiles[size_t(kind)]; }
     const File& file(DataFile::Kind kind) const { return mFiles[size_t(kind)]; }

@@ -177,16 +177,6 @@ std::vector<size_t> StepTabs::openSteps() const
     return steps;
 }
 
-/** Closes a viewer, of which another one takes the place. */
-bool StepTabs::close(int tab, Unsaved unsaved)
-{
-    if (unsaved == Unsaved::Keep) {
-        return mSession.closeForAnother(stepOf(tab));
-    }
-    mSession.closeViewer(stepOf(tab));
-    return true;
-}
-
 void StepTabs::reopen(int tab, const QString& model)
 {
     if (!static_cast<QScrollArea*>(widget(tab))->widget()) {
@@ -197,24 +187,18 @@ void StepTabs::reopen(int tab, const QString& model)
     }
 }
 
-bool StepTabs::remake(const std::function<void()>& change, Unsaved unsaved)
+void StepTabs::remake(const std::function<void()>& change)
 {
     QStringList models;
-    for (int tab = 0; tab < count(); ++tab) {
-        if (unsaved == Unsaved::Ask && !mSession.canClose(stepOf(tab))) {
-            return false;
-        }
-        models << mSession.selectedModel(stepOf(tab));
-    }
-    bool areClosed = true;
-    for (int tab = 0; tab < count() && areClosed; ++tab) {
-        areClosed = close(tab, unsaved);
+    for (const size_t step : openSteps()) {
+        models << mSession.selectedModel(step);
     }
     std::exception_ptr failure;
     try {
-        if (areClosed) {
-            change();
+        for (const size_t step : openSteps()) {
+            mSession.closeForAnother(step);
         }
+        change();
     } catch (...) {
         failure = std::current_exception(); // the viewers come back all the same
     }
@@ -228,7 +212,19 @@ bool StepTabs::remake(const std::function<void()>& change, Unsaved unsaved)
     if (failure) {
         std::rethrow_exception(failure);
     }
-    return areClosed;
+}
+
+bool StepTabs::changeFiles(const std::function<void()>& change)
+{
+    const std::vector<size_t> steps = openSteps();
+    if (!std::ranges::all_of(steps, [this](size_t step) { return mSession.canClose(step); })) {
+        return false;
+    }
+    change();
+    for (const size_t step : steps) {
+        reread(step);
+    }
+    return true;
 }
 
 void StepTabs::reread(size_t step)
@@ -251,8 +247,7 @@ JobTable* StepTabs::jobTable() const
 QStringList StepTabs::rereadFiles()
 {
     QStringList names;
-    for (int tab = 0; tab < count(); ++tab) {
-        const size_t step = stepOf(tab);
+    for (const size_t step : openSteps()) {
         if (mSession.isOlder(step) && !mSession.hasUnsaved(step)) {
             reread(step);
             names << mSession.draft(step).boardStep().name;
@@ -293,12 +288,8 @@ std::optional<size_t> StepTabs::currentStep() const
 
 bool StepTabs::hasUnsaved() const
 {
-    for (int tab = 0; tab < count(); ++tab) {
-        if (mSession.hasUnsaved(stepOf(tab))) {
-            return true;
-        }
-    }
-    return false;
+    return std::ranges::any_of(
+        openSteps(), [this](size_t step) { return mSession.hasUnsaved(step); });
 }
 
 size_t StepTabs::stepOf(int tab) const

@@ -52,19 +52,19 @@ public:
     /** The steps with a viewer. */
     std::vector<size_t> openSteps() const;
 
-    enum class Unsaved
-    {
-        Keep, ///< what is in no file comes along, still unsaved
-        Ask ///< it is in the way: the user saves or discards it
-    };
-
     /** Has all open viewers made anew around a change of the session's that needs them closed.
-     *  Each shows the model again that was selected.
+     *  Each shows the model again that was selected, and what is in no file, still unsaved.
      *
-     * @return false, without the change, if the user wants to keep a viewer as it is
      * @throws HostError
      */
-    bool remake(const std::function<void()>& change, Unsaved unsaved = Unsaved::Keep);
+    void remake(const std::function<void()>& change);
+
+    /** Has all viewers read their files again after a change of these.
+     *
+     * @return false, without the change, if the user wants to keep what is in no file
+     * @throws HostError
+     */
+    bool changeFiles(const std::function<void()>& change);
 
     /** Has those viewers read their files again that have nothing unsaved and are older than them.
      *
@@ -93,7 +93,6 @@ private:
     void markUnsaved();
     QString titleOf(size_t step) const;
     size_t stepOf(int tab) const;
-    bool close(int tab, Unsaved unsaved);
     void reopen(int tab, const QString& model);
     void discard(int tab);
     void fill(int tab);

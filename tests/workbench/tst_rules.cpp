@@ -127,7 +127,7 @@ private slots:
             session.setSteps(job.drafts());
             const auto* table =
                 session.viewer(0)->findChild<QTableWidget*>("jobDrillDataTableWidget");
-            const DrillPlan plan = planOf(session, 0);
+            const DrillPlan plan = session.plan(session.draft(0), 0);
             QCOMPARE(table->rowCount(), 7);
             QCOMPARE(table->item(5, 0)->text(), "breakout-PTH");
             QCOMPARE(table->item(6, 0)->text(), "breakout-PTH slots");

@@ -136,8 +136,9 @@ private slots:
     void tellsTheStateOfTheFiles()
     {
         const auto state = [this] {
-            return fileState(
-                mWindow->findChild<QDockWidget*>() ? planOf(*mSession, 0).model : DrillModel());
+            return fileState(mWindow->findChild<QDockWidget*>()
+                    ? mSession->plan(mSession->draft(0), 0).model
+                    : DrillModel());
         };
         QCOMPARE(state(), "saved");
         child<QCheckBox>("useBitFileCheckBox")->click();
