@@ -16,6 +16,7 @@ constexpr double likedSymbol = 6; ///< dots at which a symbol is easily read
 constexpr double leastSymbol = 2.5; ///< dots below which it is a blot
 constexpr double leastCircle = 1.2;
 constexpr double ringMargin = 5; ///< between a hole and the ring about it
+constexpr double mostRim = 16; ///< by which symbols and rings reach beyond a hole
 constexpr double markRadius = 8; ///< of what a comparison found
 constexpr double mostStamped = 100; ///< radius of a circle that is kept as a picture
 constexpr qint64 mostStamps = 50'000; ///< in a frame; more would take too long and hide each other
@@ -31,89 +32,59 @@ QPen pen(const QColor& colour, double lineWidth)
     return QPen(colour, lineWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
 }
 
-} // namespace
-
-HoleGrid::HoleGrid(const std::vector<Place>& places)
-    : mPlaces(places.size())
+/** Calls with those of places, which are sorted by y, that lie in a rectangle. */
+template <typename Visit>
+void visitWithin(const std::vector<Place>& places, Place low, Place high, const Visit& call)
 {
-    if (places.empty()) {
-        return;
-    }
-    mLow = mHigh = places.front();
-    for (const Place& place : places) {
-        mLow = {std::min(mLow.x, place.x), std::min(mLow.y, place.y)};
-        mHigh = {std::max(mHigh.x, place.x), std::max(mHigh.y, place.y)};
-    }
-    mWidth = qint64(mHigh.x) - mLow.x + 1;
-    mHeight = qint64(mHigh.y) - mLow.y + 1;
-    const qint64 cells = qint64(places.size()) / placesInCell + 1;
-    const double shape = std::sqrt(double(cells) * double(mWidth) / double(mHeight));
-    mColumns = std::clamp(qint64(std::min(shape, 1e9)), qint64(1), cells);
-    mLines = std::max<qint64>(1, cells / mColumns);
-
-    mBegins.assign(size_t(mColumns * mLines) + 1, 0);
-    const auto cellOf = [&](const Place& place) {
-        return size_t(lineOf(place.y) * mColumns + columnOf(place.x));
-    };
-    for (const Place& place : places) {
-        ++mBegins[cellOf(place) + 1];
-    }
-    for (size_t i = 1; i < mBegins.size(); ++i) {
-        mBegins[i] += mBegins[i - 1];
-    }
-    std::vector<std::uint32_t> next(mBegins.begin(), mBegins.end() - 1);
-    for (const Place& place : places) {
-        mPlaces[next[cellOf(place)]++] = place;
+    const auto begin = std::ranges::lower_bound(places, low.y, {}, &Place::y);
+    const auto end = std::ranges::upper_bound(begin, places.end(), high.y, {}, &Place::y);
+    for (const Place& place : std::ranges::subrange(begin, end)) {
+        if (place.x >= low.x && place.x <= high.x) {
+            call(place);
+        }
     }
 }
 
-/** How the holes of a tool look at a scale; all in dots. */
-struct MapScene::ToolLook
+} // namespace
+
+/** How the holes of a row look at a scale; all in dots. */
+struct MapScene::Look
 {
+    const Row& row;
+    const MapColours& colours;
     double radius; ///< of the circle
     double symbolRadius; ///< 0: too small for a symbol
     QPainterPath symbol; ///< of radius 1
     QColor colour;
-    bool isHighlighted;
-    bool isToCheck;
-    const MapColours& colours;
 
     void paint(QPainter& painter, const QPainterPath& area, QPointF middle) const
     {
-        if (isHighlighted) {
-            painter.setBrush(Qt::NoBrush);
+        painter.setBrush(Qt::NoBrush);
+        if (row.isHighlighted) {
             painter.setPen(pen(colours.highlight, 5));
             painter.drawPath(area);
         }
-        if (isToCheck) {
-            painter.setBrush(Qt::NoBrush);
+        if (row.isToCheck) {
             painter.setPen(pen(colours.ring, 2));
             painter.drawEllipse(
                 area.boundingRect().marginsAdded({ringMargin, ringMargin, ringMargin, ringMargin}));
         }
-        // Without a symbol the colour alone has to be seen.
-        painter.setBrush(symbolRadius > 0 ? QBrush(Qt::NoBrush) : QBrush(colour));
         painter.setPen(pen(colour, 1));
+        if (symbolRadius <= 0) {
+            painter.setBrush(colour); // which alone has to be seen
+        }
         painter.drawPath(area);
         if (symbolRadius > 0) {
-            const double size = symbolRadius;
-            painter.setBrush(Qt::NoBrush);
             painter.setPen(pen(colour, 1.3));
-            painter.drawPath(QTransform(size, 0, 0, size, middle.x(), middle.y()).map(symbol));
+            painter.drawPath(
+                QTransform(symbolRadius, 0, 0, symbolRadius, middle.x(), middle.y()).map(symbol));
         }
-    }
-
-    double reach() const
-    {
-        return std::max(radius, symbolRadius)
-            + (isToCheck            ? ringMargin + 2
-                    : isHighlighted ? 4
-                                    : 1);
     }
 
     QImage stamp() const
     {
-        const int side = 2 * int(std::ceil(reach())) + 1;
+        const double rim = row.isToCheck ? ringMargin + 2 : row.isHighlighted ? 4 : 1;
+        const int side = 2 * int(std::ceil(std::max(radius, symbolRadius) + rim)) + 1;
         QImage picture(side, side, QImage::Format_ARGB32_Premultiplied);
         picture.fill(Qt::transparent);
         QPainter painter(&picture);
@@ -125,12 +96,14 @@ struct MapScene::ToolLook
         return picture;
     }
 
+    bool isLarge() const { return radius > mostStamped; }
+
     /** Whether a hole is but a dot or two. */
-    bool isDot() const { return symbolRadius <= 0 && radius < leastCircle && !isToCheck; }
-    int dotSide() const { return isHighlighted ? 4 : radius < leastCircle / 2 ? 1 : 2; }
+    bool isDot() const { return symbolRadius <= 0 && radius < leastCircle && !row.isToCheck; }
+    int dotSide() const { return row.isHighlighted ? 4 : radius < leastCircle / 2 ? 1 : 2; }
     QColor dotColour() const
     {
-        return isHighlighted ? colours.highlight : isToCheck ? colours.ring : colour;
+        return row.isHighlighted ? colours.highlight : row.isToCheck ? colours.ring : colour;
     }
 };
 
@@ -161,63 +134,34 @@ public:
         return {mView.scale, 0, 0, mView.scale, mView.origin.x(), mView.origin.y()};
     }
 
-    ToolLook lookOf(const Row& row, double room) const
+    Look lookOf(const Row& row, double room) const
     {
         const double radius = row.radius * mView.scale;
         const double symbol = symbolRadius(radius, room * mView.scale, likedSymbol);
-        return {radius, symbol < leastSymbol ? 0 : symbol, toolSymbol(row.tool),
-            toolColour(row.tool, mColours.isDark), row.isHighlighted, row.isToCheck, mColours};
+        return {row, mColours, radius, symbol < leastSymbol ? 0 : symbol, toolSymbol(row.tool),
+            toolColour(row.tool, mColours.isDark)};
     }
 
-    /** How many holes may be seen. */
-    qint64 countOf(const HoleGrid& holes, double radius) const
+    /** How many stamps the holes of a row need if they are painted well. */
+    qint64 stampCount(const Look& look) const
     {
         qint64 count = 0;
-        visit(holes, radius, [&](std::span<const Place> some) { count += qint64(some.size()); });
+        if (!look.isLarge() && !look.isDot()) {
+            visit(look.row, [&](const Place&) { ++count; });
+        }
         return count;
     }
 
-    void paintStamps(const HoleGrid& holes, double radius, const QImage& stamp)
+    void paint(const Look& look, bool quickly)
     {
-        QPainter painter;
-        begin(painter);
-        visitDots(holes, radius, [&](int x, int y) {
-            painter.drawImage(x - stamp.width() / 2, y - stamp.height() / 2, stamp);
-        });
-    }
-
-    /** Fills squares without a painter, which would take several times as long for a million. */
-    void paintDots(const HoleGrid& holes, double radius, int side, QRgb colour)
-    {
-        const int width = mImage.width();
-        const int height = mImage.height();
-        auto* dots = reinterpret_cast<QRgb*>(mImage.bits());
-        visitDots(holes, radius, [&](int x, int y) {
-            const int left = std::max(0, x - side / 2);
-            const int right = std::min(width, x - side / 2 + side);
-            const int bottom = std::min(height, y - side / 2 + side);
-            for (int line = std::max(0, y - side / 2); line < bottom; ++line) {
-                QRgb* const row = dots + qptrdiff(line) * width;
-                std::fill(row + left, row + std::max(left, right), colour);
-            }
-        });
-    }
-
-    void paintLarge(const HoleGrid& holes, double radius, const ToolLook& look)
-    {
-        QPainter painting;
-        begin(painting);
-        visit(holes, radius, [&](std::span<const Place> some) {
-            for (const Place& place : some) {
-                const QRectF bounds(
-                    toMap(place) - QPointF(radius, radius), QSizeF(2 * radius, 2 * radius));
-                if (sees(bounds)) {
-                    QPainterPath circle;
-                    circle.addEllipse(bounds);
-                    look.paint(painting, transform().map(circle), mView.toImage(toMap(place)));
-                }
-            }
-        });
+        if (look.isLarge()) {
+            paintLarge(look);
+        } else if (quickly || look.isDot()) {
+            paintDots(look);
+        } else {
+            paintStamps(look);
+        }
+        paintSlots(look);
     }
 
     /** Lets a painter draw on the image; it must end before dots are painted. */
@@ -228,31 +172,80 @@ public:
     }
 
 private:
-    /** Calls with the dots of the image, or just beside it, that holes lie on. */
-    template <typename Visit>
-    void visitDots(const HoleGrid& holes, double radius, const Visit& call) const
+    void paintStamps(const Look& look)
     {
-        const double scale = mView.scale / sizePerMillimetre;
-        const QRectF image(QPointF(-mostStamped, -mostStamped),
-            QSizeF(mImage.size()) + 2 * QSizeF(mostStamped, mostStamped));
-        visit(holes, radius, [&](std::span<const Place> some) {
-            for (const Place& place : some) {
-                const QPointF dot(
-                    place.x * scale + mView.origin.x(), -place.y * scale + mView.origin.y());
-                if (image.contains(dot)) {
-                    call(int(dot.x()), int(dot.y()));
-                }
+        QPainter painter;
+        begin(painter);
+        const QImage stamp = look.stamp();
+        visitDots(look.row, [&](int x, int y) {
+            painter.drawImage(x - stamp.width() / 2, y - stamp.height() / 2, stamp);
+        });
+    }
+
+    /** Fills squares without a painter, which would take several times as long for a million. */
+    void paintDots(const Look& look)
+    {
+        const int width = mImage.width();
+        const int height = mImage.height();
+        const int side = look.dotSide();
+        const QRgb colour = look.dotColour().rgb();
+        auto* dots = reinterpret_cast<QRgb*>(mImage.bits());
+        visitDots(look.row, [&](int x, int y) {
+            const int left = std::max(0, x - side / 2);
+            const int right = std::min(width, x - side / 2 + side);
+            const int bottom = std::min(height, y - side / 2 + side);
+            for (int line = std::max(0, y - side / 2); line < bottom; ++line) {
+                QRgb* const row = dots + qptrdiff(line) * width;
+                std::fill(row + left, row + std::max(left, right), colour);
             }
         });
     }
 
-    /** Calls with stretches of a grid's holes that can be seen. */
-    template <typename Visit>
-    void visit(const HoleGrid& holes, double radius, const Visit& call) const
+    void paintLarge(const Look& look)
     {
-        const QRectF area = mVisible.marginsAdded({radius, radius, radius, radius});
+        QPainter painter;
+        begin(painter);
+        const double radius = look.row.radius;
+        visit(look.row, [&](const Place& place) {
+            QPainterPath circle;
+            circle.addEllipse(toMap(place), radius, radius);
+            look.paint(painter, transform().map(circle), mView.toImage(toMap(place)));
+        });
+    }
+
+    void paintSlots(const Look& look)
+    {
+        if (look.row.slotAreas.empty()) {
+            return;
+        }
+        QPainter painter;
+        begin(painter);
+        for (const Slot& slot : look.row.slotAreas) {
+            if (sees(slot.bounds)) {
+                look.paint(
+                    painter, transform().map(slot.area), mView.toImage(slot.bounds.center()));
+            }
+        }
+    }
+
+    /** Calls with the dots of the image, or just beside it, that the holes of a row lie on. */
+    template <typename Visit>
+    void visitDots(const Row& row, const Visit& call) const
+    {
+        const double scale = mView.scale / sizePerMillimetre;
+        visit(row, [&](const Place& place) {
+            call(int(place.x * scale + mView.origin.x()), int(-place.y * scale + mView.origin.y()));
+        });
+    }
+
+    /** Calls with the holes of a row that can be seen, or symbols and rings about them. */
+    template <typename Visit>
+    void visit(const Row& row, const Visit& call) const
+    {
+        const double rim = row.radius + mostRim / mView.scale;
+        const QRectF area = mVisible.marginsAdded({rim, rim, rim, rim});
         // On the map y points down.
-        holes.visit({toSize(area.left()), toSize(-area.bottom())},
+        visitWithin(row.holes, {toSize(area.left()), toSize(-area.bottom())},
             {toSize(area.right()), toSize(-area.top())}, call);
     }
 
@@ -260,50 +253,6 @@ private:
     const MapView& mView;
     const MapColours& mColours;
     QRectF mVisible;
-};
-
-/** A row on its way to the image. */
-class MapScene::Layer
-{
-public:
-    Layer(const Row& row, const ToolLook& look)
-        : mRow(row)
-        , mLook(look)
-    { }
-
-    /** How many stamps the holes need if they are painted well. */
-    qint64 stampCount(const Canvas& canvas) const
-    {
-        return isLarge() || mLook.isDot() ? 0 : canvas.countOf(mRow.holes, mRow.radius);
-    }
-
-    void paint(Canvas& canvas, bool quickly) const
-    {
-        if (isLarge()) {
-            canvas.paintLarge(mRow.holes, mRow.radius, mLook);
-        } else if (quickly || mLook.isDot()) {
-            canvas.paintDots(mRow.holes, mRow.radius, mLook.dotSide(), mLook.dotColour().rgb());
-        } else {
-            canvas.paintStamps(mRow.holes, mRow.radius, mLook.stamp());
-        }
-        if (mRow.slotAreas.empty()) {
-            return;
-        }
-        QPainter painter;
-        canvas.begin(painter);
-        for (const Slot& slot : mRow.slotAreas) {
-            if (canvas.sees(slot.bounds)) {
-                mLook.paint(painter, canvas.transform().map(slot.area),
-                    canvas.view().toImage(slot.bounds.center()));
-            }
-        }
-    }
-
-private:
-    bool isLarge() const { return mLook.radius > mostStamped; }
-
-    const Row& mRow;
-    ToolLook mLook;
 };
 
 MapScene::MapScene(const DrillPlan& plan)
@@ -324,8 +273,9 @@ MapScene::MapScene(const DrillPlan& plan)
     }
     for (size_t i = 0; i < places.size(); ++i) {
         const Size size = shownSize(plan.rows[i]);
+        std::ranges::sort(places[i].holes, {}, &Place::y);
         Row& row = mRows.emplace_back(Row{0, toMillimetres(size) / 2, true, false,
-            isAlarming(plan.rows[i]), HoleGrid(places[i].holes), {}});
+            isAlarming(plan.rows[i]), std::move(places[i].holes), {}});
         for (const Path& path : places[i].slotPaths) {
             const QPainterPath area = slotArea(path, size);
             row.slotAreas.push_back({path.start, area, area.boundingRect()});
@@ -347,19 +297,19 @@ void MapScene::paint(QImage& image, const MapView& view, const MapColours& colou
     Canvas canvas(image, view, colours);
     paintLines(canvas, mOutlines, 1.5);
     paintLines(canvas, mContours, 0.8);
-    std::vector<Layer> layers;
+    std::vector<Look> looks;
     qint64 stamps = 0;
     // What is highlighted comes last, so that nothing hides it.
     for (const bool highlighted : {false, true}) {
         for (const Row& row : mRows) {
             if (row.isShown && row.isHighlighted == highlighted) {
-                layers.emplace_back(row, canvas.lookOf(row, mRoom));
-                stamps += layers.back().stampCount(canvas);
+                looks.push_back(canvas.lookOf(row, mRoom));
+                stamps += canvas.stampCount(looks.back());
             }
         }
     }
-    for (const Layer& layer : layers) {
-        layer.paint(canvas, stamps > mostStamps);
+    for (const Look& look : looks) {
+        canvas.paint(look, stamps > mostStamps);
     }
     paintComparison(canvas);
 }
@@ -399,15 +349,13 @@ std::optional<MapScene::Hit> MapScene::hitAt(QPointF map, double reach) const
             continue;
         }
         const double far = row.radius + reach;
-        row.holes.visit({toSize(map.x() - far), toSize(-map.y() - far)},
-            {toSize(map.x() + far), toSize(-map.y() + far)}, [&](std::span<const Place> some) {
-                for (const Place& place : some) {
-                    const QPointF away = toMap(place) - map;
-                    const double gap = std::hypot(away.x(), away.y()) - row.radius;
-                    if (gap < nearest) {
-                        nearest = gap;
-                        hit = {i, place};
-                    }
+        visitWithin(row.holes, {toSize(map.x() - far), toSize(-map.y() - far)},
+            {toSize(map.x() + far), toSize(-map.y() + far)}, [&](const Place& place) {
+                const QPointF away = toMap(place) - map;
+                const double gap = std::hypot(away.x(), away.y()) - row.radius;
+                if (gap < nearest) {
+                    nearest = gap;
+                    hit = {i, place};
                 }
             });
         for (const Slot& slot : row.slotAreas) {

@@ -9,52 +9,10 @@
 #include <QColor>
 #include <QImage>
 #include <QPainterPath>
-#include <span>
+#include <optional>
+#include <vector>
 
 namespace brox {
-
-/** Finds those of many places that lie in a part of the board. */
-class HoleGrid
-{
-public:
-    explicit HoleGrid(const std::vector<Place>& places);
-
-    /** Calls with stretches of places, as spans: all within a rectangle, and some around it. */
-    template <typename Visit>
-    void visit(Place low, Place high, const Visit& visit) const;
-
-private:
-    static constexpr qint64 placesInCell = 32;
-
-    qint64 columnOf(qint64 x) const { return (x - mLow.x) * mColumns / mWidth; }
-    qint64 lineOf(qint64 y) const { return (y - mLow.y) * mLines / mHeight; }
-
-    Place mLow;
-    Place mHigh;
-    qint64 mWidth = 1;
-    qint64 mHeight = 1;
-    qint64 mColumns = 1;
-    qint64 mLines = 1;
-    std::vector<std::uint32_t> mBegins; ///< of each cell, line by line, and the end
-    std::vector<Place> mPlaces; ///< by cell
-};
-
-template <typename Visit>
-void HoleGrid::visit(Place low, Place high, const Visit& visit) const
-{
-    if (mPlaces.empty() || low.x > mHigh.x || high.x < mLow.x || low.y > mHigh.y
-        || high.y < mLow.y) {
-        return;
-    }
-    const qint64 left = columnOf(std::max(low.x, mLow.x));
-    const qint64 right = columnOf(std::min(high.x, mHigh.x));
-    const qint64 last = lineOf(std::min(high.y, mHigh.y));
-    for (qint64 line = lineOf(std::max(low.y, mLow.y)); line <= last; ++line) {
-        const std::uint32_t begin = mBegins[size_t(line * mColumns + left)];
-        const std::uint32_t end = mBegins[size_t(line * mColumns + right + 1)];
-        visit(std::span(mPlaces.data() + begin, mPlaces.data() + end));
-    }
-}
 
 /** Where the board lies on an image. */
 struct MapView
@@ -122,12 +80,11 @@ private:
         bool isShown = true;
         bool isHighlighted = false;
         bool isToCheck = false;
-        HoleGrid holes;
+        std::vector<Place> holes; ///< from the bottom to the top
         std::vector<Slot> slotAreas;
     };
-    struct ToolLook;
+    struct Look;
     class Canvas;
-    class Layer;
 
     static void paintLines(
         Canvas& canvas, const std::vector<QPainterPath>& lines, double lineWidth);
