@@ -10,9 +10,9 @@
 #include <QDir>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QJsonObject>
 #include <QRegularExpression>
 #include <algorithm>
+#include <utility>
 
 namespace brox {
 
@@ -100,20 +100,35 @@ QJsonArray typesJson(const Board& board, const QList<TypeChoice>& choices)
     return types;
 }
 
-std::optional<TypeChoice> typeChoice(const QJsonObject& json, const Board& board)
+QList<TypeChoice> typesOf(const QJsonArray& types, const Board& board)
 {
-    const std::vector<const Tool*> tools = toolsOf(board, json["layer"].toString());
-    const int index = json["tool"].toInt(-1);
-    for (const HoleType type :
-        {HoleType::Plated, HoleType::NonPlated, HoleType::Via, HoleType::PressFit}) {
-        if (index >= 0 && size_t(index) < tools.size() && json["type"] == typeKey(type)) {
-            Tool tool = *tools[size_t(index)];
-            tool.holes.clear();
-            tool.slotPaths.clear();
-            return TypeChoice{json["layer"].toString(), tool, type};
+    QList<TypeChoice> choices;
+    for (const auto& type : types) {
+        const QJsonObject json = type.toObject();
+        const QString layer = json["layer"].toString();
+        const std::vector<const Tool*> tools = toolsOf(board, layer);
+        const auto index = size_t(json["tool"].toInt(-1));
+        for (const HoleType holeType :
+            {HoleType::Plated, HoleType::NonPlated, HoleType::Via, HoleType::PressFit}) {
+            if (index < tools.size() && json["type"] == typeKey(holeType)) {
+                choices << TypeChoice{layer, *tools[index], holeType};
+                choices.last().tool.holes.clear();
+                choices.last().tool.slotPaths.clear();
+            }
         }
     }
-    return std::nullopt;
+    return choices;
+}
+
+std::map<QString, bool> sizesOf(const QJsonObject& sizes, const Board& board)
+{
+    std::map<QString, bool> drillSizes;
+    for (auto layer = sizes.begin(); layer != sizes.end(); ++layer) {
+        if (!toolsOf(board, layer.key()).empty()) {
+            drillSizes[layer.key()] = layer->toString() == "drilled";
+        }
+    }
+    return drillSizes;
 }
 
 /** The file of a data folder that keeps the choices for a board, by the board's name and content:
@@ -126,96 +141,7 @@ QString choicesPath(const QString& dataDir, const Board& board)
                                       .arg(name.left(64), QString::fromLatin1(markOf(board))));
 }
 
-/** Choices as they were kept; none if there is no such file, or one that can't be read. */
-BoardChoices loadChoices(const QString& path, const Board& board)
-{
-    QFile file(path);
-    BoardChoices choices;
-    if (path.isEmpty() || !file.open(QFile::ReadOnly)) {
-        return choices;
-    }
-    const QJsonObject json = QJsonDocument::fromJson(file.readAll()).object();
-    for (const auto& type : json["types"].toArray()) {
-        if (const auto choice = typeChoice(type.toObject(), board)) {
-            choices.types << *choice;
-        }
-    }
-    const QJsonObject sizes = json["sizes"].toObject();
-    for (auto layer = sizes.begin(); layer != sizes.end(); ++layer) {
-        if (!toolsOf(board, layer.key()).empty()) {
-            choices.drillSizes[layer.key()] = layer->toString() == "drilled";
-        }
-    }
-    const QJsonObject steps = json["steps"].toObject();
-    for (auto step = steps.begin(); step != steps.end(); ++step) {
-        BoardChoices::OfStep of{step->toObject()["model"].toString(), {}};
-        const QString units = step->toObject()["units"].toString();
-        if (units == "inch" || units == "metric") {
-            of.units = units == "inch" ? Units::Inch : Units::Metric;
-        }
-        choices.steps[step.key()] = of;
-    }
-    return choices;
-}
-
-/** Keeps choices; without any there is no file.
- *
- * @return what went wrong, or an empty text
- */
-QString saveChoices(const QString& path, const Board& board, const BoardChoices& choices)
-{
-    if (choices.isEmpty()) {
-        QFile file(path);
-        return !file.exists() || file.remove() ? QString() : file.errorString();
-    }
-    QJsonObject steps;
-    for (auto step = choices.steps.begin(); step != choices.steps.end(); ++step) {
-        QJsonObject of;
-        if (!step->model.isEmpty()) {
-            of["model"] = step->model;
-        }
-        if (step->units) {
-            of["units"] = *step->units == Units::Inch ? "inch" : "metric";
-        }
-        steps[step.key()] = of;
-    }
-    QJsonObject sizes;
-    for (const auto& [layer, areDrillSizes] : choices.drillSizes) {
-        sizes[layer] = areDrillSizes ? "drilled" : "finished";
-    }
-    return writeFile(path,
-        QJsonDocument(QJsonObject{{"types", typesJson(board, choices.types)}, {"sizes", sizes},
-                          {"steps", steps}})
-            .toJson());
-}
-
 } // namespace
-
-QString BoardChoices::text() const
-{
-    QStringList parts;
-    if (!types.isEmpty()) {
-        parts << ChoicesText::tr("types of %n tool(s)", "", int(types.size()));
-    }
-    for (const auto& [layer, areDrillSizes] : drillSizes) {
-        parts << (areDrillSizes ? ChoicesText::tr("drill sizes in %1").arg(layer)
-                                : ChoicesText::tr("finished sizes in %1").arg(layer));
-    }
-    for (auto step = steps.begin(); step != steps.end(); ++step) {
-        QStringList chosen;
-        if (!step->model.isEmpty()) {
-            chosen << ChoicesText::tr("model %1").arg(step->model);
-        }
-        if (step->units) {
-            chosen << (*step->units == Units::Inch ? ChoicesText::tr("mils")
-                                                   : ChoicesText::tr("microns"));
-        }
-        parts << ChoicesText::tr("step %1: %2").arg(step.key(), chosen.join(", "));
-    }
-    return parts.isEmpty()
-        ? QString()
-        : ChoicesText::tr("Chosen before for this board: %1").arg(parts.join("; "));
-}
 
 OpenJob::OpenJob(HostSession& session, StepTabs& tabs)
     : mSession(session)
@@ -226,12 +152,17 @@ QString OpenJob::open(Board board, bool isKept)
 {
     Job job(std::move(board), mJob.rules);
     mPath = isKept ? choicesPath(mSession.dataDir(), *job.board) : QString();
-    mChoices = loadChoices(mPath, *job.board);
-    job.choices = mChoices.types;
-    job.drillSizes = mChoices.drillSizes;
+    QFile file(mPath);
+    const QJsonObject kept = isKept && file.open(QFile::ReadOnly)
+        ? QJsonDocument::fromJson(file.readAll()).object()
+        : QJsonObject();
+    job.choices = typesOf(kept["types"].toArray(), *job.board);
+    job.drillSizes = sizesOf(kept["sizes"].toObject(), *job.board);
     set(std::move(job));
-    applyChoices();
-    return mChoices.text();
+    mSteps = kept["steps"].toObject();
+    applySteps();
+    mKept = choices();
+    return choicesText();
 }
 
 /** Gives the job's steps to the host, whose viewers are closed. Of the same board they keep the
@@ -246,15 +177,57 @@ void OpenJob::set(Job job)
     mJob = std::move(job);
 }
 
-/** Units and models of the steps. */
-void OpenJob::applyChoices()
+void OpenJob::applySteps()
 {
-    const std::vector<Step>& steps = mJob.board->steps;
-    for (size_t i = 0; i < steps.size(); ++i) {
-        const BoardChoices::OfStep of = mChoices.steps.value(steps[i].name);
-        mSession.setFirstModel(i, of.model);
-        mSession.setUnits(i, of.units.value_or(mJob.board->units));
+    const Board& board = *mJob.board;
+    for (size_t i = 0; i < board.steps.size(); ++i) {
+        const QJsonObject chosen = mSteps[board.steps[i].name].toObject();
+        mSession.setFirstModel(i, chosen["model"].toString());
+        mSession.setUnits(i,
+            chosen["units"] == "inch"         ? Units::Inch
+                : chosen["units"] == "metric" ? Units::Metric
+                                              : board.units);
     }
+}
+
+/** All that is chosen, as it is kept; empty: nothing. */
+QJsonObject OpenJob::choices() const
+{
+    if (mJob.choices.isEmpty() && mJob.drillSizes.empty() && mSteps.isEmpty()) {
+        return {};
+    }
+    QJsonObject sizes;
+    for (const auto& [layer, areDrillSizes] : mJob.drillSizes) {
+        sizes[layer] = areDrillSizes ? "drilled" : "finished";
+    }
+    return {{"types", typesJson(*mJob.board, mJob.choices)}, {"sizes", sizes}, {"steps", mSteps}};
+}
+
+QString OpenJob::choicesText() const
+{
+    QStringList parts;
+    if (!mJob.choices.isEmpty()) {
+        parts << ChoicesText::tr("types of %n tool(s)", "", int(mJob.choices.size()));
+    }
+    for (const auto& [layer, areDrillSizes] : mJob.drillSizes) {
+        parts << (areDrillSizes ? ChoicesText::tr("drill sizes in %1").arg(layer)
+                                : ChoicesText::tr("finished sizes in %1").arg(layer));
+    }
+    for (auto step = mSteps.begin(); step != mSteps.end(); ++step) {
+        const QJsonObject of = step->toObject();
+        QStringList chosen;
+        if (of.contains("model")) {
+            chosen << ChoicesText::tr("model %1").arg(of["model"].toString());
+        }
+        if (of.contains("units")) {
+            chosen << (of["units"] == "inch" ? ChoicesText::tr("mils")
+                                             : ChoicesText::tr("microns"));
+        }
+        parts << ChoicesText::tr("step %1: %2").arg(step.key(), chosen.join(", "));
+    }
+    return parts.isEmpty()
+        ? QString()
+        : ChoicesText::tr("Chosen before for this board: %1").arg(parts.join("; "));
 }
 
 void OpenJob::change(const std::function<void(Job&)>& edit)
@@ -266,30 +239,32 @@ void OpenJob::change(const std::function<void(Job&)>& edit)
 
 QString OpenJob::keepChoices()
 {
-    BoardChoices now = mChoices;
-    now.types = mJob.choices;
-    now.drillSizes = mJob.drillSizes;
     for (const size_t step : mTabs.openSteps()) {
         const DrillDraft& draft = mSession.draft(step);
-        BoardChoices::OfStep of;
         const QString model = mSession.selectedModel(step);
-        of.model = model == mSession.models(step).value(0) ? QString() : model;
-        if (draft.units != draft.board->units) {
-            of.units = draft.units;
+        QJsonObject chosen;
+        if (model != mSession.models(step).value(0)) {
+            chosen["model"] = model;
         }
-        now.steps[draft.boardStep().name] = of;
+        if (draft.units != draft.board->units) {
+            chosen["units"] = draft.units == Units::Inch ? "inch" : "metric";
+        }
+        mSteps.remove(draft.boardStep().name);
+        if (!chosen.isEmpty()) {
+            mSteps[draft.boardStep().name] = chosen;
+        }
     }
-    now.steps.removeIf([](QMap<QString, BoardChoices::OfStep>::iterator step) {
-        return *step == BoardChoices::OfStep();
-    });
-    const bool isSame = now.steps == mChoices.steps && now.drillSizes == mChoices.drillSizes
-        && std::equal(now.types.begin(), now.types.end(), mChoices.types.begin(),
-            mChoices.types.end(), [](const TypeChoice& a, const TypeChoice& b) {
-                return a.layer == b.layer && a.type == b.type && a.tool.isLike(b.tool);
-            });
-    mChoices = now;
-    const QString error =
-        isSame || mPath.isEmpty() ? QString() : saveChoices(mPath, *mJob.board, mChoices);
+    const QJsonObject before = std::exchange(mKept, choices());
+    return mPath.isEmpty() || before == mKept ? QString() : save();
+}
+
+/** Keeps the choices; without any there is no file. */
+QString OpenJob::save() const
+{
+    QFile file(mPath);
+    const QString error = !mKept.isEmpty() ? writeFile(mPath, QJsonDocument(mKept).toJson())
+        : !file.exists() || file.remove()  ? QString()
+                                           : file.errorString();
     return error.isEmpty()
         ? QString()
         : ChoicesText::tr("%1: the choices for the board could not be saved: %2").arg(mPath, error);
@@ -300,10 +275,10 @@ void OpenJob::forgetChoices()
     Job job = mJob;
     job.choices.clear();
     job.drillSizes.clear();
-    mChoices = {};
+    mSteps = {};
     mTabs.remake([&] {
         set(std::move(job));
-        applyChoices();
+        applySteps();
     });
     for (const size_t step : mTabs.openSteps()) {
         const QStringList models = mSession.models(step);
@@ -311,9 +286,7 @@ void OpenJob::forgetChoices()
             mSession.selectModel(step, models.first());
         }
     }
-    if (!mPath.isEmpty()) {
-        saveChoices(mPath, *mJob.board, {});
-    }
+    keepChoices();
 }
 
 } // namespace brox

@@ -4,38 +4,17 @@
 
 #include "drill_draft.h"
 
-#include <QMap>
+#include <QJsonObject>
 #include <functional>
-#include <map>
 
 namespace brox {
 
 class HostSession;
 class StepTabs;
 
-/** What a user has chosen for a board: types of tools, what the sizes of layers are, and of each
- *  step its model and units. */
-struct BoardChoices
-{
-    struct OfStep
-    {
-        QString model; ///< empty: the first
-        std::optional<Units> units; ///< null: the board's
-        bool operator==(const OfStep&) const = default;
-    };
-
-    QList<TypeChoice> types;
-    std::map<QString, bool> drillSizes; ///< by layer, as of Job
-    QMap<QString, OfStep> steps; ///< by name; those with a choice
-
-    bool isEmpty() const { return types.isEmpty() && drillSizes.empty() && steps.isEmpty(); }
-
-    /** A line for the user; empty: nothing was chosen. */
-    QString text() const;
-};
-
-/** The board that the window has open, with the rules and choices that act on it. Any change makes
- *  another job, whose drafts go to the session while the viewers are closed. */
+/** The board that the window has open, with the rules and choices that act on it: types of tools,
+ *  what the sizes of layers are, and of each step its model and units. Any change makes another
+ *  job, whose drafts go to the session while the viewers are closed. */
 class OpenJob
 {
 public:
@@ -60,7 +39,7 @@ public:
     void change(const std::function<void(Job&)>& edit);
 
     /** Whether anything is chosen for the board. */
-    bool isChosen() const { return !mChoices.isEmpty(); }
+    bool isChosen() const { return !mKept.isEmpty(); }
 
     /** Keeps what is chosen for the board, if it is another than before.
      *
@@ -76,13 +55,17 @@ public:
 
 private:
     void set(Job job);
-    void applyChoices();
+    void applySteps();
+    QJsonObject choices() const;
+    QString choicesText() const;
+    QString save() const;
 
     HostSession& mSession;
     StepTabs& mTabs;
     Job mJob;
+    QJsonObject mSteps; ///< by name, what is chosen of each: "model" and "units"
     QString mPath; ///< of the file that keeps the choices; empty: none
-    BoardChoices mChoices; ///< as they are kept
+    QJsonObject mKept; ///< what is in it; empty: nothing is chosen
 };
 
 } // namespace brox
