@@ -236,7 +236,7 @@ std::shared_ptr<const Comparison> askedComparison(
     if (!options.isSet(options.compare)) {
         return nullptr;
     }
-    const Board other = readOrder(options.parser.values(options.compare), readOptions(options));
+    const Board other = readOrder(options.values(options.compare), readOptions(options));
     notes = other.notes;
     return std::make_shared<const Comparison>(
         compareStep(*draft.board, draft.step, other, comparisonTolerance(options)));

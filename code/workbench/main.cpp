@@ -97,20 +97,6 @@ void prepareData(const Options& options, const QString& dataDir)
     }
 }
 
-/** What is named by nothing; empty: all names are names. */
-QString emptyName(const Options& options, const QString& dataDir)
-{
-    if (dataDir.isEmpty()) {
-        return QStringLiteral("the name of the data folder is empty");
-    }
-    if (options.isSet(options.drillPrograms) && options.value(options.drillPrograms).isEmpty()) {
-        return QStringLiteral("the name of the folder of drill programs is empty");
-    }
-    return options.parser.positionalArguments().contains(QString())
-        ? QStringLiteral("the name of a board is empty")
-        : QString();
-}
-
 /** Lets the program speak the language that is asked for, or the system's.
  *
  * @return the catalogue of the module's texts
@@ -139,13 +125,10 @@ int run(const Options& options)
         unitsOf(options, options.units); // before anything is read or made
     }
     toolsAtMost(options);
-    const QStringList paths = options.parser.positionalArguments();
+    const QStringList paths = options.positionalArguments();
     const QString dataDir = options.isSet(options.data)
         ? options.value(options.data)
         : QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
-    if (const QString reason = emptyName(options, dataDir); !reason.isEmpty()) {
-        return fail(reason);
-    }
     const bool prints =
         options.wantsPlan() || options.isSet(options.models) || options.exchangesBits();
     const QString catalogue = chooseLanguage(options, prints);
@@ -185,7 +168,7 @@ int main(int argc, char** argv)
     QGuiApplication::setDesktopFileName("brox-workbench"); // for the icon of its windows
 
     Options options;
-    options.parser.parse(Options::parsable(QStringList(argv, argv + argc)));
+    options.parse(Options::parsable(QStringList(argv, argv + argc)));
     const bool hasDisplay =
         qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
     // Without a display only a window that is to stay is impossible.
@@ -202,7 +185,7 @@ int main(int argc, char** argv)
     }
 
     QApplication app(argc, argv);
-    options.parser.process(Options::parsable(QApplication::arguments()));
+    options.process(Options::parsable(QApplication::arguments()));
     if (noWindows && options.wantsWindow()) {
         return fail("no display to open a window on; --table and --csv need none");
     }
@@ -210,7 +193,7 @@ int main(int argc, char** argv)
         return run(options);
     } catch (const std::bad_alloc&) {
         return fail(QStringLiteral("%1: it takes more memory than there is")
-                        .arg(options.parser.positionalArguments().join(QStringLiteral(", "))));
+                        .arg(options.positionalArguments().join(QStringLiteral(", "))));
     } catch (const std::exception& error) {
         return fail(QString::fromUtf8(error.what()));
     }

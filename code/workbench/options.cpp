@@ -50,7 +50,7 @@ NumberFormat digitsOf(const QString& text)
 template <typename Apply>
 void take(const Options& options, const QCommandLineOption& option, const Apply& apply)
 {
-    for (const QString& value : options.parser.values(option)) {
+    for (const QString& value : options.values(option)) {
         try {
             apply(value);
         } catch (const RulesError& error) {
@@ -64,15 +64,16 @@ void take(const Options& options, const QCommandLineOption& option, const Apply&
 
 Options::Options()
 {
-    parser.setApplicationDescription(
+    setApplicationDescription(
         "Opens a board and sets up its drill tools, or prints their drill sizes.");
-    parser.addPositionalArgument("board",
+    addPositionalArgument("board",
         "An IPC-2581 file; or all drill files of a board, Excellon (XNC) or Gerber, each a layer "
         "then; or an archive or a folder of them; or - for the standard input.",
         "[board...]");
-    parser.addOptions({table, csv, json, places, drillPrograms, report, map, check, accept,
-        thickness, compare, compareWithin, fewestTools, fewestToolsAll, toolsAtMost, strict, boards,
-        models, step, model, units, fileUnits, digits, sizes, tolerance, viasUpTo, type, importBits,
+    fewestToolsAll.setFlags(QCommandLineOption::HiddenFromHelp);
+    addOptions({table, csv, json, places, drillPrograms, report, map, check, accept, thickness,
+        compare, compareWithin, fewestTools, fewestToolsAll, toolsAtMost, strict, boards, models,
+        step, model, units, fileUnits, digits, sizes, tolerance, viasUpTo, type, importBits,
         exportBits, data, language, screenshot});
 }
 
@@ -89,57 +90,44 @@ QStringList Options::parsable(QStringList arguments)
     return arguments;
 }
 
-QCommandLineOption Options::hidden(const QString& name)
-{
-    QCommandLineOption option(name);
-    option.setFlags(QCommandLineOption::HiddenFromHelp);
-    return option;
-}
-
 QString contradiction(const Options& options)
 {
-    const bool hasBoards = options.isSet(options.boards);
-    const QStringList paths = options.parser.positionalArguments();
-    if (hasBoards && (!options.isSet(options.csv) || !paths.isEmpty())) {
-        return QStringLiteral("--boards goes with --csv, and instead of a board");
-    }
-    if (hasBoards && options.writesFiles()) {
-        return QStringLiteral("--boards writes no files");
-    }
-    if (options.wantsPlan() && !hasBoards && paths.isEmpty()) {
-        return QStringLiteral("a board file is needed");
-    }
-    if (options.isSet(options.strict) && !options.wantsPlan()) {
-        return QStringLiteral("--strict needs --table, --csv, --json or files to write");
-    }
-    if (hasBoards && options.isSet(options.type)) {
-        return QStringLiteral("--type goes with one board");
-    }
-    if (hasBoards && (options.isSet(options.check) || options.isSet(options.toolsAtMost))) {
-        return QStringLiteral("--check and --tools-at-most take one board");
-    }
-    const QStringList checks = given(options, {&options.accept, &options.thickness});
-    if (!checks.isEmpty() && !options.isSet(options.check)) {
-        return QStringLiteral("%1 goes with --check").arg(checks[0]);
-    }
-    if (options.wantsFewestTools() && !options.wantsPlan()) {
-        return QStringLiteral(
-            "--fewest-tools and --tools-at-most need --table, --csv, --json or files to write");
-    }
-    if (hasBoards && options.isSet(options.compare)) {
-        return QStringLiteral("--compare takes one board");
-    }
-    if (options.isSet(options.compareWithin) && !options.isSet(options.compare)) {
-        return QStringLiteral("--compare-within goes with --compare");
-    }
-    if (options.isSet(options.places) && !options.isSet(options.json)) {
-        return QStringLiteral("--places goes with --json");
+    const auto has = [&](const QCommandLineOption& option) { return options.isSet(option); };
+    const auto isEmpty = [&](const QCommandLineOption& option) {
+        return has(option) && options.value(option).isEmpty();
+    };
+    const QStringList paths = options.positionalArguments();
+    const bool hasBoards = has(options.boards);
+    const QString ofCheck = given(options, {&options.accept, &options.thickness}).value(0);
+    const std::pair<bool, QString> faults[] = {
+        {hasBoards && (!has(options.csv) || !paths.isEmpty()),
+            "--boards goes with --csv, and instead of a board"},
+        {hasBoards && options.writesFiles(), "--boards writes no files"},
+        {options.wantsPlan() && !hasBoards && paths.isEmpty(), "a board file is needed"},
+        {has(options.strict) && !options.wantsPlan(),
+            "--strict needs --table, --csv, --json or files to write"},
+        {hasBoards && has(options.type), "--type goes with one board"},
+        {hasBoards && (has(options.check) || has(options.toolsAtMost)),
+            "--check and --tools-at-most take one board"},
+        {!ofCheck.isEmpty() && !has(options.check), ofCheck + " goes with --check"},
+        {options.wantsFewestTools() && !options.wantsPlan(),
+            "--fewest-tools and --tools-at-most need --table, --csv, --json or files to write"},
+        {hasBoards && has(options.compare), "--compare takes one board"},
+        {has(options.compareWithin) && !has(options.compare),
+            "--compare-within goes with --compare"},
+        {has(options.places) && !has(options.json), "--places goes with --json"},
+        {isEmpty(options.data), "the name of the data folder is empty"},
+        {isEmpty(options.drillPrograms), "the name of the folder of drill programs is empty"},
+        {paths.contains(QString()), "the name of a board is empty"}};
+    for (const auto& [isFault, text] : faults) {
+        if (isFault) {
+            return text;
+        }
     }
     QStringList ways = given(options,
         {&options.table, &options.csv, &options.json, &options.models, &options.importBits,
             &options.exportBits, &options.screenshot});
-    if (options.isSet(options.models) || options.exchangesBits()
-        || options.isSet(options.screenshot)) {
+    if (has(options.models) || options.exchangesBits() || has(options.screenshot)) {
         ways += given(options,
             {&options.drillPrograms, &options.report, &options.map, &options.check,
                 &options.compare});

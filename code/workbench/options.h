@@ -10,15 +10,12 @@
 namespace brox {
 
 /** What the user asks for on the command line. */
-struct Options
+struct Options : QCommandLineParser
 {
     Options();
 
     /** Arguments as the parser takes them, for which an option has a value always or never. */
     static QStringList parsable(QStringList arguments);
-
-    bool isSet(const QCommandLineOption& option) const { return parser.isSet(option); }
-    QString value(const QCommandLineOption& option) const { return parser.value(option); }
 
     /** Whether a window is to stay on the screen. */
     bool wantsWindow() const
@@ -65,7 +62,7 @@ struct Options
         "thickness", "With --check: thickness of the board (mm), whatever it specifies.", "size"};
     QCommandLineOption fewestTools{"fewest-tools",
         "Let holes share bits within their tolerances; with =all those of press-fit too."};
-    QCommandLineOption fewestToolsAll = hidden("fewest-tools-all");
+    QCommandLineOption fewestToolsAll{"fewest-tools-all"};
     QCommandLineOption toolsAtMost{"tools-at-most",
         "The same, and end with status 2 if a program needs more tools.", "number"};
     QCommandLineOption compare{"compare",
@@ -86,8 +83,7 @@ struct Options
         "file-units", "Units of drill files that specify none: inch or metric.", "units"};
     QCommandLineOption digits{"digits",
         "Digits of drill files that specify none, such as 2:5, or 2:5,leading or 2:5,trailing for "
-        "the "
-        "zeros that are kept.",
+        "the zeros that are kept.",
         "digits"};
     QCommandLineOption sizes{"sizes",
         "What the sizes of files are, whatever they say: drilled or finished, or such as "
@@ -110,14 +106,8 @@ struct Options
     QCommandLineOption language{
         "language", "Language of the window: de or en; else the system's.", "language"};
     QCommandLineOption screenshot{"screenshot", "Write the window to a PNG file and end.", "file"};
-    QCommandLineParser parser;
-
-private:
-    static QCommandLineOption hidden(const QString& name);
-
-public:
-    QCommandLineOption help = parser.addHelpOption();
-    QCommandLineOption version = parser.addVersionOption();
+    QCommandLineOption help = addHelpOption();
+    QCommandLineOption version = addVersionOption();
 };
 
 /** The reason why options don't go together; empty: they do. */
