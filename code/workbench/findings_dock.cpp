@@ -7,7 +7,6 @@
 #include "messages.h"
 #include "plan_checks.h"
 
-#include <QEvent>
 #include <QLocale>
 
 namespace brox {
@@ -52,15 +51,6 @@ FindingsDock::FindingsDock(LivePlan& plan, QWidget* parent)
     };
     connect(ui.findingsTreeWidget, &QTreeWidget::currentItemChanged, this, show);
     connect(ui.findingsTreeWidget, &QTreeWidget::itemClicked, this, show);
-}
-
-void FindingsDock::changeEvent(QEvent* event)
-{
-    if (event->type() == QEvent::LanguageChange) {
-        ui.retranslateUi(this);
-        mTimer.start();
-    }
-    QDockWidget::changeEvent(event);
 }
 
 void FindingsDock::check()

@@ -33,9 +33,6 @@ signals:
     /** The user wants to see the place of a finding. */
     void chosen(Place place);
 
-protected:
-    void changeEvent(QEvent* event) override;
-
 private:
     void check();
     void fill(const DrillPlan& plan, const CheckFindings& findings);
