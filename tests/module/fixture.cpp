@@ -321,14 +321,7 @@ int findRow(const QTableWidget* table, int column, const QString& text)
 Answers::Answers(std::initializer_list<QMessageBox::StandardButton> buttons)
 {
     for (const auto button : buttons) {
-        add([button](QDialog* dialog) {
-            auto* box = qobject_cast<QMessageBox*>(dialog);
-            if (box && box->button(button)) {
-                QTest::mouseClick(box->button(button), Qt::LeftButton);
-            } else {
-                dialog->reject();
-            }
-        });
+        add(button);
     }
     QObject::connect(&mTimer, &QTimer::timeout, &mTimer, [this] { look(); });
     mTimer.start(1);
@@ -339,6 +332,18 @@ Answers::~Answers()
     if (!mAnswers.empty()) {
         QTest::qFail("A dialog did not come", __FILE__, __LINE__);
     }
+}
+
+void Answers::add(QMessageBox::StandardButton button)
+{
+    add([button](QDialog* dialog) {
+        auto* box = qobject_cast<QMessageBox*>(dialog);
+        if (box && box->button(button)) {
+            QTest::mouseClick(box->button(button), Qt::LeftButton);
+        } else {
+            dialog->reject();
+        }
+    });
 }
 
 void Answers::addFile(const QString& path)

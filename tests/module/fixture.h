@@ -42,6 +42,9 @@ public:
 
     void add(Answer answer) { mAnswers.push_back(std::move(answer)); }
 
+    /** Presses a button; a dialog that lacks it is rejected. */
+    void add(QMessageBox::StandardButton button);
+
     /** Chooses a file in the file dialog that comes. */
     void addFile(const QString& path);
 

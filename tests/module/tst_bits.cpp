@@ -21,7 +21,10 @@ struct LookupCase
 struct EditsCase
 {
     const char* name;
-    const char* steps;
+    const char* selected; ///< microns of the bit; null: one is added
+    std::vector<std::pair<int, const char*>> typed; ///< into a column
+    int checks; ///< how often what is approved is toggled
+    bool isDeleted;
     const char* metric; ///< what lookups find then, in microns or mils
     const char* inch;
 };
@@ -89,20 +92,20 @@ private slots:
     void edits_data()
     {
         addRows<EditsCase>({
-            {"a new bit is in no index", "add", loaded, loaded},
-            {"sizes, then name", "add, microns 400, mils 500, name C", "100=A 200=A 300=B 400=C",
-                "100=A 200=A 300=B 500=C"},
-            {"shared name, lowest moves", "row 200, microns 500, mils 400", "200=A 300=B 500=A",
-                "200=A 300=B 400=A"},
-            {"rename, approved or not", "row 200, name C", "100=A 200=C 300=B",
+            {"a new bit is in no index", nullptr, {}, 0, false, loaded, loaded},
+            {"sizes, then name", nullptr, {{1, "400"}, {2, "500"}, {0, "C"}}, 0, false,
+                "100=A 200=A 300=B 400=C", "100=A 200=A 300=B 500=C"},
+            {"shared name, lowest moves", "200", {{1, "500"}, {2, "400"}}, 0, false,
+                "200=A 300=B 500=A", "200=A 300=B 400=A"},
+            {"rename, approved or not", "200", {{0, "C"}}, 0, false, "100=A 200=C 300=B",
                 "100=A 200=C 300=B"},
-            {"emptied size is 0", "row 300, microns ", "0=B 100=A 200=A", loaded},
-            {"uncheck", "row 300, check", "100=A 200=A", "100=A 200=A"},
-            {"check of size 0", "row 300, microns 0, check, check", "0=B 100=A 200=A", loaded},
-            {"delete of an unapproved bit", "row 200, delete", loaded, loaded},
-            {"delete without a name", "row 300, name , delete",
+            {"emptied size is 0", "300", {{1, ""}}, 0, false, "0=B 100=A 200=A", loaded},
+            {"uncheck", "300", {}, 1, false, "100=A 200=A", "100=A 200=A"},
+            {"check of size 0", "300", {{1, "0"}}, 2, false, "0=B 100=A 200=A", loaded},
+            {"delete of an unapproved bit", "200", {}, 0, true, loaded, loaded},
+            {"delete without a name", "300", {{0, ""}}, 0, true,
                 "100=A 200=A 300=", "100=A 200=A 300="},
-            {"delete one of two of a size", "row 300, microns 100, delete", "200=A", "100=A 200=A"},
+            {"delete one of two of a size", "300", {{1, "100"}}, 0, true, "200=A", "100=A 200=A"},
         });
     }
 
@@ -115,23 +118,20 @@ private slots:
         mTable->setCurrentCell(0, 3);
         QTest::keyClick(mTable, Qt::Key_F2); // what is approved is checked, not typed
         QVERIFY(!openEditor(mTable));
-        for (const QString& step : QString(data.steps).split(", ")) {
-            const QString what = step.section(' ', 0, 0);
-            const QString value = step.section(' ', 1);
-            const int row = mTable->currentRow();
-            if (what == "add") {
-                press(Qt::Key_N);
-            } else if (what == "row") {
-                mTable->setCurrentCell(findRow(mTable, 1, value), 0);
-            } else if (what == "check") {
-                QTableWidgetItem* cell = mTable->item(row, 3);
-                cell->setCheckState(cell->checkState() ? Qt::Unchecked : Qt::Checked);
-            } else if (what == "delete") {
-                press(Qt::Key_X);
-            } else {
-                const QStringList columns = {"name", "microns", "mils"};
-                typeInto(mTable, row, int(columns.indexOf(what)), value);
-            }
+        if (data.selected) {
+            mTable->setCurrentCell(findRow(mTable, 1, data.selected), 0);
+        } else {
+            press(Qt::Key_N);
+        }
+        for (const auto& [column, text] : data.typed) {
+            typeInto(mTable, mTable->currentRow(), column, text);
+        }
+        QTableWidgetItem* approved = mTable->item(mTable->currentRow(), 3);
+        for (int i = 0; i < data.checks; ++i) {
+            approved->setCheckState(approved->checkState() ? Qt::Unchecked : Qt::Checked);
+        }
+        if (data.isDeleted) {
+            press(Qt::Key_X);
         }
         QCOMPARE(index(400), data.metric);
         standin_set_units(mHost->step, Host::Inch);

@@ -97,10 +97,8 @@ private slots:
     {
         const QString longest = 'X' + QString(63, 'W');
         addRows<Rename>({
-            {"free name", "c", "c"},
             {"other case", "B", "B"},
             {"blanks are kept", " c ", " c "},
-            {"moves to its place", "0", "0"},
             {"longest", longest, longest},
             {"longest between blanks", " " + longest + " ", " " + longest + " "},
             {"too long", longest + "W", "b", true},

@@ -3,7 +3,6 @@
 
 #include <QDomDocument>
 #include <QFile>
-#include <QToolButton>
 
 /** The German catalogue: it is whole, and what the user reads comes from it. That all texts of the
  *  sources are in it is looked at where they are gathered. */
@@ -43,14 +42,28 @@ private slots:
         host.write("brox.xml", "<unfinished");
         QWidget* viewer = host.viewer();
         QVERIFY(host.log.last().contains("Fehler beim Lesen"));
-        Answers answers;
-        answers.add([](QDialog* dialog) { dialog->reject(); });
+        click(viewer, "newToolButton");
+        Answers answers{QMessageBox::Cancel, QMessageBox::NoButton};
+        click(viewer, "deleteToolButton");
+        QCOMPARE(answers.seen.last().title, "KRV-Modell löschen");
+        QCOMPARE(answers.seen.last().text, "Bohrwerkzeug-Modell löschen: 'Model'?");
         click(viewer, "actionOpen");
-        click(viewer, "actionAdd_Size");
         QCOMPARE(answers.seen.last().title, "Bohrerdatei (XML) laden …");
-        QCOMPARE(
-            child<QWidget>(viewer, "BitsFileEditor")->windowTitle(), "Bohrertabelle bearbeiten *");
-        QCOMPARE(child<QToolButton>(viewer, "saveToolButton")->toolTip(), "KRV-Modelle speichern");
+        click(viewer, "actionAdd_Size");
+        // Each form has texts of its own.
+        for (const auto& [object, property, text] :
+            {std::tuple("saveToolButton", "toolTip", "KRV-Modelle speichern"),
+                {"actionNew_Model", "text", "Neues Modell"},
+                {"label_2", "text", "Lochverengung durch das Metallisieren"},
+                {"label_3", "text", "Zugaben und Bohrformel erproben"},
+                {"recalcPushButton", "text", "Neu berechnen"},
+                {"useBitFileCheckBox", "text", "Bohrertabelle nutzen"},
+                {"actionDelete_Size", "text", "Bohrer löschen"},
+                {"BitsFileEditor", "windowTitle", "Bohrertabelle bearbeiten *"}}) {
+            QCOMPARE(child<QObject>(viewer, object)->property(property).toString(), text);
+        }
+        const auto* bits = child<QTableWidget>(viewer, "drillBitsTableWidget");
+        QCOMPARE(bits->horizontalHeaderItem(1)->text(), "µm");
         QVERIFY(standin_set_catalogue(nullptr));
         QCOMPARE(QString(zeb__nls_nlst("@$@#brox_viewer@$@#GENERAL@$@#278@$@#Save KRV Models")),
             "Save KRV Models");
