@@ -149,6 +149,7 @@ void ToolLists::add(QByteArrayView content, const QString& name)
     }
     Section section;
     section.list = fileName(name);
+    section.stems << withoutSuffix(section.list);
     section.inchUnit = kind->inchUnit;
     const Section empty = section;
     for (const QRegularExpressionMatch& fact : factsOf(*kind, text)) {
@@ -168,7 +169,11 @@ void ToolLists::take(Section& section, const QRegularExpressionMatch& fact)
         return;
     }
     if (fact.hasCaptured(u"file")) {
+        if (section.files.isEmpty()) {
+            section.stems.clear();
+        }
         section.files << fileName(fact.captured(u"file")).toLower();
+        section.stems << withoutSuffix(section.files.last());
     }
     if (fact.hasCaptured(u"from")) {
         section.span = Span{fact.captured(u"from"), fact.captured(u"to")};
@@ -241,12 +246,8 @@ std::vector<const ToolLists::Section*> ToolLists::sectionsOf(
     std::vector<const Section*> sections =
         those([&](const Section& section) { return section.files.contains(name); });
     if (sections.empty()) {
-        sections = those([&](const Section& section) {
-            const QStringList files =
-                section.files.isEmpty() ? QStringList{section.list} : section.files;
-            return std::ranges::any_of(files,
-                [&](const QString& file) { return withoutSuffix(file) == withoutSuffix(name); });
-        });
+        const QString stem = withoutSuffix(name);
+        sections = those([&](const Section& section) { return section.stems.contains(stem); });
         if (sections.size() > 1) {
             sections.clear();
         }

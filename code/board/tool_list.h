@@ -39,6 +39,7 @@ private:
     {
         QString list; ///< name
         QStringList files; ///< small letters; empty: it names none
+        QStringList stems; ///< of these without the suffix, or of the list
         NumberFormat format;
         bool isIncremental = false;
         std::optional<Span> span;
