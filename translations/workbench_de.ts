@@ -138,10 +138,6 @@
         <translation>%1, bevor ein Werkzeug gewählt ist</translation>
     </message>
     <message>
-        <source>too many holes and slots, the most are %1</source>
-        <translation>zu viele Bohrungen und Langlöcher, höchstens %1 sind möglich</translation>
-    </message>
-    <message>
         <source>neither a hole (G05) nor a routed path</source>
         <translation>weder eine Bohrung (G05) noch ein Fräsweg</translation>
     </message>
@@ -462,12 +458,8 @@
         <translation>zu viele Bohrungen</translation>
     </message>
     <message>
-        <source>too many contours</source>
-        <translation>zu viele Konturen</translation>
-    </message>
-    <message>
-        <source>step &quot;%1&quot; is too large: more than %2 holes or %3 copies of steps</source>
-        <translation>Step „%1“ ist zu groß: mehr als %2 Bohrungen oder %3 Kopien von Steps</translation>
+        <source>step &quot;%1&quot; is too large: more than %2 holes, where a slot counts as %3 or more, or more than %4 copies of steps</source>
+        <translation>Step „%1“ ist zu groß: mehr als %2 Bohrungen, wobei ein Langloch als %3 oder mehr zählt, oder mehr als %4 Kopien von Steps</translation>
     </message>
     <message>
         <source>step &quot;%1&quot; reaches too far</source>
@@ -768,6 +760,10 @@
     <message>
         <source>the holes cover %1 mm, and reach beyond the outline in %2</source>
         <translation>die Bohrungen nehmen %1 mm ein und reichen über den Umriss in %2 hinaus</translation>
+    </message>
+    <message>
+        <source>too many holes and slots, the most are %1 holes; a slot counts as %2 or more</source>
+        <translation>zu viele Bohrungen und Langlöcher, höchstens %1 Bohrungen sind möglich; ein Langloch zählt als %2 oder mehr</translation>
     </message>
 </context>
 <context>

@@ -57,18 +57,18 @@ struct Item
 {
     Size size = 0;
     Place at;
-    size_t path = 0; ///< 0: a hole
+    std::uint32_t path = 0; ///< 0: a hole
     auto operator<=>(const Item&) const = default;
 };
 
-size_t hashOf(const Path& path)
+std::uint32_t hashOf(const Path& path)
 {
     size_t hash = 1;
     for (const Segment& segment : path.segments) {
         hash = qHashMulti(hash, int(segment.shape), segment.to.x, segment.to.y, segment.centre.x,
             segment.centre.y);
     }
-    return hash | 1U;
+    return std::uint32_t(hash) | 1U;
 }
 
 Item itemOf(const Tool& tool, const Place& hole)
@@ -90,7 +90,12 @@ Item itemOf(const Tool& tool, const Path& slot)
 /** What a layer drills, sorted, each once. */
 std::vector<Item> itemsOf(const Layer& layer)
 {
+    size_t count = 0;
+    for (const Tool& tool : layer.tools) {
+        count += tool.holes.size() + tool.slotPaths.size();
+    }
     std::vector<Item> items;
+    items.reserve(count);
     for (const Tool& tool : layer.tools) {
         for (const Place& hole : tool.holes) {
             items.push_back(itemOf(tool, hole));
@@ -193,8 +198,8 @@ private:
             || (isSame && part > whole && knowledge(mLayers[part]) == knowledge(mLayers[whole]));
         const size_t less = leavesPart ? part : whole;
         const size_t more = leavesPart ? whole : part;
-        const std::vector<Item> shared = mItems[part];
-        remove(mLayers[less], shared);
+        const size_t shared = mItems[part].size();
+        remove(mLayers[less], mItems[part]);
         mItems[less] = itemsOf(mLayers[less]);
         if (mItems[less].empty() && haveSameContours(mLayers[less], mLayers[more])) {
             mLayers[less].contours.clear();
@@ -204,7 +209,7 @@ private:
                 : BoardText::tr("%1: holes and slots that %2 drills too are left out: %3"))
                       .arg(mLayers[less].name, mLayers[more].name);
         if (!mItems[less].empty()) {
-            mNotes.last() = mNotes.last().arg(shared.size());
+            mNotes.last() = mNotes.last().arg(shared);
         }
     }
 
@@ -453,14 +458,12 @@ Board DrillBoard::finish(const QString& job)
         }
     }
     mBoard.notes << leaveOutRepeats(step.layers);
-    const bool hasTools = std::any_of(step.layers.begin(), step.layers.end(),
-        [](const Layer& layer) { return !layer.tools.empty(); });
-    if (!hasTools) {
-        throw BoardError(mEntries.back().file->name, 1, noHoleText(step.layers));
-    }
     mBoard.job = job;
     mBoard.units = units.value_or(Units::Metric);
     mBoard.steps.push_back(std::move(step));
+    if (const QString lack = lackText(mBoard.steps); !lack.isEmpty()) {
+        throw BoardError(mEntries.back().file->name, 1, lack);
+    }
     return std::move(mBoard);
 }
 

@@ -8,12 +8,6 @@
 
 namespace brox {
 
-namespace {
-
-constexpr qint64 maxDrilled = 50'000'000; ///< holes and segments of slots of a board
-
-} // namespace
-
 void HoleFacts::complete(const HoleFacts& other)
 {
     plated = plated ? plated : other.plated;
@@ -188,8 +182,8 @@ DrillCanvas::Use& DrillCanvas::use()
 void DrillCanvas::count(qint64 more)
 {
     mDrilled += more;
-    if (mDrilled > maxDrilled) {
-        mAt.fail(BoardText::tr("too many holes and slots, the most are %1").arg(maxDrilled));
+    if (mDrilled > maxHoles) {
+        mAt.fail(tooManyHoles());
     }
 }
 
@@ -221,19 +215,19 @@ void DrillCanvas::drill(const QPointF& at)
 
 void DrillCanvas::beginPath(const QPointF& at)
 {
-    count(1);
+    count(weightOf(0));
     mPath = Path{placed(at), {}};
 }
 
 void DrillCanvas::lineTo(const QPointF& to)
 {
-    count(1);
+    count(weightOf(1) - weightOf(0));
     mPath->segments.push_back({Segment::Shape::Line, placed(to), {}});
 }
 
 void DrillCanvas::arcTo(Segment::Shape shape, const QPointF& to, const QPointF& centre)
 {
-    count(1);
+    count(weightOf(1) - weightOf(0));
     mPath->segments.push_back({shape, placed(to), rounded(centre)});
 }
 
@@ -310,7 +304,7 @@ Place DrillCanvas::moved(const Place& from)
 
 Path DrillCanvas::moved(const Path& from)
 {
-    count(1 + qint64(from.segments.size()));
+    count(weightOf(from.segments.size()));
     Path path{moved(from.start), from.segments};
     for (Segment& segment : path.segments) {
         segment.to = moved(segment.to);

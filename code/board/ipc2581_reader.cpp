@@ -86,6 +86,7 @@ private:
     void setSpec(const Attributes& attributes) { mSpec = attributes.text("name"); }
     void noteBackDrillSpec() { mBackDrillSpecs.insert(mSpec); }
     void declareLayer(const Attributes& attributes);
+    void endLayer();
     void declareSpan(const Attributes& attributes);
     void readThickness(const Attributes& attributes);
     void declareSpec(const Attributes& attributes);
@@ -145,6 +146,7 @@ private:
     double mUnit = 0; ///< of the design; 0: not known yet
     QHash<QString, QString> mLayerFunctions;
     QHash<QString, Span> mSpans;
+    QHash<Span, QString> mDrillLayers;
     QString mDeclaredLayer;
     QString mSpec;
     QSet<QString> mBackDrillSpecs;
@@ -177,7 +179,7 @@ const Reader::Rule* Reader::findRule(In in, std::string_view name)
         {In::Ecad, "CadData", In::CadData, on<&R::useUnits>},
         {In::CadHeader, "Spec", In::Spec, on<&R::setSpec>},
         {In::Spec, "Backdrill", In::Nothing, on<&R::noteBackDrillSpec>},
-        {In::CadData, "Layer", In::Declaration, on<&R::declareLayer>},
+        {In::CadData, "Layer", In::Declaration, on<&R::declareLayer>, on<&R::endLayer>},
         {In::CadData, "Stackup", In::Nothing, on<&R::readThickness>},
         {In::CadData, "Step", In::Step, on<&R::beginStep>, on<&R::endStep>},
         {In::Declaration, "Span", In::Nothing, on<&R::declareSpan>},
@@ -273,15 +275,8 @@ void Reader::end()
 
 void Reader::endStep()
 {
-    QHash<Span, QString> drillLayers;
-    for (auto span = mSpans.cbegin(); span != mSpans.cend(); ++span) {
-        if (mLayerFunctions.value(span.key()) == QLatin1String("DRILL")
-            && !mBackDrillLayers.contains(span.key())) {
-            drillLayers.insert(*span, span.key());
-        }
-    }
     Step& step = mSteps.current();
-    step.layers = mOpenings.take(drillLayers, step.holesLeftOut);
+    step.layers = mOpenings.take(mDrillLayers, step.holesLeftOut);
 }
 
 void Reader::noteStep(const Attributes& attributes)
@@ -325,6 +320,14 @@ void Reader::readThickness(const Attributes& attributes)
     const double thickness = attributes.length("overallThickness");
     if (thickness >= 1 && thickness < maxDiameter) {
         mBoard.thickness = Size(std::lround(thickness));
+    }
+}
+
+void Reader::endLayer()
+{
+    if (mLayerFunctions.value(mDeclaredLayer) == QLatin1String("DRILL")
+        && !mBackDrillLayers.contains(mDeclaredLayer) && mSpans.contains(mDeclaredLayer)) {
+        mDrillLayers.insert(mSpans.value(mDeclaredLayer), mDeclaredLayer);
     }
 }
 
@@ -439,23 +442,13 @@ void Reader::finish()
     mSteps.finish(mBoard, mMainStep);
     noteUndeclared();
     dropEmptyTolerances();
-    std::vector<Layer> empty;
-    bool hasTools = false;
-    for (size_t i = 0; i < mBoard.steps.size(); ++i) {
-        for (const Layer& layer : mBoard.steps[i].layers) {
-            hasTools = hasTools || !layer.tools.empty();
-            if (layer.tools.empty()) {
-                empty.push_back(layer);
-            }
-        }
-        try {
-            gatherLayers(mBoard, i);
-        } catch (const PanelError& error) {
-            mPass.fail(QString::fromUtf8(error.what()));
-        }
+    try {
+        checkCounts(mBoard);
+    } catch (const PanelError& error) {
+        mPass.fail(QString::fromUtf8(error.what()));
     }
-    if (!hasTools) {
-        mPass.fail(noHoleText(empty));
+    if (const QString lack = lackText(mBoard.steps); !lack.isEmpty()) {
+        mPass.fail(lack);
     }
 }
 

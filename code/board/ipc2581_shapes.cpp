@@ -182,7 +182,7 @@ QPointF longDirection(const std::vector<QPointF>& points)
 
 /** Recognises a straight slot by its outline, wherever it lies and however it is turned: two half
  *  circles, exact or of many short lines, and the lines between them; or a circle. */
-std::optional<SlotShape> recogniseSlot(const Path& outline)
+std::optional<Ipc2581Opening> recogniseSlot(const Path& outline)
 {
     const std::vector<QPointF> points = corners(outline);
     if (!outline.isClosed() || points.size() < fewestCorners) {
@@ -223,9 +223,9 @@ std::optional<SlotShape> recogniseSlot(const Path& outline)
         const QPointF point = along * u + across * height;
         return Place{rounded(point.x()), rounded(point.y())};
     };
-    SlotShape slot{rounded(width), {at(middle - half), {}}};
+    Ipc2581Opening slot{rounded(width), {at(middle - half), {}}};
     if (half > sizePerMicron) {
-        lineTo(slot.middle, at(middle + half));
+        lineTo(slot.path, at(middle + half));
     }
     return slot;
 }
@@ -250,7 +250,18 @@ void Ipc2581Shapes::beginEntry(const Ipc2581Attributes& attributes)
 
 void Ipc2581Shapes::endEntry(Shapes& shapes)
 {
+    end();
     shapes[mEntry] = std::exchange(mShape, {});
+}
+
+/** All of the shape has been read: however often it is referred to, it is looked at once. */
+void Ipc2581Shapes::end()
+{
+    if (mShape.kind == Kind::Stroke && mShape.lineWidth >= 1) {
+        mShape.opening.width = rounded(mShape.lineWidth);
+    } else if (mShape.kind == Kind::Stroke || mShape.kind == Kind::Outline) {
+        mShape.opening = recogniseSlot(mShape.opening.path).value_or(mShape.opening);
+    }
 }
 
 void Ipc2581Shapes::keepLine(const Ipc2581Attributes& attributes)
@@ -259,14 +270,14 @@ void Ipc2581Shapes::keepLine(const Ipc2581Attributes& attributes)
 }
 
 /** @return false for a cut-out of the shape, or a second part of it */
-bool Ipc2581Shapes::add(Kind kind, const Path& path)
+bool Ipc2581Shapes::add(Kind kind, Ipc2581Opening opening)
 {
     if (mShape.kind != Kind::None) {
         mShape.isCompound = true;
         return false;
     }
     mShape.kind = kind;
-    mShape.path = path;
+    mShape.opening = std::move(opening);
     return true;
 }
 
@@ -281,9 +292,7 @@ void Ipc2581Shapes::addSlot(double width, double height)
     if (half > 0) {
         lineTo(middle, end);
     }
-    if (add(Kind::Slot, middle)) {
-        mShape.width = std::min(x, y);
-    }
+    add(Kind::Opening, {std::min(x, y), middle});
 }
 
 void Ipc2581Shapes::addCircle(const Ipc2581Attributes& attributes)
@@ -299,8 +308,7 @@ void Ipc2581Shapes::addOval(const Ipc2581Attributes& attributes)
 
 void Ipc2581Shapes::addRectangle(const Ipc2581Attributes& attributes)
 {
-    add(Kind::Contour,
-        Cutter(attributes.extent("width"), attributes.extent("height")).path({}, false));
+    addContour(Cutter(attributes.extent("width"), attributes.extent("height")).path({}, false));
 }
 
 void Ipc2581Shapes::addRoundRectangle(const Ipc2581Attributes& attributes)
@@ -310,21 +318,20 @@ void Ipc2581Shapes::addRoundRectangle(const Ipc2581Attributes& attributes)
     if (rectangle.isOval(cuts)) {
         addOval(attributes);
     } else {
-        add(Kind::Contour, rectangle.path(cuts, true));
+        addContour(rectangle.path(cuts, true));
     }
 }
 
 void Ipc2581Shapes::addCutRectangle(const Ipc2581Attributes& attributes)
 {
     const Cutter rectangle(attributes.extent("width"), attributes.extent("height"));
-    add(Kind::Contour, rectangle.path(rectangle.cuts(attributes, "chamfer"), false));
+    addContour(rectangle.path(rectangle.cuts(attributes, "chamfer"), false));
 }
 
 void Ipc2581Shapes::addCorners(const Ipc2581Attributes& attributes)
 {
-    add(Kind::Contour,
-        rectanglePath(attributes.place("lowerLeftX", "lowerLeftY"),
-            attributes.place("upperRightX", "upperRightY")));
+    addContour(rectanglePath(attributes.place("lowerLeftX", "lowerLeftY"),
+        attributes.place("upperRightX", "upperRightY")));
 }
 
 /** A polygon in an ellipse. @param first  corner, in degrees */
@@ -342,7 +349,7 @@ void Ipc2581Shapes::addInscribed(double width, double height, int corners, doubl
         }
     }
     close(path);
-    add(Kind::Contour, path);
+    addContour(path);
 }
 
 void Ipc2581Shapes::addDiamond(const Ipc2581Attributes& attributes)
@@ -375,21 +382,22 @@ void Ipc2581Shapes::addTriangle(const Ipc2581Attributes& attributes)
     lineTo(path, {x, Size(-y)});
     lineTo(path, {0, y});
     close(path);
-    add(Kind::Contour, path);
+    addContour(path);
 }
 
 void Ipc2581Shapes::addLine(const Ipc2581Attributes& attributes)
 {
     Path path{attributes.place("startX", "startY"), {}};
     lineTo(path, attributes.place("endX", "endY"));
-    add(Kind::Stroke, path);
+    add(Kind::Stroke, {{}, path});
 }
 
 void Ipc2581Shapes::addArc(const Ipc2581Attributes& attributes)
 {
     add(Kind::Stroke,
-        {attributes.place("startX", "startY"),
-            {arcTo(attributes.place("endX", "endY"), attributes)}});
+        {{},
+            {attributes.place("startX", "startY"),
+                {arcTo(attributes.place("endX", "endY"), attributes)}}});
 }
 
 void Ipc2581Shapes::addStandardReference(const Ipc2581Attributes& attributes)
@@ -408,13 +416,13 @@ void Ipc2581Shapes::addUserReference(const Ipc2581Attributes& attributes)
 
 void Ipc2581Shapes::setLineWidth(const Ipc2581Attributes& attributes)
 {
-    mShape.width = attributes.extent("lineWidth");
+    mShape.lineWidth = attributes.extent("lineWidth");
 }
 
 void Ipc2581Shapes::setLineReference(const Ipc2581Attributes& attributes)
 {
     const auto found = mLineWidths.find(idOf(attributes));
-    mShape.width = found == mLineWidths.end() ? 0 : found->second;
+    mShape.lineWidth = found == mLineWidths.end() ? 0 : found->second;
 }
 
 void Ipc2581Shapes::startPolygon(const Ipc2581Attributes& attributes)
@@ -435,12 +443,12 @@ void Ipc2581Shapes::addCurve(const Ipc2581Attributes& attributes)
 void Ipc2581Shapes::endOutline()
 {
     close(mPolygon);
-    add(Kind::Outline, takePolygon());
+    add(Kind::Outline, {{}, takePolygon()});
 }
 
 void Ipc2581Shapes::endPolyline()
 {
-    add(Kind::Stroke, takePolygon());
+    add(Kind::Stroke, {{}, takePolygon()});
 }
 
 /** The shape that a reference leads to; null if it leads nowhere. */
@@ -465,8 +473,9 @@ const Ipc2581Shapes::Shape* Ipc2581Shapes::resolved() const
     return nullptr;
 }
 
-Ipc2581Opening Ipc2581Shapes::opening() const
+Ipc2581Opening Ipc2581Shapes::opening()
 {
+    end();
     const Shape* shape = resolved();
     if (!shape || shape->kind == Kind::None) {
         mPass.fail(mShape.reference.empty()
@@ -474,14 +483,7 @@ Ipc2581Opening Ipc2581Shapes::opening() const
                 : BoardText::tr("no shape \"%1\" for this slot")
                       .arg(QString::fromStdString(mShape.reference).left(40)));
     }
-    const bool hasWidth = shape->kind == Kind::Stroke && shape->width >= 1;
-    if (shape->kind == Kind::Slot || hasWidth) {
-        return {SlotShape{rounded(shape->width), shape->path}, {}};
-    }
-    if (shape->kind == Kind::Contour) {
-        return {std::nullopt, shape->path};
-    }
-    return {recogniseSlot(shape->path), shape->path};
+    return shape->opening;
 }
 
 } // namespace brox

@@ -9,18 +9,11 @@
 
 namespace brox {
 
-/** A slot of one width: what a round tool cuts on its way. */
-struct SlotShape
-{
-    Size width = 0;
-    Path middle; ///< the way of the tool's middle; a point for a round hole
-};
-
-/** What a shape cuts out about its own origin: a slot, or a contour if it has no one width. */
+/** What a shape cuts out about its own origin: a slot of one width, or a contour. */
 struct Ipc2581Opening
 {
-    std::optional<SlotShape> slot;
-    Path contour; ///< if there is no slot
+    std::optional<Size> width; ///< of a slot; null: a contour
+    Path path; ///< of a slot the way of the tool's middle, a point for a round hole; or the outline
 };
 
 Path rectanglePath(Place lowerLeft, Place upperRight);
@@ -74,31 +67,32 @@ public:
     void endPolyline();
 
     /** What the shape that was read cuts out, by the dictionaries if it refers to them. */
-    Ipc2581Opening opening() const;
+    Ipc2581Opening opening();
 
 private:
     enum class Kind
     {
         None,
-        Slot, ///< the middle of it
-        Stroke, ///< a path of a width
+        Stroke, ///< a path, perhaps of a width
         Outline, ///< perhaps that of a slot
-        Contour, ///< surely none
+        Opening, ///< known to be a slot, or to be none
         StandardReference,
         UserReference
     };
     struct Shape
     {
         Kind kind = Kind::None;
-        double width = 0; ///< of a slot or stroke; 0: unspecified
-        Path path;
+        Ipc2581Opening opening;
+        double lineWidth = 0; ///< of a stroke; 0: unspecified
         std::string reference;
         bool isCompound = false; ///< of several parts, or of one that is moved: not understood
     };
     using Shapes = std::unordered_map<std::string, Shape>;
 
     void endEntry(Shapes& shapes);
-    bool add(Kind kind, const Path& path);
+    void end();
+    bool add(Kind kind, Ipc2581Opening opening);
+    void addContour(Path outline) { add(Kind::Opening, {{}, std::move(outline)}); }
     void addSlot(double width, double height);
     void addInscribed(double width, double height, int corners, double first);
     const Shape* resolved() const;

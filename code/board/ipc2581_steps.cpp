@@ -60,10 +60,11 @@ std::vector<Layer> LayerCollector::take()
     return std::exchange(mLayers, {});
 }
 
-void Ipc2581Openings::countOpening()
+void Ipc2581Openings::count(qint64 weight)
 {
-    if (++mCount > maxOpenings) {
-        mPass.fail(BoardText::tr("too many holes and slots, the most are %1").arg(maxOpenings));
+    mCount += weight;
+    if (mCount > maxHoles) {
+        mPass.fail(tooManyHoles());
     }
 }
 
@@ -191,7 +192,7 @@ void Ipc2581Openings::endHole()
     }
     const bool isPlain = mOwnPlacement.turnsNothing() && mSetPlacement.isIdentity();
     const Place at = isPlain ? mPass.place(mOwnPlacement.x, mOwnPlacement.y) : placed(Path{}).start;
-    countOpening();
+    count(1);
     mCollector.tool(mTool, mBackDrilled).holes.push_back(at);
 }
 
@@ -210,19 +211,19 @@ void Ipc2581Openings::endSlot()
 
 void Ipc2581Openings::add(const Ipc2581Opening& opening)
 {
-    countOpening();
-    if (!opening.slot) {
+    count(weightOf(opening.path.segments.size()));
+    if (!opening.width) {
         const bool isUnplated = mTool.type == HoleType::NonPlated;
         mCollector.layer(mLayer).contours.push_back(
-            {isUnplated ? HoleType::NonPlated : HoleType::Plated, placed(opening.contour)});
+            {isUnplated ? HoleType::NonPlated : HoleType::Plated, placed(opening.path)});
         return;
     }
     const double scale = mOwnPlacement.scale * mSetPlacement.scale;
-    mTool.finishedSize = mPass.place(opening.slot->width * scale, 0).x;
+    mTool.finishedSize = mPass.place(*opening.width * scale, 0).x;
     if (mTool.finishedSize < 1) {
         mPass.fail(BoardText::tr("a slot without a width"));
     }
-    mCollector.tool(mTool, mBackDrilled).slotPaths.push_back(placed(opening.slot->middle));
+    mCollector.tool(mTool, mBackDrilled).slotPaths.push_back(placed(opening.path));
 }
 
 void Ipc2581Openings::beginPadHole(const Ipc2581Attributes& attributes)
@@ -248,7 +249,7 @@ void Ipc2581Openings::endPadHole()
     if (mTool.finishedSize == 0 || !mHasPlace) {
         return;
     }
-    countOpening();
+    count(1);
     Layer& layer = mPads.layer(mPadSpan ? mPadSpan->from + '\n' + mPadSpan->to : QString());
     layer.span = mPadSpan;
     mPads.tool(mTool, false).holes.push_back(placed(Path{}).start);

@@ -98,7 +98,7 @@ private:
     void readTurn(Placement& to, const Ipc2581Attributes& attributes) const;
     void begin(const Ipc2581Attributes& attributes, bool mayAssume);
     HoleType typeOf(const char* plating) const;
-    void countOpening();
+    void count(qint64 weight);
     std::vector<Place> drilledPlaces();
     void takePads(const QHash<Span, QString>& drillLayers, qint64& leftOut);
     void drillPads(const QHash<Span, QString>& drillLayers);
@@ -109,7 +109,7 @@ private:
     const Ipc2581Pass& mPass;
     Ipc2581Shapes& mShapes;
     LayerCollector mCollector;
-    qint64 mCount = 0; ///< holes, slots and contours of all steps
+    qint64 mCount = 0; ///< holes of all steps, slots and contours by their weight
     LayerCollector mPads; ///< by span
     std::optional<Span> mPadSpan;
     std::optional<BoardError> mPadError; ///< the first

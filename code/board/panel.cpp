@@ -30,98 +30,67 @@ qint64 copies(const Repeat& repeat)
     return times(repeat.columns, repeat.rows);
 }
 
+StepLayer summed(const Layer& layer)
+{
+    StepLayer sum{layer.name, layer.span, {}, {}, qint64(layer.contours.size()),
+        layer.assumedFormat, layer.formatDoubtful, layer.hasDrillSizes};
+    for (const Tool& tool : layer.tools) {
+        sum.tools.push_back({&tool, qint64(tool.holes.size()), qint64(tool.slotPaths.size())});
+    }
+    for (const Tool& tool : layer.backDrills) {
+        sum.backDrills.push_back({&tool, qint64(tool.holes.size()), qint64(tool.slotPaths.size())});
+    }
+    return sum;
+}
+
 struct LikeTools
 {
     size_t operator()(const Tool* tool) const { return likenessOf(*tool); }
     bool operator()(const Tool* a, const Tool* b) const { return a->isLike(*b); }
 };
 
-/** Tools of a layer, of which each is there once. */
-class ToolSum
-{
-public:
-    void add(std::vector<StepTool>& tools, const Tool& tool, qint64 holes, qint64 slotPaths)
-    {
-        const auto [found, isNew] = mIndices.try_emplace(&tool, tools.size());
-        if (isNew) {
-            tools.push_back({&tool, 0, 0});
-        }
-        StepTool& sum = tools[found->second];
-        sum.holes += holes;
-        sum.slotPaths += slotPaths;
-        if (sum.holes > hostLimit || sum.slotPaths > hostLimit) {
-            throw PanelError(BoardText::tr("too many holes"));
-        }
-    }
-
-private:
-    std::unordered_map<const Tool*, size_t, LikeTools, LikeTools> mIndices;
-};
-
-/** Layers of several steps, of which each is there once. */
+/** Layers of several steps, of which each is there once, and each of its tools. */
 class LayerSum
 {
 public:
-    void add(const Layer& layer)
-    {
-        StepLayer& sum = sumOf(layer);
-        addContours(sum, qint64(layer.contours.size()));
-        for (const Tool& tool : layer.tools) {
-            mTools[mCurrent].add(
-                sum.tools, tool, qint64(tool.holes.size()), qint64(tool.slotPaths.size()));
-        }
-        for (const Tool& tool : layer.backDrills) {
-            mBackDrills[mCurrent].add(
-                sum.backDrills, tool, qint64(tool.holes.size()), qint64(tool.slotPaths.size()));
-        }
-    }
-
     void add(const StepLayer& layer, qint64 factor)
     {
-        StepLayer& sum = sumOf(layer);
-        addContours(sum, times(layer.contours, factor));
-        for (const StepTool& each : layer.tools) {
-            mTools[mCurrent].add(
-                sum.tools, *each.tool, times(each.holes, factor), times(each.slotPaths, factor));
-        }
-        for (const StepTool& each : layer.backDrills) {
-            mBackDrills[mCurrent].add(sum.backDrills, *each.tool, times(each.holes, factor),
-                times(each.slotPaths, factor));
-        }
-    }
-
-    std::vector<StepLayer> take() { return std::move(mLayers); }
-
-private:
-    /** @param layer  of a step, or of steps together */
-    template <typename AnyLayer>
-    StepLayer& sumOf(const AnyLayer& layer)
-    {
-        const auto found = mIndices.constFind(layer.name);
-        mCurrent = found == mIndices.constEnd() ? mLayers.size() : *found;
+        auto found = mIndices.constFind(layer.name);
         if (found == mIndices.constEnd()) {
-            mIndices.insert(layer.name, mCurrent);
+            found = mIndices.insert(layer.name, mLayers.size());
             mLayers.push_back({layer.name, layer.span, {}, {}, 0, layer.assumedFormat,
                 layer.formatDoubtful, layer.hasDrillSizes});
             mTools.emplace_back();
             mBackDrills.emplace_back();
         }
-        return mLayers[mCurrent];
+        StepLayer& sum = mLayers[*found];
+        sum.contours += layer.contours * factor;
+        add(sum.tools, mTools[*found], layer.tools, factor);
+        add(sum.backDrills, mBackDrills[*found], layer.backDrills, factor);
     }
 
-    static void addContours(StepLayer& sum, qint64 more)
+    std::vector<StepLayer> take() { return std::move(mLayers); }
+
+private:
+    using Indices = std::unordered_map<const Tool*, size_t, LikeTools, LikeTools>;
+
+    static void add(std::vector<StepTool>& sums, Indices& indices,
+        const std::vector<StepTool>& tools, qint64 factor)
     {
-        sum.contours += more;
-        if (sum.contours > hostLimit) {
-            throw PanelError(BoardText::tr("too many contours"));
+        for (const StepTool& each : tools) {
+            const auto [found, isNew] = indices.try_emplace(each.tool, sums.size());
+            if (isNew) {
+                sums.push_back({each.tool, 0, 0});
+            }
+            sums[found->second].holes += each.holes * factor;
+            sums[found->second].slotPaths += each.slotPaths * factor;
         }
     }
 
     std::vector<StepLayer> mLayers;
     QHash<QString, size_t> mIndices; ///< of layers by name
-    size_t mCurrent = 0;
-    std::vector<ToolSum> mTools; ///< by layer
-    std::vector<ToolSum> mBackDrills;
+    std::vector<Indices> mTools; ///< by layer
+    std::vector<Indices> mBackDrills;
 };
 
 /** Answers for each step once: panels of panels would ask without end otherwise. */
@@ -140,7 +109,7 @@ public:
         }
         LayerSum sum;
         for (const Layer& layer : mBoard.steps[index].layers) {
-            sum.add(layer);
+            sum.add(summed(layer), 1);
         }
         for (const Repeat& repeat : mBoard.steps[index].repeats) {
             for (const StepLayer& layer : layers(repeat.step)) {
@@ -186,23 +155,37 @@ private:
     std::map<size_t, qint64> mSums;
 };
 
-void checkLimits(const Board& board, size_t step)
+/** How many holes of its own would take as much memory as all of them. */
+qint64 weightOfStep(const Step& step)
 {
-    qint64 places = 0;
-    for (const StepLayer& layer : gatherLayers(board, step)) {
-        for (const std::vector<StepTool>* tools : {&layer.tools, &layer.backDrills}) {
-            for (const StepTool& tool : *tools) {
-                places += tool.holes + tool.slotPaths;
+    qint64 weight = 0;
+    for (const Layer& layer : step.layers) {
+        for (const std::vector<Tool>* tools : {&layer.tools, &layer.backDrills}) {
+            for (const Tool& tool : *tools) {
+                weight += qint64(tool.holes.size());
+                for (const Path& slot : tool.slotPaths) {
+                    weight += weightOf(slot.segments.size());
+                }
             }
         }
-        places += layer.contours;
+        for (const Contour& contour : layer.contours) {
+            weight += weightOf(contour.outline.segments.size());
+        }
     }
+    return weight;
+}
+
+void checkLimits(const Board& board, size_t step)
+{
+    StepSum weight(board, maxHoles, weightOfStep);
     StepSum copyCount(board, copiesLimit, [](const Step&) { return 1; });
-    if (places > spreadLimit || copyCount.of(step) > copiesLimit) {
+    if (weight.of(step) > maxHoles || copyCount.of(step) > copiesLimit) {
         throw PanelError(
-            BoardText::tr("step \"%1\" is too large: more than %2 holes or %3 copies of steps")
+            BoardText::tr("step \"%1\" is too large: more than %2 holes, where a slot counts as %3 "
+                          "or more, or more than %4 copies of steps")
                 .arg(board.steps[step].name)
-                .arg(spreadLimit)
+                .arg(maxHoles)
+                .arg(weightOf(1))
                 .arg(copiesLimit));
     }
 }
@@ -238,6 +221,16 @@ Size rounded(double coordinate)
 }
 
 } // namespace
+
+void checkCounts(const Board& board)
+{
+    StepSum weight(board, hostLimit, weightOfStep);
+    for (size_t step = 0; step < board.steps.size(); ++step) {
+        if (weight.of(step) > hostLimit) {
+            throw PanelError(BoardText::tr("too many holes"));
+        }
+    }
+}
 
 std::vector<StepLayer> gatherLayers(const Board& board, size_t step)
 {

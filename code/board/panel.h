@@ -20,8 +20,7 @@ public:
     { }
 };
 
-/** Most holes and slots that a step is spread to, and most copies of steps. */
-constexpr qint64 spreadLimit = 50'000'000;
+/** Most copies of steps that a step is spread to. */
 constexpr qint64 copiesLimit = 1'000'000;
 
 /** A tool of a step together with those of repeated steps that are like it. */
@@ -44,11 +43,13 @@ struct StepLayer
     bool hasDrillSizes = false;
 };
 
+/** @throws PanelError  if a step with all it repeats has more holes than a host can count, slots
+ * and contours by their weight */
+void checkCounts(const Board& board);
+
 /** The layers of a step and of all it repeats, by name; nothing is spread.
  *
- * Pointers in it lie in the board.
- *
- * @throws PanelError  if a tool has more holes than a host can count (2^31 - 1)
+ * Pointers in it lie in the board, whose counts have been checked.
  */
 std::vector<StepLayer> gatherLayers(const Board& board, size_t step);
 

@@ -97,14 +97,27 @@ std::optional<std::string_view> LineReader::next()
     return mLine.empty() ? std::nullopt : std::optional<std::string_view>(mLine);
 }
 
-QString noHoleText(const std::vector<Layer>& layers)
+QString tooManyHoles()
+{
+    return BoardText::tr(
+        "too many holes and slots, the most are %1 holes; a slot counts as %2 or more")
+        .arg(maxHoles)
+        .arg(weightOf(1));
+}
+
+QString lackText(const std::vector<Step>& steps)
 {
     size_t contours = 0;
     size_t backDrills = 0;
-    for (const Layer& layer : layers) {
-        contours += layer.contours.size();
-        for (const Tool& tool : layer.backDrills) {
-            backDrills += tool.holes.size();
+    for (const Step& step : steps) {
+        for (const Layer& layer : step.layers) {
+            if (!layer.tools.empty()) {
+                return {};
+            }
+            contours += layer.contours.size();
+            for (const Tool& tool : layer.backDrills) {
+                backDrills += tool.holes.size();
+            }
         }
     }
     return BoardText::tr("no drilled hole and no slot; contours: %1, back drills: %2")

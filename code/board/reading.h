@@ -55,11 +55,20 @@ class BoardCancelled : public std::exception
  *  The reading ends with BoardCancelled when it gives false. */
 using Progress = std::function<bool(qint64 done, qint64 total)>;
 
-/** Why a step's layers are no board: what they have without a hole and a slot. */
-QString noHoleText(const std::vector<Layer>& layers);
+/** Why the steps are no board: what they have without a hole and a slot; empty if they are one. */
+QString lackText(const std::vector<Step>& steps);
 
-/** The most holes, slots and contours of a board that are read. */
-constexpr qint64 maxOpenings = 50'000'000;
+/** The most holes that a board is read or spread to, in the memory that a program may take. */
+constexpr qint64 maxHoles = 20'000'000;
+
+/** How many holes take as much memory as a slot or a contour. */
+constexpr qint64 weightOf(size_t segments)
+{
+    return 5 + 3 * qint64(segments);
+}
+
+/** Why a board, or something of it, is too large. */
+QString tooManyHoles();
 
 /** The largest hole or slot that a reader takes for one. */
 constexpr double maxDiameter = 500.0 * sizePerMillimetre;
