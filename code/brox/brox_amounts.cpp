@@ -28,8 +28,6 @@ BroxAmounts::BroxAmounts(QWidget* parent, Qt::WindowFlags f)
     initTable();
 }
 
-BroxAmounts::~BroxAmounts() = default;
-
 void BroxAmounts::setStepId(int stpid)
 {
     mStepId = stpid;

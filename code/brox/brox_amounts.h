@@ -21,7 +21,7 @@ class BroxAmounts : public QWidget
 
 public:
     explicit BroxAmounts(QWidget* parent = nullptr, Qt::WindowFlags f = {});
-    ~BroxAmounts() override;
+    ~BroxAmounts() override = default;
 
     void setStepId(int stpid);
     void setBroxModel(BroxModel* model);

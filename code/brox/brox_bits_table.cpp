@@ -73,8 +73,6 @@ NumericTableWidgetItem::NumericTableWidgetItem(const QString& text)
     : QTableWidgetItem(text, Type)
 { }
 
-NumericTableWidgetItem::~NumericTableWidgetItem() = default;
-
 bool NumericTableWidgetItem::operator<(const QTableWidgetItem& other) const
 {
     return text().toDouble() < other.text().toDouble();
@@ -99,8 +97,6 @@ BroxBitsTable::BroxBitsTable(QWidget* parent, Qt::WindowFlags flags)
     loadDefaultBits();
     setDataChanged(false);
 }
-
-BroxBitsTable::~BroxBitsTable() = default;
 
 void BroxBitsTable::setStepId(int stepId)
 {

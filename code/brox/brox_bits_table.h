@@ -17,7 +17,7 @@ class NumericTableWidgetItem : public QTableWidgetItem
 {
 public:
     explicit NumericTableWidgetItem(const QString& text);
-    ~NumericTableWidgetItem() override;
+    ~NumericTableWidgetItem() override = default;
 
     bool operator<(const QTableWidgetItem& other) const override;
 };
@@ -34,7 +34,7 @@ class BroxBitsTable : public QMainWindow
 
 public:
     BroxBitsTable(QWidget* parent, Qt::WindowFlags flags);
-    ~BroxBitsTable() override;
+    ~BroxBitsTable() override = default;
 
     /** @param stepId  the step whose units decide which index serves a lookup */
     void setStepId(int stepId);

@@ -28,8 +28,6 @@ BroxDhsFormula::BroxDhsFormula(QWidget* parent, Qt::WindowFlags f)
     ui.dhsLineEdit->installEventFilter(this);
 }
 
-BroxDhsFormula::~BroxDhsFormula() = default;
-
 void BroxDhsFormula::setStepId(int stepId)
 {
     mStepId = stepId;

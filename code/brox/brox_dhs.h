@@ -20,7 +20,7 @@ class BroxDhsFormula : public QWidget
 
 public:
     explicit BroxDhsFormula(QWidget* parent = nullptr, Qt::WindowFlags f = {});
-    ~BroxDhsFormula() override;
+    ~BroxDhsFormula() override = default;
 
     void setStepId(int stepId);
 

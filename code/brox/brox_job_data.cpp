@@ -53,8 +53,6 @@ BroxJobData::BroxJobData(QWidget* parent, Qt::WindowFlags f)
     ui.setupUi(this);
 }
 
-BroxJobData::~BroxJobData() = default;
-
 void BroxJobData::loadDrillData(int stepId, BroxViewer* viewer)
 {
     mViewer = viewer;

@@ -20,7 +20,7 @@ class BroxJobData : public QWidget
 
 public:
     explicit BroxJobData(QWidget* parent = nullptr, Qt::WindowFlags f = {});
-    ~BroxJobData() override;
+    ~BroxJobData() override = default;
 
     /** Fills labels and table, and follows the viewer's unsaved changes. Called once. */
     void loadDrillData(int stepId, BroxViewer* viewer);

@@ -36,8 +36,6 @@ DrillTypeManager* DrillTypeManager::instance()
     return manager;
 }
 
-DrillTypeManager::~DrillTypeManager() = default;
-
 QString DrillTypeManager::drillTypeName(DrillType drillType) const
 {
     return QString::fromLatin1(drillTypeEnum(this).valueToKey(drillType));
@@ -52,10 +50,6 @@ DrillTypeManager::DrillType DrillTypeManager::drillTypeFromName(QString name) co
 {
     return DrillType(drillTypeEnum(this).keyToValue(name.toLocal8Bit().constData()));
 }
-
-BroxHoleType::BroxHoleType(DrillTypeManager::DrillType drillType)
-    : mDrillType(drillType)
-{ }
 
 void BroxHoleType::setAmounts(
     const QString& amount, const QString& oversized, const QString& osAmount)
@@ -142,10 +136,6 @@ BroxHoleType* BroxModel::ensureHoleType(DrillTypeManager::DrillType drillType)
     }
     return record;
 }
-
-BroxModelSet::BroxModelSet(QObject* parent)
-    : QObject(parent)
-{ }
 
 BroxModelSet::~BroxModelSet()
 {

@@ -29,7 +29,7 @@ public:
     /** The one instance; it lives until the process ends. */
     static DrillTypeManager* instance();
 
-    ~DrillTypeManager() override;
+    ~DrillTypeManager() override = default;
 
     /** The enumerator's name; empty for a value outside the enumeration. */
     QString drillTypeName(DrillType drillType) const;
@@ -49,7 +49,9 @@ Q_DECLARE_METATYPE(DrillTypeManager::DrillType)
 /** The amounts of one drill type in one model, in host size units. */
 struct BroxHoleType
 {
-    explicit BroxHoleType(DrillTypeManager::DrillType drillType);
+    explicit BroxHoleType(DrillTypeManager::DrillType drillType)
+        : mDrillType(drillType)
+    { }
 
     DrillTypeManager::DrillType drillType() const { return mDrillType; }
 
@@ -116,7 +118,9 @@ class BroxModelSet : public QObject
     Q_OBJECT
 
 public:
-    explicit BroxModelSet(QObject* parent = nullptr);
+    explicit BroxModelSet(QObject* parent = nullptr)
+        : QObject(parent)
+    { }
     ~BroxModelSet() override;
 
     void clear();

@@ -16,8 +16,6 @@ BroxModelManager::BroxModelManager(QWidget* parent, Qt::WindowFlags f)
     ui.broxModelTableWidget->sortByColumn(0, Qt::AscendingOrder);
 }
 
-BroxModelManager::~BroxModelManager() = default;
-
 void BroxModelManager::setModelSet(BroxModelSet* modelSet)
 {
     if (!modelSet) {

@@ -19,7 +19,7 @@ class BroxModelManager : public QWidget
 
 public:
     explicit BroxModelManager(QWidget* parent = nullptr, Qt::WindowFlags f = {});
-    ~BroxModelManager() override;
+    ~BroxModelManager() override = default;
 
     /** Fills the table from a set, which outlives this widget, and selects its first row. */
     void setModelSet(BroxModelSet* modelSet);

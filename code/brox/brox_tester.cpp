@@ -36,8 +36,6 @@ BroxTester::BroxTester(QWidget* parent, Qt::WindowFlags f)
     initTable();
 }
 
-BroxTester::~BroxTester() = default;
-
 void BroxTester::setStepId(int stepId)
 {
     mStepId = stepId;

@@ -20,7 +20,7 @@ class BroxTester : public QWidget
 
 public:
     explicit BroxTester(QWidget* parent = nullptr, Qt::WindowFlags f = {});
-    ~BroxTester() override;
+    ~BroxTester() override = default;
 
     void setStepId(int stepId);
 

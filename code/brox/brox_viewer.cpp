@@ -3,6 +3,7 @@
 
 #include "brox_dialogs.h"
 #include "brox_models_file.h"
+#include "brox_report.h"
 #include "brox_step_data.h"
 
 #include <QFontMetrics>
@@ -12,6 +13,7 @@
 namespace {
 
 constexpr BroxSource source("brox_viewer");
+constexpr char isCurrent[] = "this->mCurrentBroxModel != 0";
 constexpr double upperShare = 0.375; // of the height: amounts, test table and formula
 
 } // namespace
@@ -24,8 +26,6 @@ BroxViewer::BroxViewer(int stepId, QWidget* parent, Qt::WindowFlags flags)
     ui.loadToolButton->hide();
     initialize();
 }
-
-BroxViewer::~BroxViewer() = default;
 
 /** The order is fixed: each step relies on those before it. */
 void BroxViewer::initialize()
@@ -212,7 +212,7 @@ void BroxViewer::on_broxAmountsWidget_amountsChanged(
 
 void BroxViewer::on_broxDhsWidget_dhsFormulaChanged(QString dhsFormula)
 {
-    if (checkCurrentModel()) {
+    if (source.check(mCurrentBroxModel, isCurrent)) {
         mCurrentBroxModel->setDhsFormula(dhsFormula);
         ui.broxTesterWidget->retest();
         setDataChanged(true);
@@ -222,7 +222,7 @@ void BroxViewer::on_broxDhsWidget_dhsFormulaChanged(QString dhsFormula)
 void BroxViewer::on_broxDhsWidget_dhsFormulaEditingFinished()
 {
     // A text that was refused gives way to the last formula that was admitted.
-    if (checkCurrentModel()) {
+    if (source.check(mCurrentBroxModel, isCurrent)) {
         ui.broxDhsWidget->setDhsFormula(mCurrentBroxModel);
     }
 }
@@ -386,7 +386,7 @@ void BroxViewer::renameCurrentModel(const QString& wantedName, QString& approved
 
 void BroxViewer::removeCurrentModel(const QString& name)
 {
-    if (!checkCurrentModel()
+    if (!source.check(mCurrentBroxModel, isCurrent)
         || !source.check(mCurrentBroxModel->modelName() == name,
             "this->mCurrentBroxModel->modelName() == broxModelName")) {
         return;
@@ -409,11 +409,6 @@ void BroxViewer::tellHost(const QString& oldName, const char* newName)
     if (status != 0) {
         throw InternalException(status);
     }
-}
-
-bool BroxViewer::checkCurrentModel(const BroxSource::Place& place) const
-{
-    return source.check(mCurrentBroxModel != nullptr, "this->mCurrentBroxModel != 0", place);
 }
 
 void BroxViewer::disableModelWidgets()

@@ -4,7 +4,6 @@
 
 #include "brox_looks.h"
 #include "brox_man.h"
-#include "brox_report.h"
 #include "ui_brox_viewer.h"
 #include "zeb_lowlevel.h"
 
@@ -24,7 +23,7 @@ class BroxViewer : public QWidget
 
 public:
     BroxViewer(int stepId, QWidget* parent, Qt::WindowFlags flags);
-    ~BroxViewer() override;
+    ~BroxViewer() override = default;
 
     /** May the viewer close? Asks the user if there are unsaved models. */
     bool canClose();
@@ -94,7 +93,6 @@ private:
     void renameCurrentModel(const QString& wantedName, QString& approvedName);
     void removeCurrentModel(const QString& name);
     void tellHost(const QString& oldName, const char* newName);
-    bool checkCurrentModel(const BroxSource::Place& place = BroxSource::Place::current()) const;
     void disableModelWidgets();
     void updateUnitsLabel();
     void updateModelNameLabel(QString name);

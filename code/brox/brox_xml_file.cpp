@@ -17,11 +17,11 @@ constexpr int maxPathLength = 512;
 constexpr int indent = 4;
 constexpr int maxDepth = 1000;
 
-/** Whether XML 1.0 can hold a code unit, surrogates aside. */
-bool isXmlCharacter(QChar character)
+/** Whether XML 1.0 can hold a character. */
+bool isXmlCharacter(char32_t code)
 {
-    const char16_t code = character.unicode();
-    return (code >= 0x20 && code < 0xfffe) || code == '\t' || code == '\n' || code == '\r';
+    return (code >= 0x20 && code != 0xfffe && code != 0xffff) || code == '\t' || code == '\n'
+        || code == '\r';
 }
 
 /** Whether elements nest deeper than a document of ours ever would; says where.
@@ -140,14 +140,9 @@ QString BroxXmlFile::locate(bool* exists) const
 QString xmlText(const QString& text)
 {
     QString kept;
-    kept.reserve(text.size());
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        const QChar character = text.at(i);
-        if (character.isHighSurrogate() && i + 1 < text.size() && text.at(i + 1).isLowSurrogate()) {
-            kept += character;
-            kept += text.at(++i);
-        } else if (!character.isSurrogate() && isXmlCharacter(character)) {
-            kept += character;
+    for (const uint code : text.toUcs4()) { // half a surrogate pair becomes a replacement character
+        if (isXmlCharacter(code)) {
+            kept += QChar::fromUcs4(code);
         }
     }
     return kept;
