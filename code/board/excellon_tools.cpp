@@ -317,52 +317,42 @@ void ExcellonTools::finish(const NumberReader& numbers)
             if (remark->quantity >= 0) {
                 tool.specifiedHits = remark->quantity;
             }
-            take(tool, *remark);
+            take(i, *remark, {});
             compare(i, *remark, BoardText::tr("a comment"));
         }
         const auto listed = mListed.tools.find(tool.number);
         if (listed != mListed.tools.end()) {
-            noteListed(i, listed->second);
-            take(tool, listed->second);
+            take(i, listed->second, mListed.list);
             compare(i, listed->second, mListed.list);
         }
     }
 }
 
-/** What the tool does not have yet. */
-void ExcellonTools::take(DrillTool& tool, const ToolRemark& remark)
+/** What the tool does not have yet, with notes if it is that of a list. */
+void ExcellonTools::take(size_t index, const ToolRemark& remark, const QString& list)
 {
+    DrillTool& tool = mCanvas.tool(index);
+    const auto note = [&](const char* kind) {
+        if (!list.isEmpty() && mCanvas.hits(index) > 0) {
+            mNotes.add(kind, {tool.name, list});
+        }
+    };
     if (tool.diameter == 0 && remark.size > 0) {
+        note(QT_TRANSLATE_NOOP("BoardText", "the size of %1 is that of %2"));
         tool.units = Units::Metric;
         tool.diameter = remark.size / sizePerMillimetre;
     }
     if (!tool.tolerance && remark.tolerance && tool.units) {
+        note(QT_TRANSLATE_NOOP("BoardText", "the tolerance of %1 is that of %2"));
         const double unit = brox::sizeOf(*tool.units);
         tool.tolerance = {remark.tolerance->plus / unit, remark.tolerance->minus / unit};
     }
-    tool.facts.plated = tool.facts.plated ? tool.facts.plated : remark.facts.plated;
-}
-
-void ExcellonTools::noteListed(size_t index, const ToolRemark& remark)
-{
-    const DrillTool& tool = mCanvas.tool(index);
-    const QStringList names{tool.name, mListed.list};
-    if (mCanvas.hits(index) == 0) {
-        return;
-    }
-    if (tool.diameter == 0 && remark.size > 0) {
-        mNotes.add(QT_TRANSLATE_NOOP("BoardText", "the size of %1 is that of %2"), names);
-    }
-    if (!tool.tolerance && remark.tolerance && tool.units) {
-        mNotes.add(QT_TRANSLATE_NOOP("BoardText", "the tolerance of %1 is that of %2"), names);
-    }
     if (!tool.facts.plated && remark.facts.plated) {
-        mNotes.add(QT_TRANSLATE_NOOP("BoardText", "the plating of %1 is that of %2"), names);
+        note(QT_TRANSLATE_NOOP("BoardText", "the plating of %1 is that of %2"));
+        tool.facts.plated = remark.facts.plated;
     } else if (remark.facts.plated && tool.facts.plated != remark.facts.plated) {
-        mNotes.add(*tool.facts.plated
-                ? QT_TRANSLATE_NOOP("BoardText", "%1 is plated, but not by %2")
-                : QT_TRANSLATE_NOOP("BoardText", "%1 is not plated, but is by %2"),
-            names);
+        note(*tool.facts.plated ? QT_TRANSLATE_NOOP("BoardText", "%1 is plated, but not by %2")
+                                : QT_TRANSLATE_NOOP("BoardText", "%1 is not plated, but is by %2"));
     }
 }
 

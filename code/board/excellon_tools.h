@@ -97,8 +97,7 @@ public:
 private:
     size_t add(DrillTool tool);
     void noteListed(const NumberReader& numbers);
-    static void take(DrillTool& tool, const ToolRemark& remark);
-    void noteListed(size_t index, const ToolRemark& remark);
+    void take(size_t index, const ToolRemark& remark, const QString& list);
     void compare(size_t index, const ToolRemark& remark, const QString& by);
 
     const FileLine& mAt;
