@@ -60,7 +60,7 @@ const std::vector<Kind>& kinds()
                 pattern(R"(^ *(?<size>\d+\.\d+)[ \t]+(?<plating>[PN])\w*[ \t]+T(?<tool>\d{1,6})\b)"
                         R"((?:[ \t]+(?<plus>[.\d]+)[ \t]+(?<minus>[.\d]+))?)")},
             sizePerMil},
-        {pattern(R"(^.*\*+ +DRILL LIST +\*+)"), // Zuken
+        {pattern(R"(\* +DRILL LIST +\*)"), // Zuken
             {pattern(R"(^ *(?<begin>Output Data) *: *(?<file>\S.*?) *$)"),
                 pattern(R"(^ *Coordinate Format *: *(?<before>\d)V(?<after>\d))"),
                 pattern(R"(^ *Zero Suppress *: *(?<leftOut>Lead|Trail))"),
@@ -71,7 +71,7 @@ const std::vector<Kind>& kinds()
                     R"(^\| *\d+ *\| *\w+ *\| *T(?<tool>\d{1,6}) *\| *\w+ *\| *(?<size>\d*\.\d+) *\|)"
                     R"((?:.*\| *(?<plating>(?:Non[-_ ]?)?Plated) *\|)?)")}},
         // A table with headings: FAB 3000, OrCAD, PADS, Xpedition and others.
-        {pattern(R"(^.*\bNC Tools Report\b|^.*\bTool\b.*\b(?:Size|Diam\w*)\b)"),
+        {pattern(R"(\bNC Tools Report\b|^(?>.*?\bTool\b).*\b(?:Size|Diam\w*)\b)"),
             {pattern(R"(^ *Units? *: *(?<sizes>\w+))"),
                 pattern(R"(\b(?:Size|Diam\w*) *[\[(](?<sizes>inch|in|mil|mm)\w*[\])])"),
                 pattern(R"(^ *T?(?<tool>\d{1,6})[ \t]+(?<size>\d*\.\d+) *(?<unit>mm|mils?|inch)?\b)"
@@ -89,11 +89,9 @@ const Kind* kindOf(const QString& text)
 /** Without lines that no list has and patterns would take long for. */
 QString textOf(QByteArrayView content)
 {
-    constexpr qsizetype maxLine = 300;
+    static const QRegularExpression longLine = pattern(R"(^.{300,}$)");
     const QByteArrayView some = content.first(qMin(content.size(), maxListSize));
-    QStringList lines = QString::fromUtf8(some).remove('\r').split('\n');
-    lines.removeIf([](const QString& line) { return line.size() > maxLine; });
-    return lines.join('\n');
+    return QString::fromUtf8(some).remove('\r').remove(longLine);
 }
 
 /** In order of appearance. */
