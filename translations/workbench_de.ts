@@ -266,16 +266,8 @@
         <translation>das Programm endet nicht; die Datei ist abgeschnitten</translation>
     </message>
     <message>
-        <source>a drill file</source>
-        <translation>eine Bohrdatei</translation>
-    </message>
-    <message>
         <source>an XML file</source>
         <translation>eine XML-Datei</translation>
-    </message>
-    <message>
-        <source>a Gerber drill file</source>
-        <translation>eine Gerber-Bohrdatei</translation>
     </message>
     <message>
         <source>a Gerber file</source>

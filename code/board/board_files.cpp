@@ -20,34 +20,12 @@ constexpr int maxFolderFiles = 10000;
 constexpr qint64 maxKeptSize = qint64(16) << 20; ///< of a file of an archive in memory
 constexpr qint64 maxAllKept = qint64(256) << 20;
 
-bool isIpc2581(QByteArrayView beginning)
+/** So surely that it may be taken unasked. */
+bool isOfBoard(FileKind kind)
 {
-    static const QRegularExpression root(QStringLiteral("<(?:[\\w.]+:)?IPC-2581[\\s>]"));
-    return beginning.startsWith("\xff\xfe") || beginning.startsWith("\xfe\xff")
-        || root.match(QString::fromUtf8(beginning)).hasMatch();
-}
-
-/** What the beginning of a file says. */
-struct Look
-{
-    FileKind kind;
-    bool isOfBoard; ///< so surely that it may be taken unasked
-    bool isSure; ///< and that it must be readable
-    bool isProfile = false; ///< the outline of a board
-};
-
-Look lookAt(QByteArrayView beginning)
-{
-    const FileKind kind = fileKind(beginning);
-    if (kind == FileKind::DrillProgram) {
-        const Sureness sureness = drillSureness(beginning);
-        return {kind, sureness != Sureness::None, sureness == Sureness::Sure};
-    }
-    const bool isOfBoard = kind == FileKind::GerberDrill || kind == FileKind::ToolList
-        || (kind == FileKind::Xml && isIpc2581(beginning));
-    const bool isProfile =
-        kind == FileKind::Gerber && beginning.contains("TF.FileFunction,Profile");
-    return {kind, isOfBoard, isOfBoard, isProfile};
+    using enum FileKind;
+    return kind == DrillProgram || kind == LikelyProgram || kind == GerberDrill || kind == ToolList
+        || kind == Ipc2581;
 }
 
 bool isOutlineName(const QString& name)
@@ -119,7 +97,8 @@ private:
             throw BoardError(path, 0, file.errorString());
         }
         const QByteArray beginning = file.peek(fileKindBytes);
-        if (fileKind(beginning) == FileKind::Archive) {
+        const FileKind kind = fileKind(beginning);
+        if (kind == FileKind::Archive) {
             if (isFound) {
                 leave(name, BoardText::tr("an archive within a folder"));
             } else {
@@ -127,7 +106,7 @@ private:
             }
             return;
         }
-        add(name, lookAt(beginning), isFound, file.size(), [path] {
+        add(name, kind, isFound, file.size(), [path] {
             auto opened = std::make_shared<QFile>(path);
             if (!opened->open(QIODevice::ReadOnly)) {
                 throw BoardError(path, 0, opened->errorString());
@@ -146,13 +125,13 @@ private:
         file->startTransaction();
         const QByteArray beginning = readAtMost(*file, fileKindBytes);
         file->rollbackTransaction();
-        if (fileKind(beginning) != FileKind::Archive) {
-            const Look look = lookAt(beginning);
-            add(name, look, false, 0, [file, isXml = look.kind == FileKind::Xml] {
+        const FileKind kind = fileKind(beginning);
+        if (kind != FileKind::Archive) {
+            add(name, kind, false, 0, [file, kind] {
                 if (file->isTransactionStarted()) {
                     file->rollbackTransaction();
                 }
-                if (!isXml) { // drill files may be read again
+                if (!isXml(kind)) { // drill files may be read again
                     file->startTransaction();
                 }
                 return file;
@@ -217,7 +196,7 @@ private:
         mFiles.isSearched = true;
         struct Entry
         {
-            Look look;
+            FileKind kind;
             std::shared_ptr<const QByteArray> content; ///< null: not kept
         };
         std::map<QString, Entry> entries; // by name
@@ -232,70 +211,63 @@ private:
                 continue;
             }
             QByteArray content = reader.read(fileKindBytes);
-            Entry entry{lookAt(content), nullptr};
-            if (entry.look.isOfBoard) {
+            Entry entry{fileKind(content), nullptr};
+            const bool isTaken = isOfBoard(entry.kind);
+            if (isTaken) {
                 content += reader.read(maxKeptSize + 1 - content.size());
                 if (content.size() <= maxKeptSize && mKept + content.size() <= maxAllKept) {
                     mKept += content.size();
                     entry.content = std::make_shared<const QByteArray>(std::move(content));
                 }
             }
-            const bool isOfBoard = entry.look.isOfBoard;
-            if (!entries.emplace(reader.name(), std::move(entry)).second && isOfBoard) {
+            if (!entries.emplace(reader.name(), std::move(entry)).second && isTaken) {
                 throw BoardError(archive.path, 1,
                     BoardText::tr("two files in it are called %1").arg(reader.name()));
             }
         }
         for (const auto& [inside, entry] : entries) {
             const QString name = nameOf(inside);
-            if (entry.look.kind == FileKind::Archive) {
+            if (entry.kind == FileKind::Archive) {
                 leave(name, BoardText::tr("an archive within an archive"));
             } else if (entry.content) {
-                add(name, entry.look, true, entry.content->size(), [content = entry.content] {
+                add(name, entry.kind, true, entry.content->size(), [content = entry.content] {
                     auto buffer = std::make_shared<QBuffer>();
                     buffer->setData(*content);
                     buffer->open(QIODevice::ReadOnly);
                     return buffer;
                 });
             } else {
-                add(name, entry.look, true, 0,
+                add(name, entry.kind, true, 0,
                     [archive, inside = inside] { return openArchiveEntry(archive, inside); });
             }
         }
     }
 
-    void add(const QString& name, const Look& look, bool isFound, qint64 size,
+    void add(const QString& name, FileKind kind, bool isFound, qint64 size,
         std::function<std::shared_ptr<QIODevice>()> open)
     {
-        BoardFile file{name, look.kind, isFound, look.isSure, size, std::move(open)};
-        if (look.kind == FileKind::ToolList) {
+        BoardFile file{name, kind, isFound, size, std::move(open)};
+        const bool isProfile = kind == FileKind::GerberProfile;
+        if (kind == FileKind::ToolList) {
             mFiles.lists.push_back(std::move(file));
-            return;
-        }
-        if (!isFound) {
-            if (look.kind != FileKind::Xml && look.kind != FileKind::DrillProgram
-                && look.kind != FileKind::GerberDrill) {
-                refuseUnlessFound(file);
-            }
+        } else if (isOfBoard(kind) || (!isFound && (isXml(kind) || isDrillProgram(kind)))) {
             mCandidates.push_back(std::move(file));
-        } else if (look.isOfBoard) {
-            mCandidates.push_back(std::move(file));
-        } else if (look.isProfile || (look.kind == FileKind::Gerber && isOutlineName(name))) {
+        } else if (!isFound) {
+            refuse(file);
+        } else if (isProfile || (kind == FileKind::Gerber && isOutlineName(name))) {
             leave(name, BoardText::tr("an outline"));
-            if (look.isProfile || !mFiles.outline) { // what a file specifies goes before its name
+            if (isProfile || !mFiles.outline) { // what a file specifies goes before its name
                 mFiles.outline = std::move(file);
             }
         } else {
-            leave(name, kindText(look.kind == FileKind::DrillProgram ? FileKind::Text : look.kind));
+            leave(name, kindText(kind));
         }
     }
 
-    static void refuseUnlessFound(const BoardFile& file)
+    [[noreturn]] static void refuse(const BoardFile& file)
     {
-        if (!file.isFound) {
-            throw BoardError(
-                file.name, 1, BoardText::tr("no drill file: it is ") + kindText(file.kind));
-        }
+        throw BoardError(
+            file.name, 1, BoardText::tr("no drill file: it is ") + kindText(file.kind));
     }
 
     void leave(const QString& name, const QString& why)
@@ -305,13 +277,12 @@ private:
 
     void choose(const QStringList& paths)
     {
-        const auto count = [this](FileKind kind) {
-            return std::count_if(mCandidates.begin(), mCandidates.end(),
-                [&](const BoardFile& file) { return file.kind == kind; });
+        const auto has = [this](auto isMeant) {
+            return std::ranges::any_of(mCandidates, isMeant, &BoardFile::kind);
         };
-        if (count(FileKind::Xml) > 0) {
+        if (has(isXml)) {
             chooseIpc2581();
-        } else if (count(FileKind::DrillProgram) > 0 && count(FileKind::GerberDrill) > 0) {
+        } else if (has(isDrillProgram)) {
             leaveRepeats();
         }
         mFiles.taken.insert(mFiles.taken.end(), std::make_move_iterator(mCandidates.begin()),
@@ -319,7 +290,9 @@ private:
         countSizes();
         if (mFiles.taken.empty()) {
             for (const BoardFile& list : mFiles.lists) {
-                refuseUnlessFound(list);
+                if (!list.isFound) {
+                    refuse(list);
+                }
                 leave(list.name, kindText(list.kind));
             }
             throw BoardError(paths.value(0), 0,
@@ -331,29 +304,26 @@ private:
 
     void countSizes()
     {
-        for (const BoardFile& file : mFiles.taken) {
-            mFiles.totalSize += file.size;
-        }
-        if (std::any_of(mFiles.taken.begin(), mFiles.taken.end(),
-                [](const BoardFile& file) { return file.size == 0; })) {
-            mFiles.totalSize = 0;
+        if (std::ranges::find(mFiles.taken, 0, &BoardFile::size) == mFiles.taken.end()) {
+            for (const BoardFile& file : mFiles.taken) {
+                mFiles.totalSize += file.size;
+            }
         }
     }
 
     void chooseIpc2581()
     {
-        const auto isXml = [](const BoardFile& file) { return file.kind == FileKind::Xml; };
-        const auto first = std::find_if(mCandidates.begin(), mCandidates.end(), isXml);
+        const auto first = std::ranges::find_if(mCandidates, isXml, &BoardFile::kind);
         for (auto it = mCandidates.begin(); it != mCandidates.end(); ++it) {
             if (it == first) {
                 continue;
             }
-            if (!it->isFound || (isXml(*it) && first->isFound)) {
+            if (!it->isFound || (isXml(it->kind) && first->isFound)) {
                 throw BoardError(first->name, 1,
                     BoardText::tr("no drill file; an IPC-2581 file is a board of its own, open "
                                   "it alone"));
             }
-            if (isXml(*it)) {
+            if (isXml(it->kind)) {
                 leave(it->name, BoardText::tr("there is an IPC-2581 file"));
             } else {
                 mFiles.besides.push_back(std::move(*it));

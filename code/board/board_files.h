@@ -16,7 +16,6 @@ struct BoardFile
     QString name; ///< for messages; in an archive behind its path
     FileKind kind = FileKind::Empty;
     bool isFound = false; ///< in an archive or a folder, not named by the user
-    bool isSurelyDrilled = false; ///< not only by what looks like places
     qint64 size = 0; ///< in bytes; 0: not known
     std::function<std::shared_ptr<QIODevice>()> open; ///< from the beginning; XML only once
 };

@@ -112,7 +112,7 @@ Board readBoard(const QStringList& paths, const ReadOptions& options)
     BoardFiles files = findBoardFiles(paths);
     const QStringList notes = takenText(files);
     Board board;
-    if (files.taken.front().kind == FileKind::Xml) {
+    if (isXml(files.taken.front().kind)) {
         BoardFile& file = files.taken.front();
         board = readIpc2581(*file.open(), file.name, options);
         board.file = QFileInfo(file.name).fileName();

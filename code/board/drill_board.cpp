@@ -281,7 +281,7 @@ void DrillBoard::add(const BoardFile& file, const Progress& progress)
     } catch (const UnitsUnknown&) { // which the user can give
         throw;
     } catch (const BoardError& error) {
-        if (mOptions.isStrict || !file.isFound || file.isSurelyDrilled) {
+        if (mOptions.isStrict || !file.isFound || file.kind != FileKind::LikelyProgram) {
             throw;
         }
         mBoard.notes << BoardText::tr("not read: ") + error.message();

@@ -52,14 +52,21 @@ bool isBinary(QByteArrayView bytes)
         [](char c) { return c >= 0 && c < ' ' && !QByteArrayView("\t\n\r\f\v\x1a").contains(c); });
 }
 
-/** A line that only a drill program has: a tool's diameter, a place, the header's beginning. */
-bool hasProgramLine(const QString& text)
+bool isIpc2581(QByteArrayView bytes)
 {
-    static const QRegularExpression line(
-        QStringLiteral("^\\s*(?:M48|%|M7[12]|T\\d+(?:[FSBHZ][-+.\\d]*)*(?:C[.\\d]+.*)?|[GM]\\d\\d.*"
-                       "|[XY][-+]?[.\\d]+.*|METRIC.*|INCH.*)\\s*$"),
-        QRegularExpression::MultilineOption | QRegularExpression::CaseInsensitiveOption);
-    return line.match(text).hasMatch();
+    static const QRegularExpression root(QStringLiteral("<(?:[\\w.]+:)?IPC-2581[\\s>]"));
+    return root.match(QString::fromUtf8(bytes)).hasMatch();
+}
+
+/** By the function that a Gerber file specifies. */
+FileKind gerberKind(const QString& text)
+{
+    static const QRegularExpression function(QStringLiteral(
+        "TF\\.FileFunction,(?:(?<drilled>Plated|NonPlated|MixedPlating)\\b|Profile)"));
+    const auto match = function.match(text);
+    return match.hasCaptured(u"drilled") ? FileKind::GerberDrill
+        : match.hasMatch()               ? FileKind::GerberProfile
+                                         : FileKind::Gerber;
 }
 
 bool isGerber(const QString& text)
@@ -70,11 +77,33 @@ bool isGerber(const QString& text)
     return mark.match(text).hasMatch();
 }
 
-bool isGerberDrill(const QString& text)
+/** By lines that only a drill program has, of those that folders hold. */
+FileKind textKind(const QString& text, QByteArrayView bytes)
 {
-    static const QRegularExpression function(
-        QStringLiteral("TF\\.FileFunction,(?:Plated|NonPlated|MixedPlating)\\b"));
-    return function.match(text).hasMatch();
+    constexpr auto options =
+        QRegularExpression::MultilineOption | QRegularExpression::CaseInsensitiveOption;
+    static const QRegularExpression setup(
+        QStringLiteral(
+            "^\\s*(?:M48|M30|T\\d+\\S*C[.\\d]+|G85|M15|M71|M72|M95|(?:METRIC|INCH)\\b.*)\\s*$"),
+        options);
+    static const QRegularExpression place(
+        QStringLiteral("^\\s*(?:[XY][-+]?(?:\\d+\\.?\\d*|\\.\\d+)){1,2}\\s*$"),
+        QRegularExpression::MultilineOption);
+    static const QRegularExpression some(
+        QStringLiteral("^\\s*(?:%|T\\d+(?:[FSBHZ][-+.\\d]*)*(?:C[.\\d]+.*)?|[GM]\\d\\d.*"
+                       "|[XY][-+]?[.\\d]+.*|METRIC.*|INCH.*)\\s*$"),
+        options);
+    if (setup.match(text).hasMatch()) {
+        return FileKind::DrillProgram;
+    }
+    auto places = place.globalMatch(text);
+    if (places.hasNext() && (places.next(), places.hasNext())) {
+        return FileKind::LikelyProgram;
+    }
+    if (isToolList(bytes)) {
+        return FileKind::ToolList;
+    }
+    return some.match(text).hasMatch() ? FileKind::PossibleProgram : FileKind::Text;
 }
 
 } // namespace
@@ -87,7 +116,7 @@ FileKind fileKind(QByteArrayView beginning)
     }
     const bool isUtf16 = bytes.startsWith("\xff\xfe") || bytes.startsWith("\xfe\xff");
     if (isUtf16 && bytes.first(qMin(bytes.size(), 4)).contains('<')) {
-        return FileKind::Xml;
+        return FileKind::Ipc2581; // or the reader will see
     }
     if (bytes.startsWith("\xef\xbb\xbf")) {
         bytes = bytes.sliced(3);
@@ -104,53 +133,23 @@ FileKind fileKind(QByteArrayView beginning)
     }
     if (start.startsWith('<')) {
         const bool isDesign = start.first(qMin(start.size(), 400)).contains("<eagle");
-        return isDesign ? FileKind::Design : FileKind::Xml;
+        return isDesign ? FileKind::Design : isIpc2581(bytes) ? FileKind::Ipc2581 : FileKind::Xml;
     }
     if (start.startsWith('{')) {
         return FileKind::Job;
     }
     const QString text = QString::fromLatin1(bytes);
-    if (isGerber(text)) {
-        return isGerberDrill(text) ? FileKind::GerberDrill : FileKind::Gerber;
-    }
-    if (isToolList(bytes) && drillSureness(bytes) == Sureness::None) {
-        return FileKind::ToolList;
-    }
-    return hasProgramLine(text) ? FileKind::DrillProgram : FileKind::Text;
-}
-
-Sureness drillSureness(QByteArrayView beginning)
-{
-    static const QRegularExpression setup(
-        QStringLiteral(
-            "^\\s*(?:M48|M30|T\\d+\\S*C[.\\d]+|G85|M15|M71|M72|M95|(?:METRIC|INCH)\\b.*)\\s*$"),
-        QRegularExpression::MultilineOption | QRegularExpression::CaseInsensitiveOption);
-    static const QRegularExpression place(
-        QStringLiteral("^\\s*(?:[XY][-+]?(?:\\d+\\.?\\d*|\\.\\d+)){1,2}\\s*$"),
-        QRegularExpression::MultilineOption);
-    const QString text = QString::fromLatin1(beginning);
-    if (setup.match(text).hasMatch()) {
-        return Sureness::Sure;
-    }
-    auto places = place.globalMatch(text);
-    for (int i = 0; i < 2; ++i) {
-        if (!places.hasNext()) {
-            return Sureness::None;
-        }
-        places.next();
-    }
-    return Sureness::Likely;
+    return isGerber(text) ? gerberKind(text) : textKind(text, bytes);
 }
 
 QString kindText(FileKind kind)
 {
     switch (kind) {
-    case FileKind::DrillProgram:
-        return BoardText::tr("a drill file");
+    case FileKind::Ipc2581:
     case FileKind::Xml:
         return BoardText::tr("an XML file");
     case FileKind::GerberDrill:
-        return BoardText::tr("a Gerber drill file");
+    case FileKind::GerberProfile:
     case FileKind::Gerber:
         return BoardText::tr("a Gerber file");
     case FileKind::Job:
@@ -171,6 +170,9 @@ QString kindText(FileKind kind)
         return BoardText::tr("a binary file");
     case FileKind::ToolList:
         return BoardText::tr("a list of tools");
+    case FileKind::DrillProgram:
+    case FileKind::LikelyProgram:
+    case FileKind::PossibleProgram: // of which a named one would have been read
     case FileKind::Text:
         return BoardText::tr("a text without drill commands");
     case FileKind::Empty:

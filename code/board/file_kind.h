@@ -10,9 +10,13 @@ namespace brox {
 /** What a file is, by its content. */
 enum class FileKind
 {
-    DrillProgram, ///< Excellon or XNC, or at least nothing else
-    Xml,
+    DrillProgram, ///< Excellon or XNC: a line sets up a drilling machine
+    LikelyProgram, ///< more than one line is a place
+    PossibleProgram, ///< a line may be one of a program; folders hold all sorts of texts
+    Ipc2581,
+    Xml, ///< of something else
     GerberDrill, ///< a Gerber file whose FileFunction is that of a drill file
+    GerberProfile, ///< one whose FileFunction is the outline of the board
     Gerber,
     Job, ///< of the open image format: lists a board's files
     Eia, ///< punched tape in EIA code instead of ASCII
@@ -27,18 +31,19 @@ enum class FileKind
     Empty
 };
 
+constexpr bool isXml(FileKind kind)
+{
+    return kind == FileKind::Ipc2581 || kind == FileKind::Xml;
+}
+
+constexpr bool isDrillProgram(FileKind kind)
+{
+    return kind <= FileKind::PossibleProgram;
+}
+
 constexpr qsizetype fileKindBytes = 1 << 16; ///< that decide a file's kind
 
 FileKind fileKind(QByteArrayView beginning);
-
-/** How surely a text that could be a drill program is one; folders hold all sorts of texts. */
-enum class Sureness
-{
-    None,
-    Likely, ///< more than one line is a place
-    Sure ///< a line sets up a drilling machine
-};
-Sureness drillSureness(QByteArrayView beginning);
 
 /** "a Gerber file" and so on, for messages. */
 QString kindText(FileKind kind);
