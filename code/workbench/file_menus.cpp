@@ -114,39 +114,24 @@ ExportMenu::ExportMenu(LivePlan& plan, QWidget* parent)
     , mLive(plan)
 {
     setObjectName("exportMenu");
-    addAction(tr("&Drill Programs..."), this, &ExportMenu::exportPrograms);
-    addAction(tr("&Report..."), this, [this] {
-        exportFile(tr("Export Report"), "report", tr("HTML (*.html);;PDF (*.pdf)"), "html",
-            addDrillReport);
-    });
-    addAction(tr("&Map..."), this, [this] {
-        exportFile(tr("Export Map"), "map", tr("SVG (*.svg);;PDF (*.pdf);;PNG (*.png)"), "svg",
-            addDrillMap);
-    });
-    addAction(tr("&Table..."), this, [this] {
-        exportFile(tr("Export Table"), "table",
-            tr("Comma-separated values (*.csv);;JSON (*.json);;Text (*.txt)"), "csv", addTable);
-    });
+    addKind(tr("&Drill Programs..."),
+        {tr("Export Drill Programs"), addDrillPrograms, "export/programs", {}});
+    addKind(tr("&Report..."),
+        {tr("Export Report"), addDrillReport, "export/report", tr("HTML (*.html);;PDF (*.pdf)")});
+    addKind(tr("&Map..."),
+        {tr("Export Map"), addDrillMap, "export/map", tr("SVG (*.svg);;PDF (*.pdf);;PNG (*.png)")});
+    addKind(tr("&Table..."),
+        {tr("Export Table"), addTable, "export/table",
+            tr("Comma-separated values (*.csv);;JSON (*.json);;Text (*.txt)")});
     addSeparator();
-    QAction* all = addAction(tr("&All into a Folder..."), this, &ExportMenu::exportAll);
-    all->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_E);
+    addKind(tr("&All into a Folder..."),
+        {tr("Export Drill Programs, Report, Map and Table"), addAll, {}, {}})
+        ->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_E);
 }
 
-QString ExportMenu::lastFolder(const char* key) const
+QAction* ExportMenu::addKind(const QString& text, const Kind& kind)
 {
-    const QString folder = QSettings().value(QStringLiteral("export/%1").arg(key)).toString();
-    return QFileInfo(folder).isDir() ? folder : QDir::homePath();
-}
-
-void ExportMenu::exportPrograms()
-{
-    exportToFolder(
-        tr("Export Drill Programs"), "programs", lastFolder("programs"), addDrillPrograms);
-}
-
-void ExportMenu::exportAll()
-{
-    exportToFolder(tr("Export Drill Programs, Report, Map and Table"), "all", mBoardFolder, addAll);
+    return addAction(text, this, [this, kind] { choosePath(kind); });
 }
 
 /** The plan of this moment; null, after a word about why, if nothing can be exported. */
@@ -160,17 +145,30 @@ const DrillPlan* ExportMenu::current()
     return plan;
 }
 
-void ExportMenu::exportToFolder(
-    const QString& title, const char* key, const QString& folder, Write writeFiles)
+void ExportMenu::choosePath(const Kind& kind)
 {
-    if (!current()) {
+    const DrillPlan* shown = current();
+    if (!shown) {
         return;
     }
-    QFileDialog dialog(parentWidget(), title, folder);
-    dialog.setFileMode(QFileDialog::Directory);
-    dialog.setOption(QFileDialog::ShowDirsOnly);
+    const QString last = kind.key.isEmpty() ? mBoardFolder : QSettings().value(kind.key).toString();
+    QFileDialog dialog(
+        parentWidget(), kind.title, QFileInfo(last).isDir() ? last : QDir::homePath(), kind.filter);
+    if (kind.filter.isEmpty()) {
+        dialog.setFileMode(QFileDialog::Directory);
+        dialog.setOption(QFileDialog::ShowDirsOnly);
+    } else {
+        dialog.setAcceptMode(QFileDialog::AcceptSave);
+        dialog.selectFile(fileStem(*shown));
+        // The suffix says in which form the file is written, so it follows the filter.
+        const auto setSuffix = [&dialog](const QString& filter) {
+            dialog.setDefaultSuffix(filter.section("*.", 1).section(')', 0, 0));
+        };
+        setSuffix(kind.filter);
+        connect(&dialog, &QFileDialog::filterSelected, &dialog, setSuffix);
+    }
     if (runDialog(dialog)) {
-        write(key, dialog.selectedFiles().value(0), writeFiles);
+        write(kind, dialog.selectedFiles().value(0));
     }
 }
 
@@ -188,28 +186,7 @@ bool ExportMenu::runDialog(QFileDialog& dialog)
     return isAccepted;
 }
 
-void ExportMenu::exportFile(const QString& title, const char* key, const QString& filter,
-    const QString& suffix, Write writeFile)
-{
-    const DrillPlan* shown = current();
-    if (!shown) {
-        return;
-    }
-    const QString name = fileStem(*shown);
-    QFileDialog dialog(parentWidget(), title, lastFolder(key), filter);
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setDefaultSuffix(suffix);
-    // The suffix says in which form the file is written, so it follows the filter.
-    connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog](const QString& chosen) {
-        dialog.setDefaultSuffix(chosen.section("*.", 1).section(')', 0, 0));
-    });
-    dialog.selectFile(name);
-    if (runDialog(dialog)) {
-        write(key, dialog.selectedFiles().value(0), writeFile);
-    }
-}
-
-void ExportMenu::write(const char* key, const QString& path, Write writeFiles)
+void ExportMenu::write(const Kind& kind, const QString& path)
 {
     QApplication::processEvents(QEventLoop::ExcludeUserInputEvents); // the dialog before goes
     const DrillPlan* shown = current();
@@ -224,7 +201,7 @@ void ExportMenu::write(const char* key, const QString& path, Write writeFiles)
             ? mLive.withFewestTools().value_or(*shown)
             : *shown;
         FileSet files;
-        writeFiles(plan, path, files, [&progress](qint64 done, qint64 total) {
+        kind.write(plan, path, files, [&progress](qint64 done, qint64 total) {
             progress.setMaximum(int(total));
             progress.setValue(int(done));
             return !progress.wasCanceled();
@@ -240,8 +217,9 @@ void ExportMenu::write(const char* key, const QString& path, Write writeFiles)
         for (const QString& file : removes ? stale : QStringList()) {
             QFile::remove(file);
         }
-        QSettings().setValue(
-            QStringLiteral("export/%1").arg(key), QFileInfo(files.paths().value(0)).absolutePath());
+        if (!kind.key.isEmpty()) {
+            QSettings().setValue(kind.key, QFileInfo(files.paths().value(0)).absolutePath());
+        }
         emit exported((QStringList(writtenText(plan, files)) + files.notes()).join("; "));
     } catch (const BoardCancelled&) {
         emit exported(tr("Export cancelled: nothing was written to %1").arg(path));

@@ -38,18 +38,20 @@ signals:
     void failed(const QString& message);
 
 private:
-    using Write = void (*)(
-        const DrillPlan& plan, const QString& path, FileSet& files, const Progress& progress);
+    struct Kind
+    {
+        QString title; ///< of the dialog
+        void (*write)(
+            const DrillPlan& plan, const QString& path, FileSet& files, const Progress& progress);
+        QString key; ///< of the folder in the settings; empty: that of the board is offered
+        QString filter; ///< of the dialog; empty: files go to a folder
+    };
 
+    QAction* addKind(const QString& text, const Kind& kind);
     const DrillPlan* current();
-    void exportPrograms();
-    void exportToFolder(const QString& title, const char* key, const QString& folder, Write write);
+    void choosePath(const Kind& kind);
     bool runDialog(QFileDialog& dialog);
-    void exportAll();
-    void exportFile(const QString& title, const char* key, const QString& filter,
-        const QString& suffix, Write write);
-    void write(const char* key, const QString& path, Write write);
-    QString lastFolder(const char* key) const;
+    void write(const Kind& kind, const QString& path);
 
     LivePlan& mLive;
     QString mBoardFolder;
