@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "bits_list.h"
 #include "rules_dialog.h"
-#include "size_field.h"
 #include "viewer_tables.h"
 #include "window_filter.h"
 
