@@ -46,13 +46,18 @@ void DataGuard::answerHost()
 StepData* DataGuard::open(
     const QString& step, const std::function<QWidget*()>& make, const Edits& edits)
 {
-    const QScopedValueRollback opening(mIsOpening, true);
-    const QScopedValueRollback taken(mEdits, &edits);
+    std::array<QByteArray, 2> known = edits.known;
+    for (DataFile::Kind kind : DataFile::moduleKinds) {
+        if (edits.contents[size_t(kind)].isNull()) {
+            known[size_t(kind)] = markOf(DataFile(mDataDir, kind).readUnchecked());
+        }
+    }
+    const QScopedValueRollback opening(mOpening, &edits);
     auto* data = new StepData(make(), step);
     for (DataFile::Kind kind : DataFile::moduleKinds) {
         const QByteArray& content = edits.contents[size_t(kind)];
         StepData::File& file = data->file(kind);
-        file.known = content.isNull() ? mRead[size_t(kind)] : edits.known[size_t(kind)];
+        file.known = known[size_t(kind)];
         if (!content.isNull() && !data->markEdited(kind)) {
             file.isLost = true; // an empty list of models has nothing to edit
             file.unsaved = content;
@@ -118,9 +123,9 @@ QByteArray DataGuard::pathFor(const QString& name)
 {
     for (DataFile::Kind kind : DataFile::moduleKinds) {
         if (name == DataFile::nameOf(kind)) {
-            return mIsOpening ? pathForReading(kind)
-                : mIsTaking   ? stagePath(kind).toUtf8()
-                              : pathForSaving(kind);
+            return mOpening ? pathForReading(kind)
+                : mIsTaking ? stagePath(kind).toUtf8()
+                            : pathForSaving(kind);
         }
     }
     return QDir(mDataDir).filePath(name).toUtf8();
@@ -129,15 +134,12 @@ QByteArray DataGuard::pathFor(const QString& name)
 /** The file, or a copy of edits that are in no file. */
 QByteArray DataGuard::pathForReading(DataFile::Kind kind)
 {
-    const DataFile file(mDataDir, kind);
-    mRead[size_t(kind)] = markOf(file.readUnchecked());
-    const QByteArray& content = mEdits->contents[size_t(kind)];
-    const QFileInfo info(file.path());
-    if (content.isNull() && info.exists() && !info.isFile()) {
-        return (file.path() + "/none").toUtf8(); // the module might read it for ever
-    }
+    const QByteArray& content = mOpening->contents[size_t(kind)];
     if (content.isNull()) {
-        return file.path().toUtf8();
+        const QFileInfo info(DataFile(mDataDir, kind).path());
+        const bool isReadable = info.isFile() || !info.exists();
+        // Anything else the module might read for ever.
+        return (isReadable ? info.filePath() : info.filePath() + "/none").toUtf8();
     }
     const QString path = stagePath(kind);
     const QString error = writeFile(path, content);
@@ -190,20 +192,15 @@ void DataGuard::finishSave(StepData* data)
     mSave.reset();
     save.data = data;
     QFile staged(stagePath(save.kind));
-    QByteArray bytes;
-    QString fault;
-    if (staged.open(QIODevice::ReadOnly)) {
-        bytes = staged.readAll();
-        fault = DataFile::faultOf(save.kind, bytes);
+    const QByteArray bytes = staged.open(QIODevice::ReadOnly) ? staged.readAll() : QByteArray();
+    const QString fault =
+        staged.isOpen() ? DataFile::faultOf(save.kind, bytes) : staged.errorString();
+    if (fault.isEmpty()) {
+        replace(&save, bytes);
     } else {
-        fault = staged.errorString();
-    }
-    if (!fault.isEmpty()) {
         settle(&save, {},
             tr("it could not be written completely to %1 (%2)").arg(QDir::tempPath(), fault));
-        return;
     }
-    replace(&save, bytes);
 }
 
 bool DataGuard::waitForOthers(Save* save)
@@ -231,22 +228,19 @@ bool DataGuard::prepare(Save* save)
     if (!save->before.exists) {
         return true;
     }
-    const QStringList answers{tr("Overwrite"), tr("Keep")};
-    const QString details =
-        tr("Overwrite: the present content is kept as a backup.\nKeep: nothing is saved.");
-    if (!save->before.fault.isEmpty()) {
-        if (ask(tr("%1 can't be read: %2").arg(file.path(), save->before.fault), details, answers)
+    const bool isOthers = save->data && save->data->file(save->kind).known != markOf(save->before);
+    const QString matter = !save->before.fault.isEmpty()
+        ? tr("%1 can't be read: %2").arg(file.path(), save->before.fault)
+        : isOthers ? tr("%1 has changed since step %2 read it: another step or another program has "
+                        "saved it.")
+                         .arg(file.path(), save->data->step())
+                   : QString();
+    if (!matter.isEmpty()
+        && ask(matter,
+               tr("Overwrite: the present content is kept as a backup.\nKeep: nothing is saved."),
+               {tr("Overwrite"), tr("Keep")})
             != 0) {
-            return false;
-        }
-    } else if (save->data && save->data->file(save->kind).known != markOf(save->before)) {
-        if (ask(tr("%1 has changed since step %2 read it: another step or another program has "
-                   "saved it.")
-                    .arg(file.path(), save->data->step()),
-                details, answers)
-            != 0) {
-            return false;
-        }
+        return false;
     }
     if (save->before.bytes.isNull()) {
         return true; // no copy can be made; it is moved itself
@@ -295,9 +289,16 @@ void DataGuard::settle(Save* save, const QByteArray& bytes, const QString& fault
     }
     const qsizetype answer = ask(tr("%1 could not be saved: %2").arg(path, fault),
         tr("The file is as it was. Your changes are still unsaved."), answers);
-    Save again{save->kind, save->data};
-    if (answer < answers.size() - 1 && prepare(&again)) {
-        replace(&again, bytes);
+    if (answer < answers.size() - 1) {
+        saveAgain(save->data, save->kind, bytes);
+    }
+}
+
+void DataGuard::saveAgain(StepData* data, DataFile::Kind kind, const QByteArray& bytes)
+{
+    Save save{kind, data};
+    if (prepare(&save)) {
+        replace(&save, bytes);
     }
 }
 
@@ -316,10 +317,7 @@ bool DataGuard::canLose(StepData& data, DataFile::Kind kind)
         ask(tr("%1 could not be saved: %2").arg(DataFile(mDataDir, kind).path(), file.fault),
             tr("Unsaved data will be lost."), answers);
     if (answer < answers.size() - 2) {
-        Save again{kind, &data};
-        if (prepare(&again)) {
-            replace(&again, QByteArray(file.unsaved));
-        }
+        saveAgain(&data, kind, QByteArray(file.unsaved));
         return !file.isLost;
     }
     return answer == answers.size() - 2;

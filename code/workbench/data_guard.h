@@ -86,6 +86,7 @@ private:
     bool prepare(Save* save);
     bool waitForOthers(Save* save);
     void replace(Save* save, const QByteArray& bytes);
+    void saveAgain(StepData* data, DataFile::Kind kind, const QByteArray& bytes);
     void settle(Save* save, const QByteArray& bytes, const QString& fault);
     bool canLose(StepData& data, DataFile::Kind kind);
     StepData* saver(DataFile::Kind kind) const;
@@ -94,10 +95,8 @@ private:
     Backups mBackups;
     std::unique_ptr<QTemporaryDir> mStage; ///< where the module writes; made for the first save
     QByteArray mAnswer; ///< the host's libraries use it until the next question
-    bool mIsOpening = false;
-    const Edits* mEdits = nullptr; ///< of the viewer that is being made
+    const Edits* mOpening = nullptr; ///< edits of the viewer that is being made; null: none is
     bool mIsTaking = false; ///< a save only hands over the edits
-    std::array<QByteArray, 2> mRead; ///< marks of what is being read, by kind
     QList<QPointer<StepData>> mSteps;
     StepData* mClosing = nullptr;
     std::optional<Save> mSave; ///< the module is at it
