@@ -120,6 +120,9 @@ public:
     /** Selects a model in the step's viewer, as a user does. */
     void selectModel(size_t step, const QString& model);
 
+    /** By the viewer's own button, which also enters what is being typed. */
+    void saveModels(size_t step) { data(step).save(DataFile::Kind::Models); }
+
     /** Makes a copy of the selected model, as a user would by hand; its name is open for typing
      *  then, and nothing is saved. Does nothing if no model is selected. */
     void duplicateModel(size_t step) { data(step).duplicateModel(); }

@@ -24,7 +24,6 @@
 #include <QScopeGuard>
 #include <QScreen>
 #include <QSettings>
-#include <QToolButton>
 
 namespace brox {
 
@@ -533,11 +532,10 @@ void MainWindow::restoreBackup()
     say(tr("%1 is restored").arg(DataFile(mSession.dataDir(), dialog.kind()).path()));
 }
 
-/** By the viewer's own button, which also enters what is being typed. */
 void MainWindow::saveModels()
 {
     if (const std::optional<size_t> step = mTabs->currentStep()) {
-        mSession.viewer(*step)->findChild<QToolButton*>("saveToolButton")->click();
+        mSession.saveModels(*step);
     }
 }
 

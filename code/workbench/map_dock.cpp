@@ -145,7 +145,6 @@ void MapDock::followViewer(QTableWidget* table)
 
 void MapDock::clear(const QString& reason)
 {
-    mStep.clear();
     mPlan.reset();
     ui.toolTreeWidget->clear();
     ui.holeLabel->setText(reason);
@@ -154,7 +153,8 @@ void MapDock::clear(const QString& reason)
 
 void MapDock::showPlan(DrillPlan plan)
 {
-    const bool isSame = mPlan && mStep == stepKey(plan) && mPlan->rows.size() == plan.rows.size();
+    const bool isSame =
+        mPlan && stepKey(*mPlan) == stepKey(plan) && mPlan->rows.size() == plan.rows.size();
     QSet<size_t> off;
     for (QTreeWidgetItemIterator i(ui.toolTreeWidget); isSame && *i; ++i) {
         const QVariant row = (*i)->data(0, rowRole);
@@ -163,7 +163,6 @@ void MapDock::showPlan(DrillPlan plan)
         }
     }
     auto scene = std::make_unique<MapScene>(plan);
-    mStep = stepKey(plan);
     mPlan = std::move(plan);
     QString hint = tr("Click a hole to see what drills it.");
     if (alarmingRows(*mPlan) > 0) {

@@ -56,7 +56,6 @@ private:
     LivePlan& mLive;
     Ui::MapDock ui;
     std::optional<DrillPlan> mPlan; ///< null: nothing is shown
-    QString mStep;
     QPointer<QTableWidget> mTable; ///< the viewer's; its rows are the plan's
 };
 

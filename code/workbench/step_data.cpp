@@ -52,39 +52,34 @@ QString copyName(const QString& name, const QTableWidget* models)
 
 } // namespace
 
-template <typename Widget>
-Widget* StepData::part(const char* name) const
+template <typename Part>
+Part* StepData::part(const char* name) const
 {
-    auto* widget = mViewer->findChild<Widget*>(name);
-    if (!widget) {
+    auto* part = mViewer->findChild<Part*>(name);
+    if (!part) {
         throw HostError(HostSession::tr("the viewer has no %1").arg(QLatin1String(name)));
     }
-    return widget;
+    return part;
 }
 
 StepData::StepData(QWidget* viewer, const QString& step)
     : QObject(viewer)
     , mViewer(viewer)
-    , mBits(viewer->findChild<QWidget*>("BitsFileEditor"))
+    , mBits(part<QWidget>("BitsFileEditor"))
     , mStep(step)
 {
     connect(viewer, SIGNAL(dataChanged(bool)), SLOT(modelsChanged(bool)));
-    if (auto* models = viewer->findChild<QTableWidget*>("broxModelTableWidget")) {
-        connect(models, &QTableWidget::itemSelectionChanged, this, &StepData::touched);
-    }
-    if (mBits) {
-        if (const auto* bits = mBits->findChild<QTableWidget*>("drillBitsTableWidget")) {
-            const QAbstractItemModel* model = bits->model();
-            connect(model, &QAbstractItemModel::dataChanged, this, &StepData::touched);
-            connect(model, &QAbstractItemModel::rowsInserted, this, &StepData::touched);
-            connect(model, &QAbstractItemModel::rowsRemoved, this, &StepData::touched);
-        }
-        connect(mBits, &QWidget::windowTitleChanged, this, [this](const QString& title) {
-            nameBits(title);
-            follow(DataFile::Kind::Bits, title.endsWith('*'));
-        });
-        nameBits(mBits->windowTitle());
-    }
+    connect(part<QTableWidget>("broxModelTableWidget"), &QTableWidget::itemSelectionChanged, this,
+        &StepData::touched);
+    const QAbstractItemModel* bits = part<QTableWidget>("drillBitsTableWidget")->model();
+    connect(bits, &QAbstractItemModel::dataChanged, this, &StepData::touched);
+    connect(bits, &QAbstractItemModel::rowsInserted, this, &StepData::touched);
+    connect(bits, &QAbstractItemModel::rowsRemoved, this, &StepData::touched);
+    connect(mBits, &QWidget::windowTitleChanged, this, [this](const QString& title) {
+        nameBits(title);
+        follow(DataFile::Kind::Bits, title.endsWith('*'));
+    });
+    nameBits(mBits->windowTitle());
 }
 
 bool StepData::hasUnsaved() const
@@ -95,7 +90,7 @@ bool StepData::hasUnsaved() const
 
 bool StepData::isInFront(DataFile::Kind kind) const
 {
-    return kind == DataFile::Kind::Models ? mViewer->isVisible() : mBits && mBits->isActiveWindow();
+    return kind == DataFile::Kind::Models ? mViewer->isVisible() : mBits->isActiveWindow();
 }
 
 /** Two steps have a window of bits each. */
@@ -107,39 +102,29 @@ void StepData::nameBits(const QString& title)
     }
 }
 
-void StepData::triggerBits(const char* action)
-{
-    if (auto* command = mBits ? mBits->findChild<QAction*>(action) : nullptr) {
-        command->trigger();
-    }
-}
-
 void StepData::save(DataFile::Kind kind)
 {
     if (kind == DataFile::Kind::Bits) {
-        triggerBits("actionSave");
-    } else if (auto* button = mViewer->findChild<QToolButton*>("saveToolButton")) {
-        button->click();
+        part<QAction>("actionSave")->trigger();
+    } else {
+        part<QToolButton>("saveToolButton")->click();
     }
 }
 
 bool StepData::markEdited(DataFile::Kind kind)
 {
     if (kind == DataFile::Kind::Bits) {
-        triggerBits("actionAdd_Size");
-        triggerBits("actionDelete_Size");
-    } else if (auto* box = mViewer->findChild<QCheckBox*>("useBitFileCheckBox")) {
-        box->click();
-        box->click();
+        part<QAction>("actionAdd_Size")->trigger();
+        part<QAction>("actionDelete_Size")->trigger();
+    } else {
+        part<QCheckBox>("useBitFileCheckBox")->click();
+        part<QCheckBox>("useBitFileCheckBox")->click();
     }
     return file(kind).isEdited;
 }
 
 bool StepData::closeBits()
 {
-    if (!mBits) {
-        return true;
-    }
     // Not by close(): a window that was closed before would not be asked again.
     QCloseEvent event;
     QCoreApplication::sendEvent(mBits, &event);

@@ -91,10 +91,9 @@ private slots:
     void modelsChanged(bool isEdited); // by signature text: the viewer's class is not known here
 
 private:
-    template <typename Widget>
-    Widget* part(const char* name) const;
+    template <typename Part>
+    Part* part(const char* name) const;
     void nameBits(const QString& title);
-    void triggerBits(const char* action);
     void follow(DataFile::Kind kind, bool isEdited);
 
     QWidget* mViewer;

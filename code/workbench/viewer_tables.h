@@ -47,8 +47,6 @@ private:
     QCheckBox* mOnlyToCheck = nullptr;
 };
 
-class TableFilter;
-
 /** What the workbench adds to a viewer's table of tools: marks of what was assumed, and a menu by
  *  which a tool gets another type. Lives as long as the viewer. */
 class JobTable : public QObject
