@@ -283,37 +283,31 @@ private slots:
         }
     }
 
-    void killed_data()
-    {
-        QTest::addColumn<int>("moment");
-        for (int moment = 0; moment < 20; ++moment) {
-            QTest::newRow(qPrintable(QString::number(moment))) << moment;
-        }
-    }
-
     /** A program that is killed while it saves again and again: what it said was saved is there. */
     void killed()
     {
-        QFETCH(const int, moment);
-        const QTemporaryDir folder;
-        QProcess program;
-        program.start(QCoreApplication::applicationFilePath(), {"saver", folder.path()});
-        QVERIFY(program.waitForReadyRead());
-        QTest::qSleep(moment);
-        program.kill();
-        QVERIFY(program.waitForFinished());
-        const QByteArray last = program.readAll().trimmed().split('\n').last();
+        for (int moment = 0; moment < 20; ++moment) {
+            const QTemporaryDir folder;
+            QProcess program;
+            program.start(QCoreApplication::applicationFilePath(), {"saver", folder.path()});
+            QVERIFY(program.waitForReadyRead());
+            QTest::qSleep(moment);
+            program.kill();
+            QVERIFY(program.waitForFinished());
+            const QByteArray last = program.readAll().trimmed().split('\n').last();
 
-        DataStart start(folder.path());
-        QVERIFY(start.lock());
-        for (const char* part : {"brox", "backups"}) {
-            QVERIFY(!QFileInfo::exists(folder.filePath(part) + "/.brox-writing"));
+            DataStart start(folder.path());
+            QVERIFY(start.lock());
+            for (const char* part : {"brox", "backups"}) {
+                QVERIFY(!QFileInfo::exists(folder.filePath(part) + "/.brox-writing"));
+            }
+            const DataFile::Content content =
+                DataFile(folder.path(), DataFile::Kind::Models).read();
+            QCOMPARE(content.fault, "");
+            const QByteArray next = QByteArray::number(last.toInt() + 1);
+            QVERIFY(content.bytes.contains("\"Gold " + last + '"')
+                || content.bytes.contains("\"Gold " + next + '"'));
         }
-        const DataFile::Content content = DataFile(folder.path(), DataFile::Kind::Models).read();
-        QCOMPARE(content.fault, "");
-        const QByteArray next = QByteArray::number(last.toInt() + 1);
-        QVERIFY(content.bytes.contains("\"Gold " + last + '"')
-            || content.bytes.contains("\"Gold " + next + '"'));
     }
 };
 

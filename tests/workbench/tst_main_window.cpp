@@ -1,30 +1,19 @@
 // SPDX-License-Identifier: MIT
+#include "board_window.h"
 #include "boxes.h"
-#include "data_file.h"
-#include "data_start.h"
-#include "host_session.h"
-#include "main_window.h"
-#include "open_job.h"
 
-#include <QAction>
 #include <QDockWidget>
-#include <QFileDialog>
 #include <QLabel>
-#include <QLineEdit>
 #include <QMimeData>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QStatusBar>
 #include <QTabWidget>
-#include <QTableWidget>
-#include <QTemporaryDir>
 #include <QTreeWidget>
-#include <QtTest>
 
 using namespace brox;
 
 /** The window of a user. */
-class MainWindowTest : public QObject
+class MainWindowTest : public BoardWindow
 {
     Q_OBJECT
 
@@ -67,49 +56,28 @@ private:
         QCOMPARE(target()->objectName(), name);
     }
 
-    template <typename Widget = QLabel>
-    Widget* child(const char* name) const
-    {
-        return mWindow->findChild<Widget*>(name);
-    }
     QString units() const
     {
         return mTabs->currentWidget()->findChild<QLabel*>("unitsLabel")->text();
     }
     QString tab() const { return mTabs->tabText(mTabs->currentIndex()); }
     QString status() const { return mWindow->statusBar()->currentMessage(); }
-    QByteArray saved(DataFile::Kind kind) const
-    {
-        return DataFile(mData->path(), kind).read().bytes;
-    }
 
-    std::unique_ptr<QTemporaryDir> mData;
-    std::unique_ptr<HostSession> mSession;
-    std::unique_ptr<MainWindow> mWindow;
     QTabWidget* mTabs = nullptr;
 
 private slots:
     void init()
     {
-        mData = std::make_unique<QTemporaryDir>();
-        DataStart::fill(mData->path());
-        mSession = std::make_unique<HostSession>(mData->path());
-        mWindow = std::make_unique<MainWindow>(*mSession);
+        openWindow();
         mTabs = mWindow->findChild<QTabWidget*>();
-        mWindow->show();
         activate();
     }
 
-    void cleanup()
-    {
-        mWindow.reset();
-        mSession.reset();
-    }
+    void cleanup() { closeWindow(); }
 
     void aDayByKeyboard()
     {
-        QTimer::singleShot(0, this, [] {
-            auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        inDialog<QFileDialog>([](QFileDialog* dialog) {
             dialog->selectFile(SAMPLES_DIR "/sensor.xml");
             auto* name = dialog->findChild<QLineEdit*>("fileNameEdit");
             name->setText(SAMPLES_DIR "/sensor.xml"); // typing brings up a list of files
@@ -119,7 +87,8 @@ private slots:
         activate();
         QCOMPARE(tab(), "sensor: panel");
         QCOMPARE(target()->objectName(), "jobDrillDataTableWidget");
-        QVERIFY(child("contentLabel")->text().remove(',').contains("1276 hole(s) 12 slot(s)"));
+        QVERIFY(
+            child<QLabel>("contentLabel")->text().remove(',').contains("1276 hole(s) 12 slot(s)"));
         press("Alt+S, 1");
         QCOMPARE(tab(), "sensor: board");
         press("Ctrl+I");
@@ -140,7 +109,7 @@ private slots:
         tabTo("saveToolButton");
         press("Space");
         QVERIFY(status().endsWith("brox.xml saved"));
-        QVERIFY(saved(DataFile::Kind::Models).contains("Gold"));
+        QVERIFY(content("brox/brox.xml").contains("Gold"));
         QCOMPARE(tab(), "sensor: panel");
 
         tabTo("openBitFileToolButton");
@@ -151,7 +120,7 @@ private slots:
         QCOMPARE(tab(), "sensor: panel *");
         press("Ctrl+S");
         QVERIFY(status().endsWith("brox_drill_bits.xml saved"));
-        QVERIFY(saved(DataFile::Kind::Bits).contains("designation=\"\""));
+        QVERIFY(content("brox/brox_drill_bits.xml").contains("designation=\"\""));
         press("Ctrl+N");
 
         // A discard closes the bits, but they stay. Then the user keeps them; then the models of
@@ -171,25 +140,21 @@ private slots:
      *  drilled as it is has no row in the viewer. */
     void listsFindings()
     {
-        mWindow->loadRules([&] { return ShopRules::starter(); });
         mWindow->openBoard({SAMPLES_DIR "/faults.xml"});
-        const auto* found = mWindow->findChild<QPushButton*>("foundButton");
+        const auto* found = child<QPushButton>("foundButton");
         QTRY_COMPARE(found->text(), "10 finding(s) (3 hard)");
-        auto* dock = mWindow->findChild<QDockWidget*>("findingsDock");
-        auto* map = mWindow->findChild<QDockWidget*>("mapDock");
-        auto* tree = dock->findChild<QTreeWidget*>("findingsTreeWidget");
+        auto* dock = child<QDockWidget>("findingsDock");
+        auto* map = child<QDockWidget>("mapDock");
+        auto* tree = child<QTreeWidget>("findingsTreeWidget");
         dock->show();
         QCOMPARE(tree->topLevelItemCount(), 10);
         QVERIFY(!map->isVisible());
         tree->setCurrentItem(tree->topLevelItem(1));
         QVERIFY(map->isVisible());
 
-        const auto rows = [this] {
-            return mWindow->findChild<QTableWidget*>("jobDrillDataTableWidget")->rowCount();
-        };
-        QCOMPARE(rows(), 8);
+        QCOMPARE(tools()->rowCount(), 8);
         mWindow->openJob().change([](Job& job) { job.drillSizes["drill"] = true; });
-        QCOMPARE(rows(), 1);
+        QCOMPARE(tools()->rowCount(), 1);
         QTRY_VERIFY(found->text() != "10 finding(s) (3 hard)");
     }
 
@@ -218,12 +183,12 @@ private slots:
 
     void showsErrors()
     {
-        QVERIFY(QFile::resize(mData->filePath("brox/brox.xml"), 0));
+        QVERIFY(QFile::resize(path("brox/brox.xml"), 0));
         QVERIFY(!child<QWidget>("logDock")->isVisible());
         mWindow->openBoard({SAMPLES_DIR "/sensor.xml"});
         QVERIFY(child<QWidget>("logDock")->isVisible());
-        QVERIFY(child("errorLabel")->text().contains("brox.xml"));
-        QTest::mouseClick(child("errorLabel"), Qt::LeftButton);
+        QVERIFY(child<QLabel>("errorLabel")->text().contains("brox.xml"));
+        QTest::mouseClick(child<QLabel>("errorLabel"), Qt::LeftButton);
         QVERIFY(!child<QWidget>("errorBar")->isVisible());
     }
 };

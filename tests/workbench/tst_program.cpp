@@ -212,9 +212,6 @@ const Case cases[] = {
     {"SOURCE_DATE_EPOCH=1700000000 $B controller.xml --map $D/m.pdf;"
      " grep -ac '/Type /Page$' $D/m.pdf; grep -ao '/CreationDate (D:[0-9]*' $D/m.pdf",
         0, {"\n6\n/CreationDate (D:20231114000000\n"}, ""},
-    {"sed 's/Function=\"ROUT/Function=\"PLANE/' sensor.xml | $B - --csv --step board", 0, {"Drill"},
-        "holes left out: 1 (on layers that are not drilled)\n"},
-    {"grep -o '<Drill ' $D/data/brox/brox_drill_bits.xml | wc -l", 0, {"162\n"}, ""},
     {"noSize; $B sensor.xml --drill-programs $D --data $D/n", 1, {},
         "brox-workbench: layer \"Drill\": the tool \"Non-plated\" of 3175 micron has no drill size "
         "by model "
@@ -282,9 +279,6 @@ const Case cases[] = {
         "brox-workbench: --strict needs --table, --csv, --json or files to write\n"},
     {"$B sensor.xml --table --step x", 1, {},
         "brox-workbench: no step \"x\"; there are: board, panel\n"},
-    {"$B sensor.xml --csv --model x", 1, {},
-        "brox-workbench: no model \"x\"; there are: ENIG, HASL, Heavy copper, Immersion silver, "
-        "Unplated\n"},
     {"$B sensor.xml --csv --model Enig", 1, {},
         "brox-workbench: no model \"Enig\"; did you mean ENIG?\n"},
     {"$B breakout-NPTH.drl --csv --type breakout-NPTH:3.2mm=press-fit 2>/dev/null", 0,

@@ -136,9 +136,7 @@ private slots:
     void tellsTheStateOfTheFiles()
     {
         const auto state = [this] {
-            return fileState(mWindow->findChild<QDockWidget*>()
-                    ? mSession->plan(mSession->draft(0), 0).model
-                    : DrillModel());
+            return fileState(mSession->plan(mSession->draft(0), 0).model);
         };
         QCOMPARE(state(), "saved");
         child<QCheckBox>("useBitFileCheckBox")->click();
