@@ -181,7 +181,7 @@ void OpenJob::applySteps()
 {
     const Board& board = *mJob.board;
     for (size_t i = 0; i < board.steps.size(); ++i) {
-        const QJsonObject chosen = mSteps[board.steps[i].name].toObject();
+        const QJsonObject chosen = mSteps.value(board.steps[i].name).toObject();
         mSession.setFirstModel(i, chosen["model"].toString());
         mSession.setUnits(i,
             chosen["units"] == "inch"         ? Units::Inch

@@ -146,6 +146,7 @@ private slots:
                 isByKey ? QPoint(0, 5000) : tools()->visualItemRect(tools()->item(1, 1)).center());
             QCoreApplication::processEvents(); // the viewer is made anew
         };
+        QVERIFY(!action("Forget Choices for This Board")->isEnabled());
         const QString name(64, 'n'); // as long as a host takes
         QVERIFY(tools()->item(1, 1)->font().italic() && tools()->item(1, 4)->font().italic());
         QVERIFY(tools()->item(1, 1)->toolTip().endsWith("\nThe board does not specify the type."));
