@@ -66,27 +66,24 @@ Host::Host(Units units)
     standin_set_resource_dir(RESOURCE_DIR);
     standin_set_job("job");
     step = standin_add_step("panel", units);
-    mViewers[step] = nullptr; // an exported function may open it
     brox__proxy_set_model_renamed_deleted_cb(hear);
 }
 
 Host::~Host()
 {
-    for (const auto& [stpid, viewer] : mViewers) {
-        endViewer(stpid);
-    }
+    endViewer();
     standin_reset();
     current = nullptr;
 }
 
-QWidget* Host::viewer(int stpid)
+QWidget* Host::viewer()
 {
     BroxViewer* brox = nullptr;
-    brox__proxy_open_brox(stpid);
-    brox__proxy_get_brox(stpid, &brox);
+    brox__proxy_open_brox(step);
+    brox__proxy_get_brox(step, &brox);
     auto* widget = reinterpret_cast<QWidget*>(brox);
-    if (mViewers[stpid] != widget) {
-        mViewers[stpid] = widget;
+    if (mViewer != widget) {
+        mViewer = widget;
         brox__proxy_set_parent_viewer(brox, &mUnitsSource);
     }
     if (mIsShown && !widget->isVisible()) {
@@ -97,11 +94,11 @@ QWidget* Host::viewer(int stpid)
     return widget;
 }
 
-void Host::endViewer(int stpid)
+void Host::endViewer()
 {
     BroxViewer* brox = nullptr;
-    brox__proxy_get_brox(stpid, &brox);
-    brox__proxy_close_brox(stpid);
+    brox__proxy_get_brox(step, &brox);
+    brox__proxy_close_brox(step);
     delete reinterpret_cast<QWidget*>(brox);
 }
 
@@ -362,13 +359,12 @@ void Answers::look()
     if (!dialog || !dialog->isVisible()) {
         return;
     }
-    Seen dialogSeen = {dialog->windowTitle(), {}, {}, Qt::BlankCursor};
+    Seen dialogSeen = {dialog->windowTitle(), {}, Qt::BlankCursor};
     if (const QCursor* cursor = QApplication::overrideCursor()) {
         dialogSeen.cursor = cursor->shape();
     }
     if (auto* box = qobject_cast<QMessageBox*>(dialog)) {
         dialogSeen.text = box->text();
-        dialogSeen.buttons = box->standardButtons();
     }
     seen.append(dialogSeen);
     if (mAnswers.empty() && mAgrees) {

@@ -51,12 +51,11 @@ public:
     /** Answers all others as a user would who wants it done; without, they are unexpected. */
     void agree() { mAgrees = true; }
 
-    /** What came: a box's title, text and buttons, and the shape of the cursor over it. */
+    /** What came: a box's title and text, and the shape of the cursor over it. */
     struct Seen
     {
         QString title;
         QString text;
-        QMessageBox::StandardButtons buttons;
         Qt::CursorShape cursor;
     };
     QList<Seen> seen;
@@ -96,12 +95,10 @@ public:
     Q_DISABLE_COPY_MOVE(Host)
 
     /** The step's viewer, opened at need and shown. */
-    QWidget* viewer() { return viewer(step); }
-    QWidget* viewer(int stpid);
+    QWidget* viewer();
 
     /** Forgets and deletes the step's viewer; its data are lost. */
-    void endViewer() { endViewer(step); }
-    void endViewer(int stpid);
+    void endViewer();
 
     /** A table of the viewer by its object name. */
     QTableWidget* table(const char* name);
@@ -144,7 +141,7 @@ protected:
 
 private:
     UnitsSource mUnitsSource;
-    std::map<int, QPointer<QWidget>> mViewers; ///< those that hear of units, by step
+    QPointer<QWidget> mViewer; ///< that hears of units
 };
 
 /** Tests of which each has a host of its own. */
