@@ -376,7 +376,7 @@ void BroxBitsTable::setDataChanged(bool changed)
 
 bool BroxBitsTable::canClose()
 {
-    ui.drillBitsTableWidget->setFocus();
+    enterOpenCell(ui.drillBitsTableWidget);
     if (!mDataChanged) {
         return true;
     }

@@ -3,6 +3,7 @@
 
 #include "zeb_gui.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QFileInfo>
 #include <QPointer>
@@ -28,6 +29,15 @@ void showFailure(const char* message)
     box->setDefaultButton(QMessageBox::Ok);
     execUnderArrow(box);
     QApplication::restoreOverrideCursor();
+}
+
+void enterOpenCell(QWidget* part)
+{
+    const QWidget* editor = part->window()->focusWidget();
+    const QWidget* viewport = editor ? editor->parentWidget() : nullptr;
+    if (viewport && qobject_cast<QAbstractItemView*>(viewport->parentWidget())) {
+        part->setFocus();
+    }
 }
 
 int askUnsaved(QWidget* parent, const QString& title, const QString& text)

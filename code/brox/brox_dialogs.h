@@ -31,16 +31,19 @@ void guarded(Work work)
     }
 }
 
-/** Runs a user's command, guarded.
+/** Enters what stands in an open cell of a table.
  *
- * A tool button or shortcut takes no focus. The part takes it first, so that the delegate of an
- * in-place editor that is open enters what stands in it.
+ * The cell's delegate does so when its editor loses the focus, which a tool button or shortcut does
+ * not take: the part takes it. Without an open cell the focus stays where it is.
  */
+void enterOpenCell(QWidget* part);
+
+/** Runs a user's command, guarded; what stands in an open cell is entered first. */
 template <typename Work>
 void command(QWidget* part, Work work)
 {
     guarded([&] {
-        part->setFocus();
+        enterOpenCell(part);
         work();
     });
 }

@@ -62,9 +62,8 @@ BROX_EXPORT int brox__proxy_open_brox(int stpid);
 
 /** Asks whether the step's viewer may close; asks the user if there are unsaved models.
  *
- * The viewer takes the focus first, so that what is typed into an open cell of a table counts as
- * entered. The user may take his time, and the host may delete the viewer meanwhile: that is as if
- * the user had cancelled.
+ * What is typed into an open cell of a table counts as entered. The user may take his time, and the
+ * host may delete the viewer meanwhile: that is as if the user had cancelled.
  *
  * @param ok  1 if it may, also for a step without a viewer, else 0
  */

@@ -75,7 +75,7 @@ void BroxViewer::setDataChanged(bool changed)
 
 bool BroxViewer::canClose()
 {
-    setFocus();
+    enterOpenCell(this);
     if (!mDataChanged) {
         return true;
     }

@@ -2,6 +2,7 @@
 #include "fixture.h"
 
 #include <QDomDocument>
+#include <QLineEdit>
 
 namespace {
 
@@ -130,8 +131,13 @@ private slots:
         show({modelXml("a")});
         int ok = 0;
         click(mHost->viewer(), "actionAdd_Size"); // unsaved bits are not asked about
+        auto* formula = child<QLineEdit>(mHost->viewer(), "dhsLineEdit");
+        formula->setFocus();
+        QTest::keyClicks(formula, "+"); // nor is a refused formula, which stays
+        click(mHost->viewer(), "saveToolButton");
         QCOMPARE(brox__proxy_can_close(mHost->step, &ok), 0);
         QCOMPARE(ok, 1);
+        QVERIFY(formula->hasFocus() && formula->text().endsWith('+'));
         change();
         standin_set_data_dir(nullptr); // nothing can be saved
         for (const auto& [button, mayClose] : {std::pair(QMessageBox::Cancel, 0),
