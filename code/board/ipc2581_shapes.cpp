@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "ipc2581_shapes.h"
 
-#include <QPointF>
+#include "lines.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -106,63 +107,18 @@ private:
     Size mY;
 };
 
-constexpr int arcParts = 32; ///< of a full circle
-constexpr size_t fewestCorners = 10; ///< of a polygon that stands for two half circles
-
-QPointF exact(const Place& place)
-{
-    return {double(place.x), double(place.y)};
-}
-
-void addArc(std::vector<QPointF>& points, const Place& from, const Segment& arc)
-{
-    const QPointF centre = exact(arc.centre);
-    const QPointF first = exact(from) - centre;
-    const QPointF last = exact(arc.to) - centre;
-    const double radius = std::hypot(first.x(), first.y());
-    const double start = std::atan2(first.y(), first.x());
-    const double end = std::atan2(last.y(), last.x());
-    const bool clockwise = arc.shape == Segment::Shape::Clockwise;
-    double sweep = clockwise ? start - end : end - start;
-    constexpr double full = 2 * std::numbers::pi;
-    sweep = sweep <= 1e-9 ? sweep + full : sweep;
-    const int parts = std::max(2, int(std::ceil(sweep / full * arcParts)));
-    for (int i = 1; i <= parts; ++i) {
-        const double angle = start + (clockwise ? -sweep : sweep) * i / parts;
-        points.push_back(centre + radius * QPointF(std::cos(angle), std::sin(angle)));
-    }
-}
-
-std::vector<QPointF> corners(const Path& outline)
-{
-    std::vector<QPointF> points{exact(outline.start)};
-    Place from = outline.start;
-    for (const Segment& segment : outline.segments) {
-        if (segment.shape == line) {
-            points.push_back(exact(segment.to));
-        } else {
-            addArc(points, from, segment);
-        }
-        from = segment.to;
-    }
-    return points;
-}
+constexpr int linesToTurn = 32;
+constexpr size_t fewestLines = 9; ///< of a polygon that stands for two half circles
 
 /** The direction in which an outline is longest, as a unit vector. */
-QPointF longDirection(const std::vector<QPointF>& points)
+QPointF longDirection(const std::vector<Line>& lines)
 {
     double length = 0;
     QPointF centre;
-    const auto eachEdge = [&](const auto& visit) {
-        for (size_t i = 1; i < points.size(); ++i) {
-            const QPointF edge = points[i] - points[i - 1];
-            visit((points[i] + points[i - 1]) / 2, std::hypot(edge.x(), edge.y()));
-        }
-    };
-    eachEdge([&](const QPointF& middle, double edge) {
-        length += edge;
-        centre += middle * edge;
-    });
+    for (const Line& each : lines) {
+        length += distance(each.a, each.b);
+        centre += (each.a + each.b) / 2 * distance(each.a, each.b);
+    }
     if (length == 0) {
         return {1, 0};
     }
@@ -170,12 +126,13 @@ QPointF longDirection(const std::vector<QPointF>& points)
     double xx = 0;
     double xy = 0;
     double yy = 0;
-    eachEdge([&](const QPointF& middle, double edge) {
-        const QPointF from = middle - centre;
-        xx += from.x() * from.x() * edge;
-        xy += from.x() * from.y() * edge;
-        yy += from.y() * from.y() * edge;
-    });
+    for (const Line& each : lines) {
+        const QPointF from = (each.a + each.b) / 2 - centre;
+        const double weight = distance(each.a, each.b);
+        xx += from.x() * from.x() * weight;
+        xy += from.x() * from.y() * weight;
+        yy += from.y() * from.y() * weight;
+    }
     const double angle = std::atan2(2 * xy, xx - yy) / 2;
     return {std::cos(angle), std::sin(angle)};
 }
@@ -184,16 +141,16 @@ QPointF longDirection(const std::vector<QPointF>& points)
  *  circles, exact or of many short lines, and the lines between them; or a circle. */
 std::optional<Ipc2581Opening> recogniseSlot(const Path& outline)
 {
-    const std::vector<QPointF> points = corners(outline);
-    if (!outline.isClosed() || points.size() < fewestCorners) {
+    const std::vector<Line> lines = linesOf(outline, linesToTurn);
+    if (!outline.isClosed() || lines.size() < fewestLines) {
         return std::nullopt;
     }
-    const QPointF along = longDirection(points);
+    const QPointF along = longDirection(lines);
     const QPointF across(-along.y(), along.x());
     const auto ends = [&](const QPointF& direction) {
         const auto [least, most] =
-            std::ranges::minmax(points | std::views::transform([&](const QPointF& point) {
-                return QPointF::dotProduct(point, direction);
+            std::ranges::minmax(lines | std::views::transform([&](const Line& each) {
+                return QPointF::dotProduct(each.a, direction);
             }));
         return std::pair(least, most);
     };
@@ -204,28 +161,24 @@ std::optional<Ipc2581Opening> recogniseSlot(const Path& outline)
         return std::nullopt;
     }
     const double half = std::max(0.0, (right - left - width) / 2);
-    const double middle = (left + right) / 2;
-    const double height = (bottom + top) / 2;
+    const QPointF centre = along * ((left + right) / 2) + across * ((bottom + top) / 2);
+    const Line middle{centre - along * half, centre + along * half};
     // Short lines run within the circle that they stand for, and files round.
     const double tolerance = std::max(4.0 * sizePerMicron, width * 0.015);
     const auto isOnSlot = [&](const QPointF& point) {
-        const double u = QPointF::dotProduct(point, along) - middle;
-        const double v = QPointF::dotProduct(point, across) - height;
-        const double distance = std::hypot(u - std::clamp(u, -half, half), v);
-        return std::abs(distance - width / 2) <= tolerance;
+        return std::abs(distance(point, middle) - width / 2) <= tolerance;
     };
-    for (size_t i = 1; i < points.size(); ++i) {
-        if (!isOnSlot(points[i]) || !isOnSlot((points[i] + points[i - 1]) / 2)) {
-            return std::nullopt;
-        }
+    if (!std::ranges::all_of(lines, [&](const Line& each) {
+            return isOnSlot(each.b) && isOnSlot((each.a + each.b) / 2);
+        })) {
+        return std::nullopt;
     }
-    const auto at = [&](double u) {
-        const QPointF point = along * u + across * height;
+    const auto placeOf = [](const QPointF& point) {
         return Place{rounded(point.x()), rounded(point.y())};
     };
-    Ipc2581Opening slot{rounded(width), {at(middle - half), {}}};
+    Ipc2581Opening slot{rounded(width), {placeOf(middle.a), {}}};
     if (half > sizePerMicron) {
-        lineTo(slot.path, at(middle + half));
+        lineTo(slot.path, placeOf(middle.b));
     }
     return slot;
 }

@@ -34,9 +34,9 @@ struct Item
     std::uint32_t area; ///< a row: one of its holes; else behind the rows, a piece
 };
 
-Place rounded(ExactPoint point)
+Place rounded(const QPointF& point)
 {
-    return {Size(std::lround(point.x)), Size(std::lround(point.y))};
+    return {Size(std::lround(point.x())), Size(std::lround(point.y()))};
 }
 
 /** What has the same key is the same hole or slot: row, slot or none, place. */
@@ -101,10 +101,7 @@ private:
     {
         const double length = distance(line.a, line.b);
         const int count = std::clamp(int(std::ceil(length / longestPiece)), 1, mostPieces);
-        const auto at = [&](double part) {
-            return rounded(
-                {line.a.x + part * (line.b.x - line.a.x), line.a.y + part * (line.b.y - line.a.y)});
-        };
+        const auto at = [&](double part) { return rounded(line.a + part * (line.b - line.a)); };
         for (int i = 0; i < count; ++i) {
             mPieces.push_back({at(double(i) / count), at(double(i + 1) / count), row, slot});
             // One more, since the middle is rounded.
@@ -122,9 +119,7 @@ private:
         }
         auto area = std::uint32_t(mRows.size());
         for (const Piece& piece : mPieces) {
-            visit(Item{
-                rounded({(double(piece.a.x) + piece.b.x) / 2, (double(piece.a.y) + piece.b.y) / 2}),
-                area++});
+            visit(Item{rounded((pointOf(piece.a) + pointOf(piece.b)) / 2), area++});
         }
     }
 
@@ -221,7 +216,8 @@ private:
         const Item item = mItems[index];
         const double reach = mReach[item.area];
         const double far = 2 * reach + mLimit;
-        const auto [x, y] = pointOf(item.centre);
+        const double x = item.centre.x;
+        const double y = item.centre.y;
         const int left = columnOf(x - far);
         const int right = columnOf(x + far);
         const int last = lineOf(y + far);

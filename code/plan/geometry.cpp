@@ -2,97 +2,10 @@
 #include "geometry.h"
 
 #include <algorithm>
-#include <numbers>
 #include <set>
 #include <tuple>
 
 namespace brox {
-
-namespace {
-
-constexpr double fullTurn = 2 * std::numbers::pi;
-
-double cross(ExactPoint origin, ExactPoint a, ExactPoint b)
-{
-    return (a.x - origin.x) * (b.y - origin.y) - (a.y - origin.y) * (b.x - origin.x);
-}
-
-bool doCross(const Line& line, const Line& other)
-{
-    const auto areApart = [](double first, double second) {
-        return (first > 0 && second < 0) || (first < 0 && second > 0);
-    };
-    return areApart(cross(line.a, line.b, other.a), cross(line.a, line.b, other.b))
-        && areApart(cross(other.a, other.b, line.a), cross(other.a, other.b, line.b));
-}
-
-void addArc(Place from, const Segment& arc, std::vector<Line>& lines)
-{
-    const ExactPoint centre = pointOf(arc.centre);
-    const ExactPoint first{from.x - centre.x, from.y - centre.y};
-    const ExactPoint last{arc.to.x - centre.x, arc.to.y - centre.y};
-    const double firstRadius = std::hypot(first.x, first.y);
-    const double lastRadius = std::hypot(last.x, last.y);
-    const double begin = std::atan2(first.y, first.x);
-    double turn = std::atan2(last.y, last.x) - begin;
-    if (arc.shape == Segment::Shape::Clockwise) {
-        turn -= turn >= 0 ? fullTurn : 0;
-    } else {
-        turn += turn <= 0 ? fullTurn : 0;
-    }
-    const double radius = std::max({firstRadius, lastRadius, 1.0});
-    const double step = 2 * std::acos(std::max(0.0, 1 - arcDeviation / radius));
-    const int count = std::max(1, int(std::ceil(std::abs(turn) / step)));
-    ExactPoint before = pointOf(from);
-    for (int i = 1; i <= count; ++i) {
-        const double part = double(i) / count;
-        // In files with few digits the ends may not be equally far from the centre.
-        const double reach = firstRadius + (lastRadius - firstRadius) * part;
-        const double angle = begin + turn * part;
-        const ExactPoint next = i == count
-            ? pointOf(arc.to)
-            : ExactPoint{centre.x + reach * std::cos(angle), centre.y + reach * std::sin(angle)};
-        lines.push_back({before, next});
-        before = next;
-    }
-}
-
-} // namespace
-
-double distance(ExactPoint point, const Line& line)
-{
-    const double dx = line.b.x - line.a.x;
-    const double dy = line.b.y - line.a.y;
-    const double square = dx * dx + dy * dy;
-    const double along = (point.x - line.a.x) * dx + (point.y - line.a.y) * dy;
-    const double part = square > 0 ? std::clamp(along / square, 0.0, 1.0) : 0;
-    return distance(point, ExactPoint{line.a.x + part * dx, line.a.y + part * dy});
-}
-
-double distance(const Line& line, const Line& other)
-{
-    return doCross(line, other) ? 0
-                                : std::min({distance(line.a, other), distance(line.b, other),
-                                    distance(other.a, line), distance(other.b, line)});
-}
-
-std::vector<Line> linesOf(const Path& path)
-{
-    std::vector<Line> lines;
-    Place from = path.start;
-    for (const Segment& segment : path.segments) {
-        if (segment.shape == Segment::Shape::Line) {
-            lines.push_back({pointOf(from), pointOf(segment.to)});
-        } else {
-            addArc(from, segment, lines);
-        }
-        from = segment.to;
-    }
-    if (lines.empty()) {
-        lines.push_back({pointOf(from), pointOf(from)});
-    }
-    return lines;
-}
 
 double lengthOf(const Path& path)
 {
@@ -205,12 +118,12 @@ constexpr double longestStretch = 4.0 * sizePerMillimetre;
 /** Where a line that is not level passes a height. */
 double xAt(const Line& line, double y)
 {
-    return line.a.x + (y - line.a.y) / (line.b.y - line.a.y) * (line.b.x - line.a.x);
+    return line.a.x() + (y - line.a.y()) / (line.b.y() - line.a.y()) * (line.b.x() - line.a.x());
 }
 
 double yAt(const Line& line, double x)
 {
-    return line.a.y + (x - line.a.x) / (line.b.x - line.a.x) * (line.b.y - line.a.y);
+    return line.a.y() + (x - line.a.x()) / (line.b.x() - line.a.x()) * (line.b.y() - line.a.y());
 }
 
 bool isBetween(double a, double b, double value)
@@ -233,39 +146,39 @@ OutlineDistance::OutlineDistance(const std::vector<Path>& outline, double reach)
         return;
     }
     mLow = mLines.front().a;
-    ExactPoint high = mLow;
+    QPointF high = mLow;
     for (const Line& line : mLines) { // each end is the beginning of another
-        mLow = {std::min(mLow.x, line.a.x), std::min(mLow.y, line.a.y)};
-        high = {std::max(high.x, line.a.x), std::max(high.y, line.a.y)};
+        mLow = {std::min(mLow.x(), line.a.x()), std::min(mLow.y(), line.a.y())};
+        high = {std::max(high.x(), line.a.x()), std::max(high.y(), line.a.y())};
     }
     // Not whole, so that centres of cells lie on no line.
     const double room = mReach + 0.357;
-    mLow = {mLow.x - room, mLow.y - room};
-    mWidth = (high.x + room - mLow.x) / side;
-    mHeight = (high.y + room - mLow.y) / side;
+    mLow -= QPointF(room, room);
+    mWidth = (high.x() + room - mLow.x()) / side;
+    mHeight = (high.y() + room - mLow.y()) / side;
     markInside();
     listNear();
 }
 
-ExactPoint OutlineDistance::centreOf(int column, int row) const
+QPointF OutlineDistance::centreOf(int column, int row) const
 {
-    return {mLow.x + (column + 0.5) * mWidth, mLow.y + (row + 0.5) * mHeight};
+    return {mLow.x() + (column + 0.5) * mWidth, mLow.y() + (row + 0.5) * mHeight};
 }
 
 void OutlineDistance::markInside()
 {
     mIsInside.resize(size_t(side) * side);
     for (int row = 0; row < side; ++row) {
-        const double y = centreOf(0, row).y;
+        const double y = centreOf(0, row).y();
         std::vector<double> crossings;
         for (const Line& line : mLines) {
-            if (isBetween(line.a.y, line.b.y, y)) {
+            if (isBetween(line.a.y(), line.b.y(), y)) {
                 crossings.push_back(xAt(line, y));
             }
         }
         std::ranges::sort(crossings);
         for (int column = 0; column < side; ++column) {
-            const auto behind = std::ranges::upper_bound(crossings, centreOf(column, row).x);
+            const auto behind = std::ranges::upper_bound(crossings, centreOf(column, row).x());
             mIsInside[size_t(row) * side + size_t(column)] = (behind - crossings.begin()) % 2 != 0;
         }
     }
@@ -276,16 +189,16 @@ template <typename Visit>
 void OutlineDistance::forEachCellNear(const Line& line, const Visit& visit) const
 {
     const auto index = [](double cells) { return int(std::clamp(cells, 0.0, side - 1.0)); };
-    const auto [low, high] = std::minmax(line.a.y, line.b.y);
-    const int last = index((high + mReach - mLow.y) / mHeight);
-    for (int row = index((low - mReach - mLow.y) / mHeight); row <= last; ++row) {
-        const double bottom = mLow.y + row * mHeight - mReach;
+    const auto [low, high] = std::minmax({line.a.y(), line.b.y()});
+    const int last = index((high + mReach - mLow.y()) / mHeight);
+    for (int row = index((low - mReach - mLow.y()) / mHeight); row <= last; ++row) {
+        const double bottom = mLow.y() + row * mHeight - mReach;
         const double top = bottom + mHeight + 2 * mReach;
         const bool isLevel = low == high;
-        const double first = isLevel ? line.a.x : xAt(line, std::clamp(bottom, low, high));
-        const double second = isLevel ? line.b.x : xAt(line, std::clamp(top, low, high));
-        const int end = index((std::max(first, second) + mReach - mLow.x) / mWidth);
-        int column = index((std::min(first, second) - mReach - mLow.x) / mWidth);
+        const double first = isLevel ? line.a.x() : xAt(line, std::clamp(bottom, low, high));
+        const double second = isLevel ? line.b.x() : xAt(line, std::clamp(top, low, high));
+        const int end = index((std::max(first, second) + mReach - mLow.x()) / mWidth);
+        int column = index((std::min(first, second) - mReach - mLow.x()) / mWidth);
         for (; column <= end; ++column) {
             visit(size_t(row) * side + size_t(column));
         }
@@ -322,7 +235,7 @@ double OutlineDistance::signedDistance(const Line& line) const
     if (length <= 2 * longestStretch) {
         return shortDistance(line);
     }
-    const ExactPoint middle{(line.a.x + line.b.x) / 2, (line.a.y + line.b.y) / 2};
+    const QPointF middle = (line.a + line.b) / 2;
     const double first = signedDistance({line.a, middle});
     const double second = signedDistance({middle, line.b});
     return (first > 0) == (second > 0) ? (std::abs(first) < std::abs(second) ? first : second) : 0;
@@ -330,27 +243,27 @@ double OutlineDistance::signedDistance(const Line& line) const
 
 double OutlineDistance::shortDistance(const Line& line) const
 {
-    const ExactPoint middle{(line.a.x + line.b.x) / 2, (line.a.y + line.b.y) / 2};
-    const double column = std::floor((middle.x - mLow.x) / mWidth);
-    const double row = std::floor((middle.y - mLow.y) / mHeight);
+    const QPointF middle = (line.a + line.b) / 2;
+    const double column = std::floor((middle.x() - mLow.x()) / mWidth);
+    const double row = std::floor((middle.y() - mLow.y()) / mHeight);
     if (!(column >= 0 && column < side && row >= 0 && row < side)) {
         return -mReach;
     }
     const size_t cell = size_t(row) * side + size_t(column);
-    const ExactPoint centre = centreOf(int(column), int(row));
+    const QPointF centre = centreOf(int(column), int(row));
     // From the cell's centre level to below the middle, then up or down to it.
     bool isInside = mIsInside[cell];
     double least = mReach;
     for (std::uint32_t i = mBegins[cell]; i < mBegins[cell + 1]; ++i) {
         const Line& edge = mLines[mNear[i]];
         least = std::min(least, distance(line, edge));
-        if (isBetween(edge.a.y, edge.b.y, centre.y)) {
-            const double x = xAt(edge, centre.y);
-            isInside ^= (x <= middle.x) != (x <= centre.x);
+        if (isBetween(edge.a.y(), edge.b.y(), centre.y())) {
+            const double x = xAt(edge, centre.y());
+            isInside ^= (x <= middle.x()) != (x <= centre.x());
         }
-        if (isBetween(edge.a.x, edge.b.x, middle.x)) {
-            const double y = yAt(edge, middle.x);
-            isInside ^= (y <= middle.y) != (y <= centre.y);
+        if (isBetween(edge.a.x(), edge.b.x(), middle.x())) {
+            const double y = yAt(edge, middle.x());
+            isInside ^= (y <= middle.y()) != (y <= centre.y());
         }
     }
     return isInside ? least : -least;

@@ -258,7 +258,7 @@ private:
         }
         std::vector<Line> lines(1);
         for (const Place& hole : tool.holes) {
-            const ExactPoint point = pointOf(toOutline.map(hole));
+            const QPointF point = pointOf(toOutline.map(hole));
             lines.front() = {point, point};
             check(hole, lines);
         }

@@ -449,15 +449,16 @@ void TestChecks::outline()
     QVERIFY(distances.isUsable());
     for (int i = 0; i < 20'000; ++i) {
         const Place place{(random.upTo(180) - 10) * mm / 2, (random.upTo(160) - 30) * mm / 2 + 1};
-        const ExactPoint point = pointOf(place);
+        const QPointF point = pointOf(place);
         double least = 1e99;
         bool isInside = false;
         for (const Line& line : linesOf(comb)) {
             least = std::min(least, distance(point, line));
-            if ((line.a.y > point.y) != (line.b.y > point.y)) {
-                isInside ^=
-                    line.a.x + (point.y - line.a.y) / (line.b.y - line.a.y) * (line.b.x - line.a.x)
-                    > point.x;
+            if ((line.a.y() > point.y()) != (line.b.y() > point.y())) {
+                isInside ^= line.a.x()
+                        + (point.y() - line.a.y()) / (line.b.y() - line.a.y())
+                            * (line.b.x() - line.a.x())
+                    > point.x();
             }
         }
         const double measured = distances.signedDistance({point, point});
