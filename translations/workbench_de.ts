@@ -757,6 +757,10 @@
         <source>too many holes and slots, the most are %1 holes; a slot counts as %2 or more</source>
         <translation>zu viele Bohrungen und Langlöcher, höchstens %1 Bohrungen sind möglich; ein Langloch zählt als %2 oder mehr</translation>
     </message>
+    <message>
+        <source>the lists of tools have more than %1 MiB</source>
+        <translation>die Werkzeuglisten sind größer als %1 MiB</translation>
+    </message>
 </context>
 <context>
     <name>DataFile</name>

@@ -32,23 +32,24 @@ QString jobName(const QStringList& paths)
     return length > 0 ? first.first(length) : folder.isEmpty() ? first : folder;
 }
 
+QString namesOf(const std::vector<BoardFile>& files)
+{
+    QStringList names;
+    for (const BoardFile& file : files) {
+        names << file.name;
+    }
+    return names.join(QStringLiteral(", "));
+}
+
 /** What was taken from an archive or a folder and what was not, for the user. */
 QStringList takenText(const BoardFiles& files)
 {
     if (!files.isSearched) {
         return {};
     }
-    QStringList taken;
-    for (const BoardFile& file : files.taken) {
-        taken << file.name;
-    }
-    QStringList lines{BoardText::tr("taken: ") + taken.join(QStringLiteral(", "))};
+    QStringList lines{BoardText::tr("taken: ") + namesOf(files.taken)};
     if (!files.lists.empty()) {
-        QStringList lists;
-        for (const BoardFile& file : files.lists) {
-            lists << file.name;
-        }
-        lines << BoardText::tr("lists of tools: ") + lists.join(QStringLiteral(", "));
+        lines << BoardText::tr("lists of tools: ") + namesOf(files.lists);
     }
     if (!files.left.isEmpty()) {
         lines << BoardText::tr("not taken: ") + files.left.join(QStringLiteral(", "));
@@ -76,32 +77,34 @@ void makePrintable(Board& board)
 /** Reads the drill files that came with a board; what can't be read of them is noted. */
 void addDrillFiles(Board& board, const BoardFiles& all, const ReadOptions& options)
 {
-    const std::vector<BoardFile>& files = all.besides;
-    if (files.empty()) {
+    if (all.besides.empty()) {
         return;
     }
+    const auto note = [&](const BoardError& error) {
+        board.notes << BoardText::tr("not compared: ") + error.message();
+    };
     // They are no board of their own here, and an error in them is none of the board.
     const ReadOptions quiet{options.fileFormat, false, {}};
-    DrillBoard drills(quiet, all, files.size() == 1);
-    QStringList names;
-    for (const BoardFile& file : files) {
-        try {
-            drills.add(file, options.progress);
-            names << file.name;
-        } catch (const BoardError& error) {
-            board.notes << BoardText::tr("not compared: ") + error.message();
-        }
-    }
-    if (names.isEmpty()) {
-        return;
-    }
     try {
+        DrillBoard drills(quiet, all, all.besides.size() == 1);
+        QStringList names;
+        for (const BoardFile& file : all.besides) {
+            try {
+                drills.add(file, options.progress);
+                names << file.name;
+            } catch (const BoardError& error) {
+                note(error);
+            }
+        }
+        if (names.isEmpty()) {
+            return;
+        }
         Board drilled = drills.finish(BoardText::tr("drill files"));
         board.notes << BoardText::tr("compared: ") + names.join(QStringLiteral(", "))
                     << drilled.notes;
         board.drillFiles = std::make_shared<const Board>(std::move(drilled));
     } catch (const BoardError& error) {
-        board.notes << BoardText::tr("not compared: ") + error.message();
+        note(error);
     }
 }
 

@@ -236,8 +236,15 @@ DrillBoard::DrillBoard(const ReadOptions& options, const BoardFiles& order, bool
     : mOptions(options)
     , mIsSingle(isSingle)
 {
+    qint64 size = 0;
     for (const BoardFile& list : order.lists) {
-        mLists.add(list.open()->read(maxListSize), list.name);
+        const QByteArray content = list.open()->read(maxListSize);
+        size += content.size();
+        if (size > maxListsSize) {
+            throw BoardError(list.name, 0,
+                BoardText::tr("the lists of tools have more than %1 MiB").arg(maxListsSize >> 20));
+        }
+        mLists.add(content, list.name);
     }
     if (order.outline) {
         readOutline(*order.outline);

@@ -23,6 +23,9 @@ void ExcellonComments::read(const QString& comment, NumberReader& numbers)
     static const QRegularExpression type(
         QStringLiteral("^\\s*TYPE\\s*=\\s*(NON[-_ ]?PLATED|PLATED)\\b"), caseless);
     const QString text = comment.trimmed();
+    if (text.isEmpty()) {
+        return;
+    }
     if (text.startsWith(QLatin1String("#@!"))) {
         mAttributes.read(text.sliced(3).trimmed());
     } else if (const auto match = type.match(text); match.hasMatch()) {

@@ -13,6 +13,7 @@ namespace brox {
  *  layers. */
 
 constexpr qint64 maxListSize = 1 << 20; ///< bytes that are read of one
+constexpr qint64 maxListsSize = 8 * maxListSize; ///< of those of an order
 
 /** Whether a text is such a list, by its beginning. */
 bool isToolList(QByteArrayView beginning);

@@ -780,6 +780,12 @@ pack("large.tgz", 1, 100 << 20))");
             write(QStringLiteral("h/full/%1").arg(i), {});
         }
         QVERIFY(outcome({folder.filePath("full")}).contains("more than 10000 files"));
+        for (int i = 0; i <= 8; ++i) {
+            write(QStringLiteral("h/lists/%1").arg(i),
+                "Tool Size\n1 0.1\n" + QByteArray(1 << 20, '\n'));
+        }
+        write("h/lists/a.drl", program("T1\nX1."));
+        QVERIFY(outcome({folder.filePath("lists")}).contains("lists of tools have more than 8"));
         QProcess writer;
         writer.setWorkingDirectory(folder.path());
         writer.start("sh", {"-c", "(printf 'PK\\003\\004'; head -c 257M /dev/zero) > order/pipe"});
