@@ -1,12 +1,48 @@
 // SPDX-License-Identifier: MIT
 #include "drill_canvas.h"
 
+#include <QFileInfo>
 #include <QRegularExpression>
 #include <algorithm>
 #include <cmath>
 #include <numeric>
 
 namespace brox {
+
+namespace {
+
+/** What the name of a drill file says. */
+HoleFacts factsOfName(const QString& fileName)
+{
+    static const QRegularExpression unplated(
+        QStringLiteral("npth|non[-_ ]?plated|unplated"), QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression plated(
+        QStringLiteral("(?<![a-z])pth(?![a-z])|(?<![a-z])plated"),
+        QRegularExpression::CaseInsensitiveOption);
+    HoleFacts facts;
+    static const QRegularExpression vias(
+        QStringLiteral("(?<![a-z])vias?(?:\\.[^.]*)?$"), QRegularExpression::CaseInsensitiveOption);
+    if (fileName.contains(vias)) {
+        facts.use = HoleFacts::Use::Via;
+    }
+    if (fileName.contains(unplated)) {
+        facts.plated = false;
+    } else if (fileName.contains(plated)) {
+        facts.plated = true;
+    }
+    return facts;
+}
+
+void addContours(Layer& layer, std::vector<Path>& outlines, HoleType type)
+{
+    const bool isUnplated = type == HoleType::NonPlated;
+    for (Path& outline : outlines) {
+        layer.contours.push_back(
+            {isUnplated ? HoleType::NonPlated : HoleType::Plated, std::move(outline)});
+    }
+}
+
+} // namespace
 
 void HoleFacts::complete(const HoleFacts& other)
 {
@@ -104,31 +140,9 @@ void HoleAttributes::readTolerance(const QStringList& fields)
     }
 }
 
-HoleFacts factsOfName(const QString& fileName)
-{
-    static const QRegularExpression unplated(
-        QStringLiteral("npth|non[-_ ]?plated|unplated"), QRegularExpression::CaseInsensitiveOption);
-    static const QRegularExpression plated(
-        QStringLiteral("(?<![a-z])pth(?![a-z])|(?<![a-z])plated"),
-        QRegularExpression::CaseInsensitiveOption);
-    HoleFacts facts;
-    static const QRegularExpression vias(
-        QStringLiteral("(?<![a-z])vias?(?:\\.[^.]*)?$"), QRegularExpression::CaseInsensitiveOption);
-    if (fileName.contains(vias)) {
-        facts.use = HoleFacts::Use::Via;
-    }
-    if (fileName.contains(unplated)) {
-        facts.plated = false;
-    } else if (fileName.contains(plated)) {
-        facts.plated = true;
-    }
-    return facts;
-}
-
 void Notes::add(const char* kind, const QStringList& values)
 {
-    const auto known = std::find_if(mNotes.begin(), mNotes.end(),
-        [&](const Note& note) { return std::string_view(note.kind) == kind; });
+    const auto known = std::ranges::find(mNotes, std::string_view(kind), &Note::kind);
     if (known != mNotes.end()) {
         ++known->count;
         return;
@@ -346,11 +360,7 @@ void DrillCanvas::addTo(Layer& layer, Use& use, const HoleFacts& file, Notes& no
     facts.complete(drill.facts);
     facts.complete(file);
     const HoleType type = facts.type();
-    for (Path& contour : use.contours) {
-        const bool unplated = type == HoleType::NonPlated;
-        layer.contours.push_back(
-            {unplated ? HoleType::NonPlated : HoleType::Plated, std::move(contour)});
-    }
+    addContours(layer, use.contours, type);
     if (use.holes.empty() && use.slotPaths.empty()) {
         return;
     }
@@ -387,28 +397,28 @@ void DrillCanvas::addTo(Layer& layer, Use& use, const HoleFacts& file, Notes& no
 
 Layer DrillCanvas::takeLayer(const HoleFacts& file, Notes& notes)
 {
-    std::stable_sort(
-        mUses.begin(), mUses.end(), [](const Use& a, const Use& b) { return a.tool < b.tool; });
+    std::ranges::stable_sort(mUses, {}, &Use::tool);
     Layer layer;
     for (Use& use : mUses) {
         addTo(layer, use, file, notes);
     }
-    for (Path& region : mRegions) {
-        const bool isPlated = file.type() != HoleType::NonPlated;
-        layer.contours.push_back(
-            {isPlated ? HoleType::Plated : HoleType::NonPlated, std::move(region)});
-    }
+    addContours(layer, mRegions, file.type());
     return layer;
 }
 
 DrillFile DrillCanvas::finish(
-    const HoleFacts& file, const NumberReader& numbers, int usualDecimals, Notes& notes)
+    const HoleAttributes& attributes, const NumberReader& numbers, int usualDecimals, Notes& notes)
 {
+    const QFileInfo name(mAt.name);
+    HoleFacts facts = attributes.ofFile();
+    facts.complete(factsOfName(name.fileName()));
     for (DrillTool& tool : mTools) {
         tool.units = tool.units ? tool.units : numbers.units();
     }
     DrillFile drill;
-    drill.layer = takeLayer(file, notes);
+    drill.layer = takeLayer(facts, notes);
+    drill.layer.name = name.completeBaseName();
+    drill.layer.span = attributes.span();
     drill.layer.assumedFormat = numbers.guess();
     drill.units = numbers.units();
     drill.drilled = mDrilled;
@@ -431,6 +441,7 @@ DrillFile DrillCanvas::finish(
     } else if (mFarLine != 0) {
         mAt.fail(mFarLine, BoardText::tr("a place further than 5 m from the origin"));
     }
+    drill.notes = notes.texts();
     return drill;
 }
 

@@ -78,9 +78,6 @@ private:
     std::optional<ToldTolerance> mTolerance;
 };
 
-/** What the name of a drill file says. */
-HoleFacts factsOfName(const QString& fileName);
-
 /** What a comment or a list says of one tool by its number; sizes in host units, not rounded. */
 struct ToolRemark
 {
@@ -216,14 +213,14 @@ public:
 
     /** All that was made, with tools in the order of their definition. To be called once.
      *
-     * @param file           of tools for which nothing nearer is known
+     * @param attributes     of the file, for tools of which nothing nearer is known
      * @param numbers        that have read the places
      * @param usualDecimals  of the program that wrote the file; 0: not known
-     * @param notes          gets what the user should know
+     * @param notes          so far
      * @throws BoardError
      */
-    DrillFile finish(
-        const HoleFacts& file, const NumberReader& numbers, int usualDecimals, Notes& notes);
+    DrillFile finish(const HoleAttributes& attributes, const NumberReader& numbers,
+        int usualDecimals, Notes& notes);
 
 private:
     /** How much a tool has made. */

@@ -4,7 +4,6 @@
 #include "excellon_machine.h"
 #include "excellon_tools.h"
 
-#include <QFileInfo>
 #include <span>
 
 namespace brox {
@@ -467,11 +466,8 @@ DrillFile ExcellonProgram::finish()
         fail(BoardText::tr("the program does not end; the file is cut off"));
     }
     mTools.finish(mNumbers);
-    DrillFile file = mCanvas.finish(
-        factsOfName(QFileInfo(mAt.name).fileName()), mNumbers, usualDecimals(), mNotes);
-    file.layer.span = mComments.attributes().span();
+    DrillFile file = mCanvas.finish(mComments.attributes(), mNumbers, usualDecimals(), mNotes);
     file.layer.hasDrillSizes = mComments.hasDrillSizes();
-    file.notes = mNotes.texts();
     return file;
 }
 
@@ -484,9 +480,7 @@ DrillFile readExcellon(QIODevice& device, const QString& name, const DrillOption
     while (const auto line = lines.next()) {
         program.readLine(*line);
     }
-    DrillFile file = program.finish();
-    file.layer.name = QFileInfo(name).completeBaseName();
-    return file;
+    return program.finish();
 }
 
 } // namespace brox

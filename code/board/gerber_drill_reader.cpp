@@ -3,7 +3,6 @@
 
 #include "drill_canvas.h"
 
-#include <QFileInfo>
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -413,13 +412,8 @@ DrillFile GerberDrill::finish()
     if (!mEnded) {
         fail(BoardText::tr("the file does not end with M02; it is cut off"));
     }
-    HoleFacts facts = mAttributes.ofFile();
-    facts.complete(factsOfName(QFileInfo(mAt.name).fileName()));
     Notes notes;
-    DrillFile file = mCanvas.finish(facts, mNumbers, 0, notes);
-    file.layer.span = mAttributes.span();
-    file.notes = notes.texts();
-    return file;
+    return mCanvas.finish(mAttributes, mNumbers, 0, notes);
 }
 
 /** Cuts the bytes into commands, which end with a star; those between percent signs are extended.
@@ -486,9 +480,7 @@ DrillFile readGerberDrill(QIODevice& device, const QString& name, const DrillOpt
     for (std::string_view chunk = chunks.next(); !chunk.empty(); chunk = chunks.next()) {
         cutter.take(chunk);
     }
-    DrillFile file = drill.finish();
-    file.layer.name = QFileInfo(name).completeBaseName();
-    return file;
+    return drill.finish();
 }
 
 } // namespace brox

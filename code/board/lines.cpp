@@ -41,8 +41,8 @@ void addArc(Place from, const Segment& arc, int mostToTurn, std::vector<Line>& l
         turn += turn <= 0 ? fullTurn : 0;
     }
     const double radius = std::max({firstRadius, lastRadius, 1.0});
-    const double step = std::max(
-        2 * std::acos(std::max(0.0, 1 - arcDeviation / radius)), fullTurn / mostToTurn);
+    const double step =
+        std::max(2 * std::acos(std::max(0.0, 1 - arcDeviation / radius)), fullTurn / mostToTurn);
     const int count = std::max(1, int(std::ceil(std::abs(turn) / step)));
     QPointF before = pointOf(from);
     for (int i = 1; i <= count; ++i) {

@@ -213,7 +213,6 @@ std::optional<double> NumberReader::read(std::string_view number)
         decimals = *mZeros.value == Zeros::Leading ? int(digits) - before : after;
         const bool isFull = int(digits) == before + after;
         mLongest = value != 0 ? std::max(mLongest, digits) : mLongest;
-        mDigitsNeeded = mDigitsNeeded || value != 0;
         mGuessUsed =
             mGuessUsed || (value != 0 && (mDigits.isGuess() || (mZeros.isGuess() && !isFull)));
     }

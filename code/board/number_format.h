@@ -100,7 +100,7 @@ public:
     }
 
     /** Whether nothing specifies the digits that numbers need, or what does is wrong. */
-    bool needsDigits() const { return mDigitsNeeded && (mDigits.isGuess() || isContradicted()); }
+    bool needsDigits() const { return mLongest > 0 && (mDigits.isGuess() || isContradicted()); }
 
     /** Told digits that are fewer than those of the numbers. */
     bool isContradicted() const
@@ -109,7 +109,7 @@ public:
     }
     const std::optional<Digits>& toldDigits() const { return mTold; }
 
-    /** Digits of the longest number without a point. */
+    /** Digits of the longest number without a point; 0: there is none but 0. */
     size_t longest() const { return mLongest; }
 
     /** What had to be guessed for the numbers read so far, such as "2:4, leading zeros left out";
@@ -145,7 +145,6 @@ private:
     size_t mLongest = 0;
     bool mChosen = false;
     bool mSettled = false;
-    bool mDigitsNeeded = false;
     bool mGuessUsed = false;
     bool mUnitsGuessed = false;
 };
