@@ -257,6 +257,7 @@ void RulesDialog::addRow(const ToleranceRule& rule)
     const auto addField = [&](int column, Size size, const QString& name) {
         auto* field = new SizeField;
         field->setFrame(false);
+        field->setAutoFillBackground(true); // what is selected below does not shine through
         field->setUnits(mUnits);
         field->setSize(size);
         field->setAccessibleName(name);
