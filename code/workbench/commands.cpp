@@ -242,13 +242,6 @@ std::shared_ptr<const Comparison> askedComparison(
         compareStep(*draft.board, draft.step, other, comparisonTolerance(options)));
 }
 
-/** What differs in another board, if one is compared. */
-QStringList comparisonOf(const DrillPlan& plan)
-{
-    return plan.comparison ? comparisonLines(*plan.comparison, plan.units, Tongue::English)
-                           : QStringList();
-}
-
 int printJson(const DrillPlan& plan, const CheckFindings* findings, bool withPlaces)
 {
     QFile file;
@@ -269,16 +262,19 @@ QString printed(const Options& options, const DrillPlan& plan,
             + (findings ? '\n' + findingsCsv(plan, *findings) : QString());
     }
     const QString found = findings ? '\n' + findingsText(plan, *findings) : QString();
+    const QStringList compared = plan.comparison
+        ? comparisonLines(*plan.comparison, plan.units, Tongue::English)
+        : QStringList();
     if (!options.printsTable()) {
-        return linesText(written) + linesText(comparisonOf(plan)) + found;
+        return linesText(written) + linesText(compared) + found;
     }
-    const QStringList compared = comparisonOf(plan);
-    const QString end = (left.isEmpty() ? QString() : '\n' + linesText(left))
-        + (compared.isEmpty() ? QString() : '\n' + linesText(compared));
-    return QStringLiteral("%1, step %2, model %3\n\n%4%5")
-               .arg(plan.board->job, plan.boardStep().name, printable(plan.model.name),
-                   planText(plan), end)
-        + found;
+    QString text = QStringLiteral("%1, step %2, model %3\n\n")
+                       .arg(plan.board->job, plan.boardStep().name, printable(plan.model.name))
+        + planText(plan);
+    for (const QStringList& lines : {left, compared}) {
+        text += lines.isEmpty() ? QString() : '\n' + linesText(lines);
+    }
+    return text + found;
 }
 
 } // namespace
