@@ -8,17 +8,15 @@
 #include <QCoreApplication>
 #include <QDialog>
 #include <QDialogButtonBox>
-#include <QDir>
 #include <QHeaderView>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QScreen>
+#include <QTextBlock>
 #include <QTextBrowser>
-#include <QTextFragment>
 #include <QTreeWidget>
 #include <QUrl>
 #include <QVBoxLayout>
-#include <functional>
 
 namespace brox {
 

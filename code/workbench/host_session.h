@@ -22,7 +22,6 @@ public:
     explicit HostError(const QString& message)
         : std::runtime_error(message.toStdString())
     { }
-    QString message() const { return QString::fromUtf8(what()); }
 };
 
 /** What a viewer follows: the host's window of a step. */

@@ -42,7 +42,6 @@ class NoticeBar : public QFrame
 public:
     NoticeBar(const QString& name, QStyle::StandardPixmap icon);
 
-    QString text() const { return mLabel->text(); }
     void setText(const QString& text) { mLabel->setText(text); }
 
     /** @return owned by the bar */

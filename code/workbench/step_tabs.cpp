@@ -10,7 +10,6 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSplitter>
-#include <QTabBar>
 #include <QTableWidget>
 #include <algorithm>
 #include <exception>
@@ -124,11 +123,9 @@ StepTabs::~StepTabs()
 
 void StepTabs::openStep(size_t step)
 {
-    for (int tab = 0; tab < count(); ++tab) {
-        if (stepOf(tab) == step) {
-            setCurrentIndex(tab);
-            return;
-        }
+    if (const int tab = tabOf(step); tab >= 0) {
+        setCurrentIndex(tab);
+        return;
     }
     mSession.viewer(step); // without it there is no tab
     auto* page = new QScrollArea;
@@ -229,13 +226,9 @@ bool StepTabs::changeFiles(const std::function<void()>& change)
 
 void StepTabs::reread(size_t step)
 {
-    for (int tab = 0; tab < count(); ++tab) {
-        if (stepOf(tab) == step) {
-            const QString model = mSession.selectedModel(step);
-            mSession.closeViewer(step);
-            reopen(tab, model);
-        }
-    }
+    const QString model = mSession.selectedModel(step);
+    mSession.closeViewer(step);
+    reopen(tabOf(step), model);
     markUnsaved();
 }
 
@@ -290,6 +283,14 @@ bool StepTabs::hasUnsaved() const
 {
     return std::ranges::any_of(
         openSteps(), [this](size_t step) { return mSession.hasUnsaved(step); });
+}
+
+/** Below 0: the step is not open. */
+int StepTabs::tabOf(size_t step) const
+{
+    const std::vector<size_t> steps = openSteps();
+    const auto found = std::ranges::find(steps, step);
+    return found == steps.end() ? -1 : int(found - steps.begin());
 }
 
 size_t StepTabs::stepOf(int tab) const

@@ -73,7 +73,7 @@ public:
      */
     QStringList rereadFiles();
 
-    /** The same for one step, whatever it has unsaved.
+    /** The same for an open step, whatever it has unsaved.
      *
      * @throws HostError
      */
@@ -93,6 +93,7 @@ private:
     void markUnsaved();
     QString titleOf(size_t step) const;
     size_t stepOf(int tab) const;
+    int tabOf(size_t step) const;
     void reopen(int tab, const QString& model);
     void discard(int tab);
     void fill(int tab);

@@ -9,14 +9,12 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QDropEvent>
-#include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMimeData>
 #include <QStyledItemDelegate>
 #include <QTableView>
 #include <QToolTip>
-#include <QTreeView>
 #include <map>
 #include <set>
 
