@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "alignment.h"
 
-#include "hole_matching.h"
-
 #include <algorithm>
 #include <cmath>
 #include <map>
-#include <optional>
+#include <numeric>
+#include <tuple>
 
 namespace brox {
 
@@ -15,38 +14,6 @@ namespace {
 constexpr size_t sampleSize = 2000;
 constexpr size_t mostPairs = 300'000; ///< of holes that vote for the move from one to the other
 constexpr size_t mostTried = 16; ///< moves by extents, and as many by pairs
-
-bool isNear(Place a, Place b, Size within)
-{
-    const double dx = double(a.x) - b.x;
-    const double dy = double(a.y) - b.y;
-    return dx * dx + dy * dy <= double(within) * within;
-}
-
-/** Whether a hit of another board of the same size lies where a place is. */
-bool hasLike(const ComparedTool& tool, Place place, const ComparedBoard& other,
-    const PlaceIndex& index, Size within)
-{
-    bool has = false;
-    index.visit(place, [&](std::uint32_t hit) {
-        const ComparedTool& others = other.tool(hit);
-        has = has
-            || (others.isSlot == tool.isSlot && isSameSize(others.size, tool.size)
-                && isNear(other.places[hit], place, within));
-    });
-    return has;
-}
-
-/** Null if the place lies where no number of 32 bits reaches. */
-std::optional<Place> moved(Place place, Place move)
-{
-    Place to;
-    if (__builtin_add_overflow(place.x, move.x, &to.x)
-        || __builtin_add_overflow(place.y, move.y, &to.y)) {
-        return {};
-    }
-    return to;
-}
 
 /** The hits of one kind and size of a board. */
 struct SizeClass
@@ -58,51 +25,44 @@ struct SizeClass
 /** Part of a large tool votes too: both boards may have the holes in one order. */
 constexpr size_t mostOfClass = 500;
 
-/** Sizes that are one but for rounding get one number, on both boards. */
-std::vector<int> classes(
-    const ComparedBoard& board, const ComparedBoard& other, std::vector<int>& ofOther)
+using Drill = std::pair<bool, Size>; ///< whether it is that of slots, and its size
+
+/** To each drill of both boards the smallest of those that are one but for rounding. */
+std::map<Drill, Drill> smallestAlike(const ComparedBoard& board, const ComparedBoard& other)
 {
-    std::map<std::pair<bool, Size>, int> numbers;
+    std::map<Drill, Drill> drills;
     for (const ComparedBoard* each : {&board, &other}) {
         for (const ComparedTool& tool : each->tools) {
-            numbers[{tool.isSlot, tool.size}] = 0;
+            drills[{tool.isSlot, tool.size}] = {};
         }
     }
-    int number = -1;
-    std::optional<std::pair<bool, Size>> last;
-    for (auto& [key, own] : numbers) {
-        if (!last || last->first != key.first || !isSameSize(last->second, key.second)) {
-            ++number;
-        }
-        own = number;
-        last = key;
+    const std::pair<const Drill, Drill>* last = nullptr;
+    for (auto& each : drills) {
+        const Drill& own = each.first;
+        const bool isAlike =
+            last && last->first.first == own.first && isSameSize(last->first.second, own.second);
+        each.second = isAlike ? last->second : own;
+        last = &each;
     }
-    const auto ofTools = [&](const ComparedBoard& each) {
-        std::vector<int> list;
-        for (const ComparedTool& tool : each.tools) {
-            list.push_back(numbers.at({tool.isSlot, tool.size}));
-        }
-        return list;
-    };
-    ofOther = ofTools(other);
-    return ofTools(board);
+    return drills;
 }
 
-std::map<int, SizeClass> gathered(const ComparedBoard& board, const std::vector<int>& classOfTool)
+std::map<Drill, SizeClass> gathered(
+    const ComparedBoard& board, const std::map<Drill, Drill>& smallest)
 {
-    std::map<int, SizeClass> sums;
+    std::map<Drill, SizeClass> classes;
     std::vector<SizeClass*> ofTool;
-    for (const int number : classOfTool) {
-        ofTool.push_back(&sums[number]);
+    for (const ComparedTool& tool : board.tools) {
+        ofTool.push_back(&classes[smallest.at({tool.isSlot, tool.size})]);
     }
     for (size_t i = 0; i < board.hits(); ++i) {
-        SizeClass& sum = *ofTool[board.toolOf[i]];
-        sum.extent.add(board.places[i]);
-        if (sum.first.size() < mostOfClass) {
-            sum.first.push_back(board.places[i]);
+        SizeClass& own = *ofTool[board.toolOf[i]];
+        own.extent.add(board.places[i]);
+        if (own.first.size() < mostOfClass) {
+            own.first.push_back(board.places[i]);
         }
     }
-    return sums;
+    return classes;
 }
 
 /** Collects moves that take a hole to a hole; the right one comes up again and again. */
@@ -111,14 +71,13 @@ class Voting
 public:
     Voting(const ComparedBoard& board, const ComparedBoard& other)
     {
-        std::vector<int> ofOther;
-        const std::vector<int> ofBoard = classes(board, other, ofOther);
-        const std::map<int, SizeClass> own = gathered(board, ofBoard);
-        const std::map<int, SizeClass> others = gathered(other, ofOther);
+        const std::map<Drill, Drill> smallest = smallestAlike(board, other);
+        const std::map<Drill, SizeClass> own = gathered(board, smallest);
+        const std::map<Drill, SizeClass> others = gathered(other, smallest);
         voteByExtent(extentOf(board.places), extentOf(other.places));
         std::multimap<size_t, std::pair<const SizeClass*, const SizeClass*>> byPairs;
-        for (const auto& [number, sum] : own) {
-            const auto found = others.find(number);
+        for (const auto& [drill, sum] : own) {
+            const auto found = others.find(drill);
             if (found != others.end()) {
                 voteByExtent(sum.extent, found->second.extent);
                 byPairs.insert(
@@ -170,10 +129,8 @@ private:
 
     static void vote(Votes& votes, Place from, Place to)
     {
-        Place move;
-        if (!__builtin_sub_overflow(to.x, from.x, &move.x)
-            && !__builtin_sub_overflow(to.y, from.y, &move.y)) {
-            votes.push_back(move);
+        if (const std::optional<Place> move = moveFrom(from, to)) {
+            votes.push_back(*move);
         }
     }
 
@@ -222,12 +179,11 @@ public:
     {
         double sum = 0;
         for (const size_t hit : mSample) {
-            const std::optional<Place> place = moved(mBoard.places[hit], move);
-            if (place && hasLike(mBoard.tool(hit), *place, mOther, mIndex, mWithin)) {
-                sum += 1;
-            } else if (place && liesOnAny(*place)) {
-                sum += 0.5;
-            }
+            double best = 0;
+            forEachNear(hit, move, [&](std::uint32_t other) {
+                best = mBoard.tool(hit).hasSameSize(mOther.tool(other)) ? 1 : std::max(best, 0.5);
+            });
+            sum += best;
         }
         return sum;
     }
@@ -251,16 +207,9 @@ public:
         std::vector<Size> xs;
         std::vector<Size> ys;
         for (const size_t hit : mSample) {
-            const std::optional<Place> place = moved(mBoard.places[hit], move);
-            if (!place) {
-                continue;
-            }
-            mIndex.visit(*place, [&](std::uint32_t other) {
-                const Place to = mOther.places[other];
-                if (isNear(to, *place, mWithin)) {
-                    xs.push_back(Size(qint64(to.x) - mBoard.places[hit].x));
-                    ys.push_back(Size(qint64(to.y) - mBoard.places[hit].y));
-                }
+            forEachNear(hit, move, [&](std::uint32_t other) {
+                xs.push_back(Size(qint64(mOther.places[other].x) - mBoard.places[hit].x));
+                ys.push_back(Size(qint64(mOther.places[other].y) - mBoard.places[hit].y));
             });
         }
         return xs.empty() ? move : Place{median(xs), median(ys)};
@@ -274,13 +223,18 @@ private:
         return *middle;
     }
 
-    bool liesOnAny(Place place) const
+    /** Visits the hits of the other board that a hit lies on after a move. */
+    template <typename Visit>
+    void forEachNear(size_t hit, Place move, const Visit& visit) const
     {
-        bool lies = false;
-        mIndex.visit(place, [&](std::uint32_t other) {
-            lies = lies || isNear(mOther.places[other], place, mWithin);
-        });
-        return lies;
+        const auto place = Placement{false, 0, 1, move}.map(mBoard.places[hit]);
+        if (place) {
+            mIndex.visit(*place, [&](std::uint32_t other) {
+                if (distance(mOther.places[other], *place) <= mWithin) {
+                    visit(other);
+                }
+            });
+        }
     }
 
     const ComparedBoard& mBoard;
@@ -314,6 +268,225 @@ Alignment align(
         best = {};
     }
     return {best, trial.share(best)};
+}
+
+namespace {
+
+constexpr double leastShare = 0.9; ///< of a board's hits that its copy has
+constexpr size_t copySample = 50;
+constexpr qint64 mostSearched = 1'000'000; ///< places at which a board is looked for
+
+/** In the order in which copies are looked for, so that those side by side are not mistaken. */
+bool comesFirst(Place a, Place b, bool backwards)
+{
+    return backwards ? std::tie(b.y, b.x) < std::tie(a.y, a.x)
+                     : std::tie(a.y, a.x) < std::tie(b.y, b.x);
+}
+
+/** Of the tool that the panel has the fewest hits of, the one that comes first: the copies of a
+ *  board are looked for by it. */
+std::optional<size_t> anchorOf(
+    const ComparedBoard& board, const ComparedBoard& panel, bool backwards)
+{
+    const auto hitsOnPanel = [&panel](const ComparedTool& tool) {
+        qint64 sum = 0;
+        for (const ComparedTool& other : panel.tools) {
+            sum += other.hasSameSize(tool) ? other.hits : 0;
+        }
+        return sum;
+    };
+    std::vector<qint64> hits;
+    for (const ComparedTool& tool : board.tools) {
+        hits.push_back(tool.hits > 0 ? hitsOnPanel(tool) : 0);
+    }
+    const auto isRarer = [](qint64 a, qint64 b) { return a > 1 && (b < 2 || a < b); };
+    const auto rarest = std::min_element(hits.begin(), hits.end(), isRarer);
+    if (rarest == hits.end() || *rarest < 2) {
+        return {};
+    }
+    const ComparedTool& tool = board.tools[size_t(rarest - hits.begin())];
+    std::optional<size_t> anchor;
+    for (size_t i = 0; i < board.hits(); ++i) {
+        if (board.tool(i).hasSameSize(tool)
+            && (!anchor || comesFirst(board.places[i], board.places[*anchor], backwards))) {
+            anchor = i;
+        }
+    }
+    return anchor;
+}
+
+class CopyFinder
+{
+public:
+    CopyFinder(const ComparedBoard& board, const ComparedBoard& panel, Size within)
+        : mBoard(board)
+        , mPanel(panel)
+        , mIndex(panel.places, within)
+        , mIsCovered(panel.hits(), 0)
+    { }
+
+    std::vector<Placement> find()
+    {
+        // A copy that lacks the hole it is looked for by may have the last one.
+        for (const bool backwards : {false, true}) {
+            for (const bool isMirrored : {false, true}) {
+                for (int turns = 0; turns < 4 && !isAll(); ++turns) {
+                    findTurned({isMirrored, turns, 1, {}}, backwards);
+                }
+            }
+        }
+        return mCopies.size() > 1 && isAll() ? mCopies : std::vector<Placement>();
+    }
+
+private:
+    bool isAll() const { return (qint64(mPanel.hits()) - mCovered) * 2 < qint64(mBoard.hits()); }
+
+    void findTurned(Placement where, bool backwards)
+    {
+        const std::optional<ComparedBoard> turned = mBoard.placed({where});
+        const std::optional<size_t> anchor =
+            turned ? anchorOf(*turned, mPanel, backwards) : std::nullopt;
+        if (!anchor) {
+            return;
+        }
+        const Place from = turned->places[*anchor];
+        for (const size_t hit : placesOfAnchor(turned->tool(*anchor), backwards)) {
+            const std::optional<Place> move = moveFrom(from, mPanel.places[hit]);
+            if (mIsCovered[hit] || ++mTries > mostSearched || !move) {
+                continue;
+            }
+            where.move = *move;
+            if (liesAt(*turned, where.move, copySample)
+                && liesAt(*turned, where.move, turned->hits())) {
+                cover(*turned, where.move);
+                mCopies.push_back(where);
+            }
+        }
+    }
+
+    /** Hits of the panel that are like the anchor. */
+    std::vector<size_t> placesOfAnchor(const ComparedTool& tool, bool backwards) const
+    {
+        std::vector<size_t> hits;
+        for (size_t i = 0; i < mPanel.hits(); ++i) {
+            if (mPanel.tool(i).hasSameSize(tool)) {
+                hits.push_back(i);
+            }
+        }
+        std::sort(hits.begin(), hits.end(), [&](size_t a, size_t b) {
+            return comesFirst(mPanel.places[a], mPanel.places[b], backwards);
+        });
+        return hits;
+    }
+
+    /** Whether enough of some hits, taken from all over the board, are on the panel. */
+    bool liesAt(const ComparedBoard& board, Place move, size_t count) const
+    {
+        count = std::min(count, board.hits());
+        const auto mayLack = size_t(double(count) * (1 - leastShare) + 1e-9);
+        size_t lacking = 0;
+        for (size_t i = 0; i < count && lacking <= mayLack; ++i) {
+            const size_t hit = i * board.hits() / count;
+            lacking += uncovered(board, hit, move) ? 0 : 1;
+        }
+        return lacking <= mayLack;
+    }
+
+    std::optional<std::uint32_t> uncovered(const ComparedBoard& board, size_t hit, Place move) const
+    {
+        std::optional<std::uint32_t> found;
+        const std::optional<Place> place = Placement{false, 0, 1, move}.map(board.places[hit]);
+        if (place) {
+            mIndex.visit(*place, [&](std::uint32_t other) {
+                const ComparedTool& others = mPanel.tool(other);
+                // Another size at the place is a change of the hole, which the copy has.
+                if (!mIsCovered[other] && board.tool(hit).isSlot == others.isSlot
+                    && (!found || isSameSize(board.tool(hit).size, others.size))) {
+                    found = other;
+                }
+            });
+        }
+        return found;
+    }
+
+    void cover(const ComparedBoard& board, Place move)
+    {
+        for (size_t i = 0; i < board.hits(); ++i) {
+            if (const auto hit = uncovered(board, i, move)) {
+                mIsCovered[*hit] = 1;
+                ++mCovered;
+            }
+        }
+    }
+
+    const ComparedBoard& mBoard;
+    const ComparedBoard& mPanel;
+    const PlaceIndex mIndex;
+    std::vector<char> mIsCovered; ///< of the panel's hits
+    qint64 mCovered = 0;
+    qint64 mTries = 0;
+    std::vector<Placement> mCopies;
+};
+
+/** Where a place of the panel lies on a board whose copy lies there. */
+std::optional<Place> onBoard(Place place, const Placement& copy)
+{
+    const std::optional<Place> moved = moveFrom(copy.move, place);
+    const auto turned =
+        moved ? Placement{false, (4 - copy.quarterTurns) % 4, 1, {}}.map(*moved) : std::nullopt;
+    return turned ? Placement{copy.isMirrored, 0, 1, {}}.map(*turned) : std::nullopt;
+}
+
+bool isWithin(Place place, const Extent& extent, Size more)
+{
+    return qint64(place.x) >= qint64(extent.low.x) - more
+        && qint64(place.x) <= qint64(extent.high.x) + more
+        && qint64(place.y) >= qint64(extent.low.y) - more
+        && qint64(place.y) <= qint64(extent.high.y) + more;
+}
+
+} // namespace
+
+std::vector<bool> liesBeside(const std::vector<Place>& places, const ComparedBoard& board,
+    const std::vector<Placement>& copies, Size within)
+{
+    const Extent extent = extentOf(board.places);
+    std::vector<Place> outside;
+    std::vector<size_t> indices;
+    for (size_t i = 0; i < places.size(); ++i) {
+        const bool isInside = std::any_of(copies.begin(), copies.end(), [&](const Placement& copy) {
+            const std::optional<Place> place = onBoard(places[i], copy);
+            return place && isWithin(*place, extent, sizePerMillimetre);
+        });
+        if (!isInside) {
+            outside.push_back(places[i]);
+            indices.push_back(i);
+        }
+    }
+    const PlaceIndex index(outside, within);
+    const auto isOutside = [&](std::optional<Place> place) {
+        bool is = false;
+        if (place) {
+            index.visit(*place, [&is](std::uint32_t) { is = true; });
+        }
+        return is;
+    };
+    std::vector<bool> beside(places.size(), false);
+    for (size_t i = 0; i < outside.size(); ++i) {
+        beside[indices[i]] = std::none_of(copies.begin(), copies.end(), [&](const Placement& copy) {
+            const std::optional<Place> place = onBoard(outside[i], copy);
+            return place && std::all_of(copies.begin(), copies.end(), [&](const Placement& other) {
+                return isOutside(other.map(*place));
+            });
+        });
+    }
+    return beside;
+}
+
+std::vector<Placement> findCopies(
+    const ComparedBoard& board, const ComparedBoard& panel, Size within)
+{
+    return CopyFinder(board, panel, within).find();
 }
 
 } // namespace brox

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "compared_board.h"
 
+#include "reading.h"
+
 #include <algorithm>
 #include <bit>
 #include <cmath>
 #include <limits>
 #include <map>
+#include <numeric>
 
 namespace brox {
 
@@ -17,6 +20,14 @@ class Spreader
 public:
     ComparedBoard spread(const Board& board, size_t step)
     {
+        qint64 hits = 0;
+        for (const StepLayer& layer : gatherLayers(board, step)) {
+            for (const StepTool& tool : layer.tools) {
+                hits += tool.holes + tool.slotPaths;
+            }
+        }
+        mBoard.places.reserve(size_t(std::min(hits, maxHoles)));
+        mBoard.toolOf.reserve(mBoard.places.capacity());
         forEachCopy(board, step, [this](const Step& copied, const Transform& where) {
             auto own = toolsOf(copied).begin();
             for (const Layer& layer : copied.layers) {
@@ -92,29 +103,6 @@ private:
     std::map<const Step*, std::vector<OfTool>> mSteps;
 };
 
-std::optional<Path> mapped(const Path& path, const Placement& where)
-{
-    using enum Segment::Shape;
-    const std::optional<Place> start = where.map(path.start);
-    if (!start) {
-        return {};
-    }
-    Path made{*start, {}};
-    for (const Segment& segment : path.segments) {
-        const std::optional<Place> to = where.map(segment.to);
-        const std::optional<Place> centre = where.map(segment.centre);
-        if (!to || !centre) {
-            return {};
-        }
-        Segment::Shape shape = segment.shape;
-        if (where.isMirrored && shape != Line) {
-            shape = shape == Clockwise ? CounterClockwise : Clockwise;
-        }
-        made.segments.push_back({shape, *to, *centre});
-    }
-    return made;
-}
-
 } // namespace
 
 std::optional<Place> Placement::map(Place place) const
@@ -134,44 +122,45 @@ std::optional<Place> Placement::map(Place place) const
     return Place{Size(x), Size(y)};
 }
 
-ComparedBoard ComparedBoard::withoutHits() const
+std::optional<Place> moveFrom(Place from, Place to)
 {
-    ComparedBoard board{tools, {}, {}, {}};
-    for (ComparedTool& tool : board.tools) {
-        tool.hits = 0;
-    }
-    return board;
+    Place move;
+    return __builtin_sub_overflow(to.x, from.x, &move.x)
+            || __builtin_sub_overflow(to.y, from.y, &move.y)
+        ? std::nullopt
+        : std::optional(move);
 }
 
-bool ComparedBoard::addHits(const ComparedBoard& other, const Placement& where)
+std::optional<ComparedBoard> ComparedBoard::placed(const std::vector<Placement>& copies) const
 {
-    ComparedBoard sum = withoutHits();
-    for (size_t i = 0; i < other.hits(); ++i) {
-        const std::optional<Place> place = where.map(other.places[i]);
-        const std::optional<Path> path =
-            i < other.holes() ? Path() : mapped(other.slotPath(i), where);
-        if (!place || !path) {
-            return false;
-        }
-        sum.places.push_back(*place);
-        if (i >= other.holes()) {
-            sum.slotPaths.push_back(*path);
-        }
+    ComparedBoard all{tools, {}, {}, {}};
+    for (ComparedTool& tool : all.tools) {
+        tool.hits *= qint64(copies.size());
     }
-    const auto insert = [](auto& list, size_t at, const auto& more, size_t from, size_t to) {
-        list.insert(list.begin() + std::ptrdiff_t(at), more.begin() + std::ptrdiff_t(from),
-            more.begin() + std::ptrdiff_t(to));
-    };
-    const size_t before = holes();
-    insert(places, hits(), sum.places, other.holes(), other.hits());
-    insert(toolOf, toolOf.size(), other.toolOf, other.holes(), other.hits());
-    insert(places, before, sum.places, 0, other.holes());
-    insert(toolOf, before, other.toolOf, 0, other.holes());
-    insert(slotPaths, slotPaths.size(), sum.slotPaths, 0, sum.slotPaths.size());
-    for (size_t i = 0; i < tools.size(); ++i) {
-        tools[i].hits += other.tools[i].hits;
+    all.places.reserve(hits() * copies.size());
+    all.toolOf.reserve(hits() * copies.size());
+    std::vector<Transform> transforms;
+    for (const Placement& copy : copies) {
+        transforms.emplace_back(copy.move, 90.0 * copy.quarterTurns, copy.isMirrored, copy.factor);
     }
-    return true;
+    try {
+        for (const auto& [from, to] : {std::pair(size_t(0), holes()), std::pair(holes(), hits())}) {
+            for (const Transform& where : transforms) {
+                for (size_t i = from; i < to; ++i) {
+                    all.places.push_back(where.map(places[i]));
+                    all.toolOf.push_back(toolOf[i]);
+                }
+            }
+        }
+        for (const Transform& where : transforms) {
+            for (const Path& path : slotPaths) {
+                all.slotPaths.push_back(where.map(path));
+            }
+        }
+    } catch (const PanelError&) {
+        return {};
+    }
+    return all;
 }
 
 ComparedBoard comparedBoard(const Board& board, size_t step)
@@ -210,21 +199,19 @@ PlaceIndex::PlaceIndex(const std::vector<Place>& places, Size reach)
     const int bits = std::max(1, int(std::bit_width(places.size())) - 2 * blockBits);
     mHashShift = 64 - bits;
     mBegins.assign((size_t(1) << (bits + 2 * blockBits)) + 1, 0);
-    std::vector<std::uint32_t> buckets;
-    buckets.reserve(places.size());
+    const auto bucket = [this](Place place) {
+        return bucketOf(qint64(place.x) >> mCellShift, qint64(place.y) >> mCellShift);
+    };
     for (const Place& place : places) {
-        const size_t bucket =
-            bucketOf(qint64(place.x) >> mCellShift, qint64(place.y) >> mCellShift);
-        buckets.push_back(std::uint32_t(bucket));
-        ++mBegins[bucket + 1];
+        ++mBegins[bucket(place) + 1];
     }
-    for (size_t i = 1; i < mBegins.size(); ++i) {
-        mBegins[i] += mBegins[i - 1];
-    }
-    std::vector<std::uint32_t> next(mBegins.begin(), mBegins.end() - 1);
+    std::partial_sum(mBegins.begin(), mBegins.end(), mBegins.begin());
+    // Each bucket's begin runs to its end, which is the begin of the next.
     for (size_t i = 0; i < places.size(); ++i) {
-        mEntries[next[buckets[i]]++] = {places[i], std::uint32_t(i)};
+        mEntries[mBegins[bucket(places[i])]++] = {places[i], std::uint32_t(i)};
     }
+    std::copy_backward(mBegins.begin(), mBegins.end() - 1, mBegins.end());
+    mBegins[0] = 0;
 }
 
 } // namespace brox

@@ -5,12 +5,23 @@
 #include "board.h"
 #include "panel.h"
 
-#include <QString>
 #include <algorithm>
-#include <optional>
-#include <vector>
+#include <cmath>
 
 namespace brox {
+
+/** Sizes that differ by no more are one size, written in inches here and in millimetres there. */
+constexpr Size sizeRounding = sizePerMil / 10;
+
+inline bool isSameSize(Size a, Size b)
+{
+    return std::abs(qint64(a) - b) <= sizeRounding;
+}
+
+inline double distance(Place a, Place b)
+{
+    return std::hypot(double(a.x) - b.x, double(a.y) - b.y);
+}
 
 /** The holes, or the slots, of a tool on one layer, without their places. */
 struct ComparedTool
@@ -32,6 +43,10 @@ struct ComparedTool
             && isPlated == other.isPlated && platingAssumed == other.platingAssumed
             && size == other.size && tolerance == other.tolerance && isDrilled == other.isDrilled;
     }
+    bool hasSameSize(const ComparedTool& other) const
+    {
+        return isSlot == other.isSlot && isSameSize(size, other.size);
+    }
 };
 
 /** How a board lies on another one: mirrored, then turned, then scaled, then moved. */
@@ -45,6 +60,9 @@ struct Placement
     /** Null if the place lies where no number of 32 bits reaches. */
     std::optional<Place> map(Place place) const;
 };
+
+/** The move that takes one place to another; null if it is too long. */
+std::optional<Place> moveFrom(Place from, Place to);
 
 /** What is compared of a board: holes and slots of a step and of all it repeats, as flat lists.
  *  A hit is a hole, or a slot at the middle between its ends; slots come behind all holes. */
@@ -60,12 +78,8 @@ struct ComparedBoard
     const ComparedTool& tool(size_t hit) const { return tools[toolOf[hit]]; }
     const Path& slotPath(size_t hit) const { return slotPaths[hit - holes()]; }
 
-    /** Adds the hits of a board with the same tools. False, and nothing added, if one of them
-     *  lies too far off. */
-    bool addHits(const ComparedBoard& other, const Placement& where);
-
-    /** The same tools without hits. */
-    ComparedBoard withoutHits() const;
+    /** All of it wherever a copy of it lies; null if one lies too far off. */
+    std::optional<ComparedBoard> placed(const std::vector<Placement>& copies) const;
 };
 
 /** @throws PanelError */

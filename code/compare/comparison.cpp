@@ -2,7 +2,6 @@
 #include "comparison.h"
 
 #include "alignment.h"
-#include "copies.h"
 #include "hole_matching.h"
 
 #include <QCoreApplication>
@@ -159,22 +158,20 @@ private:
 
     static void sortPlaces(BoardDifference& difference)
     {
-        std::vector<size_t> order(difference.places.size());
-        std::iota(order.begin(), order.end(), size_t(0));
-        std::sort(order.begin(), order.end(), [&](size_t a, size_t b) {
-            const Place left = difference.places[a];
-            const Place right = difference.places[b];
-            return std::tie(left.y, left.x, a) < std::tie(right.y, right.x, b);
-        });
-        const auto sorted = [&order](const std::vector<Place>& places) {
-            std::vector<Place> list;
-            for (size_t i = 0; i < places.size(); ++i) {
-                list.push_back(places[order[i]]);
-            }
-            return list;
-        };
-        difference.places = sorted(difference.places);
-        difference.movedTo = sorted(difference.movedTo);
+        const auto byLine = [](Place place) { return std::pair(place.y, place.x); };
+        if (difference.movedTo.empty()) {
+            std::ranges::sort(difference.places, {}, byLine);
+            return;
+        }
+        std::vector<std::pair<Place, Place>> moves;
+        for (size_t i = 0; i < difference.places.size(); ++i) {
+            moves.emplace_back(difference.places[i], difference.movedTo[i]);
+        }
+        std::ranges::stable_sort(moves, {}, [&](const auto& move) { return byLine(move.first); });
+        std::ranges::transform(
+            moves, difference.places.begin(), [](const auto& move) { return move.first; });
+        std::ranges::transform(
+            moves, difference.movedTo.begin(), [](const auto& move) { return move.second; });
     }
 
     const ComparedBoard& mBoard;
@@ -188,18 +185,17 @@ private:
 };
 
 /** Compares holes as they lie, after a move of the board. */
-Comparison compareMoved(ComparedBoard board, const ComparedBoard& other, const PlaceIndex& index,
-    Size within, Place move)
+Comparison compareMoved(const ComparedBoard& unmoved, const ComparedBoard& other,
+    const PlaceIndex& index, Size within, Place move)
 {
     Comparison result;
     result.move = move;
-    if (move != Place{}) {
-        ComparedBoard placed = board.withoutHits();
-        if (!placed.addHits(board, {false, 0, 1, move})) {
-            return result;
-        }
-        board = std::move(placed);
+    const auto moved =
+        move == Place{} ? std::nullopt : unmoved.placed({Placement{false, 0, 1, move}});
+    if (move != Place{} && !moved) {
+        return result;
     }
+    const ComparedBoard& board = moved ? *moved : unmoved;
     HoleMatcher matcher(board, other, index, within);
     const HoleMatching matching = matcher.match();
     DifferenceList list(board, other, matcher, move);
@@ -277,20 +273,21 @@ private:
     bool explain(Comparison& result, const Placement& whole, const Placement& change,
         const ComparedBoard& from, const ComparedBoard& to, const PlaceIndex& index, Size within)
     {
-        ComparedBoard changed = from.withoutHits();
-        if (!couldBe(from, to, change) || !changed.addHits(from, change)) {
+        std::optional<ComparedBoard> changed =
+            couldBe(from, to, change) ? from.placed({change}) : std::nullopt;
+        if (!changed) {
             return false;
         }
-        const Alignment alignment = align(changed, to, index, within);
+        const Alignment alignment = align(*changed, to, index, within);
         if (alignment.share < 0.4) { // places alone, with all sizes scaled, have a half
             return false;
         }
         const auto isExplained = [&] {
-            return !compareMoved(changed, to, index, within, alignment.move).differs();
+            return !compareMoved(*changed, to, index, within, alignment.move).differs();
         };
         bool isAll = isExplained();
         if (!isAll && change.factor != 1) {
-            for (ComparedTool& tool : changed.tools) {
+            for (ComparedTool& tool : changed->tools) {
                 const double size = tool.size * change.factor;
                 tool.size = Size(std::min<double>(size, std::numeric_limits<Size>::max()));
             }
@@ -357,15 +354,12 @@ std::optional<Comparison> compareCopies(
         return {};
     }
     const std::vector<Placement> copies = findCopies(single, panel, within);
-    if (copies.empty()) {
+    const auto spread = copies.empty() ? std::nullopt : single.placed(copies);
+    if (!spread) {
         return {};
     }
-    ComparedBoard spread = single.withoutHits();
-    for (const Placement& copy : copies) {
-        spread.addHits(single, copy);
-    }
-    const ComparedBoard& from = isOtherPanel ? spread : panel;
-    const ComparedBoard& to = isOtherPanel ? panel : spread;
+    const ComparedBoard& from = isOtherPanel ? *spread : panel;
+    const ComparedBoard& to = isOtherPanel ? panel : *spread;
     Comparison result = compareMoved(from, to, PlaceIndex(to.places, within), within, {});
     result.copies = qint64(copies.size());
     result.turnedCopies = std::count_if(copies.begin(), copies.end(),
@@ -443,25 +437,14 @@ QString wholeWord(const Placement& whole)
 
 QString differenceWord(DifferenceKind kind)
 {
-    switch (kind) {
-    case DifferenceKind::Whole:
-        return QT_TRANSLATE_NOOP("PlanText", "whole");
-    case DifferenceKind::Added:
-        return QT_TRANSLATE_NOOP("PlanText", "added");
-    case DifferenceKind::Removed:
-        return QT_TRANSLATE_NOOP("PlanText", "removed");
-    case DifferenceKind::Moved:
-        return QT_TRANSLATE_NOOP("PlanText", "moved");
-    case DifferenceKind::Resized:
-        return QT_TRANSLATE_NOOP("PlanText", "resized");
-    case DifferenceKind::Plating:
-        return QT_TRANSLATE_NOOP("PlanText", "plating");
-    case DifferenceKind::Tolerance:
-        return QT_TRANSLATE_NOOP("PlanText", "tolerance");
-    case DifferenceKind::Layer:
-        return QT_TRANSLATE_NOOP("PlanText", "layer");
-    }
-    return {};
+    // By the enumeration.
+    static constexpr const char* words[] = {QT_TRANSLATE_NOOP("PlanText", "whole"),
+        QT_TRANSLATE_NOOP("PlanText", "added"), QT_TRANSLATE_NOOP("PlanText", "removed"),
+        QT_TRANSLATE_NOOP("PlanText", "moved"), QT_TRANSLATE_NOOP("PlanText", "resized"),
+        QT_TRANSLATE_NOOP("PlanText", "plating"), QT_TRANSLATE_NOOP("PlanText", "tolerance"),
+        QT_TRANSLATE_NOOP("PlanText", "layer")};
+    static_assert(std::size(words) == size_t(DifferenceKind::Layer) + 1);
+    return QString::fromLatin1(words[size_t(kind)]);
 }
 
 } // namespace brox

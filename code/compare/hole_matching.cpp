@@ -12,11 +12,6 @@ namespace {
 
 constexpr std::uint32_t none = std::numeric_limits<std::uint32_t>::max();
 
-double distance(Place a, Place b)
-{
-    return std::hypot(double(a.x) - b.x, double(a.y) - b.y);
-}
-
 std::vector<Place> stopsOf(const Path& path, bool backwards)
 {
     std::vector<Place> stops{path.start};
@@ -131,11 +126,6 @@ bool areNumbers(const QSet<QString>& names)
 }
 
 } // namespace
-
-bool isSameSize(Size a, Size b)
-{
-    return std::abs(qint64(a) - b) <= sizeRounding;
-}
 
 SpanMap::SpanMap(const ComparedBoard& board, const ComparedBoard& other, const PlaceIndex& index)
 {

@@ -6,13 +6,8 @@
 
 namespace brox {
 
-/** Sizes that differ by no more are one size, written in inches here and in millimetres there. */
-constexpr Size sizeRounding = sizePerMil / 10;
-
 /** A hole of the same size this near to where one is missing is that one, moved. */
 constexpr Size farthestMove = sizePerMillimetre / 2;
-
-bool isSameSize(Size a, Size b);
 
 /** Which spans of two boards are the same. Boards name copper layers, or number them. */
 class SpanMap
