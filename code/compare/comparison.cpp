@@ -7,7 +7,6 @@
 #include <QCoreApplication>
 #include <algorithm>
 #include <cmath>
-#include <map>
 #include <numeric>
 #include <tuple>
 
@@ -404,10 +403,14 @@ Comparison compareHits(const ComparedBoard& board, const ComparedBoard& other, S
 
 } // namespace
 
-Comparison compareBoards(
-    const Board& board, size_t step, const Board& other, size_t otherStep, Size within)
+Comparison compareBoards(const Board& board, size_t step, const Board& other, size_t otherStep,
+    Size within, const std::map<QString, bool>& drillSizes)
 {
-    const ComparedBoard own = comparedBoard(board, step);
+    ComparedBoard own = comparedBoard(board, step);
+    for (ComparedTool& tool : own.tools) {
+        const auto chosen = drillSizes.find(tool.layer);
+        tool.isDrilled = chosen == drillSizes.end() ? tool.isDrilled : chosen->second;
+    }
     Comparison result = compareHits(own, comparedBoard(other, otherStep), within);
     result.other = other.job;
     result.holes = qint64(own.holes());

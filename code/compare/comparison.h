@@ -4,6 +4,8 @@
 
 #include "compared_board.h"
 
+#include <map>
+
 namespace brox {
 
 /** What differs between two boards, described as the way from the first to the other. */
@@ -59,11 +61,12 @@ constexpr Size mostWithin = sizePerMillimetre / 2;
 /** Compares the holes and slots of two steps with all that they repeat; contours and back drills
  *  are not compared, nor are tolerances and spans that one board does not specify.
  *
- * @param within  tolerance of places, from leastWithin to mostWithin
+ * @param within      tolerance of places, from leastWithin to mostWithin
+ * @param drillSizes  by layer: whether the first board has drill sizes there, whatever it specifies
  * @throws PanelError
  */
 Comparison compareBoards(const Board& board, size_t step, const Board& other, size_t otherStep,
-    Size within = defaultWithin);
+    Size within = defaultWithin, const std::map<QString, bool>& drillSizes = {});
 
 /** "factor 10", "factor 1/25.4", "mirrored", "quarter turn", "half turn", "mirrored, quarter
  *  turn". */

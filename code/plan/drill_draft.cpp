@@ -204,6 +204,15 @@ void chooseSizes(Job& job, const QString& text)
     }
 }
 
+std::map<QString, bool> drillSizesOf(const PlannedStep& step)
+{
+    std::map<QString, bool> sizes;
+    for (const StepLayer& layer : step.layers) {
+        sizes[layer.name] = layer.hasDrillSizes;
+    }
+    return sizes;
+}
+
 QString sizesText(const PlannedStep& step)
 {
     QStringList drilled;

@@ -102,6 +102,9 @@ DrillDraft draftStep(const Job& job, size_t step);
  */
 void chooseSizes(Job& job, const QString& text);
 
+/** By layer: whether its sizes are those of drills, after the user's choices. */
+std::map<QString, bool> drillSizesOf(const PlannedStep& step);
+
 /** A line on a step some of whose layers have drill sizes, and others finished sizes; else empty.
  */
 QString sizesText(const PlannedStep& step);

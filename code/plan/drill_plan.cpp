@@ -127,6 +127,14 @@ DrillPlan makePlan(const DrillDraft& draft, DrillModel model, const std::vector<
     return plan;
 }
 
+Comparison compareStep(const PlannedStep& step, const Board& other, Size within)
+{
+    const auto named = std::ranges::find(other.steps, step.boardStep().name, &Step::name);
+    const bool isMain = step.step == step.board->mainStep || named == other.steps.end();
+    return compareBoards(*step.board, step.step, other,
+        isMain ? other.mainStep : size_t(named - other.steps.begin()), within, drillSizesOf(step));
+}
+
 QStringList flagTexts(const PlanRow& row)
 {
     QStringList texts;

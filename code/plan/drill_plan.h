@@ -104,6 +104,13 @@ struct DrillPlan : PlannedStep
  */
 DrillPlan makePlan(const DrillDraft& draft, DrillModel model, const std::vector<Drill>& drills);
 
+/** Compares a step with the step of the same name of another board; main steps with each other.
+ *
+ * @param within  tolerance of places
+ * @throws PanelError
+ */
+Comparison compareStep(const PlannedStep& step, const Board& other, Size within = defaultWithin);
+
 /** The flags of a row as tables have them: "tolerance-assumed", "merged (was 0.95)". */
 QStringList flagTexts(const PlanRow& row);
 

@@ -236,10 +236,19 @@ std::shared_ptr<const Comparison> askedComparison(
     if (!options.isSet(options.compare)) {
         return nullptr;
     }
-    const Board other = readOrder(options.values(options.compare), readOptions(options));
+    Board other = readOrder(options.values(options.compare), readOptions(options));
     notes = other.notes;
+    for (const QString& sizes : options.values(options.sizes)) {
+        for (Step& step : other.steps) {
+            for (Layer& layer : step.layers) {
+                // Without a layer's name all files are meant.
+                layer.hasDrillSizes =
+                    sizes.contains('=') ? layer.hasDrillSizes : sizes == "drilled";
+            }
+        }
+    }
     return std::make_shared<const Comparison>(
-        compareStep(*draft.board, draft.step, other, comparisonTolerance(options)));
+        compareStep(draft, other, comparisonTolerance(options)));
 }
 
 int printJson(const DrillPlan& plan, const CheckFindings* findings, bool withPlaces)

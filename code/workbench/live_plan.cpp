@@ -2,7 +2,6 @@
 #include "live_plan.h"
 
 #include "host_session.h"
-#include "open_board.h"
 #include "step_tabs.h"
 
 #include <QAbstractItemView>
@@ -86,9 +85,9 @@ DrillPlan LivePlan::planned(size_t step, bool withFewestTools)
     DrillPlan plan = mSession.plan(mSession.draft(step), step,
         withFewestTools ? HostSession::Sharing::ButPressFit : HostSession::Sharing::None);
     if (mOther) {
-        std::shared_ptr<const Comparison>& comparison = mComparisons[step];
+        std::shared_ptr<const Comparison>& comparison = mComparisons[{step, drillSizesOf(plan)}];
         if (!comparison) {
-            auto made = std::make_shared<Comparison>(compareStep(*plan.board, step, *mOther));
+            auto made = std::make_shared<Comparison>(compareStep(plan, *mOther));
             made->other = made->other == plan.board->job ? mOtherName : made->other;
             comparison = made;
         }

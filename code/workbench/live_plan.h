@@ -71,7 +71,8 @@ private:
     bool mIsTyping = false; ///< a refresh waits for the end of it
     std::shared_ptr<const Board> mOther; ///< that the plan is compared with; null: none
     QString mOtherName;
-    std::map<size_t, std::shared_ptr<const Comparison>> mComparisons; ///< by step
+    std::map<std::pair<size_t, std::map<QString, bool>>, std::shared_ptr<const Comparison>>
+        mComparisons; ///< by step and by what its sizes are
     std::optional<DrillPlan> mPlan;
     QString mFault;
 };

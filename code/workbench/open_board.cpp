@@ -105,13 +105,6 @@ QString folderOf(const QStringList& paths)
     return QFileInfo(paths.value(0)).path();
 }
 
-size_t stepNamed(const Board& board, const QString& name)
-{
-    const auto found = std::find_if(board.steps.begin(), board.steps.end(),
-        [&name](const Step& step) { return step.name == name; });
-    return found == board.steps.end() ? board.mainStep : size_t(found - board.steps.begin());
-}
-
 /** Compares a board with the drill files that came with it. */
 void compareDrillFiles(Board& board)
 {
@@ -176,13 +169,6 @@ Board readOrder(const QStringList& paths, const ReadOptions& options)
         board.drillFiles.reset();
     }
     return board;
-}
-
-Comparison compareStep(const Board& board, size_t step, const Board& other, Size within)
-{
-    const bool isMain = step == board.mainStep;
-    const size_t otherStep = isMain ? other.mainStep : stepNamed(other, board.steps[step].name);
-    return compareBoards(board, step, other, otherStep, within);
 }
 
 } // namespace brox

@@ -2,7 +2,6 @@
 #ifndef OPEN_BOARD_H
 #define OPEN_BOARD_H
 
-#include "comparison.h"
 #include "reading.h"
 
 #include <QStringList>
@@ -38,14 +37,6 @@ std::optional<Board> openBoardFiles(
  * @throws BoardError, BoardCancelled
  */
 Board readOrder(const QStringList& paths, const ReadOptions& options);
-
-/** Compares a step with the step of the same name of another board; main steps with each other.
- *
- * @param within  tolerance of places
- * @throws PanelError
- */
-Comparison compareStep(
-    const Board& board, size_t step, const Board& other, Size within = defaultWithin);
 
 } // namespace brox
 

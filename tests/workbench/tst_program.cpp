@@ -87,11 +87,12 @@ const Case cases[] = {
         {"Finding,Layer,Tool,Count,X,Y,Detail\n"}, ""},
     {"for i in sensor controller backplane; do"
      " $B $i.xml --model Unplated --drill-programs $D/$i >/dev/null 2>&1;"
-     " $B $i.xml --compare $D/$i 2>/dev/null; done",
+     " $B $i.xml --compare $D/$i 2>/dev/null; done;"
+     " $B sensor.xml --compare $D/sensor --sizes finished 2>/dev/null | grep -c .",
         0,
         {"drill sizes of one board are compared with finished sizes: 1288 holes\n"
          "no difference: 1276 holes, 12 slots\n",
-            "no difference: 767 holes, 6 slots\n"},
+            "no difference: 767 holes, 6 slots\n", " slots\n1\n"},
         ""},
     {"$B sensor.xml --step board --model Unplated --drill-programs $D/p >/dev/null 2>&1;"
      " $B $D/p --compare sensor.xml 2>/dev/null",
