@@ -37,6 +37,9 @@ PdfPages::PdfPages(QIODevice& file, const QString& title)
     : mFile(file)
     , mWriter(&file)
 {
+    if (hasGivenDate()) {
+        QHashSeed::setDeterministicGlobalSeed(); // Qt numbers glyphs by a hash
+    }
     mWriter.setTitle(title);
     mWriter.setCreator(QStringLiteral("brox " OUTPUT_VERSION));
     mWriter.setResolution(dotsPerInch);

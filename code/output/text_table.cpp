@@ -102,7 +102,11 @@ QString LongLists::add(const std::vector<Place>* holes, const std::vector<Path>*
 /** No text can hold what stands for a list: its quotation marks would be escaped. */
 void LongLists::write(QIODevice& file, const QJsonObject& json) const
 {
-    const QByteArray text = QJsonDocument(json).toJson();
+    QByteArray text = QJsonDocument(json).toJson();
+    for (char16_t code = 0x7f; code <= 0x9f; ++code) { // terminals obey these, and Qt keeps them
+        text.replace(QString(QChar(code)).toUtf8(),
+            QStringLiteral("\\u%1").arg(code, 4, 16, QChar('0')).toLatin1());
+    }
     const QByteArray key("\"places\": \"");
     qsizetype written = 0;
     for (qsizetype at = text.indexOf(key); at >= 0; at = text.indexOf(key, written)) {
