@@ -1734,10 +1734,6 @@ Ihr jetziger Inhalt bleibt als Sicherung erhalten.</translation>
         <translation>, gedreht oder gespiegelt: %1</translation>
     </message>
     <message>
-        <source>beside the copies: %1 holes, first at %2</source>
-        <translation>neben den Kopien: %1 Löcher, das erste bei %2</translation>
-    </message>
-    <message>
         <source>places are those of %1</source>
         <translation>Die Orte sind die von %1</translation>
     </message>
@@ -1748,14 +1744,6 @@ Ihr jetziger Inhalt bleibt als Sicherung erhalten.</translation>
     <message>
         <source>all but a few holes would be explained by: %1</source>
         <translation>Bis auf wenige Löcher wäre alles erklärt durch: %1</translation>
-    </message>
-    <message>
-        <source>plating not compared, as one board does not specify it: %1 holes</source>
-        <translation>Metallisierung nicht verglichen, da eine der Leiterplatten sie nicht angibt: %1 Löcher</translation>
-    </message>
-    <message>
-        <source>no difference: %1 holes, %2 slots</source>
-        <translation>kein Unterschied: %1 Löcher, %2 Langlöcher</translation>
     </message>
     <message>
         <source>differences: %1 (%2)</source>
@@ -1834,10 +1822,6 @@ Ihr jetziger Inhalt bleibt als Sicherung erhalten.</translation>
         <translation>%1: %L2 weitere, nicht in diesem Bericht</translation>
     </message>
     <message>
-        <source>drill sizes of one board are compared with finished sizes: %1 holes</source>
-        <translation>Bohrmaße der einen Leiterplatte sind mit Endmaßen der anderen verglichen: %1 Bohrungen</translation>
-    </message>
-    <message>
         <source>%1%2: %3 where the board specifies no tolerance</source>
         <translation>%1%2: %3, wo die Leiterplatte keine Toleranz angibt</translation>
     </message>
@@ -1900,6 +1884,22 @@ Ihr jetziger Inhalt bleibt als Sicherung erhalten.</translation>
     <message>
         <source>the image can&apos;t be made</source>
         <translation>das Bild lässt sich nicht erzeugen</translation>
+    </message>
+    <message>
+        <source>beside the copies: %1, first at %2</source>
+        <translation>neben den Kopien: %1, zuerst bei %2</translation>
+    </message>
+    <message>
+        <source>drill sizes of one board are compared with finished sizes: %1</source>
+        <translation>Bohrmaße der einen Leiterplatte sind mit Endmaßen der anderen verglichen: %1</translation>
+    </message>
+    <message>
+        <source>plating not compared, as one board does not specify it: %1</source>
+        <translation>Metallisierung nicht verglichen, da eine der Leiterplatten sie nicht angibt: %1</translation>
+    </message>
+    <message>
+        <source>no difference: %1, %2</source>
+        <translation>kein Unterschied: %1, %2</translation>
     </message>
 </context>
 <context>

@@ -15,30 +15,36 @@ namespace {
 constexpr size_t placesOfLine = 3;
 constexpr size_t placesOfJson = 10;
 
-QString say(Tongue tongue, const char* text)
-{
-    return tongue == Tongue::User ? PlanText::tr(text) : QString::fromUtf8(text);
-}
-
-QString numberText(qint64 number, Tongue tongue)
-{
-    return tongue == Tongue::User ? QLocale().toString(number) : QString::number(number);
-}
-
 /** The words of one tongue, in some units. */
 class Words
 {
 public:
-    Words(Units units, Tongue tongue)
+    explicit Words(Tongue tongue, Units units = Units::Metric)
         : mUnits(units)
         , mTongue(tongue)
     { }
 
     QString operator()(const char* text) const { return say(text); }
-    QString number(qint64 number) const { return numberText(number, mTongue); }
+    QString word(const QString& word) const { return say(word.toUtf8().constData()); }
+    QString number(qint64 number) const
+    {
+        return mTongue == Tongue::User ? QLocale().toString(number) : QString::number(number);
+    }
+    QString holes(qint64 count) const
+    {
+        return counted(count, QT_TRANSLATE_NOOP("PlanText", "%1 hole"),
+            QT_TRANSLATE_NOOP("PlanText", "%1 holes"));
+    }
+    QString slotPaths(qint64 count) const
+    {
+        return counted(count, QT_TRANSLATE_NOOP("PlanText", "%1 slot"),
+            QT_TRANSLATE_NOOP("PlanText", "%1 slots"));
+    }
     QString size(Size size) const { return sizeText(size, mUnits); }
-    QString unit() const { return mUnits == Units::Inch ? say("mil") : say("micron"); }
-    QString withUnit(const QString& sizes) const { return sizes + ' ' + unit(); }
+    QString withUnit(const QString& sizes) const
+    {
+        return sizes + ' ' + (mUnits == Units::Inch ? say("mil") : say("micron"));
+    }
     QString place(Place place) const { return size(place.x) + ", " + size(place.y); }
 
     QString plating(const ComparedTool& tool) const
@@ -68,7 +74,14 @@ public:
     }
 
 private:
-    QString say(const char* text) const { return brox::say(mTongue, text); }
+    QString say(const char* text) const
+    {
+        return mTongue == Tongue::User ? PlanText::tr(text) : QString::fromUtf8(text);
+    }
+    QString counted(qint64 count, const char* one, const char* many) const
+    {
+        return say(count == 1 ? one : many).arg(number(count));
+    }
 
     Units mUnits;
     Tongue mTongue;
@@ -122,7 +135,7 @@ QString wholeText(const Placement& whole, const Words& words)
 {
     QStringList parts;
     for (const QString& part : wholeWord(whole).split(QStringLiteral(", "))) {
-        parts << words(part.toUtf8().constData());
+        parts << words.word(part);
     }
     QString word = parts.join(QStringLiteral(", "));
     if (whole.factor != 1) {
@@ -168,21 +181,15 @@ const ComparedTool* toolOf(const BoardDifference& difference)
 
 QString countText(const BoardDifference& difference, const Words& words)
 {
-    const bool isOne = difference.count == 1;
-    const bool isSlot = toolOf(difference)->isSlot;
-    const QString text = isSlot ? isOne ? words(QT_TRANSLATE_NOOP("PlanText", "%1 slot"))
-                                        : words(QT_TRANSLATE_NOOP("PlanText", "%1 slots"))
-        : isOne ? words(QT_TRANSLATE_NOOP("PlanText", "%1 hole"))
-                                : words(QT_TRANSLATE_NOOP("PlanText", "%1 holes"));
-    return difference.isWholeTool ? words(QT_TRANSLATE_NOOP("PlanText", "all %1"))
-                                        .arg(text.arg(words.number(difference.count)))
-                                  : text.arg(words.number(difference.count));
+    const QString text = toolOf(difference)->isSlot ? words.slotPaths(difference.count)
+                                                    : words.holes(difference.count);
+    return difference.isWholeTool ? words(QT_TRANSLATE_NOOP("PlanText", "all %1")).arg(text) : text;
 }
 
 QString lineOf(
     const Comparison& comparison, const BoardDifference& difference, Units units, Tongue tongue)
 {
-    const Words words(units, tongue);
+    const Words words(tongue, units);
     const DifferenceTexts texts = differenceTexts(comparison, difference, units, tongue);
     const ComparedTool* tool = toolOf(difference);
     if (!tool) {
@@ -224,15 +231,15 @@ DifferenceTexts differenceTexts(
     const Comparison& comparison, const BoardDifference& difference, Units units, Tongue tongue)
 {
     const ComparedTool* tool = toolOf(difference);
-    return {say(tongue, differenceWord(difference.kind).toUtf8().constData()),
-        tool ? tool->layer : QString(),
+    const Words words(tongue, units);
+    return {words.word(differenceWord(difference.kind)), tool ? tool->layer : QString(),
         tool && tool->number > 0 ? QString::number(tool->number) : QString(),
-        detailText(comparison, difference, Words(units, tongue))};
+        detailText(comparison, difference, words)};
 }
 
 QStringList comparisonNotes(const Comparison& comparison, Units units, Tongue tongue)
 {
-    const Words words(units, tongue);
+    const Words words(tongue, units);
     QStringList lines;
     if (comparison.copies > 1) {
         QString line = comparison.isOtherPanel
@@ -245,9 +252,8 @@ QStringList comparisonNotes(const Comparison& comparison, Units units, Tongue to
         }
         lines << line;
         if (!comparison.besideCopies.empty()) {
-            lines << words(
-                QT_TRANSLATE_NOOP("PlanText", "beside the copies: %1 holes, first at %2"))
-                         .arg(words.number(qint64(comparison.besideCopies.size())),
+            lines << words(QT_TRANSLATE_NOOP("PlanText", "beside the copies: %1, first at %2"))
+                         .arg(words.holes(qint64(comparison.besideCopies.size())),
                              words.place(comparison.besideCopies[0]));
         }
         if (comparison.isOtherPanel && comparison.differs()) {
@@ -266,23 +272,24 @@ QStringList comparisonNotes(const Comparison& comparison, Units units, Tongue to
     }
     if (comparison.drilledAndFinished > 0) {
         lines << words(QT_TRANSLATE_NOOP("PlanText",
-                           "drill sizes of one board are compared with finished sizes: %1 holes"))
-                     .arg(words.number(comparison.drilledAndFinished));
+                           "drill sizes of one board are compared with finished sizes: %1"))
+                     .arg(words.holes(comparison.drilledAndFinished));
     }
     if (comparison.assumedPlating > 0) {
         lines << words(QT_TRANSLATE_NOOP("PlanText",
-                           "plating not compared, as one board does not specify it: %1 holes"))
-                     .arg(words.number(comparison.assumedPlating));
+                           "plating not compared, as one board does not specify it: %1"))
+                     .arg(words.holes(comparison.assumedPlating));
     }
     return lines;
 }
 
 QString sameText(const Comparison& comparison, Tongue tongue)
 {
+    const Words words(tongue);
     return comparison.differs()
         ? QString()
-        : say(tongue, QT_TRANSLATE_NOOP("PlanText", "no difference: %1 holes, %2 slots"))
-              .arg(numberText(comparison.holes, tongue), numberText(comparison.slotPaths, tongue));
+        : words(QT_TRANSLATE_NOOP("PlanText", "no difference: %1, %2"))
+              .arg(words.holes(comparison.holes), words.slotPaths(comparison.slotPaths));
 }
 
 QStringList comparisonLines(const Comparison& comparison, Units units, Tongue tongue)
@@ -298,22 +305,22 @@ QStringList comparisonLines(const Comparison& comparison, Units units, Tongue to
 
 QString comparisonSummary(const Comparison& comparison, Tongue tongue)
 {
+    const Words words(tongue);
     if (!comparison.differs()) {
         return sameText(comparison, tongue);
     }
     if (comparison.whole) {
-        return wholeText(*comparison.whole, Words(Units::Metric, tongue));
+        return wholeText(*comparison.whole, words);
     }
     QStringList kinds;
     for (const BoardDifference& difference : comparison.differences) {
-        const QString kind = say(tongue, differenceWord(difference.kind).toUtf8().constData());
+        const QString kind = words.word(differenceWord(difference.kind));
         if (!kinds.contains(kind)) {
             kinds << kind;
         }
     }
-    return say(tongue, QT_TRANSLATE_NOOP("PlanText", "differences: %1 (%2)"))
-        .arg(numberText(qint64(comparison.differences.size()), tongue))
-        .arg(kinds.join(QStringLiteral(", ")));
+    return words(QT_TRANSLATE_NOOP("PlanText", "differences: %1 (%2)"))
+        .arg(words.number(qint64(comparison.differences.size())), kinds.join(QStringLiteral(", ")));
 }
 
 QString comparisonCsv(const Comparison& comparison, Units units)
