@@ -12,7 +12,6 @@
 #include <cmath>
 #include <cstdlib>
 #include <numeric>
-#include <tuple>
 
 namespace brox {
 
@@ -57,17 +56,6 @@ QByteArray toolName(const ProgramTool& tool)
     return 'T' + QByteArray::number(tool.number).rightJustified(2, '0');
 }
 
-/** The numbers of the layers that a pair goes by, the upper first; null if only names are told. */
-std::optional<std::pair<int, int>> numbersOf(const Board& board, const Span& span)
-{
-    const auto number = [&](const QString& layer) {
-        const int known = int(board.copperLayers.indexOf(layer)) + 1;
-        return known > 0 ? known : layer.toInt();
-    };
-    const auto [first, last] = std::minmax({number(span.from), number(span.to)});
-    return first > 0 ? std::optional(std::pair(first, last)) : std::nullopt;
-}
-
 /** What a pair of layers is to the board, as far as numbers of layers show. */
 QString spanLabel(const DrillPlan& plan, const Program& program, const std::pair<int, int>& own)
 {
@@ -77,7 +65,7 @@ QString spanLabel(const DrillPlan& plan, const Program& program, const std::pair
     int first = plan.board->copperLayers.isEmpty() ? own.first : 1;
     int last = std::max(own.second, int(plan.board->copperLayers.size()));
     for (const StepLayer& layer : plan.layers) {
-        if (const auto pair = layer.span ? numbersOf(*plan.board, *layer.span) : std::nullopt) {
+        if (const auto pair = copperNumbers(*plan.board, layer.span)) {
             first = std::min(first, pair->first);
             last = std::max(last, pair->second);
         }
@@ -95,7 +83,7 @@ void writePlating(ExcellonWriter& writer, const DrillPlan& plan, const Program& 
         return;
     }
     const QString plating = program.isPlated ? "Plated" : "NonPlated";
-    if (const auto numbers = numbersOf(*plan.board, *span)) {
+    if (const auto numbers = copperNumbers(*plan.board, span)) {
         writer.comment(QStringLiteral("#@! TF.FileFunction,%1,%2,%3%4")
                            .arg(plating)
                            .arg(numbers->first)
@@ -147,10 +135,7 @@ struct Stop
     Size across;
     std::uint32_t index;
 
-    bool operator<(const Stop& other) const
-    {
-        return std::tie(along, across, index) < std::tie(other.along, other.across, other.index);
-    }
+    auto operator<=>(const Stop&) const = default;
 };
 
 /** Keeps the order of numbers, so that the least is 0. */

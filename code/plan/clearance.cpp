@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "clearance.h"
 
+#include "compared_board.h"
 #include "geometry.h"
 
 #include <algorithm>
-#include <limits>
+#include <cmath>
 #include <map>
+#include <numeric>
 #include <tuple>
 
 namespace brox {
@@ -132,14 +134,11 @@ private:
         if (count == 0) {
             return;
         }
-        Place high{std::numeric_limits<Size>::min(), std::numeric_limits<Size>::min()};
-        mLow = {std::numeric_limits<Size>::max(), std::numeric_limits<Size>::max()};
-        forEachItem([&](const Item& item) {
-            mLow = {std::min(mLow.x, item.centre.x), std::min(mLow.y, item.centre.y)};
-            high = {std::max(high.x, item.centre.x), std::max(high.y, item.centre.y)};
-        });
-        const double width = double(high.x) - mLow.x + 1;
-        const double height = double(high.y) - mLow.y + 1;
+        Extent extent;
+        forEachItem([&](const Item& item) { extent.add(item.centre); });
+        mLow = extent.low;
+        const double width = double(extent.width()) + 1;
+        const double height = double(extent.height()) + 1;
         const double cells = double(count) / itemsInCell + 1;
         mColumns = int(std::clamp(std::sqrt(cells * width / height), 1.0, cells));
         mLines = int(std::clamp(cells / mColumns, 1.0, cells));
@@ -148,9 +147,7 @@ private:
 
         mBegins.assign(size_t(mColumns) * size_t(mLines) + 1, 0);
         forEachItem([&](const Item& item) { ++mBegins[cellOf(item.centre) + 1]; });
-        for (size_t i = 1; i < mBegins.size(); ++i) {
-            mBegins[i] += mBegins[i - 1];
-        }
+        std::partial_sum(mBegins.begin(), mBegins.end(), mBegins.begin());
         mItems.resize(count);
         // Each cell's begin runs to its end, which is the begin of the next.
         forEachItem([&](const Item& item) { mItems[mBegins[cellOf(item.centre)]++] = item; });

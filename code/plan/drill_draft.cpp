@@ -204,6 +204,24 @@ void chooseSizes(Job& job, const QString& text)
     }
 }
 
+std::optional<std::pair<int, int>> copperNumbers(
+    const Board& board, const std::optional<Span>& span)
+{
+    if (!span) {
+        return std::nullopt;
+    }
+    bool areKnown = true;
+    const auto numberOf = [&](const QString& layer) {
+        const int known = int(board.copperLayers.indexOf(layer)) + 1;
+        bool isNumber = known > 0;
+        const int number = isNumber ? known : layer.toInt(&isNumber);
+        areKnown = areKnown && isNumber;
+        return number;
+    };
+    const std::pair<int, int> numbers = std::minmax({numberOf(span->from), numberOf(span->to)});
+    return areKnown ? std::optional(numbers) : std::nullopt;
+}
+
 std::map<QString, bool> drillSizesOf(const PlannedStep& step)
 {
     std::map<QString, bool> sizes;

@@ -102,6 +102,11 @@ DrillDraft draftStep(const Job& job, size_t step);
  */
 void chooseSizes(Job& job, const QString& text);
 
+/** The numbers of the copper layers that holes begin and end at, the upper one first; null if the
+ *  board specifies none, or only names that it does not order. */
+std::optional<std::pair<int, int>> copperNumbers(
+    const Board& board, const std::optional<Span>& span);
+
 /** By layer: whether its sizes are those of drills, after the user's choices. */
 std::map<QString, bool> drillSizesOf(const PlannedStep& step);
 

@@ -13,31 +13,6 @@ namespace {
 
 constexpr double infinite = std::numeric_limits<double>::infinity();
 
-/** The needs by rising result, a row for each member: sums run over stretches of them. */
-struct Needs
-{
-    explicit Needs(std::vector<BitNeed> needs)
-    {
-        std::ranges::sort(needs, {}, &BitNeed::result);
-        for (const BitNeed& need : needs) {
-            result.push_back(double(need.result));
-            low.push_back(double(need.low));
-            high.push_back(double(need.high));
-            hits.push_back(double(need.hits));
-        }
-    }
-
-    size_t firstFrom(double size) const
-    {
-        return size_t(std::ranges::lower_bound(result, size) - result.begin());
-    }
-
-    std::vector<double> result;
-    std::vector<double> low;
-    std::vector<double> high;
-    std::vector<double> hits;
-};
-
 /** A way through the bits, from before the first to behind the last, each step from one chosen bit
  *  to the next. A need between two that follow each other goes to one of these, so that the cost of
  *  a set is the sum of its steps', and the best set is a shortest way. */
@@ -56,6 +31,7 @@ public:
         mSizes.back() = infinite;
         findFirst(needs);
         countBits();
+        std::ranges::sort(mNeeds, {}, &BitNeed::result);
     }
 
     /** The sizes of the best set. */
@@ -121,18 +97,18 @@ private:
     {
         const double left = mSizes[from];
         const double right = mSizes[to];
-        const size_t end = mNeeds.firstFrom(right);
+        const auto result = [](const BitNeed& need) { return double(need.result); };
         double cost = 0;
-        for (size_t i = mNeeds.firstFrom(left); i < end && cost < most; ++i) {
-            const double result = mNeeds.result[i];
-            const double toLeft = mNeeds.low[i] <= left ? result - left : infinite;
-            const double toRight = mNeeds.high[i] >= right ? right - result : infinite;
-            cost += mNeeds.hits[i] * std::min(toLeft, toRight);
+        for (auto need = std::ranges::lower_bound(mNeeds, left, {}, result);
+             need != mNeeds.end() && result(*need) < right && cost < most; ++need) {
+            const double toLeft = double(need->low) <= left ? result(*need) - left : infinite;
+            const double toRight = double(need->high) >= right ? right - result(*need) : infinite;
+            cost += double(need->hits) * std::min(toLeft, toRight);
         }
         return cost;
     }
 
-    Needs mNeeds;
+    std::vector<BitNeed> mNeeds; ///< by rising result
     std::vector<double> mSizes; ///< of the bits, with an end on either side
     std::vector<size_t> mFirst;
     std::vector<size_t> mBefore;

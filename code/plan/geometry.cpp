@@ -2,6 +2,7 @@
 #include "geometry.h"
 
 #include <algorithm>
+#include <numeric>
 #include <set>
 #include <tuple>
 
@@ -18,9 +19,9 @@ double lengthOf(const Path& path)
 
 namespace {
 
-bool isBefore(Place a, Place b)
+bool isLine(const Path& path)
 {
-    return std::tie(a.x, a.y) < std::tie(b.x, b.y);
+    return path.segments.size() == 1 && path.segments[0].shape == Segment::Shape::Line;
 }
 
 /** Sorts paths; a single line is the same in both directions. */
@@ -28,34 +29,20 @@ struct PathOrder
 {
     static std::pair<Place, Place> ends(const Path& path)
     {
-        const bool isTurned = path.segments.size() == 1
-            && path.segments[0].shape == Segment::Shape::Line && isBefore(path.end(), path.start);
+        const bool isTurned = isLine(path) && path.end() < path.start;
         return isTurned ? std::pair(path.end(), path.start) : std::pair(path.start, path.end());
     }
 
     bool operator()(const Path* a, const Path* b) const
     {
-        const auto endsOfA = ends(*a);
-        const auto endsOfB = ends(*b);
-        if (endsOfA.first != endsOfB.first) {
-            return isBefore(endsOfA.first, endsOfB.first);
+        if (ends(*a) != ends(*b)) {
+            return ends(*a) < ends(*b);
         }
-        if (endsOfA.second != endsOfB.second) {
-            return isBefore(endsOfA.second, endsOfB.second);
-        }
-        if (a->segments.size() == 1 && b->segments.size() == 1
-            && a->segments[0].shape == Segment::Shape::Line
-            && b->segments[0].shape == Segment::Shape::Line) {
-            return false;
-        }
-        return std::ranges::lexicographical_compare(
-            a->segments, b->segments, [](const Segment& first, const Segment& second) {
-                const auto key = [](const Segment& segment) {
-                    return std::tuple(segment.shape, segment.to.x, segment.to.y, segment.centre.x,
-                        segment.centre.y);
-                };
-                return key(first) < key(second);
-            });
+        const auto key = [](const Segment& segment) {
+            return std::tuple(segment.shape, segment.to, segment.centre);
+        };
+        return !(isLine(*a) && isLine(*b))
+            && std::ranges::lexicographical_compare(a->segments, b->segments, {}, key, key);
     }
 };
 
@@ -219,9 +206,7 @@ void OutlineDistance::listNear()
             return;
         }
     }
-    for (size_t i = 1; i < mBegins.size(); ++i) {
-        mBegins[i] += mBegins[i - 1];
-    }
+    std::partial_sum(mBegins.begin(), mBegins.end(), mBegins.begin());
     mNear.resize(count);
     std::vector<std::uint32_t> next(mBegins.begin(), mBegins.end() - 1);
     for (std::uint32_t i = 0; i < mLines.size(); ++i) {

@@ -2,11 +2,11 @@
 #include "plan_checks.h"
 
 #include "clearance.h"
-#include "findings.h"
 #include "geometry.h"
 
 #include <QCryptographicHash>
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <map>
 
@@ -29,27 +29,14 @@ struct Depth
     bool operator==(const Depth&) const = default;
 };
 
-std::optional<int> copperLayer(const Board& board, const QString& name)
-{
-    const qsizetype index = board.copperLayers.indexOf(name);
-    bool isNumber = false;
-    const int number = name.toInt(&isNumber);
-    return index >= 0 ? std::optional(int(index) + 1)
-        : isNumber    ? std::optional(number)
-                      : std::nullopt;
-}
-
 /** Of each layer; what is not known goes through the whole board. */
 std::vector<Depth> depthsOf(const DrillPlan& plan)
 {
     std::vector<Depth> depths(plan.layers.size());
     for (size_t i = 0; i < depths.size(); ++i) {
-        if (const std::optional<Span>& span = plan.layers[i].span) {
-            const auto from = copperLayer(*plan.board, span->from);
-            const auto to = copperLayer(*plan.board, span->to);
-            if (from && to && *from != *to) {
-                depths[i] = {std::min(*from, *to), std::max(*from, *to)};
-            }
+        const auto numbers = copperNumbers(*plan.board, plan.layers[i].span);
+        if (numbers && numbers->first != numbers->second) {
+            depths[i] = {numbers->first, numbers->second};
         }
     }
     return depths;
@@ -62,12 +49,13 @@ public:
     explicit Checker(const DrillPlan& plan)
         : mPlan(plan)
         , mLimits(plan.limits)
-        , mThickness(plan.thickness)
+        , mPlaces(placesOf(plan))
+        , mDepths(depthsOf(plan))
     { }
 
     CheckFindings run()
     {
-        skipUnsized();
+        skipWhole();
         checkNear();
         checkOutlines();
         checkRows();
@@ -133,7 +121,8 @@ private:
         }
     }
 
-    void skipUnsized()
+    /** Checks that can't be made of all rows. */
+    void skipWhole()
     {
         const auto count =
             std::ranges::count_if(mPlan.rows, [](const PlanRow& row) { return !row.drillSize; });
@@ -144,12 +133,24 @@ private:
                 skip(check, PlanText::tr("tools without a drill size: %1").arg(count));
             }
         }
+        for (const auto& [check, hasLimit] :
+            {std::pair(Check::TooNear, mLimits.holeToHole.has_value()),
+                std::pair(Check::Edge, mLimits.holeToEdge.has_value()),
+                std::pair(Check::TooLarge, mLimits.largestDrill.has_value()),
+                std::pair(Check::ShortSlot, mLimits.shortestSlot.has_value()),
+                std::pair(Check::Aspect, mLimits.aspectRatio.has_value()),
+                std::pair(Check::Window, !mLimits.windows.empty())}) {
+            if (!hasLimit) {
+                skip(check, PlanText::tr("the shop has no limit"));
+            }
+        }
+        if (!mPlan.thickness) {
+            skip(Check::Aspect, PlanText::tr("the board specifies no thickness"));
+        }
     }
 
     void checkNear()
     {
-        mPlaces = placesOf(mPlan);
-        const std::vector<Depth> depths = depthsOf(mPlan);
         std::vector<DrilledRow> drilled;
         std::vector<size_t> indices; // of the drilled rows
         for (size_t i = 0; i < mPlan.rows.size(); ++i) {
@@ -158,12 +159,9 @@ private:
                 const size_t tool =
                     (row.layer * 2 + size_t(row.isPlated())) << 32 | size_t(row.programTool);
                 drilled.push_back({&mPlaces[i].holes, &mPlaces[i].slotPaths, *row.drillSize, tool,
-                    depths[row.layer].first, depths[row.layer].last});
+                    mDepths[row.layer].first, mDepths[row.layer].last});
                 indices.push_back(i);
             }
-        }
-        if (!mLimits.holeToHole) {
-            skip(Check::TooNear, noLimit());
         }
         const double limit = mLimits.holeToHole.value_or(0);
         qint64 pairs = 0;
@@ -188,8 +186,7 @@ private:
                 measured, most, mPlan.rows[pair.rows[0]].layer);
         };
         if (pair.areConcentric) {
-            add(Check::SamePlace, distance(pointOf(pair.places[0]), pointOf(pair.places[1])),
-                samePlace);
+            add(Check::SamePlace, distance(pair.places[0], pair.places[1]), samePlace);
         } else if (pair.gap < -distanceError) {
             add(Check::Overlap, pair.gap, 0);
         } else if (pair.gap < limit - distanceError) {
@@ -201,9 +198,6 @@ private:
      *  step. */
     void checkOutlines()
     {
-        if (!mLimits.holeToEdge) {
-            skip(Check::Edge, noLimit());
-        }
         Size largest = 0;
         for (const PlanRow& row : mPlan.rows) {
             largest = std::max(largest, row.drillSize.value_or(0));
@@ -233,21 +227,22 @@ private:
     void checkTool(size_t row, const Tool& tool, const OutlineDistance& outline,
         const Transform& toOutline, const Transform& where)
     {
+        const double radius = *mPlan.rows[row].drillSize / 2.0;
+        const double limit = mLimits.holeToEdge.value_or(0);
         const auto check = [&](Place place, const std::vector<Line>& lines) {
-            double least = std::numeric_limits<double>::infinity();
-            for (const Line& line : lines) {
-                least = std::min(least, outline.signedDistance(line));
-            }
-            const double radius = *mPlan.rows[row].drillSize / 2.0;
-            const double limit = mLimits.holeToEdge.value_or(0);
-            if (least - radius < -distanceError) {
-                least = std::numeric_limits<double>::infinity();
+            const auto least = [&](auto distanceOf) {
+                double distance = std::numeric_limits<double>::infinity();
                 for (const Line& line : lines) {
-                    least = std::min(least, outline.exactDistance(line));
+                    distance = std::min(distance, (outline.*distanceOf)(line));
                 }
-                addOfRow(Check::Outside, row, where.map(place), least - radius, 0);
-            } else if (least - radius < limit - distanceError) {
-                addOfRow(Check::Edge, row, where.map(place), least - radius, limit);
+                return distance - radius;
+            };
+            const double gap = least(&OutlineDistance::signedDistance);
+            if (gap < -distanceError) {
+                addOfRow(Check::Outside, row, where.map(place),
+                    least(&OutlineDistance::exactDistance), 0);
+            } else if (gap < limit - distanceError) {
+                addOfRow(Check::Edge, row, where.map(place), gap, limit);
             }
         };
         if (mPlan.rows[row].isSlot) {
@@ -266,20 +261,8 @@ private:
 
     void checkRows()
     {
-        const auto needLimit = [this](Check check, bool has) {
-            if (!has) {
-                skip(check, noLimit());
-            }
-        };
-        needLimit(Check::TooLarge, mLimits.largestDrill.has_value());
-        needLimit(Check::ShortSlot, mLimits.shortestSlot.has_value());
-        needLimit(Check::Aspect, mLimits.aspectRatio.has_value());
-        if (!mThickness) {
-            skip(Check::Aspect, PlanText::tr("the board specifies no thickness"));
-        }
-        const std::vector<Depth> depths = depthsOf(mPlan);
         Depth whole{1, int(mPlan.board->copperLayers.size())};
-        for (const Depth& depth : depths) {
+        for (const Depth& depth : mDepths) {
             if (depth != Depth{}) {
                 whole = {std::min(whole.first, depth.first), std::max(whole.last, depth.last)};
             }
@@ -296,12 +279,14 @@ private:
             }
             checkShortSlots(i);
             checkClosing(i);
-            if (depths[row.layer] != Depth{} && depths[row.layer] != whole) {
+            if (mDepths[row.layer] != Depth{} && mDepths[row.layer] != whole) {
                 skip(Check::Aspect,
                     PlanText::tr("depth of layer %1").arg(mPlan.layers[row.layer].name));
-            } else if (mThickness && mLimits.aspectRatio
-                && *mThickness / size > *mLimits.aspectRatio + ratioError) {
-                addOfRow(Check::Aspect, i, firstPlace(i), *mThickness / size, *mLimits.aspectRatio);
+            } else if (mPlan.thickness && mLimits.aspectRatio) {
+                const double ratio = *mPlan.thickness / size;
+                if (ratio > *mLimits.aspectRatio + ratioError) {
+                    addOfRow(Check::Aspect, i, firstPlace(i), ratio, *mLimits.aspectRatio);
+                }
             }
         }
     }
@@ -311,11 +296,12 @@ private:
         const PlanRow& row = mPlan.rows[index];
         const auto found = mLimits.windows.find(windowKind(row.type, row.isSlot));
         const std::optional<Tolerance>& tolerance = mPlan.tool(row).tool->tolerance;
-        if (mLimits.windows.empty()) {
-            skip(Check::Window, noLimit());
-        } else if (found != mLimits.windows.end() && !tolerance) {
+        if (found == mLimits.windows.end()) {
+            return;
+        }
+        if (!tolerance) {
             skip(Check::Window, PlanText::tr("the board does not specify all tolerances"));
-        } else if (found != mLimits.windows.end()) {
+        } else {
             const double window = double(tolerance->minus) + tolerance->plus;
             if (window < found->second - distanceError) {
                 addOfRow(Check::Window, index, firstPlace(index), window, found->second);
@@ -364,32 +350,21 @@ private:
         });
     }
 
-    struct Extent
+    struct FileExtent : Extent
     {
-        double left = std::numeric_limits<double>::infinity();
-        double bottom = left;
-        double right = -left;
-        double top = -left;
         Place first;
 
-        double size() const { return std::hypot(right - left, top - bottom); }
-        void add(Place place)
-        {
-            first = right < left ? place : first;
-            left = std::min(left, double(place.x));
-            right = std::max(right, double(place.x));
-            bottom = std::min(bottom, double(place.y));
-            top = std::max(top, double(place.y));
-        }
+        double size() const { return std::hypot(width(), height()); }
     };
 
     /** Of each layer that is a file with tools of its own. */
-    std::map<size_t, Extent> extentsOfFiles() const
+    std::map<size_t, FileExtent> extentsOfFiles() const
     {
-        std::map<size_t, Extent> extents;
+        std::map<size_t, FileExtent> extents;
         for (size_t i = 0; i < mPlan.rows.size(); ++i) {
             if (mPlan.tool(mPlan.rows[i]).tool->number > 0) {
-                Extent& extent = extents[mPlan.rows[i].layer];
+                FileExtent& extent = extents[mPlan.rows[i].layer];
+                extent.first = extent.count == 0 ? firstPlace(i) : extent.first;
                 for (const Place& hole : mPlaces[i].holes) {
                     extent.add(hole);
                 }
@@ -407,17 +382,18 @@ private:
      *  lies, enlarged, where the rest does. */
     void checkScales()
     {
-        const std::map<size_t, Extent> extents = extentsOfFiles();
+        const std::map<size_t, FileExtent> extents = extentsOfFiles();
         const auto largest = std::ranges::max_element(
             extents, {}, [](const auto& each) { return each.second.size(); });
         for (const auto& [layer, extent] : extents) {
             const double ratio = largest->second.size() / extent.size();
             for (const double factor : {10.0, 25.4, 1000.0}) {
                 const double room = largest->second.size() * 0.15;
-                const bool isWithin = extent.left * factor > largest->second.left - room
-                    && extent.right * factor < largest->second.right + room
-                    && extent.bottom * factor > largest->second.bottom - room
-                    && extent.top * factor < largest->second.top + room;
+                const Extent& all = largest->second;
+                const bool isWithin = extent.low.x * factor > all.low.x - room
+                    && extent.high.x * factor < all.high.x + room
+                    && extent.low.y * factor > all.low.y - room
+                    && extent.high.y * factor < all.high.y + room;
                 if (ratio > factor * 0.85 && ratio < factor * 1.15 && isWithin) {
                     add(Check::Scale, {}, {extent.first}, ratio, factor, layer);
                     break;
@@ -437,11 +413,7 @@ private:
     void sortFindings()
     {
         const auto key = [](const CheckFinding& finding) {
-            std::vector<std::pair<Size, Size>> places;
-            for (const Place& place : finding.places) {
-                places.emplace_back(place.x, place.y);
-            }
-            return std::tuple(finding.check, finding.layer, finding.rows, places);
+            return std::tie(finding.check, finding.layer, finding.rows, finding.places);
         };
         std::ranges::sort(mFindings.list, {}, key);
         // Hits that are there twice have findings of their own.
@@ -450,12 +422,10 @@ private:
         std::ranges::sort(mFindings.skipped, {}, &SkippedCheck::check);
     }
 
-    static QString noLimit() { return PlanText::tr("the shop has no limit"); }
-
     const DrillPlan& mPlan;
     const CheckLimits& mLimits;
-    const std::optional<Size> mThickness;
-    std::vector<RowPlaces> mPlaces; ///< of each row
+    const std::vector<RowPlaces> mPlaces; ///< of each row
+    const std::vector<Depth> mDepths; ///< of each layer
     std::map<Check, qint64> mCounts;
     CheckFindings mFindings;
 };

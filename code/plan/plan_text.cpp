@@ -3,29 +3,31 @@
 
 namespace brox {
 
+namespace {
+
+/** By the enumerations. */
+constexpr const char* flagWords[] = {QT_TRANSLATE_NOOP("PlanText", "out-of-tolerance"),
+    QT_TRANSLATE_NOOP("PlanText", "no-bit"), QT_TRANSLATE_NOOP("PlanText", "no-size"),
+    QT_TRANSLATE_NOOP("PlanText", "unapproved-bit"),
+    QT_TRANSLATE_NOOP("PlanText", "tolerance-assumed"),
+    QT_TRANSLATE_NOOP("PlanText", "type-assumed"), QT_TRANSLATE_NOOP("PlanText", "digits-doubtful"),
+    QT_TRANSLATE_NOOP("PlanText", "as-drilled"), QT_TRANSLATE_NOOP("PlanText", "merged")};
+static_assert(std::size(flagWords) == size_t(PlanFlag::Merged) + 1);
+
+constexpr const char* typeWords[] = {QT_TRANSLATE_NOOP("PlanText", "Plated"),
+    QT_TRANSLATE_NOOP("PlanText", "Non-plated"), QT_TRANSLATE_NOOP("PlanText", "Via"),
+    QT_TRANSLATE_NOOP("PlanText", "Press-fit")};
+constexpr const char* typeKeys[] = {QT_TRANSLATE_NOOP("PlanText", "plated"),
+    QT_TRANSLATE_NOOP("PlanText", "nonplated"), QT_TRANSLATE_NOOP("PlanText", "via"),
+    QT_TRANSLATE_NOOP("PlanText", "press-fit")};
+static_assert(std::size(typeWords) == size_t(HoleType::PressFit) + 1);
+static_assert(std::size(typeKeys) == std::size(typeWords));
+
+} // namespace
+
 QString flagWord(PlanFlag flag)
 {
-    switch (flag) {
-    case PlanFlag::OutOfTolerance:
-        return QT_TRANSLATE_NOOP("PlanText", "out-of-tolerance");
-    case PlanFlag::NoBit:
-        return QT_TRANSLATE_NOOP("PlanText", "no-bit");
-    case PlanFlag::NoSize:
-        return QT_TRANSLATE_NOOP("PlanText", "no-size");
-    case PlanFlag::UnapprovedBit:
-        return QT_TRANSLATE_NOOP("PlanText", "unapproved-bit");
-    case PlanFlag::ToleranceAssumed:
-        return QT_TRANSLATE_NOOP("PlanText", "tolerance-assumed");
-    case PlanFlag::TypeAssumed:
-        return QT_TRANSLATE_NOOP("PlanText", "type-assumed");
-    case PlanFlag::DigitsDoubtful:
-        return QT_TRANSLATE_NOOP("PlanText", "digits-doubtful");
-    case PlanFlag::AsDrilled:
-        return QT_TRANSLATE_NOOP("PlanText", "as-drilled");
-    case PlanFlag::Merged:
-        return QT_TRANSLATE_NOOP("PlanText", "merged");
-    }
-    return {};
+    return QString::fromLatin1(flagWords[size_t(flag)]);
 }
 
 bool isAlarming(PlanFlag flag)
@@ -40,42 +42,29 @@ QString typeWord(HoleType type, bool isSlot)
         return type == HoleType::NonPlated ? QT_TRANSLATE_NOOP("PlanText", "Non-plated slot")
                                            : QT_TRANSLATE_NOOP("PlanText", "Plated slot");
     }
-    switch (type) {
-    case HoleType::Plated:
-        return QT_TRANSLATE_NOOP("PlanText", "Plated");
-    case HoleType::NonPlated:
-        return QT_TRANSLATE_NOOP("PlanText", "Non-plated");
-    case HoleType::Via:
-        return QT_TRANSLATE_NOOP("PlanText", "Via");
-    case HoleType::PressFit:
-        return QT_TRANSLATE_NOOP("PlanText", "Press-fit");
-    }
-    return {};
+    return QString::fromLatin1(typeWords[size_t(type)]);
 }
 
 QString typeKey(HoleType type)
 {
-    switch (type) {
-    case HoleType::Plated:
-        return QT_TRANSLATE_NOOP("PlanText", "plated");
-    case HoleType::NonPlated:
-        return QT_TRANSLATE_NOOP("PlanText", "nonplated");
-    case HoleType::Via:
-        return QT_TRANSLATE_NOOP("PlanText", "via");
-    case HoleType::PressFit:
-        return QT_TRANSLATE_NOOP("PlanText", "press-fit");
+    return QString::fromLatin1(typeKeys[size_t(type)]);
+}
+
+QString shortNumber(double number)
+{
+    QString text = QString::number(number, 'f', 3);
+    while (text.endsWith('0')) {
+        text.chop(1);
     }
-    return {};
+    if (text.endsWith('.')) {
+        text.chop(1);
+    }
+    return text == "-0" ? QStringLiteral("0") : text;
 }
 
 QString sizeText(Size size, Units units)
 {
-    const double unit = units == Units::Inch ? sizePerMil : sizePerMicron;
-    QString text = QString::number(size / unit, 'f', 3);
-    while (text.endsWith('0')) {
-        text.chop(1);
-    }
-    return text.endsWith('.') ? text.chopped(1) : text;
+    return shortNumber(double(size) / (units == Units::Inch ? sizePerMil : sizePerMicron));
 }
 
 QString unitName(Units units)

@@ -51,7 +51,10 @@ QString typeWord(HoleType type, bool isSlot);
 /** As rules have it: "plated", "nonplated", "via", "press-fit". */
 QString typeKey(HoleType type);
 
-/** A size as a user reads it, in mils or microns, at most three decimals and no trailing zeros. */
+/** At most three decimals and no trailing zeros. */
+QString shortNumber(double number);
+
+/** A size as a user reads it, in mils or microns. */
 QString sizeText(Size size, Units units);
 
 /** "mil" or "micron", in the language of the program. */

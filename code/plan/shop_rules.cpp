@@ -208,20 +208,11 @@ HoleType holeTypeOf(const QString& name)
 
 WindowKind windowKind(HoleType type, bool isSlot)
 {
-    if (isSlot) {
-        return WindowKind::Slot;
-    }
-    switch (type) {
-    case HoleType::Plated:
-        return WindowKind::Plated;
-    case HoleType::PressFit:
-        return WindowKind::PressFit;
-    case HoleType::NonPlated:
-        return WindowKind::NonPlated;
-    case HoleType::Via:
-        break;
-    }
-    return WindowKind::None;
+    // By the enumeration.
+    static constexpr WindowKind kinds[] = {
+        WindowKind::Plated, WindowKind::NonPlated, WindowKind::None, WindowKind::PressFit};
+    static_assert(std::size(kinds) == size_t(HoleType::PressFit) + 1);
+    return isSlot ? WindowKind::Slot : kinds[size_t(type)];
 }
 
 Size sizeOf(const QString& text)
