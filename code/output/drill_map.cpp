@@ -11,7 +11,6 @@
 #include <QImage>
 #include <QLocale>
 #include <QPainter>
-#include <QRegularExpression>
 #include <algorithm>
 #include <cmath>
 
@@ -38,13 +37,6 @@ QFont fontOf(double height, bool bold = false)
     return font;
 }
 
-void write(QPainter& painter, const QRectF& area, int alignment, const QString& text)
-{
-    const QFontMetricsF metrics(painter.font(), painter.device());
-    painter.drawText(area, alignment | Qt::TextSingleLine,
-        metrics.elidedText(text, Qt::ElideRight, area.width()));
-}
-
 /** Columns of the legend: where they begin, as a share of its width, and how they are aligned. */
 struct Column
 {
@@ -67,11 +59,6 @@ QRectF cellOf(const QRectF& row, const Column& column)
         (column.end - column.begin) * row.width(), row.height()};
 }
 
-void writeCell(QPainter& painter, const QRectF& row, const Column& column, const QString& text)
-{
-    write(painter, cellOf(row, column), column.alignment | Qt::AlignVCenter, text);
-}
-
 /** Every second, fifth, tenth ... millimetre or tenth of an inch. */
 double roundLength(double atMost, double unit)
 {
@@ -84,8 +71,6 @@ double roundLength(double atMost, double unit)
     return power * unit;
 }
 
-const QRegularExpression trailingZeros(QStringLiteral("\\.?0+$"));
-
 /** "2:1" or "1:2.5" */
 QString ratioText(double ratio)
 {
@@ -94,33 +79,6 @@ QString ratioText(double ratio)
 }
 
 } // namespace
-
-/** How the board lies on the sheet. */
-class DrillMap::View
-{
-public:
-    View(const QRectF& extent, const QRectF& area, double room)
-    {
-        mScale = std::min(area.width() / std::max(extent.width(), 1e-3),
-            area.height() / std::max(extent.height(), 1e-3));
-        mOrigin = area.center() - mScale * extent.center();
-        mRoom = room * mScale;
-    }
-
-    double scale() const { return mScale; } ///< units of the sheet to the millimetre
-    QPointF map(QPointF point) const { return mScale * point + mOrigin; }
-    QPainterPath map(const QPainterPath& path) const
-    {
-        return QTransform(mScale, 0, 0, mScale, mOrigin.x(), mOrigin.y()).map(path);
-    }
-    double radius(Size size) const { return mScale * toMillimetres(size) / 2; }
-    double symbol(double holeRadius) const { return symbolRadius(holeRadius, mRoom, likedSymbol); }
-
-private:
-    double mScale;
-    double mRoom;
-    QPointF mOrigin;
-};
 
 DrillMap::DrillMap(const DrillPlan& plan)
     : mPlan(plan)
@@ -154,9 +112,7 @@ QString DrillMap::extentText() const
 {
     const bool isInch = mPlan.units == Units::Inch;
     const auto number = [isInch](double millimetres) {
-        QString text = QString::number(isInch ? millimetres / 25.4 : millimetres, 'f', 3);
-        text.remove(trailingZeros);
-        return text == "-0" ? QStringLiteral("0") : text;
+        return shortNumber(isInch ? millimetres / 25.4 : millimetres);
     };
     const QString text = mOutlines.empty() ? PlanText::tr("holes within %1 x %2 %3 from %4, %5")
                                            : PlanText::tr("%1 x %2 %3 from %4, %5");
@@ -165,216 +121,255 @@ QString DrillMap::extentText() const
         number(-mBoardExtent.bottom()));
 }
 
-double DrillMap::layerRoom(const Sheet& sheet) const
+class DrillMap::Painting
 {
-    std::vector<RowPlaces> places;
-    for (const Entry& entry : sheet.entries) {
-        for (const size_t row : entry.tool->rows) {
-            places.push_back({mPlaces[row].holes, {}});
+public:
+    Painting(const DrillMap& map, size_t sheet, QPainter& painter, const Progress& progress)
+        : mMap(map)
+        , mPlan(map.mPlan)
+        , mIndex(sheet)
+        , mSheet(map.mSheets[sheet])
+        , mPainter(painter)
+        , mProgress(progress)
+    {
+        const QRectF body(
+            margin, margin + titleHeight, width - 2 * margin, height - 2 * margin - titleHeight);
+        mLegend = body.adjusted(body.width() - legendWidth, 0, 0, 0);
+        mArea = body.adjusted(0, 0, -legendWidth - margin / 2, 0);
+        const QRectF area = mArea.adjusted(20, 0, -20, -scaleHeight);
+        mScale = std::min(area.width() / std::max(map.mExtent.width(), 1e-3),
+            area.height() / std::max(map.mExtent.height(), 1e-3));
+        mOrigin = area.center() - mScale * map.mExtent.center();
+        std::vector<size_t> rows;
+        for (const Entry& entry : mSheet.entries) {
+            rows.insert(rows.end(), entry.tool->rows.begin(), entry.tool->rows.end());
+        }
+        const double room = roomBetween(map.mPlaces, rows);
+        mRoom = mScale * (room > 0 ? room : 1000);
+    }
+
+    void paint()
+    {
+        for (size_t i = 0; i < mMap.mSheets.size(); ++i) {
+            for (const Entry& entry : mMap.mSheets[i].entries) {
+                (i < mIndex ? mDone : mTotal) += entry.tool->hits();
+            }
+        }
+        mTotal += mDone;
+        tell(mProgress, mDone, mTotal);
+        mPainter.save();
+        mPainter.setRenderHint(QPainter::Antialiasing);
+        paintTitle();
+        paintLegend();
+        paintBoard();
+        paintComparison();
+        paintScale();
+        mPainter.restore();
+    }
+
+private:
+    QPointF onSheet(QPointF point) const { return mScale * point + mOrigin; }
+    QPainterPath onSheet(const QPainterPath& path) const
+    {
+        return QTransform(mScale, 0, 0, mScale, mOrigin.x(), mOrigin.y()).map(path);
+    }
+    double radiusOf(size_t row) const
+    {
+        return mScale * toMillimetres(shownSize(mPlan.rows[row])) / 2;
+    }
+    double symbolOf(size_t row) const { return symbolRadius(radiusOf(row), mRoom, likedSymbol); }
+
+    void write(const QRectF& area, int alignment, const QString& text)
+    {
+        const QFontMetricsF metrics(mPainter.font(), mPainter.device());
+        mPainter.drawText(area, alignment | Qt::TextSingleLine,
+            metrics.elidedText(text, Qt::ElideRight, area.width()));
+    }
+
+    void writeCell(const QRectF& row, const Column& column, const QString& text)
+    {
+        write(cellOf(row, column), column.alignment | Qt::AlignVCenter, text);
+    }
+
+    void paintTitle()
+    {
+        mPainter.setPen(Qt::black);
+        const QRectF head(margin, margin, width - 2 * margin, 72);
+        mPainter.setFont(fontOf(56, true));
+        write(head, Qt::AlignLeft | Qt::AlignTop,
+            PlanText::tr("Drill map, layer %1").arg(mMap.title(mIndex)));
+        mPainter.setFont(fontOf(32));
+        write(head.translated(0, 72), Qt::AlignLeft | Qt::AlignTop,
+            PlanText::tr("Board %1, step %2, model %3%4. Circles have the drill size; sizes in %5.")
+                .arg(mPlan.board->job, mPlan.boardStep().name, mPlan.model.name,
+                    PlanText::tr(" (%1)").arg(spoken(fileState(mPlan.model))),
+                    unitName(mPlan.units)));
+        write(head.translated(0, 112), Qt::AlignLeft | Qt::AlignTop,
+            PlanText::tr("File %1; extent %2; written on %3 by %4")
+                .arg(sourceText(mPlan), mMap.extentText(), outputDate().toString(Qt::ISODate),
+                    QStringLiteral("brox " OUTPUT_VERSION)));
+    }
+
+    void paintLegend()
+    {
+        const double rows = double(mSheet.entries.size()) + 3; // with titles, contours and dots
+        const double rowHeight = std::min(likedRowHeight, mLegend.height() / rows);
+        QRectF row(mLegend.left(), mLegend.top(), mLegend.width(), rowHeight);
+        mPainter.setFont(fontOf(0.5 * rowHeight, true));
+        writeCell(row, toolColumn, PlanText::tr("Tool", "map legend"));
+        writeCell(row, bitColumn, PlanText::tr("Bit"));
+        writeCell(row, sizeColumn, PlanText::tr("Drill size"));
+        writeCell(row, hitsColumn, PlanText::tr("Hits"));
+        writeCell(row, slotsColumn, PlanText::tr("Slots", "map legend"));
+        mPainter.setPen(linePen(Qt::black, thinLine));
+        mPainter.drawLine(row.bottomLeft(), row.bottomRight());
+        mPainter.setFont(fontOf(0.56 * rowHeight));
+        bool hasDots = false;
+        for (const Entry& entry : mSheet.entries) {
+            row.translate(0, rowHeight);
+            paintLegendRow(entry, row);
+            hasDots = hasDots || std::ranges::any_of(entry.tool->rows, [this](size_t each) {
+                return RowInk::areDots(symbolOf(each));
+            });
+        }
+        if (const size_t contours = mMap.mContours[mSheet.layer].size(); contours > 0) {
+            row.translate(0, rowHeight);
+            paintContourRow(contours, row);
+        }
+        if (hasDots) {
+            writeCell(row.translated(0, rowHeight), noteColumn,
+                PlanText::tr("dots: holes too close for symbols"));
         }
     }
-    const double room = roomBetween(places);
-    return room > 0 ? room : 1000;
-}
 
-bool DrillMap::hasDots(const Sheet& sheet, const View& view) const
-{
-    return std::ranges::any_of(sheet.entries, [&](const Entry& entry) {
-        return std::ranges::any_of(entry.tool->rows, [&](size_t row) {
-            return RowInk::areDots(view.symbol(view.radius(shownSize(mPlan.rows[row]))));
-        });
-    });
-}
+    void paintContourRow(size_t count, const QRectF& row)
+    {
+        const QRectF symbol = cellOf(row, symbolColumn);
+        mPainter.setPen(linePen(contourGrey, contourLine));
+        mPainter.drawLine(QPointF(symbol.left(), symbol.center().y()),
+            QPointF(symbol.right(), symbol.center().y()));
+        mPainter.setPen(Qt::black);
+        writeCell(row, noteColumn, PlanText::tr("contours, not drilled: %L1").arg(count));
+    }
 
-void DrillMap::paint(QPainter& painter, size_t index, const Progress& progress) const
-{
-    Count count{progress, 0, 0};
-    for (size_t i = 0; i < mSheets.size(); ++i) {
-        for (const Entry& entry : mSheets[i].entries) {
-            (i < index ? count.done : count.total) += entry.tool->hits();
+    void paintLegendRow(const Entry& entry, const QRectF& row)
+    {
+        const auto& [program, tool, look] = entry;
+        const double radius = 0.3 * row.height();
+        const QPointF centre = cellOf(row, symbolColumn).center();
+        mPainter.setBrush(Qt::NoBrush);
+        mPainter.setPen(linePen(toolColour(look, false), 0.15 * radius));
+        mPainter.drawPath(
+            QTransform(radius, 0, 0, radius, centre.x(), centre.y()).map(toolSymbol(look)));
+        mPainter.setPen(Qt::black);
+        const auto number = [](qint64 count) {
+            return count > 0 ? QLocale().toString(count) : QString();
+        };
+        writeCell(row, toolColumn,
+            tool->number > 0 ? QStringLiteral("T%1").arg(tool->number, 2, 10, QChar('0'))
+                             : QString());
+        writeCell(row, platingColumn, program->isPlated ? "PTH" : "NPTH");
+        writeCell(row, bitColumn, tool->bit);
+        writeCell(row, sizeColumn,
+            tool->size ? sizeText(*tool->size, mPlan.units) : PlanText::tr("no size"));
+        writeCell(row, hitsColumn, number(tool->holes));
+        writeCell(row, slotsColumn, number(tool->slotPaths));
+    }
+
+    void paintBoard()
+    {
+        mPainter.setBrush(Qt::NoBrush);
+        mPainter.setPen(linePen(QColor(0x60, 0x60, 0x60), 2.5));
+        for (const Path& outline : mMap.mOutlines) {
+            mPainter.drawPath(onSheet(toMap(outline)));
+        }
+        mPainter.setPen(linePen(contourGrey, contourLine));
+        for (const Path& contour : mMap.mContours[mSheet.layer]) {
+            mPainter.drawPath(onSheet(toMap(contour)));
+        }
+        for (const Entry& entry : mSheet.entries) {
+            for (const size_t row : entry.tool->rows) {
+                paintRow(row, entry.look);
+            }
         }
     }
-    count.total += count.done;
-    tell(progress, count.done, count.total);
-    const Sheet& sheet = mSheets[index];
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    const QRectF all = QRectF(0, 0, width, height).marginsRemoved({margin, margin, margin, margin});
-    painter.setPen(linePen(Qt::black, thinLine));
-    paintTitle(painter, index);
-    const QRectF body = all.adjusted(0, titleHeight, 0, 0);
-    const QRectF legend(body.right() - legendWidth, body.top(), legendWidth, body.height());
-    const QRectF area = body.adjusted(0, 0, -legendWidth - margin / 2, 0);
-    const View view(mExtent, area.adjusted(20, 0, -20, -scaleHeight), layerRoom(sheet));
-    paintLegend(painter, sheet, view, legend);
-    paintBoard(painter, sheet, view, area, count);
-    painter.restore();
-}
 
-void DrillMap::paintTitle(QPainter& painter, size_t sheet) const
-{
-    painter.setPen(Qt::black);
-    const QRectF head(margin, margin, width - 2 * margin, 72);
-    painter.setFont(fontOf(56, true));
-    write(painter, head, Qt::AlignLeft | Qt::AlignTop,
-        PlanText::tr("Drill map, layer %1").arg(title(sheet)));
-    painter.setFont(fontOf(32));
-    write(painter, head.translated(0, 72), Qt::AlignLeft | Qt::AlignTop,
-        PlanText::tr("Board %1, step %2, model %3%4. Circles have the drill size; sizes in %5.")
-            .arg(mPlan.board->job, mPlan.boardStep().name, mPlan.model.name,
-                PlanText::tr(" (%1)").arg(spoken(fileState(mPlan.model))), unitName(mPlan.units)));
-    write(painter, head.translated(0, 112), Qt::AlignLeft | Qt::AlignTop,
-        PlanText::tr("File %1; extent %2; written on %3 by %4")
-            .arg(sourceText(mPlan), extentText(), outputDate().toString(Qt::ISODate),
-                QStringLiteral("brox " OUTPUT_VERSION)));
-}
-
-void DrillMap::paintLegend(
-    QPainter& painter, const Sheet& sheet, const View& view, const QRectF& area) const
-{
-    const std::vector<Path>& contours = mContours[sheet.layer];
-    const double rows = double(sheet.entries.size()) + 3; // with titles, contours and dots
-    const double rowHeight = std::min(likedRowHeight, area.height() / rows);
-    QRectF row(area.left(), area.top(), area.width(), rowHeight);
-    painter.setPen(Qt::black);
-    painter.setFont(fontOf(0.5 * rowHeight, true));
-    writeCell(painter, row, toolColumn, PlanText::tr("Tool", "map legend"));
-    writeCell(painter, row, bitColumn, PlanText::tr("Bit"));
-    writeCell(painter, row, sizeColumn, PlanText::tr("Drill size"));
-    writeCell(painter, row, hitsColumn, PlanText::tr("Hits"));
-    writeCell(painter, row, slotsColumn, PlanText::tr("Slots", "map legend"));
-    painter.setPen(linePen(Qt::black, thinLine));
-    painter.drawLine(row.bottomLeft(), row.bottomRight());
-    painter.setFont(fontOf(0.56 * rowHeight));
-    for (const Entry& entry : sheet.entries) {
-        row.translate(0, rowHeight);
-        paintLegendRow(painter, entry, row);
-    }
-    if (!contours.empty()) {
-        row.translate(0, rowHeight);
-        paintContourRow(painter, contours.size(), row);
-    }
-    if (hasDots(sheet, view)) {
-        writeCell(painter, row.translated(0, rowHeight), noteColumn,
-            PlanText::tr("dots: holes too close for symbols"));
-    }
-}
-
-void DrillMap::paintContourRow(QPainter& painter, size_t count, const QRectF& row) const
-{
-    const QRectF symbol = cellOf(row, symbolColumn);
-    painter.setPen(linePen(contourGrey, contourLine));
-    painter.drawLine(
-        QPointF(symbol.left(), symbol.center().y()), QPointF(symbol.right(), symbol.center().y()));
-    painter.setPen(Qt::black);
-    writeCell(painter, row, noteColumn, PlanText::tr("contours, not drilled: %L1").arg(count));
-}
-
-void DrillMap::paintLegendRow(QPainter& painter, const Entry& entry, const QRectF& row) const
-{
-    const auto& [program, tool, look] = entry;
-    const double radius = 0.3 * row.height();
-    const QPointF centre = cellOf(row, symbolColumn).center();
-    painter.setBrush(Qt::NoBrush);
-    painter.setPen(linePen(toolColour(look, false), 0.15 * radius));
-    painter.drawPath(
-        QTransform(radius, 0, 0, radius, centre.x(), centre.y()).map(toolSymbol(look)));
-    painter.setPen(Qt::black);
-    const auto number = [](qint64 count) {
-        return count > 0 ? QLocale().toString(count) : QString();
-    };
-    writeCell(painter, row, toolColumn,
-        tool->number > 0 ? QStringLiteral("T%1").arg(tool->number, 2, 10, QChar('0')) : QString());
-    writeCell(painter, row, platingColumn, program->isPlated ? "PTH" : "NPTH");
-    writeCell(painter, row, bitColumn, tool->bit);
-    writeCell(painter, row, sizeColumn,
-        tool->size ? sizeText(*tool->size, mPlan.units) : PlanText::tr("no size"));
-    writeCell(painter, row, hitsColumn, number(tool->holes));
-    writeCell(painter, row, slotsColumn, number(tool->slotPaths));
-}
-
-void DrillMap::paintBoard(
-    QPainter& painter, const Sheet& sheet, const View& view, const QRectF& area, Count& count) const
-{
-    painter.setBrush(Qt::NoBrush);
-    painter.setPen(linePen(QColor(0x60, 0x60, 0x60), 2.5));
-    for (const Path& outline : mOutlines) {
-        painter.drawPath(view.map(toMap(outline)));
-    }
-    painter.setPen(linePen(contourGrey, contourLine));
-    for (const Path& contour : mContours[sheet.layer]) {
-        painter.drawPath(view.map(toMap(contour)));
-    }
-    for (const Entry& entry : sheet.entries) {
-        paintTool(painter, entry, view, count);
-    }
-    paintComparison(painter, sheet, view, area);
-    paintScale(painter, view, area);
-}
-
-void DrillMap::paintComparison(
-    QPainter& painter, const Sheet& sheet, const View& view, const QRectF& area) const
-{
-    const ComparisonMarks marks = marksOf(mPlan, mPlan.layers[sheet.layer].name);
-    if (marks.isEmpty()) {
-        return;
-    }
-    paintMarks(
-        painter, marks, [&view](Place place) { return view.map(toMap(place)); }, area, 14);
-    painter.setPen(Qt::black);
-    painter.setFont(fontOf(28));
-    write(painter, QRectF(area.center().x(), area.bottom() - 40, area.width() / 2, 40),
-        Qt::AlignRight | Qt::AlignVCenter,
-        PlanText::tr("Compared with %1: %2").arg(mPlan.comparison->other, marksText(marks)));
-}
-
-void DrillMap::paintTool(
-    QPainter& painter, const Entry& entry, const View& view, Count& count) const
-{
-    for (const size_t row : entry.tool->rows) {
-        const Size size = shownSize(mPlan.rows[row]);
-        const double radius = view.radius(size);
-        RowInk ink(painter, entry.look, radius, view.symbol(radius));
+    void paintRow(size_t row, size_t look)
+    {
+        RowInk ink(mPainter, look, radiusOf(row), symbolOf(row));
         const auto paintIfFull = [&] {
-            ++count.done;
+            ++mDone;
             if (ink.isFull()) {
                 ink.paint();
-                tell(count.progress, count.done, count.total);
+                tell(mProgress, mDone, mTotal);
             }
         };
-        for (const Place& hole : mPlaces[row].holes) {
-            ink.addHole(view.map(toMap(hole)));
+        for (const Place& hole : mMap.mPlaces[row].holes) {
+            ink.addHole(onSheet(toMap(hole)));
             paintIfFull();
         }
-        for (const Path& path : mPlaces[row].slotPaths) {
+        for (const Path& path : mMap.mPlaces[row].slotPaths) {
             const QPainterPath middle = toMap(path);
-            ink.addSlot(view.map(slotArea(path, size)),
-                view.map(
+            ink.addSlot(onSheet(slotArea(path, shownSize(mPlan.rows[row]))),
+                onSheet(
                     middle.length() > 0 ? middle.pointAtPercent(0.5) : middle.currentPosition()));
             paintIfFull();
         }
         ink.paint();
     }
-}
 
-void DrillMap::paintScale(QPainter& painter, const View& view, const QRectF& area) const
-{
-    const bool isInch = mPlan.units == Units::Inch;
-    const double unit = isInch ? 25.4 : 1;
-    const double length = roundLength(0.25 * area.width() / view.scale(), unit);
-    const QPointF begin(area.left() + 20, area.bottom() - 20);
-    const QPointF end = begin + QPointF(length * view.scale(), 0);
-    painter.setPen(linePen(Qt::black, thinLine));
-    painter.drawLine(begin, end);
-    for (const QPointF& tick : {begin, end}) {
-        painter.drawLine(tick + QPointF(0, -12), tick + QPointF(0, 12));
+    void paintComparison()
+    {
+        const ComparisonMarks marks = marksOf(mPlan, mPlan.layers[mSheet.layer].name);
+        if (marks.isEmpty()) {
+            return;
+        }
+        paintMarks(
+            mPainter, marks, [this](Place place) { return onSheet(toMap(place)); }, mArea, 14);
+        mPainter.setPen(Qt::black);
+        mPainter.setFont(fontOf(28));
+        write(QRectF(mArea.center().x(), mArea.bottom() - 40, mArea.width() / 2, 40),
+            Qt::AlignRight | Qt::AlignVCenter,
+            PlanText::tr("Compared with %1: %2").arg(mPlan.comparison->other, marksText(marks)));
     }
-    painter.setFont(fontOf(28));
-    write(painter, QRectF(end.x() + 20, end.y() - 20, 600, 40), Qt::AlignLeft | Qt::AlignVCenter,
-        PlanText::tr("%1 %2, scale %3")
-            .arg(QString::number(length / unit, 'g', 6),
-                isInch ? PlanText::tr("inch") : QStringLiteral("mm"),
-                ratioText(view.scale() / 10)));
+
+    void paintScale()
+    {
+        const bool isInch = mPlan.units == Units::Inch;
+        const double unit = isInch ? 25.4 : 1;
+        const double length = roundLength(0.25 * mArea.width() / mScale, unit);
+        const QPointF begin(mArea.left() + 20, mArea.bottom() - 20);
+        const QPointF end = begin + QPointF(length * mScale, 0);
+        mPainter.setPen(linePen(Qt::black, thinLine));
+        mPainter.drawLine(begin, end);
+        for (const QPointF& tick : {begin, end}) {
+            mPainter.drawLine(tick + QPointF(0, -12), tick + QPointF(0, 12));
+        }
+        mPainter.setFont(fontOf(28));
+        write(QRectF(end.x() + 20, end.y() - 20, 600, 40), Qt::AlignLeft | Qt::AlignVCenter,
+            PlanText::tr("%1 %2, scale %3")
+                .arg(QString::number(length / unit, 'g', 6),
+                    isInch ? PlanText::tr("inch") : QStringLiteral("mm"), ratioText(mScale / 10)));
+    }
+
+    const DrillMap& mMap;
+    const DrillPlan& mPlan;
+    const size_t mIndex;
+    const Sheet& mSheet;
+    QPainter& mPainter;
+    const Progress& mProgress;
+    qint64 mDone = 0; ///< holes and slots, those of the sheets before too
+    qint64 mTotal = 0;
+    QRectF mLegend;
+    QRectF mArea; ///< of the board and its scale
+    double mScale = 1; ///< units of the sheet to the millimetre
+    QPointF mOrigin; ///< of the board on the sheet
+    double mRoom = 0; ///< between holes, on the sheet
+};
+
+void DrillMap::paint(QPainter& painter, size_t sheet, const Progress& progress) const
+{
+    Painting(*this, sheet, painter, progress).paint();
 }
 
 namespace {

@@ -58,27 +58,7 @@ private:
         size_t layer;
         std::vector<Entry> entries;
     };
-    class View; ///< how the board lies on a sheet
-    struct Count
-    {
-        const Progress& progress;
-        qint64 done;
-        qint64 total;
-    };
-
-    double layerRoom(const Sheet& sheet) const;
-    void paintTitle(QPainter& painter, size_t sheet) const;
-    bool hasDots(const Sheet& sheet, const View& view) const;
-    void paintLegend(
-        QPainter& painter, const Sheet& sheet, const View& view, const QRectF& area) const;
-    void paintContourRow(QPainter& painter, size_t count, const QRectF& row) const;
-    void paintLegendRow(QPainter& painter, const Entry& entry, const QRectF& row) const;
-    void paintBoard(QPainter& painter, const Sheet& sheet, const View& view, const QRectF& area,
-        Count& count) const;
-    void paintTool(QPainter& painter, const Entry& entry, const View& view, Count& count) const;
-    void paintScale(QPainter& painter, const View& view, const QRectF& area) const;
-    void paintComparison(
-        QPainter& painter, const Sheet& sheet, const View& view, const QRectF& area) const;
+    class Painting; ///< paints a sheet
 
     const DrillPlan& mPlan;
     std::vector<RowPlaces> mPlaces;

@@ -112,40 +112,147 @@ public:
      * @param folder  exists
      * @throws OutputError  if it can't be made, or another process keeps it
      */
-    explicit Staging(const QString& folder);
+    explicit Staging(const QString& folder)
+        : mFolder(folder)
+        , mPath(QDir(folder).filePath(stagingName))
+    {
+        try {
+            lock();
+            finish();
+            clear();
+            fs::create_directory(native(inside(newPart)));
+            fs::create_directory(native(inside(oldPart)));
+        } catch (const fs::filesystem_error& error) {
+            throw OutputError(mFolder, QString::fromStdString(error.code().message()));
+        }
+    }
 
     /** Clears the folder away, unless released files are left in it. */
-    ~Staging();
+    ~Staging()
+    {
+        if (QDir(inside(releasedPart)).isEmpty(anyFile)) {
+            try {
+                clear();
+            } catch (const fs::filesystem_error&) {
+                // The next one tries again.
+            }
+        }
+        mLock.release();
+        QDir().rmdir(mPath); // in vain if another has taken it by now
+    }
     Q_DISABLE_COPY_MOVE(Staging)
 
     /** What a killed process had left and what became of it, in one line; empty: nothing. */
     QString note() const { return mNote; }
 
     /** Where a new file is to be written, by its name. */
-    QString pathOfNew(const QString& name) const { return inside("new", name); }
+    QString pathOfNew(const QString& name) const { return inside(newPart, name); }
 
     /** Gives the file that bears a name by now a second one, if there is such a file. */
-    void keepOld(const QString& name) const;
+    void keepOld(const QString& name) const
+    {
+        const QString place = QDir(mFolder).filePath(name);
+        if (!QFileInfo::exists(place)) {
+            return;
+        }
+        std::error_code error;
+        fs::create_hard_link(native(place), native(inside(oldPart, name)), error);
+        if (error) { // the file system knows no second names
+            fs::copy_file(native(place), native(inside(oldPart, name)));
+        }
+    }
 
-    void release() const;
+    void release() const
+    {
+        syncFolder(inside(newPart));
+        fs::rename(native(inside(newPart)), native(inside(releasedPart)));
+        syncFolder(mPath);
+    }
 
     /** Puts a released file in its place. */
-    void place(const QString& name) const;
+    void place(const QString& name) const
+    {
+        fs::rename(native(inside(releasedPart, name)), native(QDir(mFolder).filePath(name)));
+    }
 
     /** Takes it back; what was there before is there again. */
-    void putBack(const QString& name) const;
+    void putBack(const QString& name) const
+    {
+        const fs::path place = native(QDir(mFolder).filePath(name));
+        // Should it end here, the next one finishes the new files, of which none may be missing.
+        fs::rename(place, native(inside(releasedPart, name)));
+        if (QFileInfo::exists(inside(oldPart, name))) {
+            fs::rename(native(inside(oldPart, name)), place);
+        }
+    }
 
     /** Released files that were all put back count no more. */
-    void withdraw() const;
+    void withdraw() const
+    {
+        if (QFileInfo::exists(inside(releasedPart))) {
+            fs::rename(native(inside(releasedPart)), native(inside(newPart)));
+        }
+    }
 
     /** Files that are in place are so on the disk too. */
-    void sync() const;
+    void sync() const { syncFolder(mFolder); }
 
 private:
-    void lock();
-    void finish();
-    void clear() const;
-    QString inside(const char* part, const QString& name = {}) const;
+    void lock()
+    {
+        for (;;) {
+            fs::create_directory(native(mPath));
+            switch (mLock.take(inside("lock"), patience)) {
+            case FileLock::Result::Taken:
+                return;
+            case FileLock::Result::Busy:
+                throw OutputError(mFolder, PlanText::tr("another program is writing there"));
+            case FileLock::Result::Impossible:
+                // Its last owner may just have taken the folder away.
+                if (errno != ENOENT) {
+                    throw OutputError(mFolder, qt_error_string());
+                }
+            }
+        }
+    }
+
+    /** Puts in place what a killed process had released. */
+    void finish()
+    {
+        QStringList placed;
+        QStringList dropped;
+        for (const QFileInfo& file : QDir(inside(releasedPart)).entryInfoList(anyFile)) {
+            const bool fits = mayReplace(file, QFileInfo(QDir(mFolder).filePath(file.fileName())));
+            if (fits) {
+                place(file.fileName());
+            }
+            (fits ? placed : dropped) << file.fileName();
+        }
+        QStringList parts{PlanText::tr("%1: an earlier run was broken off").arg(mFolder)};
+        if (!placed.isEmpty()) {
+            sync();
+            parts << PlanText::tr("put in place now: %1").arg(placed.join(", "));
+        }
+        if (!dropped.isEmpty()) {
+            parts << PlanText::tr("changed since, so left as they are: %1").arg(dropped.join(", "));
+        }
+        if (parts.size() == 1 && !QDir(inside(newPart)).isEmpty(anyFile)) {
+            parts << PlanText::tr("nothing of it was written");
+        }
+        mNote = parts.size() == 1 ? QString() : parts.join("; ");
+    }
+
+    void clear() const
+    {
+        for (const char* part : {releasedPart, newPart, oldPart}) {
+            fs::remove_all(native(inside(part)));
+        }
+    }
+
+    QString inside(const char* part, const QString& name = {}) const
+    {
+        return mPath + '/' + QLatin1String(part) + (name.isEmpty() ? QString() : '/' + name);
+    }
 
     QString mFolder;
     QString mPath;
@@ -153,143 +260,10 @@ private:
     QString mNote;
 };
 
-FileSet::Staging::Staging(const QString& folder)
-    : mFolder(folder)
-    , mPath(QDir(folder).filePath(stagingName))
-{
-    try {
-        lock();
-        finish();
-        clear();
-        fs::create_directory(native(inside(newPart)));
-        fs::create_directory(native(inside(oldPart)));
-    } catch (const fs::filesystem_error& error) {
-        throw OutputError(mFolder, QString::fromStdString(error.code().message()));
-    }
-}
-
-FileSet::Staging::~Staging()
-{
-    if (QDir(inside(releasedPart)).isEmpty(anyFile)) {
-        try {
-            clear();
-        } catch (const fs::filesystem_error&) {
-            // The next one tries again.
-        }
-    }
-    mLock.release();
-    QDir().rmdir(mPath); // in vain if another has taken it by now
-}
-
 QString FileSet::tidy(const QString& folder)
 {
     return QFileInfo::exists(QDir(folder).filePath(stagingName)) ? Staging(folder).note()
                                                                  : QString();
-}
-
-QString FileSet::Staging::inside(const char* part, const QString& name) const
-{
-    return mPath + '/' + QLatin1String(part) + (name.isEmpty() ? QString() : '/' + name);
-}
-
-void FileSet::Staging::lock()
-{
-    for (;;) {
-        fs::create_directory(native(mPath));
-        switch (mLock.take(inside("lock"), patience)) {
-        case FileLock::Result::Taken:
-            return;
-        case FileLock::Result::Busy:
-            throw OutputError(mFolder, PlanText::tr("another program is writing there"));
-        case FileLock::Result::Impossible:
-            // Its last owner may just have taken the folder away.
-            if (errno != ENOENT) {
-                throw OutputError(mFolder, qt_error_string());
-            }
-        }
-    }
-}
-
-/** Puts in place what a killed process had released. */
-void FileSet::Staging::finish()
-{
-    QStringList placed;
-    QStringList dropped;
-    for (const QFileInfo& file : QDir(inside(releasedPart)).entryInfoList(anyFile)) {
-        const bool fits = mayReplace(file, QFileInfo(QDir(mFolder).filePath(file.fileName())));
-        if (fits) {
-            place(file.fileName());
-        }
-        (fits ? placed : dropped) << file.fileName();
-    }
-    const QString begin = PlanText::tr("%1: an earlier run was broken off").arg(mFolder);
-    QStringList parts;
-    if (!placed.isEmpty()) {
-        sync();
-        parts << PlanText::tr("put in place now: %1").arg(placed.join(", "));
-    }
-    if (!dropped.isEmpty()) {
-        parts << PlanText::tr("changed since, so left as they are: %1").arg(dropped.join(", "));
-    }
-    if (parts.isEmpty() && !QDir(inside(newPart)).isEmpty(anyFile)) {
-        parts << PlanText::tr("nothing of it was written");
-    }
-    mNote = parts.isEmpty() ? QString() : begin + "; " + parts.join("; ");
-}
-
-void FileSet::Staging::clear() const
-{
-    for (const char* part : {releasedPart, newPart, oldPart}) {
-        fs::remove_all(native(inside(part)));
-    }
-}
-
-/** Where the file system knows no second names it is a copy. */
-void FileSet::Staging::keepOld(const QString& name) const
-{
-    const QString place = QDir(mFolder).filePath(name);
-    if (!QFileInfo::exists(place)) {
-        return;
-    }
-    std::error_code error;
-    fs::create_hard_link(native(place), native(inside(oldPart, name)), error);
-    if (error) {
-        fs::copy_file(native(place), native(inside(oldPart, name)));
-    }
-}
-
-void FileSet::Staging::release() const
-{
-    syncFolder(inside(newPart));
-    fs::rename(native(inside(newPart)), native(inside(releasedPart)));
-    syncFolder(mPath);
-}
-
-void FileSet::Staging::place(const QString& name) const
-{
-    fs::rename(native(inside(releasedPart, name)), native(QDir(mFolder).filePath(name)));
-}
-
-void FileSet::Staging::putBack(const QString& name) const
-{
-    const fs::path place = native(QDir(mFolder).filePath(name));
-    // Should it end here, the next one finishes the new files, of which none may be missing.
-    fs::rename(place, native(inside(releasedPart, name)));
-    if (QFileInfo::exists(inside(oldPart, name))) {
-        fs::rename(native(inside(oldPart, name)), place);
-    }
-}
-
-void FileSet::Staging::withdraw() const
-{
-    if (QFileInfo::exists(inside(releasedPart))) {
-        fs::rename(native(inside(releasedPart)), native(inside(newPart)));
-    }
-}
-
-void FileSet::Staging::sync() const
-{
-    syncFolder(mFolder);
 }
 
 namespace {
@@ -431,7 +405,7 @@ void FileSet::placeAll()
             file->staging->place(file->name);
             file->isPlaced = true;
         }
-    } catch (const std::filesystem::filesystem_error& error) {
+    } catch (const fs::filesystem_error& error) {
         throw OutputError(path, QString::fromStdString(error.code().message()));
     }
 }
@@ -448,7 +422,7 @@ void FileSet::putBackAll()
         for (const auto& [folder, staging] : mStagings) {
             staging->withdraw();
         }
-    } catch (const std::filesystem::filesystem_error&) { }
+    } catch (const fs::filesystem_error&) { }
 }
 
 QStringList FileSet::paths() const

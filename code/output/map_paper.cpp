@@ -252,19 +252,11 @@ int SvgDevice::metric(PaintDeviceMetric metric) const
         return unitsPerInch;
     case PdmDepth:
         return 24;
-    case PdmNumColors:
-        return 1 << 24;
     case PdmDevicePixelRatio:
         return 1;
-    case PdmDevicePixelRatioScaled:
-        return int(devicePixelRatioFScale());
+    default:
+        return QPaintDevice::metric(metric);
     }
-    return 0;
-}
-
-QPen linePen(const QColor& colour, double lineWidth)
-{
-    return QPen(colour, lineWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
 }
 
 RowInk::RowInk(QPainter& painter, size_t look, double holeRadius, double symbolRadius)

@@ -55,8 +55,6 @@ private:
     std::unique_ptr<Engine> mEngine;
 };
 
-QPen linePen(const QColor& colour, double lineWidth);
-
 /** The holes and slots of a row with the symbol of their tool, on their way to the paper. Many
  *  circles are one path, and their symbols another: files stay small, and readers fast. In images
  *  a path costs more than its parts.

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "map_shapes.h"
 
-#include "plan_text.h"
-
 #include <QPainter>
 #include <QPainterPathStroker>
 #include <QtMath>
@@ -10,6 +8,7 @@
 #include <array>
 #include <cmath>
 #include <limits>
+#include <numeric>
 #include <set>
 
 namespace brox {
@@ -39,6 +38,11 @@ QPointF onCircle(double degrees, double radius = 1)
 {
     const double angle = qDegreesToRadians(degrees);
     return {radius * std::sin(angle), -radius * std::cos(angle)};
+}
+
+QRectF toMap(const Extent& extent)
+{
+    return QRectF(brox::toMap(extent.low), brox::toMap(extent.high)).normalized();
 }
 
 void arcTo(QPainterPath& path, const Segment& segment)
@@ -137,34 +141,63 @@ double symbolRadius(double holeRadius, double room, double liked)
     return std::max(inHole * holeRadius, std::min(liked, 0.45 * room));
 }
 
-double roomBetween(const std::vector<RowPlaces>& places)
+namespace {
+
+using HoleLists = std::vector<const std::vector<Place>*>;
+
+/** Of a hole to the nearest one that is not at its place, in millimetres. */
+double distanceToNearest(Place hole, const HoleLists& lists)
+{
+    double best = std::numeric_limits<double>::max();
+    for (const std::vector<Place>* holes : lists) {
+        for (const Place& other : *holes) {
+            const double dx = double(other.x) - hole.x;
+            const double dy = double(other.y) - hole.y;
+            const double squared = dx * dx + dy * dy;
+            best = squared > 0 && squared < best ? squared : best;
+        }
+    }
+    return std::sqrt(best) / sizePerMillimetre;
+}
+
+} // namespace
+
+double roomBetween(const std::vector<RowPlaces>& places, std::vector<size_t> rows)
 {
     constexpr double share = 0.1; ///< of the holes may have less room
     constexpr size_t mostCompared = 10'000'000;
     constexpr size_t mostSamples = 500;
-    std::vector<Place> holes;
-    for (const RowPlaces& row : places) {
-        holes.insert(holes.end(), row.holes.begin(), row.holes.end());
+    if (rows.empty()) {
+        rows.resize(places.size());
+        std::iota(rows.begin(), rows.end(), size_t(0));
     }
-    if (holes.size() < 2) {
+    HoleLists lists;
+    size_t count = 0;
+    for (const size_t row : rows) {
+        lists.push_back(&places[row].holes);
+        count += places[row].holes.size();
+    }
+    if (count < 2) {
         return 0;
     }
-    const size_t samples = std::clamp<size_t>(mostCompared / holes.size(), 1, mostSamples);
-    const size_t stride = std::max<size_t>(1, holes.size() / samples);
+    const size_t samples = std::clamp<size_t>(mostCompared / count, 1, mostSamples);
+    const size_t stride = std::max<size_t>(1, count / samples);
     std::vector<double> nearest;
-    for (size_t i = 0; i < holes.size(); i += stride) {
-        double best = std::numeric_limits<double>::max();
-        for (const Place& other : holes) {
-            const double dx = double(other.x) - holes[i].x;
-            const double dy = double(other.y) - holes[i].y;
-            const double squared = dx * dx + dy * dy;
-            best = squared > 0 && squared < best ? squared : best;
+    size_t next = 0;
+    for (const std::vector<Place>* holes : lists) {
+        for (; next < holes->size(); next += stride) {
+            nearest.push_back(distanceToNearest((*holes)[next], lists));
         }
-        nearest.push_back(std::sqrt(best) / sizePerMillimetre);
+        next -= holes->size();
     }
     const auto chosen = nearest.begin() + std::ptrdiff_t(share * double(nearest.size()));
     std::nth_element(nearest.begin(), chosen, nearest.end());
     return *chosen;
+}
+
+QPen linePen(const QColor& colour, double lineWidth)
+{
+    return QPen(colour, lineWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
 }
 
 QRectF extentOf(const DrillPlan& plan, const std::vector<RowPlaces>& places,
@@ -178,13 +211,7 @@ QRectF extentOf(const DrillPlan& plan, const std::vector<RowPlaces>& places,
         const double radius = std::max(1e-3, toMillimetres(shownSize(plan.rows[i])) / 2);
         const QMarginsF margins(radius, radius, radius, radius);
         if (!places[i].holes.empty()) {
-            Place least = places[i].holes.front();
-            Place greatest = least;
-            for (const Place& hole : places[i].holes) {
-                least = {std::min(least.x, hole.x), std::min(least.y, hole.y)};
-                greatest = {std::max(greatest.x, hole.x), std::max(greatest.y, hole.y)};
-            }
-            add(QRectF(toMap(least), toMap(greatest)).normalized().marginsAdded(margins));
+            add(toMap(extentOf(places[i].holes)).marginsAdded(margins));
         }
         for (const Path& path : places[i].slotPaths) {
             // Qt gives a path of one point no place.
@@ -235,8 +262,7 @@ private:
         mPainter.setBrush(Qt::NoBrush);
         for (const auto& [colour, width] :
             {std::pair(QColor(Qt::white), 0.7), std::pair(mColour, 0.35)}) {
-            mPainter.setPen(
-                QPen(colour, width * mRadius, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+            mPainter.setPen(linePen(colour, width * mRadius));
             mPainter.drawPath(mPath);
         }
         mPath.clear();
@@ -257,9 +283,7 @@ public:
         , mCell(radius / 4)
     { }
 
-    bool isSeen(QPointF at) { return isSeen(at, at); }
-
-    /** Of a mark that goes from one place to another. */
+    /** Of a mark that goes from one place to another, or to the same. */
     bool isSeen(QPointF from, QPointF at)
     {
         const QPointF cell = (at - mArea.topLeft()) / mCell;
@@ -290,36 +314,29 @@ bool hasLayer(const DrillPlan& plan, const QString& name)
 QRectF ComparisonMarks::extent() const
 {
     Extent extent;
-    std::for_each(added.begin(), added.end(), [&](Place place) { extent.add(place); });
-    std::for_each(removed.begin(), removed.end(), [&](Place place) { extent.add(place); });
-    for (const auto& [from, to] : moved) {
-        extent.add(from);
-        extent.add(to);
+    for (const BoardDifference* difference : differences) {
+        for (const std::vector<Place>* places : {&difference->places, &difference->movedTo}) {
+            for (const Place& place : *places) {
+                extent.add(place);
+            }
+        }
     }
-    return extent.count == 0 ? QRectF()
-                             : QRectF(toMap(Place{extent.low.x, extent.high.y}),
-                                 toMap(Place{extent.high.x, extent.low.y}))
-                                   .adjusted(-1, -1, 1, 1);
+    return extent.count == 0 ? QRectF() : toMap(extent).adjusted(-1, -1, 1, 1);
 }
 
 ComparisonMarks marksOf(const DrillPlan& plan, const QString& layer)
 {
-    ComparisonMarks marks;
+    ComparisonMarks marks{plan.comparison, {}};
     if (!plan.comparison || plan.comparison->isOtherPanel) {
         return marks;
     }
     for (const BoardDifference& difference : plan.comparison->differences) {
-        const auto isHere = [&](const std::optional<ComparedTool>& tool) {
-            return tool && (layer.isNull() || tool->layer == layer || !hasLayer(plan, tool->layer));
-        };
-        const std::vector<Place>& places = difference.places;
-        if (difference.kind == DifferenceKind::Added && isHere(difference.to)) {
-            marks.added.insert(marks.added.end(), places.begin(), places.end());
-        } else if (difference.kind == DifferenceKind::Removed && isHere(difference.from)) {
-            marks.removed.insert(marks.removed.end(), places.begin(), places.end());
-        } else if (difference.kind == DifferenceKind::Moved && isHere(difference.from)) {
-            for (size_t i = 0; i < places.size(); ++i) {
-                marks.moved.emplace_back(places[i], difference.movedTo[i]);
+        const DifferenceKind kind = difference.kind;
+        if (kind == DifferenceKind::Added || kind == DifferenceKind::Removed
+            || kind == DifferenceKind::Moved) {
+            const QString& own = (difference.from ? difference.from : difference.to)->layer;
+            if (layer.isNull() || own == layer || !hasLayer(plan, own)) {
+                marks.differences.push_back(&difference);
             }
         }
     }
@@ -329,54 +346,55 @@ ComparisonMarks marksOf(const DrillPlan& plan, const QString& layer)
 void paintMarks(QPainter& painter, const ComparisonMarks& marks,
     const std::function<QPointF(Place)>& at, const QRectF& seen, double radius)
 {
+    const auto paintKind = [&](DifferenceKind kind, const QColor& colour, const auto& addMark) {
+        MarkFilter filter(seen, radius);
+        Strokes strokes(painter, colour, radius);
+        for (const BoardDifference* difference : marks.differences) {
+            for (size_t i = 0; difference->kind == kind && i < difference->places.size(); ++i) {
+                const QPointF from = at(difference->places[i]);
+                const QPointF to = difference->movedTo.empty() ? from : at(difference->movedTo[i]);
+                if (filter.isSeen(from, to)) {
+                    addMark(strokes, from, to);
+                }
+            }
+        }
+    };
     painter.save();
-    {
-        MarkFilter ends(seen, radius);
-        Strokes lines(painter, QColor(0x1f, 0x4e, 0xd8), radius);
-        for (const auto& [from, to] : marks.moved) {
-            const QPointF end = at(to);
-            if (ends.isSeen(at(from), end)) {
-                addLine(lines.path(), at(from), end);
-                lines.path().addEllipse(end, radius / 2, radius / 2);
-            }
-        }
-    }
-    {
-        MarkFilter middles(seen, radius);
-        Strokes crosses(painter, QColor(0xd0, 0x10, 0x10), radius);
-        for (const Place& place : marks.removed) {
-            if (const QPointF middle = at(place); middles.isSeen(middle)) {
-                const QPointF arm(0.7 * radius, 0.7 * radius);
-                const QPointF other(arm.x(), -arm.y());
-                addLine(crosses.path(), middle - arm, middle + arm);
-                addLine(crosses.path(), middle - other, middle + other);
-            }
-        }
-    }
-    {
-        MarkFilter middles(seen, radius);
-        Strokes pluses(painter, QColor(0x00, 0x8a, 0x2e), radius);
-        for (const Place& place : marks.added) {
-            if (const QPointF middle = at(place); middles.isSeen(middle)) {
-                addLine(pluses.path(), middle - QPointF(radius, 0), middle + QPointF(radius, 0));
-                addLine(pluses.path(), middle - QPointF(0, radius), middle + QPointF(0, radius));
-            }
-        }
-    }
+    paintKind(DifferenceKind::Moved, QColor(0x1f, 0x4e, 0xd8),
+        [radius](Strokes& strokes, QPointF from, QPointF to) {
+            addLine(strokes.path(), from, to);
+            strokes.path().addEllipse(to, radius / 2, radius / 2);
+        });
+    paintKind(DifferenceKind::Removed, QColor(0xd0, 0x10, 0x10),
+        [radius](Strokes& strokes, QPointF middle, QPointF) {
+            const QPointF arm(0.7 * radius, 0.7 * radius);
+            const QPointF other(arm.x(), -arm.y());
+            addLine(strokes.path(), middle - arm, middle + arm);
+            addLine(strokes.path(), middle - other, middle + other);
+        });
+    paintKind(DifferenceKind::Added, QColor(0x00, 0x8a, 0x2e),
+        [radius](Strokes& strokes, QPointF middle, QPointF) {
+            addLine(strokes.path(), middle - QPointF(radius, 0), middle + QPointF(radius, 0));
+            addLine(strokes.path(), middle - QPointF(0, radius), middle + QPointF(0, radius));
+        });
     painter.restore();
 }
 
 QString marksText(const ComparisonMarks& marks)
 {
     QStringList parts;
-    const auto add = [&](size_t count, const QString& text) {
+    const auto add = [&](DifferenceKind kind, const QString& text) {
+        size_t count = 0;
+        for (const BoardDifference* difference : marks.differences) {
+            count += difference->kind == kind ? difference->places.size() : 0;
+        }
         if (count > 0) {
             parts << text.arg(count);
         }
     };
-    add(marks.added.size(), PlanText::tr("added: %1 (plus)"));
-    add(marks.removed.size(), PlanText::tr("removed: %1 (cross)"));
-    add(marks.moved.size(), PlanText::tr("moved: %1 (line)"));
+    add(DifferenceKind::Added, PlanText::tr("added: %1 (plus)"));
+    add(DifferenceKind::Removed, PlanText::tr("removed: %1 (cross)"));
+    add(DifferenceKind::Moved, PlanText::tr("moved: %1 (line)"));
     return parts.join(QStringLiteral(", "));
 }
 

@@ -6,6 +6,7 @@
 
 #include <QColor>
 #include <QPainterPath>
+#include <QPen>
 #include <QRectF>
 #include <functional>
 
@@ -49,8 +50,14 @@ QPainterPath toolSymbol(size_t index);
  */
 double symbolRadius(double holeRadius, double room, double liked);
 
-/** The distance in millimetres that most holes keep from their next one; 0 if there are none. */
-double roomBetween(const std::vector<RowPlaces>& places);
+/** The distance in millimetres that most holes keep from their next one; 0 if there are none.
+ *
+ * @param rows  whose holes count; empty: all
+ */
+double roomBetween(const std::vector<RowPlaces>& places, std::vector<size_t> rows = {});
+
+/** A pen with round ends and corners. */
+QPen linePen(const QColor& colour, double lineWidth);
 
 /** What holes, slots, outlines and contours take; empty if there is nothing. */
 QRectF extentOf(const DrillPlan& plan, const std::vector<RowPlaces>& places,
@@ -60,11 +67,10 @@ QRectF extentOf(const DrillPlan& plan, const std::vector<RowPlaces>& places,
  *  removed, a line where one has moved, with a ring at the end. */
 struct ComparisonMarks
 {
-    std::vector<Place> added;
-    std::vector<Place> removed;
-    std::vector<std::pair<Place, Place>> moved; ///< from and to
+    std::shared_ptr<const Comparison> comparison;
+    std::vector<const BoardDifference*> differences; ///< those of it that are marked
 
-    bool isEmpty() const { return added.empty() && removed.empty() && moved.empty(); }
+    bool isEmpty() const { return differences.empty(); }
 
     /** In millimetres with y downwards; empty without marks. */
     QRectF extent() const;
