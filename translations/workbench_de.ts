@@ -761,6 +761,14 @@
         <source>the lists of tools have more than %1 MiB</source>
         <translation>die Werkzeuglisten sind größer als %1 MiB</translation>
     </message>
+    <message>
+        <source>more than %1 lines and arcs of shapes</source>
+        <translation>mehr als %1 Linien und Bögen von Formen</translation>
+    </message>
+    <message>
+        <source>more than %1 repeats of steps</source>
+        <translation>mehr als %1 Wiederholungen von Steps</translation>
+    </message>
 </context>
 <context>
     <name>DataFile</name>

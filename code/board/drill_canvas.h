@@ -182,7 +182,6 @@ public:
     void select(size_t tool, std::optional<bool> plating = {});
     void deselect() { mUse.reset(); }
     bool isSelected() const { return mUse.has_value(); }
-    const DrillTool& selectedTool() const { return mTools[mUses[*mUse].tool]; }
 
     void drill(const QPointF& at);
 

@@ -22,8 +22,9 @@ void ExcellonComments::read(const QString& comment, NumberReader& numbers)
 {
     static const QRegularExpression type(
         QStringLiteral("^\\s*TYPE\\s*=\\s*(NON[-_ ]?PLATED|PLATED)\\b"), caseless);
+    constexpr qsizetype fewestLetters = 5; // "#@!TD"
     const QString text = comment.trimmed();
-    if (text.isEmpty()) {
+    if (text.size() < fewestLetters) {
         return;
     }
     if (text.startsWith(QLatin1String("#@!"))) {

@@ -304,13 +304,14 @@ void Reader::declareLayer(const Attributes& attributes)
 {
     mDeclaredLayer = attributes.text("name");
     const QString function = attributes.text("layerFunction").toUpper();
+    const bool isNew = !mLayerFunctions.contains(mDeclaredLayer);
     mLayerFunctions.insert(mDeclaredLayer, function);
     if (function.contains(QLatin1String("BACKDRILL"))) {
         mBackDrillLayers.insert(mDeclaredLayer);
     }
     static const QSet<QString> copper{
         "CONDUCTOR", "CONDFILM", "CONDFOIL", "PLANE", "SIGNAL", "MIXED", "POWER_GROUND"};
-    if (copper.contains(function)) {
+    if (isNew && copper.contains(function)) {
         mBoard.copperLayers << mDeclaredLayer;
     }
 }

@@ -14,6 +14,7 @@ namespace brox {
 
 namespace {
 
+constexpr qint64 maxSegments = 10'000'000; ///< of all polygons
 constexpr int maxReferences = 8; ///< from primitive to primitive
 constexpr auto line = Segment::Shape::Line;
 
@@ -383,14 +384,22 @@ void Ipc2581Shapes::startPolygon(const Ipc2581Attributes& attributes)
     mPolygon = {attributes.place("x", "y"), {}};
 }
 
+void Ipc2581Shapes::addSegment(const Segment& segment)
+{
+    if (++mSegments > maxSegments) {
+        mPass.fail(BoardText::tr("more than %1 lines and arcs of shapes").arg(maxSegments));
+    }
+    mPolygon.segments.push_back(segment);
+}
+
 void Ipc2581Shapes::addCorner(const Ipc2581Attributes& attributes)
 {
-    lineTo(mPolygon, attributes.place("x", "y"));
+    addSegment({line, attributes.place("x", "y"), {}});
 }
 
 void Ipc2581Shapes::addCurve(const Ipc2581Attributes& attributes)
 {
-    mPolygon.segments.push_back(arcTo(attributes.place("x", "y"), attributes));
+    addSegment(arcTo(attributes.place("x", "y"), attributes));
 }
 
 void Ipc2581Shapes::endOutline()

@@ -91,6 +91,7 @@ private:
 
     void endEntry(Shapes& shapes);
     void end();
+    void addSegment(const Segment& segment);
     bool add(Kind kind, Ipc2581Opening opening);
     void addContour(Path outline) { add(Kind::Opening, {{}, std::move(outline)}); }
     void addSlot(double width, double height);
@@ -104,6 +105,7 @@ private:
     std::string mEntry;
     Shape mShape;
     Path mPolygon;
+    qint64 mSegments = 0; ///< of all polygons
 };
 
 } // namespace brox

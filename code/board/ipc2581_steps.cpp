@@ -341,6 +341,9 @@ void Ipc2581Steps::addRepeat(const Ipc2581Attributes& attributes)
     if (mPass.unit() == 0) {
         mPass.fail(BoardText::tr("no CadHeader specifies the units of this repeat"));
     }
+    if (mRepeats.size() == copiesLimit) {
+        mPass.fail(BoardText::tr("more than %1 repeats of steps").arg(copiesLimit));
+    }
     const Place grid = attributes.place("dx", "dy");
     mRepeats.push_back({mSteps.size() - 1, attributes.text("stepRef"),
         Repeat{0, attributes.place("x", "y"), attributes.repeats("nx"), attributes.repeats("ny"),
