@@ -220,13 +220,9 @@ QString Backups::keep(DataFile::Kind kind, const QByteArray& bytes)
             return {};
         }
     }
-    const QString path = newPath(kind);
-    try {
-        FileSet files;
-        files.add(path, bytes);
-        files.commit();
-    } catch (const OutputError& error) {
-        return error.reason();
+    const QString error = writeFile(newPath(kind), bytes);
+    if (!error.isEmpty()) {
+        return error;
     }
     for (const Backup& backup : all(kind).mid(maxBackups)) {
         QFile::remove(backup.path);
