@@ -21,7 +21,6 @@ class ErrorBar;
 class ExportMenu;
 class FindingsDock;
 class HostSession;
-class LivePlan;
 class LogDock;
 class MapDock;
 class NoticeBar;

@@ -52,7 +52,12 @@ MapDock::MapDock(HostSession& session, LivePlan& plan, QWidget* parent)
     ui.toolTreeWidget->header()->setSectionResizeMode(0, QHeaderView::Stretch);
     connect(ui.fitPushButton, &QPushButton::clicked, ui.mapWidget, &MapWidget::fit);
     connect(ui.toolTreeWidget, &QTreeWidget::itemChanged, this, &MapDock::followTree);
-    connect(ui.toolTreeWidget, &QTreeWidget::currentItemChanged, this, &MapDock::selectRow);
+    connect(ui.toolTreeWidget, &QTreeWidget::currentItemChanged, this,
+        [this](const QTreeWidgetItem* item) {
+            if (const QVariant row = item ? item->data(0, rowRole) : QVariant(); row.isValid()) {
+                selectRow(row.toInt());
+            }
+        });
     ui.toolTreeWidget->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(ui.toolTreeWidget, &QWidget::customContextMenuRequested, this, &MapDock::offerSizes);
     connect(ui.mapWidget, &MapWidget::picked, this, &MapDock::describeHole);
@@ -122,13 +127,11 @@ void MapDock::followPlan()
     }
 }
 
-/** A tool of the legend is a row of the table. */
-void MapDock::selectRow(const QTreeWidgetItem* item)
+void MapDock::selectRow(int row)
 {
-    const QVariant row = item ? item->data(0, rowRole) : QVariant();
-    if (row.isValid() && mTable && row.toInt() < mTable->rowCount()) {
-        mTable->setCurrentCell(row.toInt(), 0);
-        mTable->selectRow(row.toInt());
+    if (mTable && row < mTable->rowCount()) {
+        mTable->setCurrentCell(row, 0);
+        mTable->selectRow(row);
     }
 }
 
@@ -225,10 +228,7 @@ void MapDock::followTable()
 
 void MapDock::describeHole(size_t row, Place place)
 {
-    if (mTable && int(row) < mTable->rowCount()) {
-        mTable->setCurrentCell(int(row), 0);
-        mTable->selectRow(int(row));
-    }
+    selectRow(int(row));
     ui.holeLabel->setText(
         tr("%1\nat X %2, Y %3")
             .arg(rowText(mPlan->rows[row]), placeText(place.x), placeText(place.y)));

@@ -45,7 +45,7 @@ private:
     void clear(const QString& reason = {});
     void fillTree(const MapScene& scene, const QSet<size_t>& off);
     void followTree(QTreeWidgetItem* item);
-    void selectRow(const QTreeWidgetItem* item);
+    void selectRow(int row);
     void offerSizes(const QPoint& at);
     void followTable();
     void describeHole(size_t row, Place place);
