@@ -325,16 +325,17 @@ QString comparisonSummary(const Comparison& comparison, Tongue tongue)
 
 QString comparisonCsv(const Comparison& comparison, Units units)
 {
-    QString text = csvLine({"Finding", "Layer", "Tool", "Count", "X", "Y", "Detail"});
+    Table table{{{"Finding"}, {"Layer"}, {"Tool"}, {"Count"}, {"X"}, {"Y"}, {"Detail"}}, {}};
     for (const BoardDifference& difference : comparison.differences) {
         const DifferenceTexts texts =
             differenceTexts(comparison, difference, units, Tongue::English);
         const bool hasPlace = !difference.places.empty();
-        text += csvLine({texts.kind, texts.layer, texts.tool, QString::number(difference.count),
+        table.rows << QStringList{texts.kind, texts.layer, texts.tool,
+            QString::number(difference.count),
             hasPlace ? sizeText(difference.places[0].x, units) : QString(),
-            hasPlace ? sizeText(difference.places[0].y, units) : QString(), texts.detail});
+            hasPlace ? sizeText(difference.places[0].y, units) : QString(), texts.detail};
     }
-    return text;
+    return csvText(table);
 }
 
 QJsonObject comparisonJson(const Comparison& comparison, Units units, LongLists* lists)

@@ -8,7 +8,8 @@
 #include "file_set.h"
 #include "pdf_pages.h"
 #include "plan_checks.h"
-#include "plan_text.h"
+#include "reading.h"
+#include "text_table.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QFileInfo>
@@ -19,19 +20,6 @@
 namespace brox {
 
 namespace {
-
-enum class Align
-{
-    Left,
-    Right
-};
-
-struct Column
-{
-    QString title;
-    Align align = Align::Left;
-    bool wraps = true;
-};
 
 QString escaped(const QString& text)
 {
@@ -56,28 +44,28 @@ QString alert(const QString& text)
     return "<b style=\"color:red\">" + escaped(text) + "</b>";
 }
 
-QString cell(const char* tag, const QString& html, const Column& column)
+QString cell(const char* tag, const QString& html, const Table::Column& column)
 {
     return QStringLiteral("<%1%2%3>%4</%1>")
         .arg(QLatin1String(tag),
-            QLatin1String(column.align == Align::Right ? " align=\"right\"" : " align=\"left\""),
+            QLatin1String(column.isNumber ? " align=\"right\"" : " align=\"left\""),
             QLatin1String(column.wraps ? "" : " style=\"white-space:nowrap\""),
             html.isEmpty() ? QStringLiteral("&nbsp;") : html);
 }
 
 /** A table whose cells are HTML. */
-QString table(const QList<Column>& columns, const QList<QStringList>& rows)
+QString htmlOf(const Table& table)
 {
     QString html = "<table border=\"1\" cellspacing=\"0\" cellpadding=\"3\" "
                    "style=\"border-collapse:collapse\">\n<thead><tr>";
-    for (const Column& column : columns) {
+    for (const Table::Column& column : table.columns) {
         html += cell("th", escaped(column.title), column);
     }
     html += "</tr></thead>\n<tbody>\n";
-    for (const QStringList& row : rows) {
+    for (const QStringList& row : table.rows) {
         html += "<tr>";
         for (qsizetype i = 0; i < row.size(); ++i) {
-            html += cell("td", row[i], columns[i]);
+            html += cell("td", row[i], table.columns[i]);
         }
         html += "</tr>\n";
     }
@@ -101,9 +89,9 @@ public:
         : mUnits(plan.units)
     { }
 
-    Column column(const QString& name) const
+    Table::Column column(const QString& name) const
     {
-        return {QStringLiteral("%1 [%2]").arg(name, unitName(mUnits)), Align::Right};
+        return {QStringLiteral("%1 [%2]").arg(name, unitName(mUnits)), true};
     }
     QString text(Size size) const { return sizeText(size, mUnits); }
     QString text(std::optional<Size> size) const { return size ? text(*size) : QString(); }
@@ -162,19 +150,17 @@ QString factsHtml(const DrillPlan& plan, const DrillMap& map)
 
 QString amountsHtml(const DrillPlan& plan, const Sizes& sizes)
 {
-    QList<QStringList> rows;
+    Table table{{{PlanText::tr("Hole type")}, sizes.column(PlanText::tr("Amount")),
+                    sizes.column(PlanText::tr("Large from")),
+                    sizes.column(PlanText::tr("Amount if large"))},
+        {}};
     for (const ModelAmount& amount : plan.model.amounts) {
         const bool hasLarge = amount.largeFrom > 0;
-        rows << QStringList{escaped(amount.holeType), sizes.text(amount.amount),
+        table.rows << QStringList{escaped(amount.holeType), sizes.text(amount.amount),
             hasLarge ? sizes.text(amount.largeFrom) : QString(),
             hasLarge ? sizes.text(amount.largeAmount) : QString()};
     }
-    return rows.isEmpty() ? QString()
-                          : heading(PlanText::tr("Amounts"))
-            + table({{PlanText::tr("Hole type")}, sizes.column(PlanText::tr("Amount")),
-                        sizes.column(PlanText::tr("Large from")),
-                        sizes.column(PlanText::tr("Amount if large"))},
-                rows);
+    return table.rows.isEmpty() ? QString() : heading(PlanText::tr("Amounts")) + htmlOf(table);
 }
 
 QString rulesHtml(const DrillPlan& plan)
@@ -185,9 +171,15 @@ QString rulesHtml(const DrillPlan& plan)
 
 QString rowsHtml(const DrillPlan& plan, const Sizes& sizes)
 {
-    QList<QStringList> rows;
+    Table table{
+        {{PlanText::tr("Layer")}, {PlanText::tr("Type"), false, false},
+            {PlanText::tr("Count"), true}, sizes.column(PlanText::tr("FHS")),
+            sizes.column(PlanText::tr("-Tol")), sizes.column(PlanText::tr("+Tol")),
+            sizes.column(PlanText::tr("DHS")), {PlanText::tr("Bit"), false, false},
+            {PlanText::tr("Tool"), true}, {PlanText::tr("Flags")}, {PlanText::tr("Decided by")}},
+        {}};
     for (const PlanRow& row : plan.rows) {
-        rows << QStringList{escaped(plan.layers[row.layer].name),
+        table.rows << QStringList{escaped(plan.layers[row.layer].name),
             escaped(spoken(typeWord(row.type, row.isSlot))), countText(row.count),
             sizes.text(row.finishedSize), sizes.text(row.tolerance.minus),
             sizes.text(row.tolerance.plus), sizes.text(row.drillSize),
@@ -195,38 +187,30 @@ QString rowsHtml(const DrillPlan& plan, const Sizes& sizes)
             row.programTool > 0 ? QString::number(row.programTool) : QString(), flagsHtml(row),
             escaped(row.rule)};
     }
-    return heading(PlanText::tr("Drill table"))
-        + table({{PlanText::tr("Layer")}, {PlanText::tr("Type"), Align::Left, false},
-                    {PlanText::tr("Count"), Align::Right}, sizes.column(PlanText::tr("FHS")),
-                    sizes.column(PlanText::tr("-Tol")), sizes.column(PlanText::tr("+Tol")),
-                    sizes.column(PlanText::tr("DHS")), {PlanText::tr("Bit"), Align::Left, false},
-                    {PlanText::tr("Tool"), Align::Right}, {PlanText::tr("Flags")},
-                    {PlanText::tr("Decided by")}},
-            rows);
+    return heading(PlanText::tr("Drill table")) + htmlOf(table);
 }
 
 QString programHtml(const Program& program, const QString& name, const Sizes& sizes)
 {
-    QList<QStringList> rows;
+    Table table{
+        {{PlanText::tr("Tool")}, {PlanText::tr("Bit")}, sizes.column(PlanText::tr("Drill size")),
+            {PlanText::tr("Hits"), true}, {PlanText::tr("Slots"), true}},
+        {}};
     qint64 holes = 0;
     qint64 slotPaths = 0;
     for (const ProgramTool& tool : program.tools) {
         holes += tool.holes;
         slotPaths += tool.slotPaths;
-        rows << QStringList{tool.number > 0
+        table.rows << QStringList{tool.number > 0
                 ? QStringLiteral("T%1").arg(tool.number, 2, 10, QChar('0'))
                 : alert(PlanText::tr("no size")),
             escaped(tool.bit), sizes.text(tool.size), countText(tool.holes),
             countText(tool.slotPaths)};
     }
-    rows << QStringList{QStringLiteral("<b>%1</b>").arg(escaped(PlanText::tr("Total"))), {}, {},
-        QStringLiteral("<b>%1</b>").arg(countText(holes)),
+    table.rows << QStringList{QStringLiteral("<b>%1</b>").arg(escaped(PlanText::tr("Total"))), {},
+        {}, QStringLiteral("<b>%1</b>").arg(countText(holes)),
         QStringLiteral("<b>%1</b>").arg(countText(slotPaths))};
-    return "<h3>" + escaped(name) + "</h3>\n"
-        + table({{PlanText::tr("Tool")}, {PlanText::tr("Bit")},
-                    sizes.column(PlanText::tr("Drill size")), {PlanText::tr("Hits"), Align::Right},
-                    {PlanText::tr("Slots"), Align::Right}},
-            rows);
+    return "<h3>" + escaped(name) + "</h3>\n" + htmlOf(table);
 }
 
 QString programsHtml(const DrillPlan& plan, const Sizes& sizes)
@@ -242,10 +226,10 @@ QString programsHtml(const DrillPlan& plan, const Sizes& sizes)
 QString findingsHtml(const DrillPlan& plan, const Sizes& sizes)
 {
     const CheckFindings findings = checkPlan(plan, outputDate());
-    const QList<Column> columns{{PlanText::tr("Finding")}, {PlanText::tr("Layer")},
+    const QList<Table::Column> columns{{PlanText::tr("Finding")}, {PlanText::tr("Layer")},
         {PlanText::tr("Tools")}, sizes.column(QStringLiteral("X")),
-        sizes.column(QStringLiteral("Y")), {PlanText::tr("Measured"), Align::Right},
-        {PlanText::tr("Limit"), Align::Right}, {PlanText::tr("Id"), Align::Left, false}};
+        sizes.column(QStringLiteral("Y")), {PlanText::tr("Measured"), true},
+        {PlanText::tr("Limit"), true}, {PlanText::tr("Id"), false, false}};
     const auto cells = [&](const CheckFinding& finding) {
         const QString text = checkText(finding.check);
         return QStringList{isHard(finding.check) ? alert(text) : escaped(text),
@@ -254,11 +238,11 @@ QString findingsHtml(const DrillPlan& plan, const Sizes& sizes)
             measureText(finding.check, finding.measured, plan.units),
             measureText(finding.check, finding.limit, plan.units), finding.id};
     };
-    QList<QStringList> rows;
+    Table table{columns, {}};
     std::map<Check, qsizetype> counts;
     for (const CheckFinding& finding : findings.list) {
         if (++counts[finding.check] <= mostListedInReport) {
-            rows << cells(finding);
+            table.rows << cells(finding);
         }
     }
     QStringList notes = findingsNotes(findings);
@@ -270,17 +254,16 @@ QString findingsHtml(const DrillPlan& plan, const Sizes& sizes)
         }
     }
     QString html = heading(PlanText::tr("Findings"))
-        + (rows.isEmpty() ? "<p>" + escaped(PlanText::tr("None.")) + "</p>\n"
-                          : table(columns, rows));
-    QList<QStringList> accepted;
+        + (table.rows.isEmpty() ? "<p>" + escaped(PlanText::tr("None.")) + "</p>\n"
+                                : htmlOf(table));
+    Table accepted{
+        columns + QList<Table::Column>{{PlanText::tr("Reason")}, {PlanText::tr("Until")}}, {}};
     for (const AcceptedFinding& each : findings.accepted) {
-        accepted << cells(each.finding)
+        accepted.rows << cells(each.finding)
                 + QStringList{escaped(each.reason), each.until.toString(Qt::ISODate)};
     }
-    if (!accepted.isEmpty()) {
-        html += "<h3>" + escaped(PlanText::tr("Accepted findings")) + "</h3>\n"
-            + table(columns + QList<Column>{{PlanText::tr("Reason")}, {PlanText::tr("Until")}},
-                accepted);
+    if (!accepted.rows.isEmpty()) {
+        html += "<h3>" + escaped(PlanText::tr("Accepted findings")) + "</h3>\n" + htmlOf(accepted);
     }
     return html + (notes.isEmpty() ? QString() : list(notes));
 }
@@ -299,20 +282,18 @@ QString comparisonHtml(const DrillPlan& plan, const Sizes& sizes)
     if (!comparison.differs()) {
         return html;
     }
-    QList<QStringList> rows;
+    Table table{{{PlanText::tr("Finding")}, {PlanText::tr("Layer")}, {PlanText::tr("Tool"), true},
+                    {PlanText::tr("Count"), true}, sizes.column(PlanText::tr("First X")),
+                    sizes.column(PlanText::tr("First Y")), {PlanText::tr("Detail")}},
+        {}};
     for (const BoardDifference& difference : comparison.differences) {
         const auto texts = differenceTexts(comparison, difference, plan.units, Tongue::User);
         const bool hasPlace = !difference.places.empty();
-        rows << QStringList{alert(texts.kind), escaped(texts.layer), escaped(texts.tool),
+        table.rows << QStringList{alert(texts.kind), escaped(texts.layer), escaped(texts.tool),
             countText(difference.count), hasPlace ? sizes.text(difference.places[0].x) : QString(),
             hasPlace ? sizes.text(difference.places[0].y) : QString(), escaped(texts.detail)};
     }
-    return html
-        + table({{PlanText::tr("Finding")}, {PlanText::tr("Layer")},
-                    {PlanText::tr("Tool"), Align::Right}, {PlanText::tr("Count"), Align::Right},
-                    sizes.column(PlanText::tr("First X")), sizes.column(PlanText::tr("First Y")),
-                    {PlanText::tr("Detail")}},
-            rows);
+    return html + htmlOf(table);
 }
 
 QString notesHtml(const DrillPlan& plan)

@@ -10,29 +10,31 @@ namespace brox {
 
 namespace {
 
-QStringList columns(Units units)
+/** Without rows. */
+Table planTable(Units units)
 {
     const auto size = [units](const char* name) {
-        return QStringLiteral("%1 [%2]").arg(
-            QLatin1String(name), units == Units::Inch ? "mil" : "micron");
+        return Table::Column{QStringLiteral("%1 [%2]").arg(
+                                 QLatin1String(name), units == Units::Inch ? "mil" : "micron"),
+            true};
     };
-    return {"Layer", "Type", "Count", size("FHS"), size("-Tol"), size("+Tol"), size("DHS"), "Bit",
-        "Tool", "Flags"};
+    return {{{"Layer"}, {"Type"}, {"Count", true}, size("FHS"), size("-Tol"), size("+Tol"),
+                size("DHS"), {"Bit"}, {"Tool", true}, {"Flags"}},
+        {}};
 }
 
-bool isNumber(qsizetype column)
+QList<QStringList> cellsOf(const DrillPlan& plan, Units units)
 {
-    return (column >= 2 && column <= 6) || column == 8;
-}
-
-QStringList cells(const DrillPlan& plan, const PlanRow& row, Units units)
-{
-    return {plan.layers[row.layer].name, typeWord(row.type, row.isSlot), QString::number(row.count),
-        sizeText(row.finishedSize, units), sizeText(row.tolerance.minus, units),
-        sizeText(row.tolerance.plus, units),
-        row.drillSize ? sizeText(*row.drillSize, units) : QString(), row.bit,
-        row.programTool > 0 ? QString::number(row.programTool) : QString(),
-        flagTexts(row).join(' ')};
+    QList<QStringList> rows;
+    for (const PlanRow& row : plan.rows) {
+        rows << QStringList{plan.layers[row.layer].name, typeWord(row.type, row.isSlot),
+            QString::number(row.count), sizeText(row.finishedSize, units),
+            sizeText(row.tolerance.minus, units), sizeText(row.tolerance.plus, units),
+            row.drillSize ? sizeText(*row.drillSize, units) : QString(), row.bit,
+            row.programTool > 0 ? QString::number(row.programTool) : QString(),
+            flagTexts(row).join(' ')};
+    }
+    return rows;
 }
 
 QJsonObject layerJson(const StepLayer& layer, Units units)
@@ -76,40 +78,35 @@ QJsonObject rowJson(const DrillPlan& plan, const PlanRow& row)
 
 QString planText(const DrillPlan& plan)
 {
-    QList<QStringList> rows = {columns(plan.units)};
-    for (const PlanRow& row : plan.rows) {
-        rows << cells(plan, row, plan.units);
-    }
-    std::vector<bool> numbers;
-    for (qsizetype i = 0; i < rows.first().size(); ++i) {
-        numbers.push_back(isNumber(i));
-    }
-    return alignedText(std::move(rows), numbers);
+    Table table = planTable(plan.units);
+    table.rows = cellsOf(plan, plan.units);
+    return alignedText(table);
 }
 
 QString planCsvHeader(Units units, const QString& before)
 {
-    const QStringList names = columns(units);
-    return csvHeader(before.isEmpty() ? names : QStringList(before) + names);
+    Table table = planTable(units);
+    if (!before.isEmpty()) {
+        table.columns.prepend({before});
+    }
+    return csvText(table);
 }
 
 QString planCsvRows(const DrillPlan& plan, Units units, const QString& before)
 {
-    QString text;
-    for (const PlanRow& row : plan.rows) {
-        QStringList line = cells(plan, row, units);
+    QList<QStringList> rows = cellsOf(plan, units);
+    for (QStringList& row : rows) {
         if (!before.isNull()) {
-            line.prepend(before);
+            row.prepend(before);
         }
-        text += csvLine(line);
     }
-    return text;
+    return csvRows(rows);
 }
 
 namespace {
 
-const QStringList findingColumns{
-    "Finding", "Hard", "Layer", "Tools", "X", "Y", "Measured", "Limit", "Id"};
+const QList<Table::Column> findingColumns{{"Finding"}, {"Hard"}, {"Layer"}, {"Tools"}, {"X", true},
+    {"Y", true}, {"Measured", true}, {"Limit", true}, {"Id"}};
 
 QStringList cells(const DrillPlan& plan, const CheckFinding& finding)
 {
@@ -120,16 +117,23 @@ QStringList cells(const DrillPlan& plan, const CheckFinding& finding)
         measureText(finding.check, finding.limit, plan.units), finding.id};
 }
 
-QStringList acceptedCells(const DrillPlan& plan, const AcceptedFinding& accepted)
+Table tableOf(const DrillPlan& plan, const std::vector<CheckFinding>& findings)
 {
-    return cells(plan, accepted.finding)
-        + QStringList{accepted.reason, accepted.until.toString(Qt::ISODate)};
+    Table table{findingColumns, {}};
+    for (const CheckFinding& finding : findings) {
+        table.rows << cells(plan, finding);
+    }
+    return table;
 }
 
-QString aligned(QList<QStringList> rows)
+Table tableOf(const DrillPlan& plan, const std::vector<AcceptedFinding>& findings)
 {
-    return alignedText(
-        std::move(rows), {false, false, false, false, true, true, true, true, false, false, false});
+    Table table{findingColumns + QList<Table::Column>{{"Reason"}, {"Until"}}, {}};
+    for (const AcceptedFinding& each : findings) {
+        table.rows << cells(plan, each.finding)
+                + QStringList{each.reason, each.until.toString(Qt::ISODate)};
+    }
+    return table;
 }
 
 double number(Check check, double value, Units units)
@@ -178,22 +182,10 @@ QStringList skippedLines(const CheckFindings& findings)
 
 QString findingsText(const DrillPlan& plan, const CheckFindings& findings)
 {
-    QString text;
-    if (findings.list.empty()) {
-        text = "no findings\n";
-    } else {
-        QList<QStringList> rows{findingColumns};
-        for (const CheckFinding& finding : findings.list) {
-            rows << cells(plan, finding);
-        }
-        text = aligned(std::move(rows));
-    }
+    QString text = findings.list.empty() ? QStringLiteral("no findings\n")
+                                         : alignedText(tableOf(plan, findings.list));
     if (!findings.accepted.empty()) {
-        QList<QStringList> rows{findingColumns + QStringList{"Reason", "Until"}};
-        for (const AcceptedFinding& accepted : findings.accepted) {
-            rows << acceptedCells(plan, accepted);
-        }
-        text += "\naccepted:\n" + aligned(std::move(rows));
+        text += "\naccepted:\n" + alignedText(tableOf(plan, findings.accepted));
     }
     const QStringList notes = findingsNotes(findings);
     return text + (notes.isEmpty() ? QString() : '\n' + notes.join('\n') + '\n');
@@ -201,17 +193,9 @@ QString findingsText(const DrillPlan& plan, const CheckFindings& findings)
 
 QString findingsCsv(const DrillPlan& plan, const CheckFindings& findings)
 {
-    QString text = csvHeader(findingColumns);
-    for (const CheckFinding& finding : findings.list) {
-        text += csvLine(cells(plan, finding));
-    }
-    if (!findings.accepted.empty()) {
-        text += '\n' + csvHeader(findingColumns + QStringList{"Reason", "Until"});
-        for (const AcceptedFinding& accepted : findings.accepted) {
-            text += csvLine(acceptedCells(plan, accepted));
-        }
-    }
-    return text;
+    return csvText(tableOf(plan, findings.list))
+        + (findings.accepted.empty() ? QString()
+                                     : '\n' + csvText(tableOf(plan, findings.accepted)));
 }
 
 QStringList findingsNotes(const CheckFindings& findings)

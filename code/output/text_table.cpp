@@ -24,6 +24,26 @@ QString literal(const QString& cell)
     return printable(isFormula ? '\'' + cell : cell);
 }
 
+QString csvLine(QStringList cells)
+{
+    static const QRegularExpression special(QStringLiteral("[\",\r\n]"));
+    for (QString& cell : cells) {
+        if (cell.contains(special)) {
+            cell = '"' + cell.replace('"', "\"\"") + '"';
+        }
+    }
+    return cells.join(',') + '\n';
+}
+
+QStringList titlesOf(const Table& table)
+{
+    QStringList titles;
+    for (const Table::Column& column : table.columns) {
+        titles << column.title;
+    }
+    return titles;
+}
+
 /** A slot as its points; an arc has its centre between two of them. */
 QJsonArray pathJson(const Path& path, Units units)
 {
@@ -41,26 +61,26 @@ QJsonArray pathJson(const Path& path, Units units)
 
 } // namespace
 
-QString csvLine(QStringList cells)
+QString csvText(const Table& table)
 {
-    std::transform(cells.begin(), cells.end(), cells.begin(), literal);
-    return csvHeader(std::move(cells));
+    return csvLine(titlesOf(table)) + csvRows(table.rows);
 }
 
-QString csvHeader(QStringList cells)
+QString csvRows(const QList<QStringList>& rows)
 {
-    static const QRegularExpression special(QStringLiteral("[\",\r\n]"));
-    for (QString& cell : cells) {
-        if (cell.contains(special)) {
-            cell = '"' + cell.replace('"', "\"\"") + '"';
-        }
+    QString text;
+    for (QStringList cells : rows) {
+        std::ranges::transform(cells, cells.begin(), literal);
+        text += csvLine(std::move(cells));
     }
-    return cells.join(',') + '\n';
+    return text;
 }
 
-QString alignedText(QList<QStringList> rows, const std::vector<bool>& isNumber)
+QString alignedText(const Table& table)
 {
-    QList<qsizetype> widths(rows.first().size(), 0);
+    QList<QStringList> rows{titlesOf(table)};
+    rows += table.rows;
+    QList<qsizetype> widths(table.columns.size(), 0);
     for (QStringList& row : rows) {
         for (qsizetype i = 0; i < row.size(); ++i) {
             row[i] = printable(row[i].simplified());
@@ -71,8 +91,8 @@ QString alignedText(QList<QStringList> rows, const std::vector<bool>& isNumber)
     for (const QStringList& row : rows) {
         QString line;
         for (qsizetype i = 0; i < row.size(); ++i) {
-            line += (isNumber[size_t(i)] ? row[i].rightJustified(widths[i])
-                                         : row[i].leftJustified(widths[i]))
+            line += (table.columns[i].isNumber ? row[i].rightJustified(widths[i])
+                                               : row[i].leftJustified(widths[i]))
                 + "  ";
         }
         while (line.endsWith(' ')) {

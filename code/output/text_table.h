@@ -11,21 +11,28 @@ class QIODevice;
 
 namespace brox {
 
-/** What the tables of the command line share; no text drives a terminal. */
+/** Tables as the command line and reports have them; no text drives a terminal. */
 
-/** A line of comma-separated values; what a spreadsheet would take for a formula begins with an
- *  apostrophe. */
-QString csvLine(QStringList cells);
+struct Table
+{
+    struct Column
+    {
+        QString title;
+        bool isNumber = false; ///< stands to the right
+        bool wraps = true; ///< where lines are as long as the paper allows
+    };
 
-/** The same for the names of columns, which stay as they are. */
-QString csvHeader(QStringList cells);
+    QList<Column> columns;
+    QList<QStringList> rows;
+};
 
-/** Columns side by side.
- *
- * @param rows      the names of the columns first
- * @param isNumber  of each column: whether it stands to the right
- */
-QString alignedText(QList<QStringList> rows, const std::vector<bool>& isNumber);
+/** Columns side by side. */
+QString alignedText(const Table& table);
+
+/** Comma-separated values; what a spreadsheet would take for a formula begins with an apostrophe,
+ *  but for the names of columns, which stay as they are. */
+QString csvText(const Table& table);
+QString csvRows(const QList<QStringList>& rows);
 
 /** A size in some units, with all its digits. */
 double sizeNumber(double size, Units units);
