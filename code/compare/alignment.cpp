@@ -109,7 +109,7 @@ private:
             return std::pair(
                 std::floor(double(vote.x) / within), std::floor(double(vote.y) / within));
         };
-        std::sort(votes.begin(), votes.end(), [&](Place a, Place b) { return cell(a) < cell(b); });
+        std::ranges::sort(votes, {}, cell);
         std::vector<std::pair<std::ptrdiff_t, Place>> counts;
         for (auto it = votes.begin(); it != votes.end();) {
             const auto end =
@@ -300,7 +300,7 @@ std::optional<size_t> anchorOf(
         hits.push_back(tool.hits > 0 ? hitsOnPanel(tool) : 0);
     }
     const auto isRarer = [](qint64 a, qint64 b) { return a > 1 && (b < 2 || a < b); };
-    const auto rarest = std::min_element(hits.begin(), hits.end(), isRarer);
+    const auto rarest = std::ranges::min_element(hits, isRarer);
     if (rarest == hits.end() || *rarest < 2) {
         return {};
     }
@@ -373,7 +373,7 @@ private:
                 hits.push_back(i);
             }
         }
-        std::sort(hits.begin(), hits.end(), [&](size_t a, size_t b) {
+        std::ranges::sort(hits, [&](size_t a, size_t b) {
             return comesFirst(mPanel.places[a], mPanel.places[b], backwards);
         });
         return hits;
@@ -454,7 +454,7 @@ std::vector<bool> liesBeside(const std::vector<Place>& places, const ComparedBoa
     std::vector<Place> outside;
     std::vector<size_t> indices;
     for (size_t i = 0; i < places.size(); ++i) {
-        const bool isInside = std::any_of(copies.begin(), copies.end(), [&](const Placement& copy) {
+        const bool isInside = std::ranges::any_of(copies, [&](const Placement& copy) {
             const std::optional<Place> place = onBoard(places[i], copy);
             return place && isWithin(*place, extent, sizePerMillimetre);
         });
@@ -473,9 +473,9 @@ std::vector<bool> liesBeside(const std::vector<Place>& places, const ComparedBoa
     };
     std::vector<bool> beside(places.size(), false);
     for (size_t i = 0; i < outside.size(); ++i) {
-        beside[indices[i]] = std::none_of(copies.begin(), copies.end(), [&](const Placement& copy) {
+        beside[indices[i]] = std::ranges::none_of(copies, [&](const Placement& copy) {
             const std::optional<Place> place = onBoard(outside[i], copy);
-            return place && std::all_of(copies.begin(), copies.end(), [&](const Placement& other) {
+            return place && std::ranges::all_of(copies, [&](const Placement& other) {
                 return isOutside(other.map(*place));
             });
         });

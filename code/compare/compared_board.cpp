@@ -65,8 +65,8 @@ private:
         const ComparedTool made{layer.name, layer.span, tool.number, isSlot, isPlated,
             tool.typeAssumed, tool.finishedSize, tool.tolerance, 0, layer.hasDrillSizes};
         std::vector<ComparedTool>& tools = mBoard.tools;
-        auto found = std::find_if(tools.begin(), tools.end(),
-            [&](const ComparedTool& known) { return known.isLike(made); });
+        auto found = std::ranges::find_if(
+            tools, [&](const ComparedTool& known) { return known.isLike(made); });
         if (found == tools.end()) {
             found = tools.insert(tools.end(), made);
         }

@@ -361,8 +361,8 @@ std::optional<Comparison> compareCopies(
     const ComparedBoard& to = isOtherPanel ? panel : *spread;
     Comparison result = compareMoved(from, to, PlaceIndex(to.places, within), within, {});
     result.copies = qint64(copies.size());
-    result.turnedCopies = std::count_if(copies.begin(), copies.end(),
-        [](const Placement& copy) { return copy.isMirrored || copy.quarterTurns != 0; });
+    result.turnedCopies = std::ranges::count_if(
+        copies, [](const Placement& copy) { return copy.isMirrored || copy.quarterTurns != 0; });
     result.isOtherPanel = isOtherPanel;
     dropBeside(result, isOtherPanel ? DifferenceKind::Added : DifferenceKind::Removed, single,
         copies, within);

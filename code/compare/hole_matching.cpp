@@ -12,42 +12,30 @@ namespace {
 
 constexpr std::uint32_t none = std::numeric_limits<std::uint32_t>::max();
 
-std::vector<Place> stopsOf(const Path& path, bool backwards)
+bool isSameWay(const Path& a, const Path& b, Size within)
 {
-    std::vector<Place> stops{path.start};
-    for (const Segment& segment : path.segments) {
-        stops.push_back(segment.to);
-    }
-    if (backwards) {
-        std::reverse(stops.begin(), stops.end());
-    }
-    return stops;
+    const auto isNear = [within](Place own, Place other) { return distance(own, other) <= within; };
+    return isNear(a.start, b.start)
+        && std::ranges::equal(
+            a.segments, b.segments, [&](const Segment& own, const Segment& other) {
+                return own.shape == other.shape && isNear(own.to, other.to)
+                    && (own.shape == Segment::Shape::Line || isNear(own.centre, other.centre));
+            });
 }
 
-bool isSameWay(const Path& a, const Path& b, Size within, bool backwards)
+Path reversed(const Path& path)
 {
-    const size_t count = a.segments.size();
-    const std::vector<Place> stops = stopsOf(a, false);
-    const std::vector<Place> others = stopsOf(b, backwards);
-    for (size_t i = 0; i < stops.size(); ++i) {
-        if (distance(stops[i], others[i]) > within) {
-            return false;
-        }
-    }
     using enum Segment::Shape;
-    for (size_t i = 0; i < count; ++i) {
-        const Segment& own = a.segments[i];
-        const Segment& other = b.segments[backwards ? count - 1 - i : i];
-        if (own.shape == Line || other.shape == Line) {
-            if (own.shape != other.shape) {
-                return false;
-            }
-        } else if ((own.shape == other.shape) == backwards
-            || distance(own.centre, other.centre) > within) {
-            return false;
-        }
+    Path back{path.end(), {}};
+    for (size_t i = path.segments.size(); i-- > 0;) {
+        Segment segment = path.segments[i];
+        segment.to = i > 0 ? path.segments[i - 1].to : path.start;
+        segment.shape = segment.shape == Line ? Line
+            : segment.shape == Clockwise      ? CounterClockwise
+                                              : Clockwise;
+        back.segments.push_back(segment);
     }
-    return true;
+    return back;
 }
 
 bool isStraight(const Path& path)
@@ -82,8 +70,7 @@ enum class SlotRelation
 
 SlotRelation slotRelation(const Path& a, const Path& b, Size within)
 {
-    if (a.segments.size() == b.segments.size()
-        && (isSameWay(a, b, within, false) || isSameWay(a, b, within, true))) {
+    if (isSameWay(a, b, within) || isSameWay(a, reversed(b), within)) {
         return SlotRelation::Alike;
     }
     return isOnLine(a, b, within) ? SlotRelation::OfOtherLength : SlotRelation::Different;
@@ -98,7 +85,7 @@ std::vector<int> numberSpans(const ComparedBoard& board, std::vector<Span>& span
             numbers.push_back(-1);
             continue;
         }
-        const auto found = std::find(spans.begin(), spans.end(), *tool.span);
+        const auto found = std::ranges::find(spans, *tool.span);
         numbers.push_back(int(found - spans.begin()));
         if (found == spans.end()) {
             spans.push_back(*tool.span);
@@ -142,8 +129,8 @@ SpanMap::SpanMap(const ComparedBoard& board, const ComparedBoard& other, const P
     }
     for (size_t i = 0; i < spans.size(); ++i) {
         const Span turned{spans[i].to, spans[i].from};
-        const auto found = std::find_if(others.begin(), others.end(),
-            [&](const Span& each) { return each == spans[i] || each == turned; });
+        const auto found = std::ranges::find_if(
+            others, [&](const Span& each) { return each == spans[i] || each == turned; });
         mPartner[i] = found == others.end() ? -1 : int(found - others.begin());
     }
 }
@@ -163,7 +150,7 @@ void SpanMap::pairByPlaces(
         });
     }
     while (!common.empty()) {
-        const auto most = std::max_element(common.begin(), common.end());
+        const auto most = std::ranges::max_element(common);
         if (*most == 0) {
             return;
         }
@@ -312,18 +299,11 @@ bool HoleMatcher::isMoved(std::uint32_t hit, std::uint32_t other) const
     if (!mBoard.tool(hit).isSlot || !differs.slot) {
         return true;
     }
-    Path shifted = mBoard.slotPath(hit);
     const Place from = mBoard.places[hit];
     const Place to = mOther.places[other];
-    const auto shift = [&](Place& place) {
-        place = {Size(qint64(place.x) + to.x - from.x), Size(qint64(place.y) + to.y - from.y)};
-    };
-    shift(shifted.start);
-    for (Segment& segment : shifted.segments) {
-        shift(segment.to);
-        shift(segment.centre);
-    }
-    return slotRelation(shifted, mOther.slotPath(other), mWithin) == SlotRelation::Alike;
+    const Transform shift({to.x - from.x, to.y - from.y}, 0, false);
+    return slotRelation(shift.map(mBoard.slotPath(hit)), mOther.slotPath(other), mWithin)
+        == SlotRelation::Alike;
 }
 
 void HoleMatcher::pairMoved()
@@ -333,6 +313,7 @@ void HoleMatcher::pairMoved()
         double way;
         std::uint32_t removed; ///< index in the list
         std::uint32_t added;
+        auto operator<=>(const Candidate&) const = default;
     };
     if (mMatching.removed.empty() || mMatching.added.empty()) {
         return;
@@ -345,8 +326,8 @@ void HoleMatcher::pairMoved()
     constexpr Size reach = farthestMove + sizeRounding;
     constexpr size_t mostOfHit = 4;
     const PlaceIndex index(places, reach);
-    const auto isNearer = [](const Candidate& a, const Candidate& b) { return a.way < b.way; };
     std::vector<Candidate> candidates;
+    candidates.reserve(mMatching.removed.size() * mostOfHit); // takes no memory that is not used
     std::vector<Candidate> ofHit;
     for (size_t i = 0; i < mMatching.removed.size(); ++i) {
         const std::uint32_t hit = mMatching.removed[i];
@@ -357,11 +338,11 @@ void HoleMatcher::pairMoved()
                 ofHit.push_back({way, std::uint32_t(i), added});
             }
         });
-        std::sort(ofHit.begin(), ofHit.end(), isNearer);
+        std::ranges::sort(ofHit);
         ofHit.resize(std::min(ofHit.size(), mostOfHit));
         candidates.insert(candidates.end(), ofHit.begin(), ofHit.end());
     }
-    std::stable_sort(candidates.begin(), candidates.end(), isNearer);
+    std::ranges::sort(candidates);
     constexpr std::uint32_t paired = none;
     for (const Candidate& candidate : candidates) {
         std::uint32_t& removed = mMatching.removed[candidate.removed];

@@ -149,8 +149,7 @@ using Axis = Size Place::*;
 std::vector<std::uint32_t> stripOrder(const std::vector<Place>& places, Axis across, Axis along)
 {
     const auto span = [&places](Axis axis) {
-        const auto [least, most] = std::minmax_element(places.begin(), places.end(),
-            [axis](const Place& a, const Place& b) { return a.*axis < b.*axis; });
+        const auto [least, most] = std::ranges::minmax_element(places, {}, axis);
         return std::pair((*least).*axis, qint64((*most).*axis) - (*least).*axis + 1);
     };
     const auto [least, width] = span(across);
@@ -167,7 +166,7 @@ std::vector<std::uint32_t> stripOrder(const std::vector<Place>& places, Axis acr
         stops.push_back({strip << 32 | (strip % 2 == 0 ? up : ~up), place.*across,
             std::uint32_t(stops.size())});
     }
-    std::sort(stops.begin(), stops.end());
+    std::ranges::sort(stops);
     std::vector<std::uint32_t> order;
     order.reserve(stops.size());
     for (const Stop& stop : stops) {
@@ -447,7 +446,7 @@ QStringList stalePrograms(const DrillPlan& plan, const QString& folder)
         const QByteArray head = file.read(mostOfHead);
         const auto isIn = [&](const QByteArray& origin) { return head.contains(origin); };
         if (head.startsWith("M48\n; Drill program by brox ")
-            && std::any_of(origins.begin(), origins.end(), isIn)) {
+            && std::ranges::any_of(origins, isIn)) {
             stale << info.filePath();
         }
     }

@@ -305,8 +305,8 @@ void addLine(QPainterPath& path, QPointF from, QPointF to)
 
 bool hasLayer(const DrillPlan& plan, const QString& name)
 {
-    return std::any_of(plan.layers.begin(), plan.layers.end(),
-        [&](const StepLayer& layer) { return layer.name == name; });
+    return std::ranges::any_of(
+        plan.layers, [&](const StepLayer& layer) { return layer.name == name; });
 }
 
 } // namespace

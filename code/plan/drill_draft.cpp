@@ -14,7 +14,7 @@ bool specifiesVias(const Board& board)
     const auto isVia = [](const Tool& tool) { return tool.type == HoleType::Via; };
     for (const Step& step : board.steps) {
         for (const Layer& layer : step.layers) {
-            if (std::any_of(layer.tools.begin(), layer.tools.end(), isVia)) {
+            if (std::ranges::any_of(layer.tools, isVia)) {
                 return true;
             }
         }
@@ -101,10 +101,9 @@ private:
 
     const TypeChoice* choiceFor(const DraftRow& row, const Tool& tool) const
     {
-        const auto found =
-            std::find_if(mJob.choices.begin(), mJob.choices.end(), [&](const TypeChoice& choice) {
-                return choice.layer == mDraft.layers[row.layer].name && choice.tool.isLike(tool);
-            });
+        const auto found = std::ranges::find_if(mJob.choices, [&](const TypeChoice& choice) {
+            return choice.layer == mDraft.layers[row.layer].name && choice.tool.isLike(tool);
+        });
         return found == mJob.choices.end() ? nullptr : &*found;
     }
 
@@ -174,8 +173,7 @@ DrillDraft draftStep(const Job& job, size_t step)
 
 size_t DrillDraft::hostRows() const
 {
-    return size_t(std::count_if(
-        rows.begin(), rows.end(), [](const DraftRow& row) { return !row.isAsDrilled(); }));
+    return size_t(std::ranges::count(rows, false, &DraftRow::isAsDrilled));
 }
 
 void chooseSizes(Job& job, const QString& text)
@@ -260,8 +258,8 @@ QString assumedText(const DrillDraft& draft)
 {
     QStringList parts;
     const auto add = [&](PlanFlag flag, const QString& text) {
-        const auto count = std::count_if(draft.rows.begin(), draft.rows.end(),
-            [flag](const DraftRow& row) { return row.flags.contains(flag); });
+        const auto count = std::ranges::count_if(
+            draft.rows, [flag](const DraftRow& row) { return row.flags.contains(flag); });
         if (count > 0) {
             parts << text.arg(count);
         }

@@ -121,7 +121,7 @@ DrillPlan makePlan(const DrillDraft& draft, DrillModel model, const std::vector<
         PlanRow& row =
             plan.rows.emplace_back(PlanRow{draft.rows[i], drill.size, drill.bit, drill.replaced});
         row.flags += drill.flags;
-        std::sort(row.flags.begin(), row.flags.end());
+        std::ranges::sort(row.flags);
     }
     addPrograms(plan);
     return plan;
@@ -149,14 +149,12 @@ QStringList flagTexts(const PlanRow& row)
 
 bool isAlarming(const PlanRow& row)
 {
-    return std::any_of(
-        row.flags.begin(), row.flags.end(), [](PlanFlag flag) { return isAlarming(flag); });
+    return std::ranges::any_of(row.flags, [](PlanFlag flag) { return isAlarming(flag); });
 }
 
 qsizetype alarmingRows(const DrillPlan& plan)
 {
-    return std::count_if(
-        plan.rows.begin(), plan.rows.end(), [](const PlanRow& row) { return isAlarming(row); });
+    return std::ranges::count_if(plan.rows, [](const PlanRow& row) { return isAlarming(row); });
 }
 
 void forEachTool(const DrillPlan& plan,

@@ -322,10 +322,8 @@ const ToleranceRule* ShopRules::find(HoleType type, Size finishedSize) const
 void ShopRules::sort()
 {
     const auto key = [](const ToleranceRule& rule) { return std::pair(rule.type, rule.from); };
-    std::stable_sort(tolerances.begin(), tolerances.end(),
-        [&](const ToleranceRule& a, const ToleranceRule& b) { return key(a) < key(b); });
-    const auto twin = std::adjacent_find(tolerances.begin(), tolerances.end(),
-        [&](const ToleranceRule& a, const ToleranceRule& b) { return key(a) == key(b); });
+    std::ranges::stable_sort(tolerances, {}, key);
+    const auto twin = std::ranges::adjacent_find(tolerances, {}, key);
     if (twin != tolerances.end()) {
         throw RulesError(PlanText::tr(" tolerances: two for %1 from %2 mm")
                              .arg(spoken(typeKey(twin->type)), numberText(twin->from)));
