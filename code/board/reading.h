@@ -59,7 +59,7 @@ using Progress = std::function<bool(qint64 done, qint64 total)>;
 QString lackText(const std::vector<Step>& steps);
 
 /** The most holes that a board is read or spread to, in the memory that a program may take. */
-constexpr qint64 maxHoles = 20'000'000;
+constexpr qint64 maxHoles = 50'000'000;
 
 /** How many holes take as much memory as a slot or a contour. */
 constexpr qint64 weightOf(size_t segments)

@@ -303,7 +303,7 @@ private:
             {"T1\nG00X1.\nM15\nT1\nX2.", ":9: neither a hole"},
             {"T1\nX0\nM25\nR9999X0\nM01\nM02X0R9999", ":10: too many holes and slots"},
             {"T1\nX0G85X1.\nM01\nM02X0R999\nM01\nM02X0R9999",
-                ":10: too many holes and slots, the most are 20000000 holes; a slot counts as 8"},
+                ":10: too many holes and slots, the most are 50000000 holes; a slot counts as 8"},
             {"T1\nM25\nX1.\nM02X1.", ":8: no pattern to repeat"},
             {"T1\nM25\nX1.\nM01\nM02X1.M80", ":9: a pattern that is turned or mirrored"},
             {"T1\nM15\nM16\nX1.", ":8: neither a hole"}, {"T1\nX6000.", ":6: a place further than"},
@@ -804,8 +804,8 @@ pack("large.tgz", 1, 100 << 20))");
         const auto nothing = [](const Step&, const Transform&) {};
         QVERIFY_EXCEPTION_THROWN(
             forEachCopy(panel("1000", 1), 0, nothing), PanelError); // and itself
-        QVERIFY_EXCEPTION_THROWN(forEachCopy(panel("1", 20001), 0, nothing), PanelError);
-        forEachCopy(panel("1", 20000), 0, nothing);
+        QVERIFY_EXCEPTION_THROWN(forEachCopy(panel("1", 50001), 0, nothing), PanelError);
+        forEachCopy(panel("1", 50000), 0, nothing);
     }
 
     /** Also across the borders of the chunks that are read. */
