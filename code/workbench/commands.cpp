@@ -321,8 +321,9 @@ int printPlan(const Options& options, HostSession& session, Board board, const S
     const QStringList written = refusals.isEmpty() ? writeFiles(options, plan) : QStringList();
     QStringList left = leftOut(plan);
     if (options.wantsFewestTools()) {
-        left << QStringLiteral("tools: %1 instead of %2")
+        left << QStringLiteral("%1 %2 instead of %3")
                     .arg(plan.toolCount())
+                    .arg(plan.toolCount() == 1 ? "tool" : "tools")
                     .arg(plan.toolsBefore());
     }
     const int status = options.isSet(options.json)

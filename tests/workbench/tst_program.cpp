@@ -245,7 +245,7 @@ const Case cases[] = {
         "faults-PTH.drl: T1 drills 7 holes where a comment says 5\n"
         "assumed: tolerances (tools: 1)\n"},
     {"$B controller.xml --csv --fewest-tools --step board", 0,
-        {",889,#65,4,merged (was #64)\n", "DRILL_NPTH,"}, "tools: 22 instead of 28\n"},
+        {",889,#65,4,merged (was #64)\n", "DRILL_NPTH,"}, "22 tools instead of 28\n"},
     {"$B controller.xml --csv --tools-at-most 10 --drill-programs $D/p >/dev/null 2>$D/e; s=$?;"
      " grep -A2 needed $D/e; ls $D/p 2>/dev/null; exit $s",
         2,
