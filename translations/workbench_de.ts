@@ -710,8 +710,8 @@
         <translation>%1 hat %2 mm, wo %3 %4 mm nennt</translation>
     </message>
     <message>
-        <source>%1 drills %2 holes where %3 says %4</source>
-        <translation>%1 bohrt %2 Bohrungen, wo %3 %4 nennt</translation>
+        <source>holes of %1: %2 where %3 says %4</source>
+        <translation>Bohrungen von %1: %2, wo %3 %4 nennt</translation>
     </message>
     <message>
         <source>its numbers are read as %1, by %2</source>

@@ -372,7 +372,7 @@ void ExcellonTools::compare(size_t index, const ToolRemark& remark, const QStrin
                 QString::number(remark.size / sizePerMillimetre)});
     }
     if (remark.quantity >= 0 && hits != remark.quantity) {
-        mNotes.add(QT_TRANSLATE_NOOP("BoardText", "%1 drills %2 holes where %3 says %4"),
+        mNotes.add(QT_TRANSLATE_NOOP("BoardText", "holes of %1: %2 where %3 says %4"),
             {tool.name, QString::number(hits), by, QString::number(remark.quantity)});
     }
 }

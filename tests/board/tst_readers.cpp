@@ -531,7 +531,7 @@ private slots:
         QCOMPARE(outcome({write("remark.drl", remark)}),
             "pcb/remark: P2.54 76.2,0; P0.254 25.4,0 ~25.4,0>50.8,0\n"
             "remark.drl: T2 has 2.54 mm where a comment says 1.27 mm\n"
-            "remark.drl: T1 drills 2 holes where a comment says 3");
+            "remark.drl: holes of T1: 2 where a comment says 3");
         QCOMPARE(outcome({write("a-NPTH.drl", program("T1\nX1."))}), "pcb/a-NPTH: N0.8 1,0");
     }
 
@@ -624,7 +624,7 @@ private slots:
                 "out]\n"
                 "a.drd: its numbers are read as inches, 2:5, leading zeros left out, by a.dri\n"
                 "a.drd: the size of T1 is that of a.dri (and 1 more like it)\n"
-                "a.drd: T2 drills 1 holes where a.dri says 3"},
+                "a.drd: holes of T2: 1 where a.dri says 3"},
             {"b.DRR",
                 "NCDrill File Report For: b.PcbDoc\nLayer Pair : Top to Bottom\n"
                 "ASCII Plated RoundHoles File : b-Plated.TXT\nASCII SlotHoles File : b-Slots.TXT\n"

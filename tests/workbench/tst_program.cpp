@@ -61,12 +61,12 @@ const Case cases[] = {
         "holes left out: 12 (on layers that are not drilled)\n"},
     {"$B $O --csv --units metric", 0, {"\n\"o,\"\"d\",Via,1,508,25.4,50.8,571.5,#74,1,\n"},
         "back drills left out: 2 (the fabricator chooses their tools)\n"
-        "$D/o,\"d.drl: T7 drills 1 holes where a comment says 9\n"
+        "$D/o,\"d.drl: holes of T7: 1 where a comment says 9\n"
         "assumed: tolerances (tools: 1)\n"},
     {"cp breakout-NPTH.drl $D/=1.drl; $B $D/=1.drl --csv --units metric; rm $D/=1.drl", 0,
         {"\n'=1,Plated,28,500,100,100,600,"}, "assumed: types (tools: 2), tolerances (tools: 2)\n"},
     {"$B $O --table", 0, {"\n\nback drills left out: 2 (the fabricator chooses their tools)\n"},
-        "$D/o,\"d.drl: T7 drills 1 holes where a comment says 9\n"
+        "$D/o,\"d.drl: holes of T7: 1 where a comment says 9\n"
         "assumed: tolerances (tools: 1)\n"},
     {"$B $O --json 2>/dev/null | tr -d ' \\n'", 0,
         {R"({"amount":3.937007874015748,"holeType":"Pth","largeAmount":4.921259842519685,)"
@@ -131,7 +131,7 @@ const Case cases[] = {
             " 2 tolerance-assumed -0.1/+0.1 mm by the rule for plated ",
             " Total &nbsp; &nbsp; 1 1 Findings ",
             " Not drilled, and notes back drills left out: 2 (",
-            "T7 drills 1 holes where a comment says 9 Map of layer o,&quot;d (1 to 4) ",
+            "holes of T7: 1 where a comment says 9 Map of layer o,&quot;d (1 to 4) ",
             " Extent holes within 0.224 x 0.124 inch from 0.938, 0.938 Model ",
             "Circles have the drill size; sizes in mil. File o,&quot;d; extent holes within ",
             "; written on 2023-11-14 by brox ",
@@ -242,7 +242,7 @@ const Case cases[] = {
         {R"("measured":7,"places":[[10000,10000]],"rule":"count","tools":[1]},)",
             R"("limit":10,"measured":)", R"("skippedChecks":["outside","edge","aspect","window"])",
             R"("doubledHits":1,)"},
-        "faults-PTH.drl: T1 drills 7 holes where a comment says 5\n"
+        "faults-PTH.drl: holes of T1: 7 where a comment says 5\n"
         "assumed: tolerances (tools: 1)\n"},
     {"$B controller.xml --csv --fewest-tools --step board", 0,
         {",889,#65,4,merged (was #64)\n", "DRILL_NPTH,"}, "22 tools instead of 28\n"},
@@ -273,7 +273,7 @@ const Case cases[] = {
     {"echo \"$D/o,\\\"d.drl\" >$D/list; $B --csv --boards $D/list", 0,
         {"Board,Layer,Type,Count,FHS [mil],"},
         "$D/o,\"d.drl: back drills left out: 2 (the fabricator chooses their tools)\n"
-        "$D/o,\"d.drl: T7 drills 1 holes where a comment says 9\n"
+        "$D/o,\"d.drl: holes of T7: 1 where a comment says 9\n"
         "$D/o,\"d.drl: assumed: tolerances (tools: 1)\n"},
     {"(echo none; echo backplane.xml) >$D/list; $B --csv --boards $D/list --strict >/dev/null 2>&1",
         1, {}, ""},
