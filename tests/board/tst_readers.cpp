@@ -2,8 +2,11 @@
 #include "board_reader.h"
 #include "panel.h"
 
+#include <QDir>
+#include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
-#include <QtTest>
+#include <QTest>
 #include <clocale>
 #include <sys/stat.h>
 

@@ -2,7 +2,7 @@
 #include "comparison.h"
 
 #include <QElapsedTimer>
-#include <QtTest>
+#include <QTest>
 #include <algorithm>
 
 using namespace brox;

@@ -8,11 +8,13 @@
 #include "map_shapes.h"
 #include "pdf_pages.h"
 
+#include <QBuffer>
+#include <QDir>
 #include <QPainter>
 #include <QSvgRenderer>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QTextDocument>
-#include <QtTest>
 #include <map>
 #include <set>
 

@@ -5,9 +5,11 @@
 #include "geometry.h"
 #include "plan_checks.h"
 
+#include <QDate>
+#include <QFile>
 #include <QRandomGenerator>
 #include <QTemporaryDir>
-#include <QtTest>
+#include <QTest>
 #include <bit>
 #include <ctime>
 #include <set>

@@ -8,13 +8,15 @@
 #include "open_job.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QComboBox>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QSettings>
 #include <QTableWidget>
 #include <QTemporaryDir>
-#include <QtTest>
+#include <QTest>
+#include <QTimer>
 
 /** A window with the board "a.drl", in a folder of its own that has the data, too. */
 class BoardWindow : public QObject

@@ -6,12 +6,14 @@
 #include "main_window.h"
 
 #include <QAction>
+#include <QApplication>
+#include <QDirIterator>
 #include <QProcess>
 #include <QTableWidget>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QToolButton>
 #include <QTreeWidget>
-#include <QtTest>
 #include <cstdio>
 #include <unistd.h>
 

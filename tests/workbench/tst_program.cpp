@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
-#include <QtTest>
+#include <QTest>
 #include <memory>
 
 namespace {

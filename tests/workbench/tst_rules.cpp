@@ -8,7 +8,7 @@
 #include <QJsonObject>
 #include <QTableWidget>
 #include <QTemporaryDir>
-#include <QtTest>
+#include <QTest>
 
 using namespace brox;
 

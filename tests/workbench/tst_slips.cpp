@@ -11,7 +11,8 @@
 #include <QGridLayout>
 #include <QLineEdit>
 #include <QTableWidget>
-#include <QtTest>
+#include <QTest>
+#include <QWheelEvent>
 
 using namespace brox;
 
