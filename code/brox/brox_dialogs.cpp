@@ -35,7 +35,8 @@ void enterOpenCell(QWidget* part)
 {
     const QWidget* editor = part->window()->focusWidget();
     const QWidget* viewport = editor ? editor->parentWidget() : nullptr;
-    if (viewport && qobject_cast<QAbstractItemView*>(viewport->parentWidget())) {
+    if (viewport && part->isAncestorOf(viewport)
+        && qobject_cast<QAbstractItemView*>(viewport->parentWidget())) {
         part->setFocus();
     }
 }
