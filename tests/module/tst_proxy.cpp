@@ -23,7 +23,8 @@ const QByteArray models = modelsXml({
     modelXml("Own", "1", "no",
         R"(<HoleType name="Pth" amount="100" oversized="1000" os_amount="200"/>
            <HoleType name="Via" amount="100" oversized="0" os_amount="200"/>
-           <HoleType name="NPth" amount="100" oversized="-5" os_amount="200"/>)"),
+           <HoleType name="NPth" amount="100" oversized="-5" os_amount="200"/>
+           <HoleType name="nPTH" amount="9"/>)"),
     modelXml("Bits", "AMOUNT + FHS", "yes",
         R"(<HoleType name="Pth" amount="4"/><HoleType name="Laser" amount="6"/>
            <HoleType name="Photo" amount="7"/>)"),
@@ -35,7 +36,7 @@ const std::vector<Hole> holes = {
     {"photo takes no bit", 2, 2, "Bits", millimeter, millimeter + 7},
     {"press fit has no amount", 0, 3, "Bits", millimeter, millimeter, "P0"},
     {"unknown type", 3, 0, "Bits", millimeter, millimeter, "P0"},
-    {"negative type", -1, 0, "Bits", millimeter, millimeter, "P0"},
+    {"negative type, with the amount of an unknown name", -1, 0, "Own", millimeter, millimeter + 9},
     {"unknown sub type", 0, 4, "Bits", millimeter, millimeter, "P0"},
     {"name in other case", 0, 0, "bits", millimeter, 0},
     {"below the threshold", 0, 0, "Own", 999, 1099},
