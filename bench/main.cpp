@@ -28,30 +28,27 @@ double takeTurn(const Side& side)
     return side();
 }
 
-/** Measures both sides in turn, so that whatever slows the machine down slows down both. */
+/** Takes the ratio of each turn: whatever slows the machine down slows down both sides of it. */
 void measure(benchmark::State& state, const Ratio& ratio, const Scale& scale)
 {
-    std::vector<double> measured;
-    std::vector<double> base;
+    constexpr double microsecond = 1e-6;
+    std::vector<double> turns;
+    bool hasBase = false;
     try {
         const Sides sides = ratio.prepare(scale);
+        hasBase = bool(sides.base);
         for (auto _ : state) {
-            measured.push_back(takeTurn(sides.measured));
-            if (sides.base) {
-                base.push_back(takeTurn(sides.base));
-            }
-            state.SetIterationTime(measured.back());
+            const double measured = takeTurn(sides.measured);
+            turns.push_back(measured / (hasBase ? takeTurn(sides.base) : microsecond));
+            state.SetIterationTime(measured);
         }
     } catch (const std::exception& error) {
         state.SkipWithError(error.what());
         return;
     }
-    state.counters["measured"] =
-        base.empty() ? median(measured) * 1e6 : median(measured) / median(base);
-    state.counters["times"] = !base.empty();
+    state.counters["measured"] = median(turns);
+    state.counters["times"] = hasBase;
     state.counters["at_most"] = ratio.atMost;
-    state.counters["ours_us"] = median(measured) * 1e6;
-    state.counters["base_us"] = base.empty() ? 0 : median(base) * 1e6;
 }
 
 /** Prints a line for each ratio and remembers what went wrong. */
