@@ -241,9 +241,11 @@ const Reader::Rule* Reader::findRule(In in, std::string_view name)
         {In::Polygon, "LineDescRef", In::Nothing, on<&S::setLineReference>},
     };
     static_assert(std::ranges::is_sorted(rules, {}, &Rule::in));
-    const auto some = std::ranges::equal_range(rules, in, {}, &Rule::in);
-    const auto found = std::ranges::find(some, name, &Rule::name);
-    return found == some.end() ? nullptr : &*found;
+    auto rule = std::ranges::lower_bound(rules, in, {}, &Rule::in);
+    while (rule != std::end(rules) && rule->in == in && rule->name != name) {
+        ++rule;
+    }
+    return rule != std::end(rules) && rule->in == in ? rule : nullptr;
 }
 
 bool Reader::start(std::string_view name, const Attributes& attributes)
