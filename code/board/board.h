@@ -9,12 +9,24 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <stdexcept>
 #include <vector>
 
 namespace brox {
 
 /** A board's drill data, as a reader hands them over: what the files specify, and of each guess
  * that it is one. Rules of a shop act later and change nothing here. */
+
+/** What went wrong, described in one line for the user. */
+class Error : public std::runtime_error
+{
+public:
+    explicit Error(const QString& message)
+        : std::runtime_error(message.toStdString())
+    { }
+
+    QString message() const { return QString::fromUtf8(what()); }
+};
 
 /** A length or coordinate in host size units: 400 to the micron, 10160 to the mil. */
 using Size = std::int32_t;

@@ -448,7 +448,7 @@ void Reader::finish()
     try {
         checkCounts(mBoard);
     } catch (const PanelError& error) {
-        mPass.fail(QString::fromUtf8(error.what()));
+        mPass.fail(error.message());
     }
     if (const QString lack = lackText(mBoard.steps); !lack.isEmpty()) {
         mPass.fail(lack);

@@ -322,7 +322,7 @@ Path Ipc2581Openings::placed(const Path& path) const
     try {
         return (transform(mSetPlacement) * transform(mOwnPlacement)).map(path);
     } catch (const PanelError& error) {
-        mPass.fail(QString::fromUtf8(error.what()));
+        mPass.fail(error.message());
     }
 }
 

@@ -5,19 +5,15 @@
 #include "board.h"
 
 #include <functional>
-#include <stdexcept>
 
 namespace brox {
 
 /** A step with the steps that it repeats: what it comes to, and where everything lies. */
 
 /** A panel that is too large to be spread, described in one line. */
-class PanelError : public std::runtime_error
+class PanelError : public Error
 {
-public:
-    explicit PanelError(const QString& message)
-        : std::runtime_error(message.toStdString())
-    { }
+    using Error::Error;
 };
 
 /** Most copies of steps that a step is spread to. */

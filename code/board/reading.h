@@ -7,7 +7,6 @@
 #include <QByteArray>
 #include <QCoreApplication>
 #include <functional>
-#include <stdexcept>
 #include <string_view>
 
 class QIODevice;
@@ -28,17 +27,14 @@ class BoardText
 QString printable(const QString& text);
 
 /** What is wrong with a board file, as one line "file:line: message"; line 0 is left out. */
-class BoardError : public std::runtime_error
+class BoardError : public Error
 {
 public:
     BoardError(const QString& file, qint64 line, const QString& message)
-        : std::runtime_error(printable(line > 0
+        : Error(printable(line > 0
                 ? QStringLiteral("%1:%2: %3").arg(file, QString::number(line), message.simplified())
-                : QStringLiteral("%1: %2").arg(file, message.simplified()))
-                                 .toStdString())
+                : QStringLiteral("%1: %2").arg(file, message.simplified())))
     { }
-
-    QString message() const { return QString::fromUtf8(what()); }
 };
 
 /** A drill file that specifies no units, where the options give none either. */

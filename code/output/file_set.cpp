@@ -58,7 +58,7 @@ bool mayReplace(const QFileInfo& file, const QFileInfo& place)
 OutputError::OutputError(const QString& path, const QString& reason)
     : OutputError(PlanText::tr("%1: can't be written: %2").arg(path, reason))
 {
-    mReason = reason.toStdString();
+    mReason = reason;
 }
 
 FileLock::Result FileLock::take(const QString& path, int milliseconds)

@@ -11,26 +11,25 @@
 #include <map>
 #include <memory>
 #include <set>
-#include <stdexcept>
 #include <vector>
 
 namespace brox {
 
 /** Something that can't be written, in one line. */
-class OutputError : public std::runtime_error
+class OutputError : public Error
 {
 public:
     explicit OutputError(const QString& message)
-        : std::runtime_error(message.simplified().toStdString())
+        : Error(message.simplified())
     { }
 
     OutputError(const QString& path, const QString& reason);
 
     /** Without the path, as far as it is known which that is. */
-    QString reason() const { return QString::fromStdString(mReason); }
+    QString reason() const { return mReason; }
 
 private:
-    std::string mReason = what();
+    QString mReason = message();
 };
 
 /** A file that only one process at a time has; it is gone when the object or the process is. */

@@ -111,7 +111,7 @@ Acceptances Acceptances::load(const QString& path)
             acceptances.mLines.push_back(parsed(line));
         } catch (const RulesError& error) {
             throw RulesError(
-                QStringLiteral("%1:%2: %3").arg(path).arg(number).arg(QString(error.what())));
+                QStringLiteral("%1:%2: %3").arg(path).arg(number).arg(error.message()));
         }
     }
     return acceptances;

@@ -111,7 +111,7 @@ ToleranceRule ruleOf(const QJsonValue& value, const QString& where)
     try {
         rule.type = holeTypeOf(object["type"].toString());
     } catch (const RulesError& error) {
-        throw RulesError(where + ".type: " + error.what());
+        throw RulesError(where + ".type: " + error.message());
     }
     rule.from = object.contains("from") ? jsonSize(object["from"], where + ".from") : 0;
     rule.tolerance = {

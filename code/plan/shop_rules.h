@@ -5,17 +5,13 @@
 #include "board.h"
 
 #include <map>
-#include <stdexcept>
 
 namespace brox {
 
 /** A rule that can't be read, described in one line. */
-class RulesError : public std::runtime_error
+class RulesError : public Error
 {
-public:
-    explicit RulesError(const QString& message)
-        : std::runtime_error(message.toStdString())
-    { }
+    using Error::Error;
 };
 
 /** A tolerance for holes and slots of a type, from a finished size on. */

@@ -337,7 +337,7 @@ DrillBits readBits(const QString& name)
         }
         return bits;
     } catch (const BitsError& error) {
-        throw BitsError(QStringLiteral("%1:%2").arg(name, QString::fromUtf8(error.what())));
+        throw BitsError(QStringLiteral("%1:%2").arg(name, error.message()));
     }
 }
 

@@ -2,10 +2,11 @@
 #ifndef BITS_LIST_H
 #define BITS_LIST_H
 
+#include "board.h"
+
 #include <QList>
 #include <QString>
 #include <QStringList>
-#include <stdexcept>
 
 namespace brox {
 
@@ -23,12 +24,9 @@ struct DrillBit
 using DrillBits = QList<DrillBit>;
 
 /** A list of bits that can't be read, in one line. */
-class BitsError : public std::runtime_error
+class BitsError : public Error
 {
-public:
-    explicit BitsError(const QString& message)
-        : std::runtime_error(message.toStdString())
-    { }
+    using Error::Error;
 };
 
 /** The module's file of bits. Elements that are no bits are left out. */

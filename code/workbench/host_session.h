@@ -16,12 +16,9 @@
 namespace brox {
 
 /** Something that can't be done, described in one line. */
-class HostError : public std::runtime_error
+class HostError : public Error
 {
-public:
-    explicit HostError(const QString& message)
-        : std::runtime_error(message.toStdString())
-    { }
+    using Error::Error;
 };
 
 /** What a viewer follows: the host's window of a step. */

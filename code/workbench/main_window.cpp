@@ -495,7 +495,7 @@ bool MainWindow::readRules()
         }
     } catch (const RulesError& error) {
         fault = tr("%1; nothing is exported until the rules of the shop can be read")
-                    .arg(QString::fromUtf8(error.what()));
+                    .arg(error.message());
         mLog->add("ERROR", fault);
     }
     mRulesBar->setText(fault);

@@ -163,8 +163,7 @@ Board readOrder(const QStringList& paths, const ReadOptions& options)
         try {
             compareDrillFiles(board);
         } catch (const PanelError& error) {
-            board.notes << PlanText::tr("drill files are not compared: %1")
-                               .arg(QString::fromUtf8(error.what()));
+            board.notes << PlanText::tr("drill files are not compared: %1").arg(error.message());
         }
         board.drillFiles.reset();
     }

@@ -54,8 +54,8 @@ void take(const Options& options, const QCommandLineOption& option, const Apply&
         try {
             apply(value);
         } catch (const RulesError& error) {
-            throw RulesError(QStringLiteral("--%1: %2")
-                                 .arg(option.names().first(), QString::fromUtf8(error.what())));
+            throw RulesError(
+                QStringLiteral("--%1: %2").arg(option.names().first(), error.message()));
         }
     }
 }
