@@ -388,9 +388,17 @@ void DrillBoard::nameLayers()
             }
         }
     }
+    QString shared = mEntries.empty() ? QString() : mEntries.front().file->name;
+    for (const Entry& entry : mEntries) {
+        shared.truncate(
+            std::ranges::mismatch(std::as_const(shared), entry.file->name).in1 - shared.cbegin());
+    }
+    // A folder stays before each path, so that none is like a short name.
+    const qsizetype common = shared.lastIndexOf('/', shared.lastIndexOf('/') - 1) + 1;
     for (Entry& entry : mEntries) { // standard input and a file may still have one name
         QString& own = entry.drill.layer.name;
         own = own.isEmpty() ? entry.file->name : own;
+        own.remove(0, own == entry.file->name ? common : 0);
     }
 }
 
