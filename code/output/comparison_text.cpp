@@ -183,7 +183,9 @@ QString countText(const BoardDifference& difference, const Words& words)
 {
     const QString text = toolOf(difference)->isSlot ? words.slotPaths(difference.count)
                                                     : words.holes(difference.count);
-    return difference.isWholeTool ? words(QT_TRANSLATE_NOOP("PlanText", "all %1")).arg(text) : text;
+    return difference.isWholeTool && difference.count > 1
+        ? words(QT_TRANSLATE_NOOP("PlanText", "all %1")).arg(text)
+        : text;
 }
 
 QString lineOf(
