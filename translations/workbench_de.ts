@@ -2928,7 +2928,7 @@ bei X %2, Y %3</translation>
     </message>
     <message>
         <source>&amp;Remove</source>
-        <translation>&amp;Entfernen</translation>
+        <translation>Ent&amp;fernen</translation>
     </message>
     <message>
         <source>never</source>
@@ -3010,10 +3010,6 @@ bei X %2, Y %3</translation>
         <translation>&amp;Kürzestes Langloch (Länge zu Breite):</translation>
     </message>
     <message>
-        <source>&amp;Aspect ratio (thickness by drill):</source>
-        <translation>&amp;Aspektverhältnis (Dicke zu Bohrer):</translation>
-    </message>
-    <message>
         <source>Tolerance range, &amp;plated:</source>
         <translation>Toleranzbereich, &amp;metallisiert:</translation>
     </message>
@@ -3040,6 +3036,10 @@ bei X %2, Y %3</translation>
     <message>
         <source>Plus tolerance</source>
         <translation>Toleranz plus</translation>
+    </message>
+    <message>
+        <source>Aspect rat&amp;io (thickness by drill):</source>
+        <translation>&amp;Aspektverhältnis (Dicke zu Bohrer):</translation>
     </message>
 </context>
 <context>

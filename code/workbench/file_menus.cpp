@@ -151,7 +151,8 @@ void ExportMenu::choosePath(const Kind& kind)
     if (!shown) {
         return;
     }
-    const QString last = kind.key.isEmpty() ? mBoardFolder : QSettings().value(kind.key).toString();
+    const QString last =
+        kind.key.isEmpty() ? mBoardFolder : QSettings().value(kind.key, mBoardFolder).toString();
     QFileDialog dialog(
         parentWidget(), kind.title, QFileInfo(last).isDir() ? last : QDir::homePath(), kind.filter);
     if (kind.filter.isEmpty()) {

@@ -399,7 +399,9 @@ void MainWindow::compareWith(const QStringList& paths)
         mLive->compareWith(
             std::make_shared<const Board>(std::move(*other)), RecentBoards::name(paths));
         showFindings();
+        const bool isNew = mMap->isHidden();
         mMap->show();
+        makeRoomForMap(isNew);
     });
     mUi->endComparisonAction->setEnabled(mLive->isComparing());
 }
