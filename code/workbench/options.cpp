@@ -28,6 +28,21 @@ QStringList given(const Options& options, std::initializer_list<const QCommandLi
     return names;
 }
 
+/** The first of those that take one value but are given several; empty if there is none. */
+QString givenTwice(const Options& options)
+{
+    for (const QCommandLineOption* option :
+        {&options.drillPrograms, &options.report, &options.map, &options.accept, &options.thickness,
+            &options.compareWithin, &options.toolsAtMost, &options.boards, &options.step,
+            &options.model, &options.units, &options.fileUnits, &options.digits, &options.viasUpTo,
+            &options.importBits, &options.exportBits, &options.screenshot}) {
+        if (options.values(*option).size() > 1) {
+            return "--" + option->names().first();
+        }
+    }
+    return {};
+}
+
 /** Such as "2:5" or "2:5,trailing". */
 NumberFormat digitsOf(const QString& text)
 {
@@ -98,6 +113,7 @@ QString contradiction(const Options& options)
     };
     const QStringList paths = options.positionalArguments();
     const bool hasBoards = has(options.boards);
+    const QString twice = givenTwice(options);
     const QString ofCheck = given(options, {&options.accept, &options.thickness}).value(0);
     const std::pair<bool, QString> faults[] = {
         {hasBoards && (!has(options.csv) || !paths.isEmpty()),
@@ -116,6 +132,9 @@ QString contradiction(const Options& options)
         {has(options.compareWithin) && !has(options.compare),
             "--compare-within goes with --compare"},
         {has(options.places) && !has(options.json), "--places goes with --json"},
+        {!twice.isEmpty(), twice + " is given twice"},
+        {options.values(options.compare).contains(QString()),
+            "the name of the other board is empty"},
         {isEmpty(options.data), "the name of the data folder is empty"},
         {isEmpty(options.drillPrograms), "the name of the folder of drill programs is empty"},
         {paths.contains(QString()), "the name of a board is empty"}};
