@@ -144,6 +144,34 @@ QString DataFile::complaints(const QString& dataDir)
     return lines.join('\n');
 }
 
+QStringList DataFile::lostAmounts(const QString& dataDir)
+{
+    static const QStringList types{"Pth", "Via", "Laser", "Photo", "PressFit", "NPth"};
+    static const QStringList numbers{"amount", "oversized", "os_amount"};
+    const DataFile file(dataDir, Kind::Models);
+    QStringList lines;
+    QXmlStreamReader xml(file.readUnchecked().bytes);
+    while (!xml.atEnd()) {
+        xml.readNext();
+        const bool isAmounts = xml.isStartElement() && xml.name() == QLatin1String("HoleType");
+        for (const auto& attribute : isAmounts ? xml.attributes() : QXmlStreamAttributes()) {
+            const QString name = attribute.name().toString();
+            const QString value = attribute.value().toString();
+            bool isNumber = false;
+            value.toInt(&isNumber);
+            if ((name == "name" && !types.contains(value))
+                || (numbers.contains(name) && !isNumber)) {
+                lines << QStringLiteral("%1: line %2: %3=\"%4\" is no %5 and counts as %6")
+                             .arg(file.path())
+                             .arg(xml.lineNumber())
+                             .arg(name, value, name == "name" ? "type of hole" : "whole number",
+                                 name == "name" ? "none" : "0");
+            }
+        }
+    }
+    return lines;
+}
+
 QString DataFile::summaryOf(Kind kind, const QByteArray& bytes)
 {
     if (!faultOf(kind, bytes).isEmpty()) {

@@ -65,6 +65,10 @@ public:
     /** What is wrong with the files of a data folder, a line each; empty if nothing is. */
     static QString complaints(const QString& dataDir);
 
+    /** Amounts that the module takes for 0 without a word, since their number or their type of hole
+     *  is none; a line each. */
+    static QStringList lostAmounts(const QString& dataDir);
+
     /** Replaces the file, as FileSet does, or makes it and its folders.
      *
      * @param inPlaceAtNeed  write into the file itself where its folder can't be written in

@@ -11,6 +11,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QStandardPaths>
+#include <algorithm>
 #include <unistd.h>
 
 using namespace brox;
@@ -94,6 +95,10 @@ void prepareData(const Options& options, const QString& dataDir)
     const QString complaints = DataFile::complaints(dataDir);
     if (!options.wantsWindow() && !complaints.isEmpty()) {
         throw HostError(complaints);
+    }
+    if (options.wantsPlan()) {
+        const QStringList lost = DataFile::lostAmounts(dataDir);
+        std::ranges::for_each(lost, warn);
     }
 }
 

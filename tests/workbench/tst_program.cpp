@@ -168,8 +168,13 @@ const Case cases[] = {
             ",,2,no-bit tolerance-assumed type-assumed\n"},
         "assumed: types (tools: 2), tolerances (tools: 2), "
         "digits of standard input (2:4, leading zeros left out)\n"},
-    {"sed -i 's/: 0.05/: 0.02/' $D/data/brox/shop_rules.json; $B breakout-NPTH.drl --csv", 0,
-        {",500,20,20,"}, "assumed: tolerances (tools: 2)\n"},
+    {"(cd $D/data/brox; sed -i 's/: 0.05/: 0.02/' shop_rules.json;"
+     " sed -i 's/\"Pth\" amount=\"40000/\"PTH\" amount=\"4o/' brox.xml); $B breakout-NPTH.drl "
+     "--csv",
+        0, {",500,20,20,"},
+        "$D/data/brox/brox.xml: line 4: name=\"PTH\" is no type of hole and counts as none\n"
+        "$D/data/brox/brox.xml: line 4: amount=\"4o\" is no whole number and counts as 0\n"
+        "assumed: tolerances (tools: 2)\n"},
     {"$B sensor.xml --csv --step board --model Unplated --data $D/new;"
      " rm $D/new/brox/brox.xml; $B --models --data $D/new",
         0, {",300,50,50,300,", ",350,50,50,350,", "Unplated\n"},
@@ -301,6 +306,8 @@ const Case cases[] = {
     {"$B sensor.xml --screenshot $D/no/x.png 2>$D/e; s=$?; grep image $D/e; exit $s", 1,
         {"brox-workbench: $D/no/x.png: the image can't be written\n"}, ""},
     {"$B sensor.xml --csv --json", 1, {}, "brox-workbench: --csv does not go with --json\n"},
+    {"$B sensor.xml --map $D/a.svg --map $D/b.svg", 1, {},
+        "brox-workbench: --map is given twice\n"},
     {"$B sensor.xml --json >/dev/full", 1, {}, "brox-workbench: the output can't be written\n"},
     {"$B sensor.xml --report $D/./x.pdf --map $D/x.pdf; s=$?; ls $D/*x.pdf 2>/dev/null; exit $s", 1,
         {}, "brox-workbench: $D/x.pdf: can't be written: it is named twice\n"},
