@@ -78,6 +78,7 @@ private:
         if (row.isSlot && row.type != HoleType::NonPlated) {
             row.type = HoleType::Plated;
         }
+        row.isTypeChosen = choice && choice->type != tool.type;
         if (choice) {
             decisions << PlanText::tr("%1 by the user").arg(spoken(typeKey(row.type)));
         } else if (isViaByRule) {

@@ -31,6 +31,7 @@ struct DraftRow
     size_t tool = 0; ///< index in that layer's tools
     bool isSlot = false;
     HoleType type = HoleType::Plated; ///< after the rules
+    bool isTypeChosen = false; ///< by the user, and another than the board's
     Tolerance tolerance; ///< after the rules; 0 and 0 where none applies
     Size finishedSize = 0; ///< 0: the board specifies none
     qint64 count = 0; ///< repeats included

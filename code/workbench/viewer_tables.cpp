@@ -215,7 +215,7 @@ void JobTable::goToNextToCheck()
     }
 }
 
-/** What was assumed is slanted, and a rule that acted is shown in a tip. */
+/** What was assumed, or chosen by the user, is slanted, and a rule that acted is shown in a tip. */
 void JobTable::mark()
 {
     for (int i = 0; i < mTable->rowCount(); ++i) {
@@ -226,7 +226,8 @@ void JobTable::mark()
             item->setToolTip(plainTip(tip));
             const bool isTolerance = column == MinTolColumn || column == MaxTolColumn;
             QFont font = item->font();
-            font.setItalic((column == TypeColumn && row.flags.contains(PlanFlag::TypeAssumed))
+            font.setItalic((column == TypeColumn
+                               && (row.isTypeChosen || row.flags.contains(PlanFlag::TypeAssumed)))
                 || (isTolerance && row.flags.contains(PlanFlag::ToleranceAssumed)));
             item->setFont(font);
         }

@@ -154,7 +154,7 @@ private slots:
         chooseType("Non-plated");
         QCOMPARE(tool(1), "NPth 1 800 50 50 850");
         QCOMPARE(tool(0), "Pth 2 300 100 100 400");
-        QVERIFY(!tools()->item(1, 1)->font().italic() && tools()->item(1, 4)->font().italic());
+        QVERIFY(tools()->item(1, 1)->font().italic() && tools()->item(1, 4)->font().italic());
         QCOMPARE(tools()->item(1, 1)->toolTip(),
             "nonplated by the user; -0.05/+0.05 mm by the rule for nonplated");
         chooseType("Press-fit");
