@@ -769,6 +769,14 @@
         <source>more than %1 repeats of steps</source>
         <translation>mehr als %1 Wiederholungen von Steps</translation>
     </message>
+    <message>
+        <source>the ends of an arc are not equally far from its centre</source>
+        <translation>die Enden eines Bogens liegen nicht gleich weit von seiner Mitte</translation>
+    </message>
+    <message>
+        <source>line %1 begins with a slash, by which operators may skip it; it counts</source>
+        <translation>Zeile %1 beginnt mit einem Schrägstrich, mit dem Bediener sie überspringen können; sie zählt</translation>
+    </message>
 </context>
 <context>
     <name>DataFile</name>

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "drill_canvas.h"
 
+#include "lines.h"
+
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <algorithm>
@@ -241,6 +243,13 @@ void DrillCanvas::lineTo(const QPointF& to)
 
 void DrillCanvas::arcTo(Segment::Shape shape, const QPointF& to, const QPointF& centre)
 {
+    // All three places may be rounded to a thousandth of an inch.
+    constexpr double least = 50.0 * sizePerMicron;
+    const double begin = distance(pointOf(mPath->end()), centre);
+    const double end = distance(to, centre);
+    if (std::abs(begin - end) > std::max(least, 0.02 * std::max(begin, end))) {
+        mAt.fail(BoardText::tr("the ends of an arc are not equally far from its centre"));
+    }
     count(weightOf(1) - weightOf(0));
     mPath->segments.push_back({shape, placed(to), rounded(centre)});
 }

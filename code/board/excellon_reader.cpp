@@ -197,8 +197,14 @@ void ExcellonProgram::readLine(std::string_view line)
     }
     mStopLine = 0;
     if (line != "/" && !readKeyword(line)) {
-        // A block behind a slash is skipped by operators who ask for it; drilled otherwise.
-        readCommands(line[0] == '/' ? trimmed(line.substr(1)) : line);
+        if (line[0] == '/') {
+            line = trimmed(line.substr(1));
+            mNotes.add(
+                QT_TRANSLATE_NOOP("BoardText",
+                    "line %1 begins with a slash, by which operators may skip it; it counts"),
+                {QString::number(mAt.line)});
+        }
+        readCommands(line);
     }
 }
 

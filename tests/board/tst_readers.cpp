@@ -251,7 +251,8 @@ private:
             program("(a)\n/\nT0103\n/X3.\nT1M06\nM09 ; X1Y1\nM47,X5Y5 "
                     "GO\nG93X0Y0\nN10X1.Y1.F10\n%\nM18",
                 "METRIC\nVER,1\nR,H\nDETECT,ON\nATC,ON\nT1C0.8"),
-            "P?0.8 3,0 1,1");
+            "P?0.8 3,0 1,1\n"
+            "file: line 12 begins with a slash, by which operators may skip it; it counts");
 
         row("a radius that holds for the arcs that follow, a comment that is a place",
             program("T1\nG00X0.Y0.\nM15\nG03X4.Y0.A2.\nX0.Y0.\nM16\n;X1.Y1."),
@@ -312,6 +313,7 @@ private:
             {"T1\nM15\nM16\nX1.", ":8: neither a hole"}, {"T1\nX6000.", ":6: a place further than"},
             {"T1\nX1.\nG92X2.", ":7: the origin is set after the first hole"},
             {"T1\nG02X5.A1.", ":6: no arc of this radius"},
+            {"T1\nG02X5.I1.", ":6: the ends of an arc"},
             {"T1\nX1.Y1.X2.Y2.", ":6: a word stands twice"}, {"T1\nX1.T2", ":6: a tool behind"},
             {"T1C0.8C1.", ":5: a word stands twice"},
             {"T1\nG00X1.\nM15\nG02I1.", ":8: the centre of an arc without its end"},
