@@ -230,10 +230,6 @@
         <translation>das Muster endet nicht mit M01</translation>
     </message>
     <message>
-        <source>%1 with no whole number: %2</source>
-        <translation>%1 ohne ganze Zahl: %2</translation>
-    </message>
-    <message>
         <source>%1%2 is no coordinate</source>
         <translation>%1%2 ist keine Koordinate</translation>
     </message>

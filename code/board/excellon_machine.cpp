@@ -83,26 +83,26 @@ private:
             mWords.radius = coordinate(letter, value);
             break;
         case 'T':
-            mWords.tool = number(letter, value);
+            mWords.tool = number(value);
             break;
         case 'C':
             mWords.diameter = value;
             break;
         case 'R':
-            takeRepeats(number(letter, value));
+            takeRepeats(number(value));
             break;
         case 'G':
-            mWords.preparations.append(number(letter, value));
+            mWords.preparations.append(number(value));
             takeCycle(mWords.preparations.last());
             break;
         case 'M':
-            takeMiscellaneous(number(letter, value));
+            takeMiscellaneous(number(value));
             break;
         default:
             // Depths, feeds, speeds and line numbers are nothing to us.
             if (std::string_view("BFHNSUZ").find(letter) == std::string_view::npos
                 || !(value.empty() || toNumber(value))) {
-                mAt.fail(BoardText::tr("no command of a drill file: ") + shown(mLine));
+                refuse();
             }
         }
     }
@@ -143,20 +143,27 @@ private:
         }
     }
 
-    int number(char letter, std::string_view digits) const
+    [[noreturn]] void refuse() const
+    {
+        mAt.fail(BoardText::tr("no command of a drill file: ") + shown(mLine));
+    }
+
+    int number(std::string_view digits) const
     {
         int value = -1;
         const char* end = digits.data() + digits.size();
         const auto [stop, error] = std::from_chars(digits.data(), end, value);
         if (error != std::errc() || stop != end || value < 0) {
-            mAt.fail(
-                BoardText::tr("%1 with no whole number: %2").arg(QChar(letter)).arg(shown(digits)));
+            refuse();
         }
         return value;
     }
 
     double coordinate(char letter, std::string_view digits)
     {
+        if (digits.empty()) { // the line is of words
+            refuse();
+        }
         const auto value = mNumbers.read(digits);
         if (!value) {
             mAt.fail(BoardText::tr("%1%2 is no coordinate").arg(QChar(letter)).arg(shown(digits)));

@@ -301,6 +301,7 @@ private:
             {"X1.G85X2.", ":5: a slot before a tool"}, {"M50", ":5: unknown command M50"},
             {"X1V1", ":5: no command of a drill file: \"X1V1\""},
             {"T1\nX1.2.3", ":6: X\"1.2.3\" is no coordinate"},
+            {"METRIC TZ", ":5: no command of a drill file: \"METRIC TZ\""},
             {"T1\nR5", ":6: a repeat without a distance"}, {"T1\nX0\nX1R2Y1", ":7: a place before"},
             {"T1M06X1", ":5: coordinates beside M06"},
             {"T1\nR5X1.", ":6: a repeat that follows no"},
