@@ -766,12 +766,12 @@
         <translation>mehr als %1 Wiederholungen von Steps</translation>
     </message>
     <message>
-        <source>the ends of an arc are not equally far from its centre</source>
-        <translation>die Enden eines Bogens liegen nicht gleich weit von seiner Mitte</translation>
-    </message>
-    <message>
         <source>line %1 begins with a slash, by which operators may skip it; it counts</source>
         <translation>Zeile %1 beginnt mit einem Schrägstrich, mit dem Bediener sie überspringen können; sie zählt</translation>
+    </message>
+    <message>
+        <source>an arc whose ends are not equally far from its centre</source>
+        <translation>ein Bogen, dessen Enden nicht gleich weit von seinem Mittelpunkt liegen</translation>
     </message>
 </context>
 <context>

@@ -243,12 +243,10 @@ void DrillCanvas::lineTo(const QPointF& to)
 
 void DrillCanvas::arcTo(Segment::Shape shape, const QPointF& to, const QPointF& centre)
 {
-    // All three places may be rounded to a thousandth of an inch.
-    constexpr double least = 50.0 * sizePerMicron;
-    const double begin = distance(pointOf(mPath->end()), centre);
-    const double end = distance(to, centre);
-    if (std::abs(begin - end) > std::max(least, 0.02 * std::max(begin, end))) {
-        mAt.fail(BoardText::tr("the ends of an arc are not equally far from its centre"));
+    const double radius = distance(pointOf(mPath->end()), centre);
+    const double tolerance = radius / 100 + 50 * double(sizePerMicron); // old files have few digits
+    if (std::abs(radius - distance(to, centre)) > tolerance) {
+        mAt.fail(BoardText::tr("an arc whose ends are not equally far from its centre"));
     }
     count(weightOf(1) - weightOf(0));
     mPath->segments.push_back({shape, placed(to), rounded(centre)});

@@ -314,7 +314,7 @@ private:
             {"T1\nM15\nM16\nX1.", ":8: neither a hole"}, {"T1\nX6000.", ":6: a place further than"},
             {"T1\nX1.\nG92X2.", ":7: the origin is set after the first hole"},
             {"T1\nG02X5.A1.", ":6: no arc of this radius"},
-            {"T1\nG02X5.I1.", ":6: the ends of an arc"},
+            {"T1\nG02X5.I1.", ":6: an arc whose ends"},
             {"T1\nX1.Y1.X2.Y2.", ":6: a word stands twice"}, {"T1\nX1.T2", ":6: a tool behind"},
             {"T1C0.8C1.", ":5: a word stands twice"},
             {"T1\nG00X1.\nM15\nG02I1.", ":8: the centre of an arc without its end"},

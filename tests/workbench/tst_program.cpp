@@ -202,7 +202,8 @@ const Case cases[] = {
     {"$B $A --file-units metric --drill-programs $D", 1, {},
         "brox-workbench: layer \"arc\": the board specifies no size of T1, \"Plated slot\"\n"},
     {"sed 's/I0.5/I0.2/;s/T1/T1C1.0/' $A | $B - --file-units metric --drill-programs $D", 1, {},
-        "brox-workbench: an arc whose ends are not equally far from its centre\n"},
+        "brox-workbench: standard input:6: an arc whose ends are not equally far from its "
+        "centre\n"},
     {"noSize; $B sensor.xml --map $D/m.svg --data $D/n 2>/dev/null; grep -q 'no size' $D/m.svg && "
      "echo "
      "told",
