@@ -773,6 +773,14 @@
         <source>an arc whose ends are not equally far from its centre</source>
         <translation>ein Bogen, dessen Enden nicht gleich weit von seinem Mittelpunkt liegen</translation>
     </message>
+    <message>
+        <source>%1 is specified as plated, and taken so, in a file of non-plated holes</source>
+        <translation>%1 ist in einer Datei nicht durchkontaktierter Löcher als durchkontaktiert angegeben und wird so genommen</translation>
+    </message>
+    <message>
+        <source>%1 is specified as non-plated, and taken so, in a file of plated holes</source>
+        <translation>%1 ist in einer Datei durchkontaktierter Löcher als nicht durchkontaktiert angegeben und wird so genommen</translation>
+    </message>
 </context>
 <context>
     <name>DataFile</name>

@@ -365,11 +365,20 @@ void DrillCanvas::addTo(Layer& layer, Use& use, const HoleFacts& file, Notes& no
     HoleFacts facts;
     facts.plated = use.plating;
     facts.complete(drill.facts);
+    const std::optional<bool> ownPlating = facts.plated;
     facts.complete(file);
     const HoleType type = facts.type();
     addContours(layer, use.contours, type);
     if (use.holes.empty() && use.slotPaths.empty()) {
         return;
+    }
+    if (ownPlating && file.plated && ownPlating != file.plated) {
+        notes.add(*ownPlating
+                ? QT_TRANSLATE_NOOP("BoardText",
+                    "%1 is specified as plated, and taken so, in a file of non-plated holes")
+                : QT_TRANSLATE_NOOP("BoardText",
+                    "%1 is specified as non-plated, and taken so, in a file of plated holes"),
+            {drill.name});
     }
     Tool tool;
     tool.number = drill.number;

@@ -499,9 +499,12 @@ private slots:
         {
             const char* comments;
             const char* tool;
+            const char* note = "";
         } cases[] = {{"; #@! TF.FileFunction,Plated,1,4,PTH", "1-4: P0.8"},
             {"; #@! TF.FileFunction,NonPlated,1,2,NPTH\n; #@! TA.AperFunction,Plated,PTH,ViaDrill",
-                "1-2: V0.8"},
+                "1-2: V0.8",
+                "\nboard.drl: T1 is specified as plated, and taken so, in a file of non-plated "
+                "holes"},
             {"; #@! TF.FileFunction,MixedPlating,1,2\n;#@! TA.AperFunction,ComponentDrill,PressFit",
                 "1-2: F0.8"},
             {"; #@! TA.AperFunction,NonPlated,NPTH,ViaDrill\n"
@@ -523,10 +526,10 @@ private slots:
             {"; #@! TA.AperFunction,ComponentDrill", ": P?0.8"},
             {"; Contents: Thru / Drill / Non-Plated", ": N0.8"},
             {";T1 Holesize 1. = .0315 Tolerance = +2/-1 OPTIONAL INCHES", ": P?0.8-25.4+50.8"}};
-        for (const auto& [comments, tool] : cases) {
+        for (const auto& [comments, tool, note] : cases) {
             const QByteArray header = QByteArray("METRIC\n") + comments + "\nT1C0.8";
             QCOMPARE(outcome({write("board.drl", program("T1\nX1.Y1.", header))}),
-                QLatin1String("pcb/board") + tool + " 1,1");
+                QLatin1String("pcb/board") + tool + " 1,1" + note);
         }
         const QByteArray below = program("T1\n;TYPE=PLATED\nT1\nX1.\n;TYPE=NON_PLATED\nT1\nX2.",
             ";TYPE=NON_PLATED\nMETRIC\nT1C0.8");
