@@ -243,9 +243,10 @@ void DrillCanvas::lineTo(const QPointF& to)
 
 void DrillCanvas::arcTo(Segment::Shape shape, const QPointF& to, const QPointF& centre)
 {
+    // A place that was moved fits no arc; finish() decides what is to become of such a file.
     const double radius = distance(pointOf(mPath->end()), centre);
     const double tolerance = radius / 100 + 50 * double(sizePerMicron); // old files have few digits
-    if (std::abs(radius - distance(to, centre)) > tolerance) {
+    if (mFarLine == 0 && std::abs(radius - distance(to, centre)) > tolerance) {
         mAt.fail(BoardText::tr("an arc whose ends are not equally far from its centre"));
     }
     count(weightOf(1) - weightOf(0));

@@ -35,8 +35,7 @@ void enterOpenCell(QWidget* part)
 {
     const QWidget* editor = part->window()->focusWidget();
     const QWidget* viewport = editor ? editor->parentWidget() : nullptr;
-    if (viewport && part->isAncestorOf(viewport)
-        && qobject_cast<QAbstractItemView*>(viewport->parentWidget())) {
+    if (viewport && qobject_cast<QAbstractItemView*>(viewport->parentWidget())) {
         part->setFocus();
     }
 }

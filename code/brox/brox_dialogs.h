@@ -31,7 +31,7 @@ void guarded(Work work)
     }
 }
 
-/** Enters what stands in an open cell of a part's tables.
+/** Enters what stands in an open cell of a table.
  *
  * The cell's delegate does so when its editor loses the focus, which a tool button or shortcut does
  * not take: the part takes it. Without an open cell the focus stays where it is.
