@@ -34,8 +34,7 @@ constexpr auto save = QMessageBox::Save;
 
 const std::vector<Case> modelCases = {
     {"new", modelTable, "x", "newToolButton", "", "x 1, b 2, c 3, [Model 100] *", "a > x"},
-    {"new by menu", modelTable, "x", "actionNew_Model", "", "x 1, b 2, c 3, [Model 100] *",
-        "a > x"},
+    {"new by menu", amountTable, "5", "actionNew_Model", "", "a 5, b 2, c 3, [Model 100] *"},
     {"refused name", modelTable, "b", "newToolButton", "x\r", "a 1, b 2, c 3, [x 100] *",
         "Model > x", ok},
     {"rename", modelTable, "x", "renameToolButton", "y\r", "[y 1], b 2, c 3 *", "a > x, x > y"},
